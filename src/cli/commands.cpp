@@ -1,0 +1,168 @@
+#include "cli/commands.h"
+
+#include "cli/terminal.h"
+#include "lookup/dictionary_service.h"
+#include "lookup/system_dictionary_service.h"
+#include "review/weekly_review_scheduler.h"
+#include "storage/storage_manager.h"
+#include "support/text.h"
+
+#include <QDir>
+#include <QSaveFile>
+
+#include <algorithm>
+
+namespace lexiquill::commands {
+
+namespace {
+
+using terminal::printLine;
+
+constexpr qsizetype shortRuleLength = 42;
+constexpr qsizetype longRuleLength = 70;
+constexpr qsizetype wordColumnWidth = 16;
+
+QString rule(char16_t character, qsizetype length) {
+    return QString(length, QChar(character));
+}
+
+/// Exactly `width` characters: cut, or padded with blanks on the right.
+QString fitted(const QString &text, qsizetype width) {
+    const QString head = leadingCharacters(text, width);
+    return head + QString(width - characterCount(head), u' ');
+}
+
+void printEntry(const DictionaryEntry &entry, DictionarySourceMode source) {
+    const QString sourceLabel = source == DictionarySourceMode::YoudaoOnline
+                                    ? QStringLiteral("有道在线词典")
+                                    : QStringLiteral("苹果本地离线词典");
+    printLine(QString());
+    printLine(rule(u'=', shortRuleLength));
+    printLine({u"📖 单词: ", entry.headword, u" [数据源: ", sourceLabel, u"]"});
+    if (entry.phonetic)
+        printLine({u"🔊 音标: ", *entry.phonetic});
+    printLine(rule(u'-', shortRuleLength));
+    for (const PartOfSpeechGroup &group : entry.posGroups) {
+        printLine({u"【", group.pos, u" · ", group.posChinese, u"】"});
+        int number = 0;
+        for (const SenseItem &sense : group.senses) {
+            const QString context = sense.context ? QStringLiteral("(%1) ").arg(*sense.context) : QString();
+            printLine({u"  ", QString::number(++number), u". ", context, sense.chineseMeaning});
+            for (const QString &example : sense.examples)
+                printLine({u"     ▸ ", example});
+        }
+    }
+    printLine(rule(u'-', shortRuleLength));
+}
+
+WeeklyReviewPlan currentPlan(const Calendar &calendar) {
+    return WeeklyReviewScheduler::shared().generateWeeklyPlan(StorageManager::shared().words(),
+                                                              Instant::now(), calendar);
+}
+
+QString trimmedOfBlanks(QString text) {
+    const auto isBlank = [](QChar character) {
+        return character == u'\t' || character.category() == QChar::Separator_Space;
+    };
+    while (!text.isEmpty() && isBlank(text.back()))
+        text.chop(1);
+    while (!text.isEmpty() && isBlank(text.front()))
+        text.remove(0, 1);
+    return text;
+}
+
+} // namespace
+
+void performLookup(const QString &term) {
+    SystemDictionaryService::shared().ensureDictionariesConfigured();
+    const LookupResult result = DictionaryService::shared().lookup(term);
+    if (!result.entry) {
+        const bool isOnline = DictionaryService::shared().currentMode() == DictionarySourceMode::YoudaoOnline;
+        const QString source =
+            isOnline ? QStringLiteral("有道在线词典与系统离线词典") : QStringLiteral("系统离线词典");
+        printLine({u"❌ 未在", source, u"中找到 “", term, u"”"});
+        return;
+    }
+    const WordRecord record = StorageManager::shared().addOrUpdateSearch(*result.entry);
+    printEntry(*result.entry, result.actualMode);
+    const QString next = record.nextReviewRelativeDescription(Instant::now(), Calendar::current());
+    printLine({u"🧠 遗忘曲线: 间隔 ", QString::number(record.intervalDays), u" 天 | 下次复习: ", next,
+               u" | 查词 ", QString::number(record.searchCount), u" 次"});
+    printLine(rule(u'=', shortRuleLength));
+    printLine(QString());
+}
+
+void listVocabulary() {
+    const QList<WordRecord> &words = StorageManager::shared().words();
+    const Instant now = Instant::now();
+    const Calendar calendar = Calendar::current();
+    printLine({u"\n📚 生词本与搜索记录 (共 ", QString::number(words.size()), u" 词):"});
+    printLine(rule(u'-', longRuleLength));
+    qsizetype number = 0;
+    for (const WordRecord &record : words) {
+        printLine({u"[", QString::number(++number), u"] ", fitted(record.word, wordColumnWidth), u" | ",
+                   rawValue(record.memoryStatus), u" | 间隔: ", QString::number(record.intervalDays),
+                   u"天 | ", record.nextReviewRelativeDescription(now, calendar), u" | 查过",
+                   QString::number(record.searchCount), u"次"});
+    }
+    printLine(rule(u'-', longRuleLength));
+    printLine(QString());
+}
+
+void showWeeklyPlan() {
+    const WeeklyReviewPlan plan = currentPlan(Calendar::current());
+    printLine({u"\n📅 ", QString::number(plan.year), u" 年第 ", QString::number(plan.weekNumber),
+               u" 周单词复习清单 (共 ", QString::number(plan.totalCount()), u" 词):"});
+    printLine({u"重点攻坚: ", QString::number(plan.difficultWords.size()), u" | 本周新词: ",
+               QString::number(plan.newSearches.size()), u" | 到期巩固: ",
+               QString::number(plan.dueWords.size())});
+    printLine(rule(u'-', longRuleLength));
+    qsizetype number = 0;
+    for (const WordRecord &record : plan.prioritizedList) {
+        printLine({u"(", QString::number(++number), u") ", record.word, u" [",
+                   record.phonetic.value_or(QString()), u"] - ", record.conciseSummary});
+    }
+    printLine(rule(u'-', longRuleLength));
+    printLine(QString());
+}
+
+void interactiveReview(const QString &word) {
+    const QList<WordRecord> &words = StorageManager::shared().words();
+    const qsizetype index = indexOfWord(words, word.toLower());
+    if (index < 0) {
+        printLine({u"❌ 生词本中未找到 “", word, u"”，请先使用 search 查询录入。"});
+        return;
+    }
+    const WordRecord record = words.at(index);
+    printLine({u"\n单词: ", record.word});
+    printLine({u"释义: ", record.conciseSummary});
+    printLine(QStringLiteral("请选择打卡状态："));
+    printLine(QStringLiteral("1. 记住了 (按艾宾浩斯曲线延长复习周期)"));
+    printLine(QStringLiteral("2. 没记住 (重置周期，明日重新攻坚)"));
+    terminal::printPrompt(QStringLiteral("请输入 1 或 2: "));
+    const auto answer = terminal::readLine();
+    if (!answer)
+        return;
+    // Only a clear "1" counts as remembered; whatever else is typed, the word is asked again tomorrow.
+    const bool isRemembered = trimmedOfBlanks(*answer) == QLatin1StringView("1");
+    const auto feedback = isRemembered ? ReviewFeedback::Remembered : ReviewFeedback::Forgot;
+    StorageManager::shared().recordReview(record.id, feedback);
+    printLine(isRemembered
+                  ? QStringLiteral("✅ 已记录为【记住了】，复习周期已自动延展！\n")
+                  : QStringLiteral("⚠️ 已记录为【没记住】，已排入明日重点复习！\n"));
+}
+
+void exportPlan() {
+    const Calendar calendar = Calendar::current();
+    const WeeklyReviewPlan plan = currentPlan(calendar);
+    const QString path = QDir::current().filePath(plan.markdownFileName());
+    QSaveFile file(path);
+    if (file.open(QIODevice::WriteOnly)) {
+        file.write(WeeklyReviewScheduler::shared().exportMarkdown(plan, calendar).toUtf8());
+        // A failure leaves an earlier file as it was and is not reported.
+        file.commit();
+    }
+    printLine({u"✅ 已成功导出本周复习清单至: ", path});
+}
+
+} // namespace lexiquill::commands

@@ -1,0 +1,102 @@
+#include "model/gloss_cleaning.h"
+
+#include "support/text.h"
+
+#include <algorithm>
+
+namespace lexiquill {
+
+// Every save cleans every gloss of the wordbook, so the steps are plain scans. Each names the regular
+// expression that it stands for.
+
+namespace {
+
+bool isLatinLetter(QChar character) {
+    return (character >= u'a' && character <= u'z') || (character >= u'A' && character <= u'Z');
+}
+
+/// Matches of "\([^)]*[a-zA-Z]+[^)]*\)" removed.
+QString withoutLatinNotes(const QString &text) {
+    qsizetype open = text.indexOf(u'(');
+    if (open < 0)
+        return text;
+    QString result;
+    qsizetype copied = 0;
+    while (open >= 0) {
+        const qsizetype close = text.indexOf(u')', open);
+        if (close < 0)
+            break;
+        const QStringView inside = QStringView(text).sliced(open + 1, close - open - 1);
+        if (std::any_of(inside.begin(), inside.end(), isLatinLetter)) {
+            result += QStringView(text).sliced(copied, open - copied);
+            copied = close + 1;
+        }
+        // What the parentheses between hold has no Latin letter either.
+        open = text.indexOf(u'(', close);
+    }
+    result += QStringView(text).sliced(copied);
+    return result;
+}
+
+/// Matches of "[a-zA-Zāáǎàēéěèīíǐìōóǒòūúǔùǖǘǚǜü\s]{2,}" removed.
+QString withoutLatinRuns(const QString &text) {
+    static const QString toneLetters = QStringLiteral("āáǎàēéěèīíǐìōóǒòūúǔùǖǘǚǜü");
+    const auto isInRun = [](QChar character) {
+        return isLatinLetter(character) || character.isSpace() ||
+               (character.unicode() >= 0x80 && character.unicode() < 0x300 &&
+                toneLetters.contains(character));
+    };
+    QString result;
+    result.reserve(text.size());
+    for (qsizetype i = 0; i < text.size();) {
+        qsizetype end = i;
+        while (end < text.size() && isInRun(text[end]))
+            ++end;
+        if (end - i < 2) {
+            result += text[i];
+            end = i + 1;
+        }
+        i = end;
+    }
+    return result;
+}
+
+} // namespace
+
+QString withoutAngleQuotes(const QString &text) {
+    qsizetype open = text.indexOf(u'‹');
+    if (open < 0)
+        return text;
+    QString result;
+    qsizetype copied = 0;
+    while (open >= 0) {
+        const qsizetype close = text.indexOf(u'›', open);
+        if (close < 0)
+            break;
+        if (close > open + 1) {
+            result += QStringView(text).sliced(copied, open - copied);
+            copied = close + 1;
+        }
+        open = text.indexOf(u'‹', close);
+    }
+    result += QStringView(text).sliced(copied);
+    return result;
+}
+
+QStringList cleanChineseTokens(const QString &gloss) {
+    const QString text = withoutAngleQuotes(gloss);
+    QStringList tokens;
+    qsizetype start = 0;
+    for (qsizetype i = 0; i <= text.size(); ++i) {
+        if (i < text.size() && text[i] != u';' && text[i] != u'；' && text[i] != u',')
+            continue;
+        const QString piece = withoutLatinRuns(withoutLatinNotes(text.sliced(start, i - start)));
+        const QStringView token = trimmedOfPunctuation(piece, true);
+        if (containsHan(token))
+            tokens += token.toString();
+        start = i + 1;
+    }
+    return tokens;
+}
+
+} // namespace lexiquill

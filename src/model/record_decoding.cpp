@@ -1,0 +1,509 @@
+#include "model/record_codec.h"
+
+#include <simdjson.h>
+
+#include <cmath>
+
+namespace lexiquill {
+
+namespace {
+
+namespace ondemand = simdjson::ondemand;
+
+constexpr qint64 leastMasteredRepetitions = 5;
+constexpr qint64 leastMasteredIntervalDays = 60;
+
+QString toText(std::string_view utf8) {
+    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
+/// Whether the error leaves the parser able to go on behind the value: it only says that the value is not
+/// of the wanted type.
+bool isAboutValueOnly(simdjson::error_code error) {
+    return error == simdjson::INCORRECT_TYPE || error == simdjson::NUMBER_ERROR ||
+           error == simdjson::STRING_ERROR || error == simdjson::NUMBER_OUT_OF_RANGE ||
+           error == simdjson::N_ATOM_ERROR || error == simdjson::T_ATOM_ERROR ||
+           error == simdjson::F_ATOM_ERROR;
+}
+
+/// Reads values of one document. A value that does not fit reads as nothing; only an error in the
+/// structure of the text, after which nothing more can be read, marks the document as broken.
+class Decoder {
+public:
+    Decoder(JsonForm form, Instant now) : m_form(form), m_now(now) {}
+
+    bool isBroken() const { return m_isBroken; }
+
+    template <typename T> bool take(simdjson::simdjson_result<T> result, T &out) {
+        const simdjson::error_code error = std::move(result).get(out);
+        if (error && !isAboutValueOnly(error))
+            m_isBroken = true;
+        return !error;
+    }
+
+    /// Calls `visit(key, value)` for each member until the object ends or is found broken.
+    template <typename Visit> void forEachMember(ondemand::object object, Visit visit) {
+        for (auto member : object) {
+            ondemand::field field;
+            std::string_view key;
+            if (!take(std::move(member), field))
+                return breakOff();
+            if (!take(field.unescaped_key(), key))
+                return breakOff();
+            visit(key, field.value());
+            if (m_isBroken)
+                return;
+        }
+    }
+
+    /// Calls `visit(value)` for each element as long as it returns true.
+    template <typename Visit> void forEachElement(ondemand::array array, Visit visit) {
+        for (auto element : array) {
+            ondemand::value value;
+            if (!take(std::move(element), value))
+                return breakOff();
+            if (!visit(value) || m_isBroken)
+                return;
+        }
+    }
+
+    bool read(ondemand::value value, QString &out) {
+        std::string_view text;
+        // A second attempt at the same text could overrun the parser's buffer, so there is exactly one.
+        if (!take(value.get_string(), text))
+            return false;
+        out = toText(text);
+        return true;
+    }
+
+    bool read(ondemand::value value, qint64 &out) {
+        int64_t number = 0;
+        if (take(value.get_int64(), number)) {
+            out = number;
+            return true;
+        }
+        double whole = 0;
+        constexpr double limit = 9.2e18;
+        if (!take(value.get_double(), whole) || whole != std::floor(whole) || std::abs(whole) > limit)
+            return false;
+        out = static_cast<qint64>(whole);
+        return true;
+    }
+
+    bool read(ondemand::value value, double &out) {
+        double number = 0;
+        if (!take(value.get_double(), number) || !std::isfinite(number))
+            return false;
+        out = number;
+        return true;
+    }
+
+    bool read(ondemand::value value, bool &out) { return take(value.get_bool(), out); }
+
+    bool read(ondemand::value value, Instant &out) {
+        if (m_form == JsonForm::Wire)
+            return read(value, out.seconds);
+        QString text;
+        if (!read(value, text))
+            return false;
+        const auto instant = Instant::fromIso8601(text);
+        out = instant.value_or(out);
+        return instant.has_value();
+    }
+
+    bool read(ondemand::value value, QUuid &out) {
+        QString text;
+        if (!read(value, text) || text.size() != 36)
+            return false;
+        for (qsizetype i = 0; i < text.size(); ++i) {
+            const bool isHyphenPlace = i == 8 || i == 13 || i == 18 || i == 23;
+            const char16_t unit = text[i].unicode();
+            const bool isHexDigit =
+                (unit >= u'0' && unit <= u'9') || ((unit | 0x20) >= u'a' && (unit | 0x20) <= u'f');
+            if (isHyphenPlace ? unit != u'-' : !isHexDigit)
+                return false;
+        }
+        out = QUuid::fromString(text);
+        return true;
+    }
+
+    bool read(ondemand::value value, MemoryStatus &out) {
+        return readRawValue(value, out, memoryStatusFromRawValue);
+    }
+
+    bool read(ondemand::value value, ReviewFeedback &out) {
+        return readRawValue(value, out, reviewFeedbackFromRawValue);
+    }
+
+    template <typename T> bool read(ondemand::value value, std::optional<T> &out) {
+        T content{};
+        if (!read(value, content))
+            return false;
+        out = std::move(content);
+        return true;
+    }
+
+    /// All elements, or nothing when one of them cannot be read.
+    template <typename T> bool read(ondemand::value value, QList<T> &out) {
+        ondemand::array array;
+        if (!take(value.get_array(), array))
+            return false;
+        QList<T> list;
+        bool isReadable = true;
+        forEachElement(array, [&](ondemand::value element) {
+            T item{};
+            isReadable = read(element, item);
+            if (isReadable)
+                list += std::move(item);
+            return isReadable;
+        });
+        if (!isReadable || m_isBroken)
+            return false;
+        out = std::move(list);
+        return true;
+    }
+
+    template <typename Record> bool read(ondemand::value value, Record &out) {
+        ondemand::object object;
+        return take(value.get_object(), object) && readObject(object, out);
+    }
+
+    bool readObject(ondemand::object object, ExampleSentence &out) {
+        bool hasEn = false;
+        bool hasCn = false;
+        forEachMember(object, [&](std::string_view key, ondemand::value value) {
+            if (key == "en")
+                hasEn |= read(value, out.en);
+            else if (key == "cn")
+                hasCn |= read(value, out.cn);
+        });
+        return hasEn && hasCn && !m_isBroken;
+    }
+
+    bool readObject(ondemand::object object, SenseItem &out) {
+        bool hasMeaning = false;
+        bool hasExamples = false;
+        bool isReadable = true;
+        const auto readOptional = [&](ondemand::value value, auto &field) {
+            bool isNull = false;
+            isReadable &= (take(value.is_null(), isNull) && isNull) || read(value, field);
+        };
+        forEachMember(object, [&](std::string_view key, ondemand::value value) {
+            if (key == "number")
+                readOptional(value, out.number);
+            else if (key == "context")
+                readOptional(value, out.context);
+            else if (key == "chineseMeaning")
+                hasMeaning |= read(value, out.chineseMeaning);
+            else if (key == "examples")
+                hasExamples |= read(value, out.examples);
+        });
+        return isReadable && hasMeaning && hasExamples && !m_isBroken;
+    }
+
+    bool readObject(ondemand::object object, PartOfSpeechGroup &out) {
+        std::optional<QString> pos;
+        std::optional<QString> posChinese;
+        std::optional<QList<SenseItem>> senses;
+        std::optional<QStringList> meanings;
+        forEachMember(object, [&](std::string_view key, ondemand::value value) {
+            if (key == "pos")
+                read(value, pos);
+            else if (key == "posChinese")
+                read(value, posChinese);
+            else if (key == "senses")
+                read(value, senses);
+            else if (key == "meanings")
+                read(value, meanings);
+        });
+        out.pos = pos.value_or(QStringLiteral("n."));
+        out.posChinese = posChinese ? *posChinese : PartOfSpeechGroup::localizePOS(out.pos);
+        if (senses) {
+            out.senses = std::move(*senses);
+        } else if (meanings) {
+            for (const QString &meaning : std::as_const(*meanings))
+                out.senses += SenseItem{.chineseMeaning = meaning};
+        }
+        return !m_isBroken;
+    }
+
+    bool readObject(ondemand::object object, DictionaryEntry &out) {
+        int required = 0;
+        forEachMember(object, [&](std::string_view key, ondemand::value value) {
+            if (key == "headword")
+                required |= read(value, out.headword) ? 1 : 0;
+            else if (key == "phonetic")
+                read(value, out.phonetic);
+            else if (key == "posGroups")
+                required |= read(value, out.posGroups) ? 2 : 0;
+            else if (key == "rawText")
+                required |= read(value, out.rawText) ? 4 : 0;
+            else if (key == "examples")
+                required |= read(value, out.examples) ? 8 : 0;
+        });
+        return required == 15 && !m_isBroken;
+    }
+
+    bool readObject(ondemand::object object, ReviewLog &out) {
+        int required = 0;
+        forEachMember(object, [&](std::string_view key, ondemand::value value) {
+            if (key == "id")
+                required |= read(value, out.id) ? 1 : 0;
+            else if (key == "reviewDate")
+                required |= read(value, out.reviewDate) ? 2 : 0;
+            else if (key == "feedback")
+                required |= read(value, out.feedback) ? 4 : 0;
+            else if (key == "resultingIntervalDays")
+                required |= read(value, out.resultingIntervalDays) ? 8 : 0;
+            else if (key == "resultingEaseFactor")
+                required |= read(value, out.resultingEaseFactor) ? 16 : 0;
+        });
+        return required == 31 && !m_isBroken;
+    }
+
+    bool readObject(ondemand::object object, WordRecord &out) {
+        std::optional<QString> rawDefinition;
+        std::optional<Instant> firstSearchedDate;
+        std::optional<Instant> lastSearchedDate;
+        std::optional<Instant> nextReviewDate;
+        std::optional<qint64> repetitionCount;
+        std::optional<qint64> repetition;
+        std::optional<qint64> intervalDays;
+        std::optional<qint64> interval;
+        std::optional<bool> isMastered;
+        std::optional<MemoryStatus> memoryStatus;
+        forEachMember(object, [&](std::string_view key, ondemand::value value) {
+            switch (keyOf(key)) {
+            case Key::id:
+                read(value, out.id);
+                break;
+            case Key::word:
+                read(value, out.word);
+                break;
+            case Key::phonetic:
+                read(value, out.phonetic);
+                break;
+            case Key::conciseSummary:
+                read(value, out.conciseSummary);
+                break;
+            case Key::posGroups:
+                read(value, out.posGroups);
+                break;
+            case Key::rawDefinition:
+                read(value, rawDefinition);
+                break;
+            case Key::examples:
+                read(value, out.examples);
+                break;
+            case Key::firstSearchedDate:
+                read(value, firstSearchedDate);
+                break;
+            case Key::lastSearchedDate:
+                read(value, lastSearchedDate);
+                break;
+            case Key::searchCount:
+                read(value, out.searchCount);
+                break;
+            case Key::lastReviewDate:
+                read(value, out.lastReviewDate);
+                break;
+            case Key::nextReviewDate:
+                read(value, nextReviewDate);
+                break;
+            case Key::repetitionCount:
+                read(value, repetitionCount);
+                break;
+            case Key::repetition:
+                read(value, repetition);
+                break;
+            case Key::intervalDays:
+                read(value, intervalDays);
+                break;
+            case Key::interval:
+                read(value, interval);
+                break;
+            case Key::easeFactor:
+                read(value, out.easeFactor);
+                break;
+            case Key::isMastered:
+                read(value, isMastered);
+                break;
+            case Key::memoryStatus:
+                read(value, memoryStatus);
+                break;
+            case Key::reviewHistory:
+                read(value, out.reviewHistory);
+                break;
+            case Key::userNotes:
+                read(value, out.userNotes);
+                break;
+            case Key::unknown:
+                break;
+            }
+        });
+        if (m_isBroken)
+            return false;
+        out.rawDefinition = rawDefinition ? *rawDefinition : out.conciseSummary;
+        out.firstSearchedDate = firstSearchedDate.value_or(m_now);
+        out.lastSearchedDate = lastSearchedDate.value_or(m_now);
+        out.repetitionCount = repetitionCount ? *repetitionCount : repetition.value_or(0);
+        const qint64 defaultInterval = out.repetitionCount > 0 ? 1 : 0;
+        out.intervalDays = intervalDays ? *intervalDays : interval.value_or(defaultInterval);
+        if (nextReviewDate) {
+            out.nextReviewDate = *nextReviewDate;
+        } else if (out.lastReviewDate) {
+            out.nextReviewDate =
+                out.lastReviewDate->adding(static_cast<double>(out.intervalDays) * secondsPerDay);
+        } else {
+            out.nextReviewDate = m_now;
+        }
+        out.isMastered = isMastered.value_or(out.repetitionCount >= leastMasteredRepetitions ||
+                                             out.intervalDays >= leastMasteredIntervalDays);
+        out.memoryStatus = memoryStatus ? *memoryStatus : derivedStatus(out);
+        return true;
+    }
+
+private:
+    enum class Key {
+        unknown,
+        id,
+        word,
+        phonetic,
+        conciseSummary,
+        posGroups,
+        rawDefinition,
+        examples,
+        firstSearchedDate,
+        lastSearchedDate,
+        searchCount,
+        lastReviewDate,
+        nextReviewDate,
+        repetitionCount,
+        repetition,
+        intervalDays,
+        interval,
+        easeFactor,
+        isMastered,
+        memoryStatus,
+        reviewHistory,
+        userNotes,
+    };
+
+    static Key keyOf(std::string_view key) {
+        static const QHash<QByteArrayView, Key> keys{
+            {"id", Key::id},
+            {"word", Key::word},
+            {"phonetic", Key::phonetic},
+            {"conciseSummary", Key::conciseSummary},
+            {"posGroups", Key::posGroups},
+            {"rawDefinition", Key::rawDefinition},
+            {"examples", Key::examples},
+            {"firstSearchedDate", Key::firstSearchedDate},
+            {"lastSearchedDate", Key::lastSearchedDate},
+            {"searchCount", Key::searchCount},
+            {"lastReviewDate", Key::lastReviewDate},
+            {"nextReviewDate", Key::nextReviewDate},
+            {"repetitionCount", Key::repetitionCount},
+            {"repetition", Key::repetition},
+            {"intervalDays", Key::intervalDays},
+            {"interval", Key::interval},
+            {"easeFactor", Key::easeFactor},
+            {"isMastered", Key::isMastered},
+            {"memoryStatus", Key::memoryStatus},
+            {"reviewHistory", Key::reviewHistory},
+            {"userNotes", Key::userNotes},
+        };
+        return keys.value(QByteArrayView(key.data(), static_cast<qsizetype>(key.size())), Key::unknown);
+    }
+
+    static MemoryStatus derivedStatus(const WordRecord &record) {
+        if (record.isMastered)
+            return MemoryStatus::Mastered;
+        if (record.repetitionCount >= 2)
+            return MemoryStatus::Reviewing;
+        return record.repetitionCount == 1 ? MemoryStatus::Learning : MemoryStatus::New;
+    }
+
+    template <typename Case, typename FromRawValue>
+    bool readRawValue(ondemand::value value, Case &out, FromRawValue fromRawValue) {
+        QString text;
+        if (!read(value, text))
+            return false;
+        const auto found = fromRawValue(text);
+        out = found.value_or(out);
+        return found.has_value();
+    }
+
+    void breakOff() { m_isBroken = true; }
+
+    JsonForm m_form;
+    Instant m_now;
+    bool m_isBroken = false;
+};
+
+/// Whether nothing follows the value that has been read.
+bool isAtEnd(ondemand::document &document) {
+    return document.current_location().error() == simdjson::OUT_OF_BOUNDS;
+}
+
+/// Parses `json` and calls `read(document, decoder)`; nothing when the text is no JSON.
+template <typename Result, typename Read>
+std::optional<Result> decodeDocument(QByteArray json, JsonForm form, Instant now, Read readDocument) {
+    if (json.startsWith("\xef\xbb\xbf"))
+        json.remove(0, 3);
+    json.reserve(json.size() + static_cast<qsizetype>(simdjson::SIMDJSON_PADDING));
+    const auto size = static_cast<std::size_t>(json.size());
+    ondemand::parser parser;
+    ondemand::document document;
+    simdjson::error_code error =
+        parser.iterate(json.constData(), size, size + simdjson::SIMDJSON_PADDING).get(document);
+    if (error == simdjson::UTF8_ERROR)
+        return decodeDocument<Result>(QString::fromUtf8(json).toUtf8(), form, now, readDocument);
+    if (error)
+        return std::nullopt;
+    Decoder decoder(form, now);
+    Result result;
+    if (!readDocument(document, decoder, result) || decoder.isBroken() || !isAtEnd(document))
+        return std::nullopt;
+    return result;
+}
+
+template <typename Record>
+std::optional<Record> decodeObject(const QByteArray &json, JsonForm form, Instant now) {
+    return decodeDocument<Record>(
+        json, form, now, [](ondemand::document &document, Decoder &decoder, Record &record) {
+            ondemand::object object;
+            return decoder.take(document.get_object(), object) && decoder.readObject(object, record);
+        });
+}
+
+} // namespace
+
+std::optional<QList<WordRecord>> decodeWordRecords(QByteArray json, JsonForm form, Instant now) {
+    using Records = QList<WordRecord>;
+    return decodeDocument<Records>(std::move(json), form, now,
+                                   [](ondemand::document &document, Decoder &decoder, Records &records) {
+                                       ondemand::array array;
+                                       if (!decoder.take(document.get_array(), array))
+                                           return false;
+                                       bool isReadable = true;
+                                       decoder.forEachElement(array, [&](ondemand::value element) {
+                                           WordRecord record;
+                                           isReadable = decoder.read(element, record);
+                                           if (isReadable)
+                                               records += std::move(record);
+                                           return isReadable;
+                                       });
+                                       return isReadable;
+                                   });
+}
+
+std::optional<WordRecord> decodeWordRecord(QByteArray json, JsonForm form, Instant now) {
+    return decodeObject<WordRecord>(json, form, now);
+}
+
+std::optional<DictionaryEntry> decodeDictionaryEntry(QByteArray json) {
+    return decodeObject<DictionaryEntry>(json, JsonForm::File, {});
+}
+
+} // namespace lexiquill

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QByteArrayView>
+#include <QString>
+
+#include <memory>
+
+namespace lexiquill {
+
+/// A file that takes its destination's place only once it is whole and on disk. Until then it stands beside
+/// the destination under its name with ".tmp" behind it, so writers of one destination must take turns.
+/// Uncommitted, it is removed on destruction.
+class DurableFile {
+public:
+    virtual ~DurableFile() = default;
+
+    /// Starts a file; null when it cannot be created. A destination that is a symbolic link is followed.
+    static std::unique_ptr<DurableFile> create(const QString &destination);
+
+    /// False when not everything could be written; the file cannot be committed then.
+    virtual bool write(QByteArrayView bytes) = 0;
+
+    /// Makes the content durable and moves the file to its destination, which keeps its permissions if it
+    /// existed. False when any step failed: the destination is then as it was.
+    virtual bool commit() = 0;
+};
+
+/// Keeps the file `from` under the further name `to` (a link where the file system has links, else a copy).
+/// False when `to` exists or cannot be made.
+bool keepFileAs(const QString &from, const QString &to);
+
+} // namespace lexiquill

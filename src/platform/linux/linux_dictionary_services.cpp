@@ -1,0 +1,121 @@
+#include "platform/linux/linux_dictionary_services.h"
+
+#include "platform/linux/stardict/definition_text.h"
+#include "platform/linux/stardict/dictionary.h"
+#include "platform/linux/stardict/dictionary_finder.h"
+#include "platform/linux/stardict/inflection.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSet>
+#include <QStandardPaths>
+
+#include <algorithm>
+#include <utility>
+
+namespace lexiquill {
+
+namespace {
+
+bool isChineseEnglish(const QString &bookName) {
+    static const QStringList marks{
+        QStringLiteral("chinese"), QStringLiteral("英汉"), QStringLiteral("汉英"), QStringLiteral("英漢"),
+        QStringLiteral("漢英"),    QStringLiteral("英中"), QStringLiteral("中英"), QStringLiteral("双解"),
+        QStringLiteral("雙解"),    QStringLiteral("英华"), QStringLiteral("華英"), QStringLiteral("英華"),
+        QStringLiteral("华英"),
+    };
+    return std::any_of(marks.begin(), marks.end(), [&bookName](const QString &mark) {
+        return bookName.contains(mark, Qt::CaseInsensitive);
+    });
+}
+
+std::optional<QString> definitionFrom(stardict::Dictionary &dictionary, const QString &word) {
+    const auto answer = dictionary.find(word);
+    if (!answer)
+        return std::nullopt;
+    std::vector<std::vector<stardict::Field>> articles;
+    articles.reserve(answer->articles.size());
+    for (const QByteArray &article : answer->articles)
+        articles.push_back(stardict::splitArticle(article, answer->typeSequence));
+    return stardict::definitionText(answer->headword, articles);
+}
+
+} // namespace
+
+LinuxDictionaryServices::LinuxDictionaryServices(QStringList directories, QStringList bundledDirectories,
+                                                 QString cacheDirectory)
+    : m_directories(std::move(directories)),
+      m_bundledDirectories(std::move(bundledDirectories)),
+      m_cacheDirectory(std::move(cacheDirectory)) {}
+
+LinuxDictionaryServices::~LinuxDictionaryServices() = default;
+
+std::optional<QString> LinuxDictionaryServices::copyTextDefinition(const QString &word) {
+    const QString typed = word.simplified();
+    if (typed.isEmpty())
+        return std::nullopt;
+    const std::lock_guard lock(m_mutex);
+    if (!m_scanned)
+        scan();
+    if (auto text = firstAnswer(typed))
+        return text;
+    for (const QString &base : stardict::baseForms(typed)) {
+        if (auto text = firstAnswer(base))
+            return text;
+    }
+    return std::nullopt;
+}
+
+std::optional<QString> LinuxDictionaryServices::firstAnswer(const QString &word) {
+    for (const auto &dictionary : m_dictionaries) {
+        if (auto text = definitionFrom(*dictionary, word))
+            return text;
+    }
+    return std::nullopt;
+}
+
+void LinuxDictionaryServices::scan() {
+    m_scanned = true;
+    QSet<QString> seen;
+    const auto add = [this, &seen](const QStringList &directories) {
+        for (const QString &directory : directories) {
+            for (const QString &path : stardict::findDictionaries(directory)) {
+                const QString real = QFileInfo(path).canonicalFilePath();
+                if (seen.contains(real))
+                    continue;
+                seen.insert(real);
+                if (auto dictionary = stardict::Dictionary::fromIfo(path, m_cacheDirectory))
+                    m_dictionaries.push_back(std::move(dictionary));
+            }
+        }
+    };
+    add(m_directories);
+    std::stable_partition(m_dictionaries.begin(), m_dictionaries.end(),
+                          [](const auto &dictionary) { return isChineseEnglish(dictionary->bookName()); });
+    add(m_bundledDirectories);
+}
+
+QStringList LinuxDictionaryServices::directoryContents(const QString &path) {
+    // QDir would take an empty path for the current directory.
+    if (path.isEmpty())
+        return {};
+    return QDir(path).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
+}
+
+void LinuxDictionaryServices::setPersistentDomain(const QString &domain, const QString &key,
+                                                  const QStringList &values) {
+    Q_UNUSED(domain)
+    Q_UNUSED(key)
+    Q_UNUSED(values)
+}
+
+QStringList LinuxDictionaryServices::standardDirectories() {
+    return {
+        QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+            QStringLiteral("/stardict/dic"),
+        QDir::homePath() + QStringLiteral("/.stardict/dic"),
+        QStringLiteral("/usr/share/stardict/dic"),
+    };
+}
+
+} // namespace lexiquill

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "platform/dictionary_services.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+#include <mutex>
+#include <vector>
+
+namespace lexiquill {
+
+namespace stardict {
+class Dictionary;
+}
+
+/// Offline dictionaries in StarDict format. All members may be called from several threads.
+class LinuxDictionaryServices final : public DictionaryServices {
+public:
+    /// `directories` are searched recursively for dictionaries, `bundledDirectories` after all of them.
+    /// Look-up tables are kept in `cacheDirectory`, which is created when needed; an unwritable one only
+    /// costs time. Nothing is read before the first definition is asked for.
+    LinuxDictionaryServices(QStringList directories, QStringList bundledDirectories, QString cacheDirectory);
+    ~LinuxDictionaryServices() override;
+
+    /// Asks the Chinese-English dictionaries first, then the others, then the bundled ones; the first that
+    /// knows the word answers. Base forms ("went": "go") are tried when none knows the word as typed.
+    std::optional<QString> copyTextDefinition(const QString &word) override;
+
+    QStringList directoryContents(const QString &path) override;
+
+    /// Does nothing: Linux has no system-wide list of active dictionaries that a program could replace.
+    void setPersistentDomain(const QString &domain, const QString &key, const QStringList &values) override;
+
+    /// The places where StarDict dictionaries are kept for this user and for all users; they may be missing.
+    static QStringList standardDirectories();
+
+private:
+    std::optional<QString> firstAnswer(const QString &word);
+    void scan();
+
+    QStringList m_directories;
+    QStringList m_bundledDirectories;
+    QString m_cacheDirectory;
+    std::vector<std::unique_ptr<stardict::Dictionary>> m_dictionaries;
+    bool m_scanned = false;
+    std::mutex m_mutex;
+};
+
+} // namespace lexiquill

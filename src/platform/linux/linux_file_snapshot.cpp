@@ -1,0 +1,74 @@
+#include "platform/file_snapshot.h"
+#include "platform/linux/file_descriptor.h"
+
+#include <QFile>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <ctime>
+
+namespace lexiquill {
+
+namespace {
+
+bool areEqual(const timespec &a, const timespec &b) {
+    return a.tv_sec == b.tv_sec && a.tv_nsec == b.tv_nsec;
+}
+
+class LinuxFileSnapshot final : public FileSnapshot {
+public:
+    explicit LinuxFileSnapshot(int descriptor) : m_descriptor(descriptor) {}
+
+    /// False when there is no regular file behind the descriptor.
+    bool take() {
+        return m_descriptor.isOpen() && ::fstat(m_descriptor.get(), &m_state) == 0 &&
+               S_ISREG(m_state.st_mode);
+    }
+
+    std::optional<QByteArray> readAll(qsizetype spare) const override {
+        QByteArray bytes;
+        bytes.reserve(static_cast<qsizetype>(m_state.st_size) + spare);
+        bytes.resize(static_cast<qsizetype>(m_state.st_size));
+        qsizetype position = 0;
+        while (position < bytes.size()) {
+            const ssize_t count = ::pread(m_descriptor.get(), bytes.data() + position,
+                                          static_cast<std::size_t>(bytes.size() - position), position);
+            if (count < 0 && errno == EINTR)
+                continue;
+            if (count < 0)
+                return std::nullopt;
+            if (count == 0)
+                break;
+            position += count;
+        }
+        bytes.truncate(position);
+        return bytes;
+    }
+
+    bool isStillAt(const QString &path) const override {
+        struct stat current {};
+        return ::stat(QFile::encodeName(path).constData(), &current) == 0 &&
+               current.st_dev == m_state.st_dev && current.st_ino == m_state.st_ino &&
+               current.st_size == m_state.st_size && areEqual(current.st_mtim, m_state.st_mtim);
+    }
+
+private:
+    FileDescriptor m_descriptor;
+    struct stat m_state {};
+};
+
+} // namespace
+
+std::unique_ptr<FileSnapshot> FileSnapshot::open(const QString &path) {
+    // O_NONBLOCK: a pipe of that name must not stop the program.
+    const int flags = O_RDONLY | O_CLOEXEC | O_NONBLOCK;
+    auto snapshot = std::make_unique<LinuxFileSnapshot>(::open(QFile::encodeName(path).constData(), flags));
+    if (!snapshot->take())
+        return nullptr;
+    return snapshot;
+}
+
+} // namespace lexiquill

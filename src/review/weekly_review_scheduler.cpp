@@ -1,0 +1,137 @@
+#include "review/weekly_review_scheduler.h"
+
+#include "support/text.h"
+
+#include <QSet>
+#include <QStringBuilder>
+
+#include <algorithm>
+#include <vector>
+
+namespace lexiquill {
+
+namespace {
+
+constexpr double secondsPerWeek = 7 * secondsPerDay;
+constexpr qint64 difficultSearchCount = 2;
+constexpr double difficultEaseFactor = 2.0;
+constexpr qsizetype summaryCharacters = 60;
+constexpr qsizetype definitionCharacters = 40;
+
+Calendar::Week weekOf(Instant referenceDate, const Calendar &calendar) {
+    if (const auto week = calendar.week(referenceDate))
+        return *week;
+    const auto date = calendar.date(referenceDate);
+    return {.number = 1,
+            .year = date ? date->year() : 0,
+            .start = referenceDate,
+            .end = referenceDate.adding(secondsPerWeek)};
+}
+
+bool isDifficult(const WordRecord &word) {
+    return !word.isMastered &&
+           (word.memoryStatus == MemoryStatus::Learning || word.searchCount >= difficultSearchCount ||
+            word.easeFactor < difficultEaseFactor);
+}
+
+double calculatePriority(const WordRecord &word, Instant referenceDate) {
+    const double overdue = referenceDate.seconds - word.nextReviewDate.seconds;
+    double score = overdue > 0 ? overdue / secondsPerDay * 4.0 : 0.0;
+    score += static_cast<double>(word.searchCount) * 2.5;
+    score += (3.0 - word.easeFactor) * 2;
+    if (word.memoryStatus == MemoryStatus::Learning)
+        score += 6.0;
+    return score;
+}
+
+QList<WordRecord> prioritized(const QList<const QList<WordRecord> *> &lists, Instant referenceDate) {
+    struct Ranked {
+        const WordRecord *word;
+        double priority;
+    };
+    std::vector<Ranked> ranked;
+    QSet<QUuid> seen;
+    for (const QList<WordRecord> *list : lists) {
+        for (const WordRecord &word : *list) {
+            const qsizetype before = seen.size();
+            seen.insert(word.id);
+            if (seen.size() != before)
+                ranked.push_back({&word, calculatePriority(word, referenceDate)});
+        }
+    }
+    std::stable_sort(ranked.begin(), ranked.end(),
+                     [](const Ranked &a, const Ranked &b) { return a.priority > b.priority; });
+    QList<WordRecord> result;
+    result.reserve(static_cast<qsizetype>(ranked.size()));
+    for (const Ranked &each : ranked)
+        result += *each.word;
+    return result;
+}
+
+QString statusLabel(MemoryStatus status) {
+    switch (status) {
+    case MemoryStatus::New:
+        return QStringLiteral("🔵 新词");
+    case MemoryStatus::Learning:
+        return QStringLiteral("🔴 待攻克");
+    case MemoryStatus::Reviewing:
+        return QStringLiteral("🟣 巩固中");
+    case MemoryStatus::Mastered:
+        return QStringLiteral("🟢 已掌握");
+    }
+    Q_UNREACHABLE();
+}
+
+} // namespace
+
+QString WeeklyReviewPlan::markdownFileName() const {
+    return QStringLiteral("%1年第%2周单词复习清单.md").arg(year).arg(weekNumber);
+}
+
+WeeklyReviewPlan WeeklyReviewScheduler::generateWeeklyPlan(const QList<WordRecord> &records,
+                                                           Instant referenceDate,
+                                                           const Calendar &calendar) const {
+    const Calendar::Week week = weekOf(referenceDate, calendar);
+    WeeklyReviewPlan plan{
+        .weekNumber = week.number, .year = week.year, .startOfWeek = week.start, .endOfWeek = week.end};
+    for (const WordRecord &word : records) {
+        if (!word.isMastered && word.nextReviewDate <= plan.endOfWeek)
+            plan.dueWords += word;
+        if (word.lastSearchedDate >= plan.startOfWeek && word.repetitionCount == 0 &&
+            word.memoryStatus == MemoryStatus::New)
+            plan.newSearches += word;
+        if (isDifficult(word))
+            plan.difficultWords += word;
+    }
+    plan.prioritizedList =
+        prioritized({&plan.difficultWords, &plan.dueWords, &plan.newSearches}, referenceDate);
+    return plan;
+}
+
+QString WeeklyReviewScheduler::exportMarkdown(const WeeklyReviewPlan &plan, const Calendar &calendar) const {
+    QString text = QStringLiteral("# 📅 %1 年第 %2 周单词复习清单\n\n").arg(plan.year).arg(plan.weekNumber);
+    text += QStringLiteral("> **周期**：%1 至 %2  \n")
+                .arg(calendar.isoDate(plan.startOfWeek), calendar.isoDate(plan.endOfWeek));
+    text += QStringLiteral("> **待复习总数**：%1 词 | **重点攻坚**：%2 词 | **新词录入**：%3 词\n\n")
+                .arg(plan.totalCount())
+                .arg(plan.difficultWords.size())
+                .arg(plan.newSearches.size());
+    text += QStringLiteral("## 待复习单词列表\n\n"
+                           "| 状态 | 单词 | 音标 | 词性与核心中文释义 | 间隔 | 查询频次 |\n"
+                           "| :--- | :--- | :--- | :--- | :--- | :--- |\n");
+    for (const WordRecord &word : plan.prioritizedList) {
+        const QString definition = word.conciseSummary.isEmpty()
+                                       ? leadingCharacters(word.rawDefinition, definitionCharacters)
+                                       : leadingCharacters(word.conciseSummary, summaryCharacters);
+        // Pieces are appended one by one, for they may hold what arg() takes for a place marker.
+        text += u"| " % statusLabel(word.memoryStatus) % u" | **" % word.word % u"** | `" %
+                word.phonetic.value_or(QStringLiteral("-")) % u"` | " % definition % u" | " %
+                QString::number(word.intervalDays) % u"天 | " % QString::number(word.searchCount) % u"次 |\n";
+    }
+    text += QStringLiteral("\n---\n"
+                           "*由 Lexiquill 极简词典自动生成 · 遵循艾宾浩斯与 SM-2 遗忘曲线算法 · "
+                           "vibe coding by Tolvan*\n");
+    return text;
+}
+
+} // namespace lexiquill

@@ -1,0 +1,90 @@
+#pragma once
+
+#include "lookup/system_dictionary_service.h"
+#include "model/word_record.h"
+#include "review/weekly_review_scheduler.h"
+#include "storage/word_index.h"
+#include "storage/wordbook_change.h"
+#include "storage/wordbook_file.h"
+#include "support/calendar.h"
+#include "support/user_defaults.h"
+
+#include <QObject>
+#include <QSet>
+
+#include <functional>
+#include <optional>
+
+namespace lexiquill {
+
+/// The single owner of the user's wordbook: holds it in memory, keeps it on disk, remembers deleted words,
+/// and keeps the weekly plan and the search index in step. Other processes may work on the same file: every
+/// change is made under a lock on the current state of the file. A failed write is silent; the words in
+/// memory then stay authoritative and are written with the next change.
+class StorageManager : public QObject {
+    Q_OBJECT
+
+public:
+    struct Dependencies {
+        QString storageFile; ///< path of "vocabulary.json"
+        UserDefaults &defaults;
+        SystemDictionaryService &dictionary; ///< for the words of the first run
+        WordIndex &index;
+        Clock clock = Instant::now;
+        std::function<Calendar()> calendar = Calendar::current;
+    };
+
+    /// Loads the wordbook, or seeds it on the first run, and builds the weekly plan.
+    explicit StorageManager(Dependencies dependencies, QObject *parent = nullptr);
+
+    static StorageManager &shared();
+    /// "$XDG_DATA_HOME/Lexiquill/vocabulary.json"
+    static QString standardStorageFile();
+
+    /// Most recently added first.
+    const QList<WordRecord> &words() const { return m_words; }
+    const std::optional<WeeklyReviewPlan> &weeklyPlan() const { return m_weeklyPlan; }
+
+    /// Deleted words, trimmed and lower-cased.
+    QSet<QString> deletedWords() const;
+    void setDeletedWords(const QSet<QString> &words);
+
+    void loadData();
+    void saveData();
+    void refreshWeeklyPlan();
+
+    /// Records a successful lookup and returns the record as stored.
+    WordRecord addOrUpdateSearch(const DictionaryEntry &entry);
+    /// Applies one review answer; an unknown id is ignored.
+    void recordReview(const QUuid &wordId, ReviewFeedback feedback);
+    /// Deletes a word; an unknown id is ignored.
+    void deleteWord(const QUuid &wordId);
+    /// Deletes every record of the word, whatever its case, and remembers it as deleted.
+    void deleteWord(const QString &wordText);
+
+    /// Whether a change is in memory only.
+    bool hasUnsavedChanges() const { return !m_unsavedChanges.isEmpty(); }
+
+    static const QString deletedWordsKey; ///< "lexiquill_deleted_words"
+
+Q_SIGNALS:
+    void wordsChanged();
+    void weeklyPlanChanged();
+    /// The user deleted a word; `word` is trimmed, its case as given.
+    void wordDeleted(const QString &word);
+
+private:
+    void adopt(QList<WordRecord> words);
+    void seed();
+    void reloadIfReplaced();
+    void change(const WordbookChange &change);
+    void write(const std::unique_ptr<FileLock> &lock);
+
+    Dependencies m_dependencies;
+    WordbookFile m_file;
+    QList<WordRecord> m_words;
+    std::optional<WeeklyReviewPlan> m_weeklyPlan;
+    QList<WordbookChange> m_unsavedChanges;
+};
+
+} // namespace lexiquill

@@ -1,0 +1,76 @@
+#include "storage/wordbook_change.h"
+
+#include "review/spaced_repetition_engine.h"
+#include "support/text.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace lexiquill {
+
+namespace {
+
+void apply(QList<WordRecord> &words, const WordSearched &search, const Calendar &) {
+    const qsizetype index = indexOfWord(words, wordKey(search.entry.headword));
+    if (index < 0) {
+        words.prepend(newRecord(search));
+        return;
+    }
+    WordRecord &record = words[index];
+    if (record.searchCount < std::numeric_limits<qint64>::max())
+        ++record.searchCount;
+    record.lastSearchedDate = search.date;
+    if (search.entry.phonetic)
+        record.phonetic = search.entry.phonetic;
+    record.posGroups = search.entry.posGroups;
+    record.conciseSummary = search.entry.conciseSummary();
+    record.rawDefinition = search.entry.rawText;
+    record.examples = search.entry.examples;
+    // Counts the search once more, which is wanted: a repeated search weighs two.
+    SpacedRepetitionEngine::shared().recordSearch(record, search.date);
+}
+
+void apply(QList<WordRecord> &words, const WordReviewed &review, const Calendar &calendar) {
+    const auto byId = std::find_if(words.cbegin(), words.cend(),
+                                   [&](const WordRecord &record) { return record.id == review.wordId; });
+    const qsizetype index =
+        byId != words.cend() ? byId - words.cbegin() : indexOfWord(words, review.word.toLower());
+    if (index >= 0)
+        SpacedRepetitionEngine::shared().processReview(words[index], review.feedback, review.date, calendar);
+}
+
+void apply(QList<WordRecord> &words, const WordDeleted &deletion, const Calendar &) {
+    words.removeIf([&](const WordRecord &record) { return record.word.toLower() == deletion.key; });
+}
+
+} // namespace
+
+WordRecord newRecord(const WordSearched &search) {
+    const DictionaryEntry &entry = search.entry;
+    return {.id = search.idIfNew,
+            .word = entry.headword.trimmed(),
+            .phonetic = entry.phonetic,
+            .conciseSummary = entry.conciseSummary(),
+            .posGroups = entry.posGroups,
+            .rawDefinition = entry.rawText,
+            .examples = entry.examples,
+            .firstSearchedDate = search.date,
+            .lastSearchedDate = search.date,
+            .searchCount = 1,
+            .nextReviewDate = search.date,
+            .easeFactor = SpacedRepetitionEngine::defaultEaseFactor,
+            .reviewHistory = {},
+            .userNotes = QStringLiteral("")};
+}
+
+qsizetype indexOfWord(const QList<WordRecord> &words, const QString &key) {
+    const auto found = std::find_if(words.cbegin(), words.cend(),
+                                    [&](const WordRecord &record) { return record.word.toLower() == key; });
+    return found == words.cend() ? -1 : found - words.cbegin();
+}
+
+void apply(QList<WordRecord> &words, const WordbookChange &change, const Calendar &calendar) {
+    std::visit([&](const auto &each) { apply(words, each, calendar); }, change);
+}
+
+} // namespace lexiquill

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayView>
+#include <QStringView>
+
+#include <functional>
+#include <string_view>
+
+namespace lexiquill {
+
+/// Writes one JSON value piece by piece as UTF-8 and hands the bytes to a sink in large chunks.
+/// The caller is responsible for calling begin, key, value and end in an order that makes valid JSON.
+class JsonWriter {
+public:
+    enum class Style {
+        Compact,
+        Pretty, ///< a member or element per line, two blanks an indentation level
+    };
+    using Sink = std::function<void(QByteArrayView)>;
+
+    JsonWriter(Style style, Sink sink);
+
+    void beginObject() { open('{'); }
+    void endObject() { close('}'); }
+    void beginArray() { open('['); }
+    void endArray() { close(']'); }
+
+    /// The name of the next member; plain ASCII without characters that need an escape.
+    void key(std::string_view name);
+
+    /// A lone surrogate becomes U+FFFD.
+    void value(QStringView text);
+    void value(qint64 number);
+    /// The shortest text that reads back as the same number; null for infinities and NaN.
+    void value(double number);
+    void value(bool boolean);
+
+    /// Hands the remaining bytes to the sink.
+    void finish();
+
+private:
+    void open(char bracket);
+    void close(char bracket);
+    void beginValue();
+    void newLine();
+    char *reserve(qsizetype size);
+    void append(std::string_view text);
+
+    Style m_style;
+    Sink m_sink;
+    QByteArray m_buffer;
+    qsizetype m_used = 0;
+    int m_depth = 0;
+    bool m_isFirst = true;
+    bool m_followsKey = false;
+};
+
+} // namespace lexiquill

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+#include <QStringView>
+
+namespace lexiquill {
+
+/// Without white space, line breaks and Unicode punctuation at both ends.
+QStringView trimmedOfPunctuation(QStringView text, bool alsoWhiteSpace);
+
+/// Whether the text holds a character of the Han script.
+bool containsHan(QStringView text);
+
+/// The first `count` user-perceived characters (grapheme clusters), or the whole text if it has no more.
+QString leadingCharacters(const QString &text, qsizetype count);
+
+/// The number of user-perceived characters.
+qsizetype characterCount(const QString &text);
+
+/// The form in which words are compared: trimmed of white space and line breaks, and lower-cased.
+QString wordKey(const QString &text);
+
+} // namespace lexiquill
