@@ -438,13 +438,15 @@ private Q_SLOTS:
             QVERIFY(QDir().mkpath(path(folder)));
             QCOMPARE(tools::writeStarDict(path(folder), QStringLiteral("d"), entries, options), QString());
         };
-        dictionary(QStringLiteral("user/a"), "English", {plainEntry("go", "en"), plainEntry("went", "en")});
+        dictionary(QStringLiteral("user/a"), "English",
+                   {plainEntry("go", "en"), plainEntry("went", "en"), plainEntry("sun", "en")});
         dictionary(QStringLiteral("user/b/c"), "Oxford CHINESE",
                    {plainEntry("go", "zh"), plainEntry("cat", "zh")});
         dictionary(QStringLiteral("user/z"), "简明英汉词典",
                    {plainEntry("go", "zh2"), plainEntry("dog", " ;\n")});
-        dictionary(QStringLiteral("bundled"), "英汉入门",
-                   {plainEntry("dog", "bundled"), plainEntry("bus", "bundled")});
+        dictionary(
+            QStringLiteral("bundled"), "英汉入门",
+            {plainEntry("dog", "bundled"), plainEntry("bus", "bundled"), plainEntry("sun", "bundled")});
         QVERIFY(QFile::link(path(QStringLiteral("user")), path(QStringLiteral("user/a/loop"))));
         LinuxDictionaryServices services({path(QStringLiteral("missing")), path(QStringLiteral("user"))},
                                          {path(QStringLiteral("bundled"))}, cachePath());
@@ -457,6 +459,8 @@ private Q_SLOTS:
         QCOMPARE(answer("Cats"), QStringLiteral("cat | ① zh"));
         // An article without text is no answer.
         QCOMPARE(answer("dogs"), QStringLiteral("dog | ① bundled"));
+        // Of a bundled Chinese-English and the user's own English dictionary the former is asked first.
+        QCOMPARE(answer("sun"), QStringLiteral("sun | ① bundled"));
         QCOMPARE(answer("buses"), QStringLiteral("bus | ① bundled"));
         QCOMPARE(answer("xyz"), QStringLiteral("-"));
         QCOMPARE(services.directoryContents(path(QStringLiteral("user"))),

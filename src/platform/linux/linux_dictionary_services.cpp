@@ -90,9 +90,9 @@ void LinuxDictionaryServices::scan() {
         }
     };
     add(m_directories);
+    add(m_bundledDirectories);
     std::stable_partition(m_dictionaries.begin(), m_dictionaries.end(),
                           [](const auto &dictionary) { return isChineseEnglish(dictionary->bookName()); });
-    add(m_bundledDirectories);
 }
 
 QStringList LinuxDictionaryServices::directoryContents(const QString &path) {

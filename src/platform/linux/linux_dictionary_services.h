@@ -18,14 +18,14 @@ class Dictionary;
 /// Offline dictionaries in StarDict format. All members may be called from several threads.
 class LinuxDictionaryServices final : public DictionaryServices {
 public:
-    /// `directories` are searched recursively for dictionaries, `bundledDirectories` after all of them.
+    /// `directories` and then `bundledDirectories` are searched recursively for dictionaries.
     /// Look-up tables are kept in `cacheDirectory`, which is created when needed; an unwritable one only
     /// costs time. Nothing is read before the first definition is asked for.
     LinuxDictionaryServices(QStringList directories, QStringList bundledDirectories, QString cacheDirectory);
     ~LinuxDictionaryServices() override;
 
-    /// Asks the Chinese-English dictionaries first, then the others, then the bundled ones; the first that
-    /// knows the word answers. Base forms ("went": "go") are tried when none knows the word as typed.
+    /// Asks the Chinese-English dictionaries first, then the others, each in the order in which they were
+    /// found; the first that knows the word answers. Base forms ("went": "go") are tried when none knows the word as typed.
     std::optional<QString> copyTextDefinition(const QString &word) override;
 
     QStringList directoryContents(const QString &path) override;
