@@ -21,8 +21,7 @@ Outcome search(const QStringList &operands) {
     const QString term = operands.join(u' ');
     if (term.isEmpty())
         return Outcome::MissingWord;
-    commands::performLookup(term);
-    return Outcome::RecordsChanged;
+    return commands::performLookup(term) ? Outcome::RecordsChanged : Outcome::Done;
 }
 
 Outcome list(const QStringList &) {
@@ -38,8 +37,7 @@ Outcome plan(const QStringList &) {
 Outcome review(const QStringList &operands) {
     if (operands.isEmpty())
         return plan(operands);
-    commands::interactiveReview(operands.first());
-    return Outcome::RecordsChanged;
+    return commands::interactiveReview(operands.first()) ? Outcome::RecordsChanged : Outcome::Done;
 }
 
 Outcome exportPlan(const QStringList &) {

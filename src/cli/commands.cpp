@@ -60,20 +60,9 @@ WeeklyReviewPlan currentPlan(const Calendar &calendar) {
                                                               Instant::now(), calendar);
 }
 
-QString trimmedOfBlanks(QString text) {
-    const auto isBlank = [](QChar character) {
-        return character == u'\t' || character.category() == QChar::Separator_Space;
-    };
-    while (!text.isEmpty() && isBlank(text.back()))
-        text.chop(1);
-    while (!text.isEmpty() && isBlank(text.front()))
-        text.remove(0, 1);
-    return text;
-}
-
 } // namespace
 
-void performLookup(const QString &term) {
+bool performLookup(const QString &term) {
     SystemDictionaryService::shared().ensureDictionariesConfigured();
     const LookupResult result = DictionaryService::shared().lookup(term);
     if (!result.entry) {
@@ -81,7 +70,7 @@ void performLookup(const QString &term) {
         const QString source =
             isOnline ? QStringLiteral("有道在线词典与系统离线词典") : QStringLiteral("系统离线词典");
         printLine({u"❌ 未在", source, u"中找到 “", term, u"”"});
-        return;
+        return false;
     }
     const WordRecord record = StorageManager::shared().addOrUpdateSearch(*result.entry);
     printEntry(*result.entry, result.actualMode);
@@ -90,6 +79,7 @@ void performLookup(const QString &term) {
                u" | 查词 ", QString::number(record.searchCount), u" 次"});
     printLine(rule(u'=', shortRuleLength));
     printLine(QString());
+    return true;
 }
 
 void listVocabulary() {
@@ -126,12 +116,12 @@ void showWeeklyPlan() {
     printLine(QString());
 }
 
-void interactiveReview(const QString &word) {
+bool interactiveReview(const QString &word) {
     const QList<WordRecord> &words = StorageManager::shared().words();
     const qsizetype index = indexOfWord(words, word.toLower());
     if (index < 0) {
         printLine({u"❌ 生词本中未找到 “", word, u"”，请先使用 search 查询录入。"});
-        return;
+        return false;
     }
     const WordRecord record = words.at(index);
     printLine({u"\n单词: ", record.word});
@@ -142,7 +132,7 @@ void interactiveReview(const QString &word) {
     terminal::printPrompt(QStringLiteral("请输入 1 或 2: "));
     const auto answer = terminal::readLine();
     if (!answer)
-        return;
+        return false;
     // Only a clear "1" counts as remembered; whatever else is typed, the word is asked again tomorrow.
     const bool isRemembered = trimmedOfBlanks(*answer) == QLatin1StringView("1");
     const auto feedback = isRemembered ? ReviewFeedback::Remembered : ReviewFeedback::Forgot;
@@ -150,6 +140,7 @@ void interactiveReview(const QString &word) {
     printLine(isRemembered
                   ? QStringLiteral("✅ 已记录为【记住了】，复习周期已自动延展！\n")
                   : QStringLiteral("⚠️ 已记录为【没记住】，已排入明日重点复习！\n"));
+    return true;
 }
 
 void exportPlan() {

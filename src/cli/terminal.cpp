@@ -1,5 +1,6 @@
 #include "cli/terminal.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace lexiquill::terminal {
@@ -8,7 +9,13 @@ namespace {
 
 constexpr qsizetype longestAnswer = 4096;
 
-void write(const QString &text) {
+/// Words come from files and servers; none of them may steer the terminal.
+bool steersTerminal(QChar character) {
+    return character.category() == QChar::Other_Control && character != u'\n' && character != u'\t';
+}
+
+void write(QString text) {
+    std::replace_if(text.begin(), text.end(), steersTerminal, QChar(QChar::ReplacementCharacter));
     const QByteArray bytes = text.toUtf8();
     // A reader that has gone away is no reason to stop working.
     [[maybe_unused]] const std::size_t written =

@@ -1,23 +1,13 @@
 #include "lookup/definition_parser.h"
 
 #include "model/gloss_cleaning.h"
+#include "support/text.h"
 
 #include <QRegularExpression>
 
 namespace lexiquill {
 
 namespace {
-
-QString trimmedOfBlanks(QStringView text) {
-    const auto isBlank = [](QChar character) {
-        return character == u'\t' || character.category() == QChar::Separator_Space;
-    };
-    while (!text.isEmpty() && isBlank(text.front()))
-        text = text.sliced(1);
-    while (!text.isEmpty() && isBlank(text.back()))
-        text.chop(1);
-    return text.toString();
-}
 
 const QRegularExpression &posExpression() {
     static const QRegularExpression expression(
@@ -61,7 +51,7 @@ DictionaryEntry parseDefinition(const QString &rawText, const QString &query) {
     const QString fullText = rawText.trimmed();
     QStringList parts;
     for (const QStringView part : QStringView(fullText).tokenize(u'|'))
-        parts += trimmedOfBlanks(part);
+        parts += trimmedOfBlanks(part).toString();
 
     DictionaryEntry entry{.headword = query, .posGroups = {}, .rawText = fullText};
     QString body = fullText;

@@ -49,6 +49,23 @@ QString normalizedPos(const QString &pos) {
     return trimmedOfPunctuation(lower, false).toString();
 }
 
+bool isLineBreak(QChar character) {
+    const char16_t unit = character.unicode();
+    return (unit >= u'\n' && unit <= u'\r') || unit == 0x85 || unit == 0x2028 || unit == 0x2029;
+}
+
+/// The first line that holds more than blanks and tabs, without those at its ends.
+QString firstNonBlankLine(QStringView text) {
+    while (!text.isEmpty()) {
+        const auto lineEnd = std::find_if(text.begin(), text.end(), isLineBreak);
+        const QStringView line = trimmedOfBlanks(text.first(lineEnd - text.begin()));
+        if (!line.isEmpty())
+            return line.toString();
+        text = text.sliced(std::min<qsizetype>(lineEnd - text.begin() + 1, text.size()));
+    }
+    return {};
+}
+
 } // namespace
 
 PartOfSpeechGroup PartOfSpeechGroup::named(const QString &pos, const QList<SenseItem> &senses) {
@@ -113,18 +130,7 @@ QString DictionaryEntry::conciseSummary() const {
     if (!parts.isEmpty())
         return parts.join(QStringLiteral(" | "));
 
-    const auto isBlank = [](QChar character) {
-        return character == u'\t' || character.category() == QChar::Separator_Space;
-    };
-    for (QStringView line : QStringView(rawText).tokenize(u'\n')) {
-        while (!line.isEmpty() && isBlank(line.front()))
-            line = line.sliced(1);
-        while (!line.isEmpty() && isBlank(line.back()))
-            line.chop(1);
-        if (!line.isEmpty())
-            return line.toString();
-    }
-    return {};
+    return firstNonBlankLine(rawText);
 }
 
 size_t qHash(const ExampleSentence &example, size_t seed) noexcept {

@@ -21,9 +21,9 @@ enum class JsonForm { File, Wire };
 /// U+FFFD. `now` is the default of dates.
 std::optional<QList<WordRecord>> decodeWordRecords(QByteArray json, JsonForm form, Instant now);
 /// Decodes one word record; nothing when the text is no JSON object.
-std::optional<WordRecord> decodeWordRecord(QByteArray json, JsonForm form, Instant now);
+std::optional<WordRecord> decodeWordRecord(const QByteArray &json, JsonForm form, Instant now);
 /// Decodes an entry; nothing when a required field is missing or unreadable.
-std::optional<DictionaryEntry> decodeDictionaryEntry(QByteArray json);
+std::optional<DictionaryEntry> decodeDictionaryEntry(const QByteArray &json);
 
 /// Writes an array of word records.
 void writeWordRecords(JsonWriter &writer, const QList<WordRecord> &records, JsonForm form);

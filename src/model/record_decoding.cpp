@@ -60,7 +60,7 @@ public:
     template <typename Visit> void forEachElement(ondemand::array array, Visit visit) {
         for (auto element : array) {
             ondemand::value value;
-            if (!take(std::move(element), value))
+            if (!take(element, value))
                 return breakOff();
             if (!visit(value) || m_isBroken)
                 return;
@@ -273,73 +273,48 @@ public:
         std::optional<bool> isMastered;
         std::optional<MemoryStatus> memoryStatus;
         forEachMember(object, [&](std::string_view key, ondemand::value value) {
-            switch (keyOf(key)) {
-            case Key::id:
+            if (key == "id")
                 read(value, out.id);
-                break;
-            case Key::word:
+            else if (key == "word")
                 read(value, out.word);
-                break;
-            case Key::phonetic:
+            else if (key == "phonetic")
                 read(value, out.phonetic);
-                break;
-            case Key::conciseSummary:
+            else if (key == "conciseSummary")
                 read(value, out.conciseSummary);
-                break;
-            case Key::posGroups:
+            else if (key == "posGroups")
                 read(value, out.posGroups);
-                break;
-            case Key::rawDefinition:
+            else if (key == "rawDefinition")
                 read(value, rawDefinition);
-                break;
-            case Key::examples:
+            else if (key == "examples")
                 read(value, out.examples);
-                break;
-            case Key::firstSearchedDate:
+            else if (key == "firstSearchedDate")
                 read(value, firstSearchedDate);
-                break;
-            case Key::lastSearchedDate:
+            else if (key == "lastSearchedDate")
                 read(value, lastSearchedDate);
-                break;
-            case Key::searchCount:
+            else if (key == "searchCount")
                 read(value, out.searchCount);
-                break;
-            case Key::lastReviewDate:
+            else if (key == "lastReviewDate")
                 read(value, out.lastReviewDate);
-                break;
-            case Key::nextReviewDate:
+            else if (key == "nextReviewDate")
                 read(value, nextReviewDate);
-                break;
-            case Key::repetitionCount:
+            else if (key == "repetitionCount")
                 read(value, repetitionCount);
-                break;
-            case Key::repetition:
+            else if (key == "repetition")
                 read(value, repetition);
-                break;
-            case Key::intervalDays:
+            else if (key == "intervalDays")
                 read(value, intervalDays);
-                break;
-            case Key::interval:
+            else if (key == "interval")
                 read(value, interval);
-                break;
-            case Key::easeFactor:
+            else if (key == "easeFactor")
                 read(value, out.easeFactor);
-                break;
-            case Key::isMastered:
+            else if (key == "isMastered")
                 read(value, isMastered);
-                break;
-            case Key::memoryStatus:
+            else if (key == "memoryStatus")
                 read(value, memoryStatus);
-                break;
-            case Key::reviewHistory:
+            else if (key == "reviewHistory")
                 read(value, out.reviewHistory);
-                break;
-            case Key::userNotes:
+            else if (key == "userNotes")
                 read(value, out.userNotes);
-                break;
-            case Key::unknown:
-                break;
-            }
         });
         if (m_isBroken)
             return false;
@@ -364,58 +339,6 @@ public:
     }
 
 private:
-    enum class Key {
-        unknown,
-        id,
-        word,
-        phonetic,
-        conciseSummary,
-        posGroups,
-        rawDefinition,
-        examples,
-        firstSearchedDate,
-        lastSearchedDate,
-        searchCount,
-        lastReviewDate,
-        nextReviewDate,
-        repetitionCount,
-        repetition,
-        intervalDays,
-        interval,
-        easeFactor,
-        isMastered,
-        memoryStatus,
-        reviewHistory,
-        userNotes,
-    };
-
-    static Key keyOf(std::string_view key) {
-        static const QHash<QByteArrayView, Key> keys{
-            {"id", Key::id},
-            {"word", Key::word},
-            {"phonetic", Key::phonetic},
-            {"conciseSummary", Key::conciseSummary},
-            {"posGroups", Key::posGroups},
-            {"rawDefinition", Key::rawDefinition},
-            {"examples", Key::examples},
-            {"firstSearchedDate", Key::firstSearchedDate},
-            {"lastSearchedDate", Key::lastSearchedDate},
-            {"searchCount", Key::searchCount},
-            {"lastReviewDate", Key::lastReviewDate},
-            {"nextReviewDate", Key::nextReviewDate},
-            {"repetitionCount", Key::repetitionCount},
-            {"repetition", Key::repetition},
-            {"intervalDays", Key::intervalDays},
-            {"interval", Key::interval},
-            {"easeFactor", Key::easeFactor},
-            {"isMastered", Key::isMastered},
-            {"memoryStatus", Key::memoryStatus},
-            {"reviewHistory", Key::reviewHistory},
-            {"userNotes", Key::userNotes},
-        };
-        return keys.value(QByteArrayView(key.data(), static_cast<qsizetype>(key.size())), Key::unknown);
-    }
-
     static MemoryStatus derivedStatus(const WordRecord &record) {
         if (record.isMastered)
             return MemoryStatus::Mastered;
@@ -498,11 +421,11 @@ std::optional<QList<WordRecord>> decodeWordRecords(QByteArray json, JsonForm for
                                    });
 }
 
-std::optional<WordRecord> decodeWordRecord(QByteArray json, JsonForm form, Instant now) {
+std::optional<WordRecord> decodeWordRecord(const QByteArray &json, JsonForm form, Instant now) {
     return decodeObject<WordRecord>(json, form, now);
 }
 
-std::optional<DictionaryEntry> decodeDictionaryEntry(QByteArray json) {
+std::optional<DictionaryEntry> decodeDictionaryEntry(const QByteArray &json) {
     return decodeObject<DictionaryEntry>(json, JsonForm::File, {});
 }
 

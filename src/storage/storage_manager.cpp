@@ -138,7 +138,7 @@ void StorageManager::change(const WordbookChange &change) {
 
 WordRecord StorageManager::addOrUpdateSearch(const DictionaryEntry &entry) {
     change(WordSearched{.entry = entry, .date = m_dependencies.clock()});
-    const WordRecord record = m_words.at(indexOfWord(m_words, wordKey(entry.headword)));
+    WordRecord record = m_words.at(indexOfWord(m_words, wordKey(entry.headword)));
     m_dependencies.index.indexWord(record);
     return record;
 }

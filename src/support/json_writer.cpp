@@ -47,10 +47,9 @@ char *writeEscape(char *out, char16_t unit) {
         return out;
     default:
         constexpr char digits[] = "0123456789abcdef";
-        std::memcpy(out, "u00", 3);
-        out[3] = digits[unit >> 4];
-        out[4] = digits[unit & 0xf];
-        return out + 5;
+        for (const char character : {'u', '0', '0', digits[unit >> 4], digits[unit & 0xf]})
+            *out++ = character;
+        return out;
     }
 }
 

@@ -63,6 +63,17 @@ QStringView trimmedOfPunctuation(QStringView text, bool alsoWhiteSpace) {
     return text.sliced(start, end - start);
 }
 
+QStringView trimmedOfBlanks(QStringView text) {
+    const auto isBlank = [](QChar character) {
+        return character == u'\t' || character.category() == QChar::Separator_Space;
+    };
+    while (!text.isEmpty() && isBlank(text.front()))
+        text = text.sliced(1);
+    while (!text.isEmpty() && isBlank(text.back()))
+        text.chop(1);
+    return text;
+}
+
 bool containsHan(QStringView text) {
     for (qsizetype i = 0; i < text.size();) {
         const auto [character, length] = codePointAt(text, i);

@@ -8,6 +8,9 @@ namespace lexiquill {
 /// Without white space, line breaks and Unicode punctuation at both ends.
 QStringView trimmedOfPunctuation(QStringView text, bool alsoWhiteSpace);
 
+/// Without blanks (of any width) and tabs at both ends; line breaks stay.
+QStringView trimmedOfBlanks(QStringView text);
+
 /// Whether the text holds a character of the Han script.
 bool containsHan(QStringView text);
 
