@@ -1,6 +1,6 @@
 # What scripts/run and scripts/test share; sourced, not run. Everything said here goes to standard error.
 
-project_directory=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+project_directory=$(CDPATH='' cd -- "$(dirname -- "${BASH_SOURCE[0]}")/.." && pwd)
 package_list=$project_directory/scripts/packages.txt
 build_root=$project_directory/build
 

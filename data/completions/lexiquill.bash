@@ -2,7 +2,7 @@ _lexiquill() {
     local current=${COMP_WORDS[COMP_CWORD]}
     COMPREPLY=()
     if ((COMP_CWORD == 1)); then
-        mapfile -t COMPREPLY < <(compgen -W 'search list plan review export help' -- "${current,,}")
+        mapfile -t COMPREPLY < <(compgen -W 'search lookup s list ls plan weekly w review r export help' -- "${current,,}")
     fi
 }
 complete -F _lexiquill lexiquill Lexiquill

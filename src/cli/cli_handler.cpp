@@ -4,11 +4,16 @@
 #include "cli/terminal.h"
 #include "storage/storage_manager.h"
 
+#include <chrono>
+#include <cstdio>
 #include <cstdlib>
 
 namespace lexiquill::CLIHandler {
 
 namespace {
+
+/// How long a process that could not save its change waits for others before it ends.
+constexpr std::chrono::seconds lastPatience{10};
 
 enum class Outcome { Done, MissingWord, RecordsChanged };
 
@@ -88,8 +93,10 @@ void run(const QStringList &args) {
         std::exit(EXIT_FAILURE);
     }
     // This process makes no further change that could carry an unsaved one along, so try once more.
-    if (outcome == Outcome::RecordsChanged && StorageManager::shared().hasUnsavedChanges())
-        StorageManager::shared().saveData();
+    if (outcome == Outcome::RecordsChanged && StorageManager::shared().hasUnsavedChanges()) {
+        std::fflush(stdout);
+        StorageManager::shared().saveData(lastPatience);
+    }
     std::exit(EXIT_SUCCESS);
 }
 

@@ -130,11 +130,11 @@ bool interactiveReview(const QString &word) {
     printLine(QStringLiteral("1. 记住了 (按艾宾浩斯曲线延长复习周期)"));
     printLine(QStringLiteral("2. 没记住 (重置周期，明日重新攻坚)"));
     terminal::printPrompt(QStringLiteral("请输入 1 或 2: "));
-    const auto answer = terminal::readLine();
+    const auto answer = terminal::readAnswer();
     if (!answer)
         return false;
     // Only a clear "1" counts as remembered; whatever else is typed, the word is asked again tomorrow.
-    const bool isRemembered = trimmedOfBlanks(*answer) == QLatin1StringView("1");
+    const bool isRemembered = *answer == QLatin1StringView("1");
     const auto feedback = isRemembered ? ReviewFeedback::Remembered : ReviewFeedback::Forgot;
     StorageManager::shared().recordReview(record.id, feedback);
     printLine(isRemembered
@@ -147,12 +147,12 @@ void exportPlan() {
     const Calendar calendar = Calendar::current();
     const WeeklyReviewPlan plan = currentPlan(calendar);
     const QString path = QDir::current().filePath(plan.markdownFileName());
-    QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly)) {
-        file.write(WeeklyReviewScheduler::shared().exportMarkdown(plan, calendar).toUtf8());
-        // A failure leaves an earlier file as it was and is not reported.
+    // By its bare name: the path to the directory need not be valid text.
+    QSaveFile file(plan.markdownFileName());
+    const QByteArray text = WeeklyReviewScheduler::shared().exportMarkdown(plan, calendar).toUtf8();
+    // A failure leaves an earlier file as it was and is not reported.
+    if (file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.flush())
         file.commit();
-    }
     printLine({u"✅ 已成功导出本周复习清单至: ", path});
 }
 

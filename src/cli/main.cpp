@@ -1,13 +1,30 @@
 #include "cli/app_launcher.h"
+#include "cli/terminal.h"
 #include "platform/process.h"
 
 #include <QStringList>
 
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+/// Everything the user is told is told in the program's own words.
+void dropLibraryMessage(QtMsgType, const QMessageLogContext &, const QString &) {}
+
+} // namespace
+
 int main(int argc, char **argv) {
-    lexiquill::ignoreBrokenPipes();
-    QStringList arguments;
-    for (int i = 0; i < argc; ++i)
-        arguments += QString::fromUtf8(argv[i]);
-    lexiquill::AppLauncher::main(arguments);
-    return 0;
+    lexiquill::prepareProcess();
+    qInstallMessageHandler(dropLibraryMessage);
+    try {
+        QStringList arguments;
+        for (int i = 0; i < argc; ++i)
+            arguments += QString::fromUtf8(argv[i]);
+        lexiquill::AppLauncher::main(arguments);
+    } catch (const std::bad_alloc &) {
+        lexiquill::terminal::printLine(QStringLiteral("❌ 内存不足，操作未完成。"));
+        return EXIT_FAILURE;
+    }
+    return EXIT_SUCCESS;
 }

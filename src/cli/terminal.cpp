@@ -1,5 +1,7 @@
 #include "cli/terminal.h"
 
+#include "support/text.h"
+
 #include <algorithm>
 #include <cstdio>
 
@@ -9,7 +11,6 @@ namespace {
 
 constexpr qsizetype longestAnswer = 4096;
 
-/// Words come from files and servers; none of them may steer the terminal.
 bool steersTerminal(QChar character) {
     return character.category() == QChar::Other_Control && character != u'\n' && character != u'\t';
 }
@@ -41,23 +42,29 @@ void printPrompt(const QString &text) {
     std::fflush(stdout);
 }
 
-std::optional<QString> readLine() {
+std::optional<QString> readAnswer() {
     QByteArray line;
+    qsizetype pendingBlanks = 0;
     bool isTooLong = false;
     int character = std::getc(stdin);
     if (character == EOF)
         return std::nullopt;
     for (; character != EOF && character != '\n'; character = std::getc(stdin)) {
-        isTooLong = isTooLong || line.size() == longestAnswer;
+        if (character == ' ' || character == '\t') {
+            pendingBlanks += line.isEmpty() ? 0 : 1;
+            continue;
+        }
+        isTooLong = isTooLong || line.size() + pendingBlanks >= longestAnswer;
         if (!isTooLong)
-            line += static_cast<char>(character);
+            line += QByteArray(pendingBlanks, ' ') + static_cast<char>(character);
+        pendingBlanks = 0;
     }
-    if (line.endsWith('\r'))
+    if (line.endsWith('\r') && pendingBlanks == 0)
         line.chop(1);
     // Marks a cut line as different from every complete one that might be looked for.
     if (isTooLong)
         line += "…";
-    return QString::fromUtf8(line);
+    return trimmedOfBlanks(QString::fromUtf8(line)).toString();
 }
 
 } // namespace lexiquill::terminal

@@ -18,7 +18,8 @@ enum class JsonForm { File, Wire };
 
 /// Decodes an array of word records. A field that is missing or unreadable takes its default; an array
 /// element that is no object, or a text that is no JSON array, gives nothing. Invalid UTF-8 is read as
-/// U+FFFD. `now` is the default of dates.
+/// U+FFFD, a bare control character in a string as a blank. `now` is the default of dates. Throws
+/// std::bad_alloc when there is not enough memory to tell.
 std::optional<QList<WordRecord>> decodeWordRecords(QByteArray json, JsonForm form, Instant now);
 /// Decodes one word record; nothing when the text is no JSON object.
 std::optional<WordRecord> decodeWordRecord(const QByteArray &json, JsonForm form, Instant now);

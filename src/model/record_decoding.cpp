@@ -2,7 +2,10 @@
 
 #include <simdjson.h>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
+#include <new>
 
 namespace lexiquill {
 
@@ -13,7 +16,60 @@ namespace ondemand = simdjson::ondemand;
 constexpr qint64 leastMasteredRepetitions = 5;
 constexpr qint64 leastMasteredIntervalDays = 60;
 
+/// Converts UTF-8 to UTF-16 and returns the end of the output; null when the input is not well-formed. There
+/// must be room for as many units as there are bytes.
+char16_t *convert(std::string_view utf8, char16_t *out) {
+    const auto *byte = reinterpret_cast<const unsigned char *>(utf8.data());
+    const unsigned char *const end = byte + utf8.size();
+    const auto isContinuation = [](unsigned char each) {
+        return (each & 0xc0) == 0x80;
+    };
+    constexpr int block = 16;
+    while (byte < end) {
+        if (end - byte >= block &&
+            std::all_of(byte, byte + block, [](unsigned char each) { return each < 0x80; })) {
+            out = std::copy_n(byte, block, out);
+            byte += block;
+        } else if (*byte < 0x80) {
+            *out++ = *byte++;
+        } else if ((*byte & 0xf0) == 0xe0 && end - byte >= 3 && isContinuation(byte[1]) &&
+                   isContinuation(byte[2])) {
+            const auto unit =
+                static_cast<char16_t>((byte[0] & 0x0f) << 12 | (byte[1] & 0x3f) << 6 | (byte[2] & 0x3f));
+            if (unit < 0x800 || QChar::isSurrogate(unit))
+                return nullptr;
+            *out++ = unit;
+            byte += 3;
+        } else if (*byte >= 0xc2 && *byte < 0xe0 && end - byte >= 2 && isContinuation(byte[1])) {
+            *out++ = static_cast<char16_t>((byte[0] & 0x1f) << 6 | (byte[1] & 0x3f));
+            byte += 2;
+        } else {
+            return nullptr;
+        }
+    }
+    return out;
+}
+
+/// The value of each hexadecimal digit, -1 for other bytes. A table, for these digits are too random to
+/// branch on, and there are hundreds in a record.
+constexpr auto hexValues = [] {
+    std::array<int, 256> values{};
+    values.fill(-1);
+    for (int i = 0; i < 10; ++i)
+        values[static_cast<std::size_t>('0' + i)] = i;
+    for (int i = 0; i < 6; ++i)
+        values[static_cast<std::size_t>('a' + i)] = values[static_cast<std::size_t>('A' + i)] = 10 + i;
+    return values;
+}();
+
 QString toText(std::string_view utf8) {
+    // Most texts are short; converted here first, they are kept in no more memory than they need.
+    constexpr std::size_t shortSize = 1024;
+    if (utf8.size() <= shortSize) {
+        char16_t buffer[shortSize];
+        if (const char16_t *const end = convert(utf8, buffer))
+            return QString(reinterpret_cast<const QChar *>(buffer), end - buffer);
+    }
     return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
 }
 
@@ -41,16 +97,16 @@ public:
         return !error;
     }
 
-    /// Calls `visit(key, value)` for each member until the object ends or is found broken.
+    /// Calls `visit(key, value)` for each member until the object ends or is found broken. A member whose key
+    /// cannot be read is passed over.
     template <typename Visit> void forEachMember(ondemand::object object, Visit visit) {
         for (auto member : object) {
             ondemand::field field;
             std::string_view key;
             if (!take(std::move(member), field))
                 return breakOff();
-            if (!take(field.unescaped_key(), key))
-                return breakOff();
-            visit(key, field.value());
+            if (readKey(field, key))
+                visit(key, field.value());
             if (m_isBroken)
                 return;
         }
@@ -67,10 +123,13 @@ public:
         }
     }
 
+    /// The text lasts as long as the document. A second attempt at it could overrun the parser's buffer, so
+    /// there must be exactly one.
+    bool read(ondemand::value value, std::string_view &out) { return take(value.get_string(), out); }
+
     bool read(ondemand::value value, QString &out) {
         std::string_view text;
-        // A second attempt at the same text could overrun the parser's buffer, so there is exactly one.
-        if (!take(value.get_string(), text))
+        if (!read(value, text))
             return false;
         out = toText(text);
         return true;
@@ -103,36 +162,58 @@ public:
     bool read(ondemand::value value, Instant &out) {
         if (m_form == JsonForm::Wire)
             return read(value, out.seconds);
-        QString text;
-        if (!read(value, text))
-            return false;
-        const auto instant = Instant::fromIso8601(text);
-        out = instant.value_or(out);
-        return instant.has_value();
+        return readShortText(value, out, Instant::fromIso8601);
     }
 
     bool read(ondemand::value value, QUuid &out) {
-        QString text;
+        std::string_view text;
         if (!read(value, text) || text.size() != 36)
             return false;
-        for (qsizetype i = 0; i < text.size(); ++i) {
-            const bool isHyphenPlace = i == 8 || i == 13 || i == 18 || i == 23;
-            const char16_t unit = text[i].unicode();
-            const bool isHexDigit =
-                (unit >= u'0' && unit <= u'9') || ((unit | 0x20) >= u'a' && (unit | 0x20) <= u'f');
-            if (isHyphenPlace ? unit != u'-' : !isHexDigit)
-                return false;
+        char bytes[16];
+        char *next = bytes;
+        int all = 0;
+        for (std::size_t i = 0; i < text.size(); i += 2) {
+            if (i == 8 || i == 13 || i == 18 || i == 23) {
+                if (text[i++] != '-')
+                    return false;
+            }
+            const int byte = hexValues[static_cast<unsigned char>(text[i])] * 16 |
+                             hexValues[static_cast<unsigned char>(text[i + 1])];
+            all |= byte;
+            *next++ = static_cast<char>(byte);
         }
-        out = QUuid::fromString(text);
+        if (all < 0)
+            return false;
+        out = QUuid::fromRfc4122(QByteArrayView(bytes, sizeof bytes));
         return true;
     }
 
     bool read(ondemand::value value, MemoryStatus &out) {
-        return readRawValue(value, out, memoryStatusFromRawValue);
+        return readShortText(value, out, memoryStatusFromRawValue);
     }
 
     bool read(ondemand::value value, ReviewFeedback &out) {
-        return readRawValue(value, out, reviewFeedbackFromRawValue);
+        return readShortText(value, out, reviewFeedbackFromRawValue);
+    }
+
+    /// A value to read into. Making an identifier is expensive, and these are read from the text.
+    template <typename T> static T blank() {
+        if constexpr (std::is_same_v<T, ReviewLog>)
+            return {.id = {}, .reviewDate = {}};
+        else if constexpr (std::is_same_v<T, WordRecord>)
+            return {.id = {},
+                    .word = {},
+                    .conciseSummary = {},
+                    .posGroups = {},
+                    .rawDefinition = {},
+                    .examples = {},
+                    .firstSearchedDate = {},
+                    .lastSearchedDate = {},
+                    .nextReviewDate = {},
+                    .reviewHistory = {},
+                    .userNotes = {}};
+        else
+            return {};
     }
 
     template <typename T> bool read(ondemand::value value, std::optional<T> &out) {
@@ -151,7 +232,7 @@ public:
         QList<T> list;
         bool isReadable = true;
         forEachElement(array, [&](ondemand::value element) {
-            T item{};
+            T item = blank<T>();
             isReadable = read(element, item);
             if (isReadable)
                 list += std::move(item);
@@ -205,7 +286,7 @@ public:
         std::optional<QString> pos;
         std::optional<QString> posChinese;
         std::optional<QList<SenseItem>> senses;
-        std::optional<QStringList> meanings;
+        std::optional<QList<std::string_view>> meanings; // hardly ever wanted
         forEachMember(object, [&](std::string_view key, ondemand::value value) {
             if (key == "pos")
                 read(value, pos);
@@ -221,8 +302,8 @@ public:
         if (senses) {
             out.senses = std::move(*senses);
         } else if (meanings) {
-            for (const QString &meaning : std::as_const(*meanings))
-                out.senses += SenseItem{.chineseMeaning = meaning};
+            for (const std::string_view meaning : std::as_const(*meanings))
+                out.senses += SenseItem{.chineseMeaning = toText(meaning)};
         }
         return !m_isBroken;
     }
@@ -262,6 +343,7 @@ public:
     }
 
     bool readObject(ondemand::object object, WordRecord &out) {
+        bool hasId = false;
         std::optional<QString> rawDefinition;
         std::optional<Instant> firstSearchedDate;
         std::optional<Instant> lastSearchedDate;
@@ -274,7 +356,7 @@ public:
         std::optional<MemoryStatus> memoryStatus;
         forEachMember(object, [&](std::string_view key, ondemand::value value) {
             if (key == "id")
-                read(value, out.id);
+                hasId |= read(value, out.id);
             else if (key == "word")
                 read(value, out.word);
             else if (key == "phonetic")
@@ -318,6 +400,8 @@ public:
         });
         if (m_isBroken)
             return false;
+        if (!hasId)
+            out.id = QUuid::createUuid();
         out.rawDefinition = rawDefinition ? *rawDefinition : out.conciseSummary;
         out.firstSearchedDate = firstSearchedDate.value_or(m_now);
         out.lastSearchedDate = lastSearchedDate.value_or(m_now);
@@ -347,14 +431,29 @@ private:
         return record.repetitionCount == 1 ? MemoryStatus::Learning : MemoryStatus::New;
     }
 
-    template <typename Case, typename FromRawValue>
-    bool readRawValue(ondemand::value value, Case &out, FromRawValue fromRawValue) {
-        QString text;
-        if (!read(value, text))
+    /// Reads a text that stands for a value: `fromText(text)`.
+    template <typename T, typename FromText>
+    bool readShortText(ondemand::value value, T &out, FromText fromText) {
+        std::string_view utf8;
+        if (!read(value, utf8))
             return false;
-        const auto found = fromRawValue(text);
+        char16_t buffer[64];
+        const char16_t *const end = utf8.size() <= std::size(buffer) ? convert(utf8, buffer) : nullptr;
+        const auto found = end ? fromText(QStringView(buffer, end)) : fromText(toText(utf8));
         out = found.value_or(out);
         return found.has_value();
+    }
+
+    bool readKey(ondemand::field &field, std::string_view &key) {
+        // Almost no key holds an escape; such a key is the text up to the next quotation mark.
+        const char *const start = field.key().raw();
+        const char *end = start;
+        while (*end != '"' && *end != '\\')
+            ++end;
+        if (*end == '\\')
+            return take(field.unescaped_key(), key);
+        key = {start, static_cast<std::size_t>(end - start)};
+        return true;
     }
 
     void breakOff() { m_isBroken = true; }
@@ -369,6 +468,23 @@ bool isAtEnd(ondemand::document &document) {
     return document.current_location().error() == simdjson::OUT_OF_BOUNDS;
 }
 
+/// The text with U+FFFD for what is no UTF-8, and blanks for bare control characters within strings: one bad
+/// value must not cost the whole file.
+QByteArray repairedText(const QByteArray &json) {
+    QByteArray text = QString::fromUtf8(json).toUtf8();
+    bool isInString = false;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const char character = text[i];
+        if (character == '"')
+            isInString = !isInString;
+        else if (isInString && character == '\\')
+            ++i;
+        else if (isInString && static_cast<unsigned char>(character) < 0x20)
+            text[i] = ' ';
+    }
+    return text;
+}
+
 /// Parses `json` and calls `read(document, decoder)`; nothing when the text is no JSON.
 template <typename Result, typename Read>
 std::optional<Result> decodeDocument(QByteArray json, JsonForm form, Instant now, Read readDocument) {
@@ -380,8 +496,15 @@ std::optional<Result> decodeDocument(QByteArray json, JsonForm form, Instant now
     ondemand::document document;
     simdjson::error_code error =
         parser.iterate(json.constData(), size, size + simdjson::SIMDJSON_PADDING).get(document);
-    if (error == simdjson::UTF8_ERROR)
-        return decodeDocument<Result>(QString::fromUtf8(json).toUtf8(), form, now, readDocument);
+    if (error == simdjson::UTF8_ERROR || error == simdjson::UNESCAPED_CHARS) {
+        QByteArray repaired = repairedText(json);
+        if (repaired == json)
+            return std::nullopt;
+        return decodeDocument<Result>(std::move(repaired), form, now, readDocument);
+    }
+    // Not the fault of the text, and not to be taken for one.
+    if (error == simdjson::MEMALLOC || error == simdjson::CAPACITY)
+        throw std::bad_alloc();
     if (error)
         return std::nullopt;
     Decoder decoder(form, now);
@@ -411,7 +534,7 @@ std::optional<QList<WordRecord>> decodeWordRecords(QByteArray json, JsonForm for
                                            return false;
                                        bool isReadable = true;
                                        decoder.forEachElement(array, [&](ondemand::value element) {
-                                           WordRecord record;
+                                           auto record = Decoder::blank<WordRecord>();
                                            isReadable = decoder.read(element, record);
                                            if (isReadable)
                                                records += std::move(record);

@@ -14,16 +14,21 @@ class DurableFile {
 public:
     virtual ~DurableFile() = default;
 
-    /// Starts a file; null when it cannot be created. A destination that is a symbolic link is followed.
+    /// Starts a file; null when it cannot be created, or when something that is no regular file has the
+    /// destination's name.
     static std::unique_ptr<DurableFile> create(const QString &destination);
 
     /// False when not everything could be written; the file cannot be committed then.
     virtual bool write(QByteArrayView bytes) = 0;
 
     /// Makes the content durable and moves the file to its destination, which keeps its permissions if it
-    /// existed. False when any step failed: the destination is then as it was.
+    /// existed; a new one is for its owner only. False when any step failed: the destination is then as it
+    /// was.
     virtual bool commit() = 0;
 };
+
+/// The path of the file that `path` leads to through symbolic links, which need not exist yet.
+QString resolvedFile(const QString &path);
 
 /// Keeps the file `from` under the further name `to` (a link where the file system has links, else a copy).
 /// False when `to` exists or cannot be made.

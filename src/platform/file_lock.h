@@ -13,8 +13,9 @@ class FileLock {
 public:
     virtual ~FileLock() = default;
 
-    /// Waits at most `timeout`; null when the lock is not to be had or the lock file cannot be opened.
-    static std::unique_ptr<FileLock> acquire(const QString &path, std::chrono::milliseconds timeout);
+    /// Waits at most `patience`; null when another process still holds the lock then. Where the lock file
+    /// cannot be used at all there is nobody to exclude, and the result is a lock in name only.
+    static std::unique_ptr<FileLock> acquire(const QString &path, std::chrono::milliseconds patience);
 };
 
 } // namespace lexiquill

@@ -13,8 +13,14 @@ class FileSnapshot {
 public:
     virtual ~FileSnapshot() = default;
 
-    /// Null when the file cannot be opened.
-    static std::unique_ptr<FileSnapshot> open(const QString &path);
+    enum class Problem {
+        None,
+        Lasting, ///< there is no such regular file, or it is not for this user
+        Passing, ///< the system is short of memory or descriptors, or reports a fault
+    };
+
+    /// Null when the file cannot be opened; `problem` then tells why.
+    static std::unique_ptr<FileSnapshot> open(const QString &path, Problem *problem = nullptr);
 
     /// The content, with room for `spare` more bytes behind it; nothing on a read error.
     virtual std::optional<QByteArray> readAll(qsizetype spare) const = 0;

@@ -4,8 +4,10 @@
 
 namespace lexiquill {
 
-/// Lets writes to a pipe that nobody reads fail instead of ending the process.
-void ignoreBrokenPipes();
+/// Prepares the process for whatever surroundings it was started in: writes to a pipe that nobody reads, or
+/// beyond the limit of file sizes, fail instead of ending it, and standard streams that were closed are empty
+/// instead of being whichever file is opened next.
+void prepareProcess();
 
 /// The directory of the running program's executable file.
 QString executableDirectory();

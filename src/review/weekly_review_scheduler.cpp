@@ -6,6 +6,7 @@
 #include <QStringBuilder>
 
 #include <algorithm>
+#include <cmath>
 #include <vector>
 
 namespace lexiquill {
@@ -41,7 +42,8 @@ double calculatePriority(const WordRecord &word, Instant referenceDate) {
     score += (3.0 - word.easeFactor) * 2;
     if (word.memoryStatus == MemoryStatus::Learning)
         score += 6.0;
-    return score;
+    // Absurd dates and factors may cancel out to a NaN, which cannot be sorted.
+    return std::isnan(score) ? 0.0 : score;
 }
 
 QList<WordRecord> prioritized(const QList<const QList<WordRecord> *> &lists, Instant referenceDate) {

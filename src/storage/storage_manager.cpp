@@ -5,8 +5,6 @@
 #include <QDir>
 #include <QStandardPaths>
 
-#include <algorithm>
-
 namespace lexiquill {
 
 const QString StorageManager::deletedWordsKey = QStringLiteral("lexiquill_deleted_words");
@@ -47,22 +45,30 @@ void StorageManager::setDeletedWords(const QSet<QString> &words) {
 }
 
 void StorageManager::loadData() {
-    auto words = m_file.exists() ? m_file.load(m_dependencies.clock()) : std::nullopt;
-    if (words)
-        adopt(std::move(*words));
-    else
+    auto content = m_file.load(m_dependencies.clock());
+    if (content.state == WordbookFile::State::Unreadable) {
         seed();
+    } else if (content.state == WordbookFile::State::Good) {
+        adopt(std::move(content.words));
+        Q_EMIT wordsChanged();
+    }
 }
 
 /// Makes the words of the file the current ones, and makes again on them what has not been saved yet.
 void StorageManager::adopt(QList<WordRecord> words) {
-    if (const QSet<QString> deleted = deletedWords(); !deleted.isEmpty())
+    // Deleted words may have been restored before the file was written, so the newest list counts.
+    m_dependencies.defaults.refresh();
+    const QSet<QString> deleted = deletedWords();
+    if (!deleted.isEmpty())
         words.removeIf([&](const WordRecord &record) { return deleted.contains(record.word.toLower()); });
     m_words = std::move(words);
     const Calendar calendar = m_dependencies.calendar();
-    for (const WordbookChange &change : std::as_const(m_unsavedChanges))
-        apply(m_words, change, calendar);
-    Q_EMIT wordsChanged();
+    for (const WordbookChange &change : std::as_const(m_unsavedChanges)) {
+        // A deletion does not undo what another process has restored since.
+        const auto *deletion = std::get_if<WordDeleted>(&change);
+        if (deletion == nullptr || deleted.contains(deletion->key))
+            apply(m_words, change, calendar);
+    }
 }
 
 void StorageManager::seed() {
@@ -73,38 +79,51 @@ void StorageManager::seed() {
         if (const auto entry = m_dependencies.dictionary.lookup(word))
             seeds += newRecord({.entry = *entry, .date = m_dependencies.clock()});
     }
-    const auto lock = m_file.lock();
-    // Another process may have seeded the wordbook in the meantime.
-    auto words = lock && m_file.exists() ? m_file.load(m_dependencies.clock()) : std::nullopt;
-    if (words) {
-        adopt(std::move(*words));
+    if (const auto held = lock(usualPatience)) {
+        // Another process may have seeded the wordbook in the meantime.
+        auto content = m_file.load(m_dependencies.clock());
+        if (content.state == WordbookFile::State::Good) {
+            adopt(std::move(content.words));
+        } else if (content.state == WordbookFile::State::Unreadable) {
+            m_words = std::move(seeds);
+            write();
+        }
     } else {
         m_words = std::move(seeds);
-        Q_EMIT wordsChanged();
-        write(lock);
     }
+    Q_EMIT wordsChanged();
     refreshWeeklyPlan();
 }
 
-void StorageManager::reloadIfReplaced() {
+/// One operation after another must not each wait for a process that has stopped with the lock.
+std::unique_ptr<FileLock> StorageManager::lock(std::chrono::milliseconds patience) {
+    const bool isImpatient = m_hasWaitedInVain && patience == usualPatience;
+    auto held = m_file.lock(isImpatient ? std::chrono::milliseconds{0} : patience);
+    m_hasWaitedInVain = !held;
+    return held;
+}
+
+/// Takes in a file that another process has put in place, under the lock. False when there is one that
+/// cannot be read at the moment and so must not be overwritten.
+bool StorageManager::catchUp() {
     if (!m_file.isReplaced())
-        return;
+        return true;
+    auto content = m_file.load(m_dependencies.clock());
     // An unreadable file does not take the place of the words in memory.
-    if (auto words = m_file.load(m_dependencies.clock()))
-        adopt(std::move(*words));
+    if (content.state == WordbookFile::State::Good)
+        adopt(std::move(content.words));
+    return content.state != WordbookFile::State::Unknown;
 }
 
-void StorageManager::saveData() {
-    const auto lock = m_file.lock();
-    if (lock)
-        reloadIfReplaced();
-    write(lock);
+void StorageManager::saveData(std::chrono::milliseconds patience) {
+    if (const auto held = lock(patience); held && catchUp())
+        write();
+    Q_EMIT wordsChanged();
 }
 
-/// Saves under the lock; without it the changes stay in memory until the next time.
-void StorageManager::write(const std::unique_ptr<FileLock> &lock) {
-    const auto today = m_dependencies.calendar().date(m_dependencies.clock());
-    if (lock && m_file.save(m_words, today))
+/// Saves under the lock.
+void StorageManager::write() {
+    if (m_file.save(m_words, m_dependencies.calendar().date(m_dependencies.clock())))
         m_unsavedChanges.clear();
 }
 
@@ -114,24 +133,27 @@ void StorageManager::refreshWeeklyPlan() {
     Q_EMIT weeklyPlanChanged();
 }
 
-/// Makes a change on the current state of the wordbook, saves it and rebuilds the plan.
+/// Makes a change on the current state of the wordbook, saves it and rebuilds the plan. What cannot be saved
+/// stays in memory until the next time.
 void StorageManager::change(const WordbookChange &change) {
-    const auto lock = m_file.lock();
-    m_dependencies.defaults.refresh();
-    if (const auto *search = std::get_if<WordSearched>(&change)) {
-        // Searching a deleted word again restores it.
-        if (QSet<QString> deleted = deletedWords(); deleted.remove(wordKey(search->entry.headword)))
+    {
+        const auto held = lock(usualPatience);
+        m_dependencies.defaults.refresh();
+        if (const auto *search = std::get_if<WordSearched>(&change)) {
+            // Searching a deleted word again restores it.
+            if (QSet<QString> deleted = deletedWords(); deleted.remove(wordKey(search->entry.headword)))
+                setDeletedWords(deleted);
+        } else if (const auto *deletion = std::get_if<WordDeleted>(&change)) {
+            QSet<QString> deleted = deletedWords();
+            deleted.insert(deletion->key);
             setDeletedWords(deleted);
-    } else if (const auto *deletion = std::get_if<WordDeleted>(&change)) {
-        QSet<QString> deleted = deletedWords();
-        deleted.insert(deletion->key);
-        setDeletedWords(deleted);
+        }
+        const bool maySave = held && catchUp();
+        apply(m_words, change, m_dependencies.calendar());
+        m_unsavedChanges += change;
+        if (maySave)
+            write();
     }
-    if (lock)
-        reloadIfReplaced();
-    apply(m_words, change, m_dependencies.calendar());
-    m_unsavedChanges += change;
-    write(lock);
     Q_EMIT wordsChanged();
     refreshWeeklyPlan();
 }
@@ -144,26 +166,19 @@ WordRecord StorageManager::addOrUpdateSearch(const DictionaryEntry &entry) {
 }
 
 void StorageManager::recordReview(const QUuid &wordId, ReviewFeedback feedback) {
-    const auto byId = [&](const WordRecord &record) {
-        return record.id == wordId;
-    };
-    const auto known = std::find_if(m_words.cbegin(), m_words.cend(), byId);
-    if (known == m_words.cend())
+    const qsizetype known = indexOfWord(m_words, wordId);
+    if (known < 0)
         return;
-    const QString word = known->word;
+    const QString word = m_words.at(known).word;
     change(
         WordReviewed{.wordId = wordId, .word = word, .feedback = feedback, .date = m_dependencies.clock()});
-    if (const qsizetype index = indexOfWord(m_words, word.toLower()); index >= 0)
+    if (const qsizetype index = indexOfWord(m_words, wordId, word); index >= 0)
         m_dependencies.index.indexWord(m_words.at(index));
 }
 
 void StorageManager::deleteWord(const QUuid &wordId) {
-    const auto byId = [&](const WordRecord &record) {
-        return record.id == wordId;
-    };
-    const auto known = std::find_if(m_words.cbegin(), m_words.cend(), byId);
-    if (known != m_words.cend())
-        deleteWord(QString(known->word));
+    if (const qsizetype known = indexOfWord(m_words, wordId); known >= 0)
+        deleteWord(QString(m_words.at(known).word));
 }
 
 void StorageManager::deleteWord(const QString &wordText) {

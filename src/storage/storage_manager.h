@@ -12,7 +12,9 @@
 #include <QObject>
 #include <QSet>
 
+#include <chrono>
 #include <functional>
+#include <memory>
 #include <optional>
 
 namespace lexiquill {
@@ -50,7 +52,8 @@ public:
     void setDeletedWords(const QSet<QString> &words);
 
     void loadData();
-    void saveData();
+    /// Waits for other processes at most `patience`.
+    void saveData(std::chrono::milliseconds patience = usualPatience);
     void refreshWeeklyPlan();
 
     /// Records a successful lookup and returns the record as stored.
@@ -66,6 +69,7 @@ public:
     bool hasUnsavedChanges() const { return !m_unsavedChanges.isEmpty(); }
 
     static const QString deletedWordsKey; ///< "lexiquill_deleted_words"
+    static constexpr std::chrono::seconds usualPatience{5};
 
 Q_SIGNALS:
     void wordsChanged();
@@ -76,15 +80,17 @@ Q_SIGNALS:
 private:
     void adopt(QList<WordRecord> words);
     void seed();
-    void reloadIfReplaced();
+    std::unique_ptr<FileLock> lock(std::chrono::milliseconds patience);
+    bool catchUp();
     void change(const WordbookChange &change);
-    void write(const std::unique_ptr<FileLock> &lock);
+    void write();
 
     Dependencies m_dependencies;
     WordbookFile m_file;
     QList<WordRecord> m_words;
     std::optional<WeeklyReviewPlan> m_weeklyPlan;
     QList<WordbookChange> m_unsavedChanges;
+    bool m_hasWaitedInVain = false;
 };
 
 } // namespace lexiquill

@@ -10,6 +10,11 @@ namespace lexiquill {
 
 namespace {
 
+template <typename Matches> qsizetype indexOf(const QList<WordRecord> &words, Matches matches) {
+    const auto found = std::find_if(words.cbegin(), words.cend(), matches);
+    return found == words.cend() ? -1 : found - words.cbegin();
+}
+
 void apply(QList<WordRecord> &words, const WordSearched &search, const Calendar &) {
     const qsizetype index = indexOfWord(words, wordKey(search.entry.headword));
     if (index < 0) {
@@ -31,10 +36,7 @@ void apply(QList<WordRecord> &words, const WordSearched &search, const Calendar 
 }
 
 void apply(QList<WordRecord> &words, const WordReviewed &review, const Calendar &calendar) {
-    const auto byId = std::find_if(words.cbegin(), words.cend(),
-                                   [&](const WordRecord &record) { return record.id == review.wordId; });
-    const qsizetype index =
-        byId != words.cend() ? byId - words.cbegin() : indexOfWord(words, review.word.toLower());
+    const qsizetype index = indexOfWord(words, review.wordId, review.word);
     if (index >= 0)
         SpacedRepetitionEngine::shared().processReview(words[index], review.feedback, review.date, calendar);
 }
@@ -64,9 +66,16 @@ WordRecord newRecord(const WordSearched &search) {
 }
 
 qsizetype indexOfWord(const QList<WordRecord> &words, const QString &key) {
-    const auto found = std::find_if(words.cbegin(), words.cend(),
-                                    [&](const WordRecord &record) { return record.word.toLower() == key; });
-    return found == words.cend() ? -1 : found - words.cbegin();
+    return indexOf(words, [&](const WordRecord &record) { return record.word.toLower() == key; });
+}
+
+qsizetype indexOfWord(const QList<WordRecord> &words, const QUuid &id) {
+    return indexOf(words, [&](const WordRecord &record) { return record.id == id; });
+}
+
+qsizetype indexOfWord(const QList<WordRecord> &words, const QUuid &id, const QString &word) {
+    const qsizetype index = indexOfWord(words, id);
+    return index >= 0 ? index : indexOfWord(words, word.toLower());
 }
 
 void apply(QList<WordRecord> &words, const WordbookChange &change, const Calendar &calendar) {

@@ -41,6 +41,9 @@ WordRecord newRecord(const WordSearched &search);
 
 /// The position of the first record whose word, lower-cased, is `key`; -1 when there is none.
 qsizetype indexOfWord(const QList<WordRecord> &words, const QString &key);
+qsizetype indexOfWord(const QList<WordRecord> &words, const QUuid &id);
+/// The record with this id; without one the first of this word, whose id may have changed.
+qsizetype indexOfWord(const QList<WordRecord> &words, const QUuid &id, const QString &word);
 
 /// Makes the change. New words go to the front; updated ones keep their place.
 void apply(QList<WordRecord> &words, const WordbookChange &change, const Calendar &calendar);

@@ -8,6 +8,7 @@
 #include <QList>
 #include <QString>
 
+#include <chrono>
 #include <memory>
 #include <optional>
 
@@ -17,22 +18,31 @@ namespace lexiquill {
 /// file and, in "backups", the last good file of each of the last ten days of use.
 class WordbookFile {
 public:
-    /// The directory is created when it is missing; a failure shows in the operations below.
+    enum class State {
+        Good,       ///< read
+        Unreadable, ///< no file that holds a JSON array of objects
+        Unknown,    ///< there is a file, but the means to read it are lacking at the moment
+    };
+    struct Content {
+        State state = State::Unreadable;
+        QList<WordRecord> words = {};
+    };
+
+    /// A symbolic link is followed once and for all, so that everything beside the file has one place.
     explicit WordbookFile(const QString &path);
 
     bool exists() const;
-    /// The records; nothing when the file cannot be read or is no JSON array of objects.
-    std::optional<QList<WordRecord>> load(Instant now);
+    Content load(Instant now);
     /// Whether there is a file that is not the one last loaded or saved through this object.
     bool isReplaced() const;
-    /// Takes the lock that changes are made under; null when it is not to be had within five seconds.
-    std::unique_ptr<FileLock> lock() const;
+    /// Takes the lock that changes are made under; null when it is not to be had within `patience`.
+    std::unique_ptr<FileLock> lock(std::chrono::milliseconds patience) const;
     /// Replaces the file durably and atomically; the caller holds the lock. The first save of the day
     /// `today` keeps the good file that it replaces. False when the file could not be written.
     bool save(const QList<WordRecord> &words, std::optional<QDate> today);
 
 private:
-    void keepBackup(QDate today) const;
+    QString keepBackup(QDate today) const;
 
     QString m_path;
     std::unique_ptr<FileSnapshot> m_current; ///< the last good file; null when there is none

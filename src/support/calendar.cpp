@@ -33,10 +33,32 @@ QDate startOfFirstWeek(int year, Qt::DayOfWeek firstWeekday, int minimumDays) {
     return daysInNewYear >= minimumDays ? start : start.addDays(7);
 }
 
+/// The instant at which clocks show the local time: the first one of a time that comes twice, and for a time
+/// that they leap over as much later as they leap.
+qint64 unixMillisecondsOf(QDate date, QTime time, const QTimeZone &zone) {
+    const QDateTime asUtc(date, time, Qt::UTC);
+    const auto offsetAt = [&zone](const QDateTime &dateTime) {
+        return qint64{zone.offsetFromUtc(dateTime)} * 1000;
+    };
+    // No zone is a day away from UTC, so these are the offsets before and after a change around that time.
+    const qint64 before = offsetAt(asUtc.addDays(-1));
+    const qint64 after = offsetAt(asUtc.addDays(1));
+    const bool hasChanged = offsetAt(asUtc.addMSecs(-before)) != before;
+    const bool isAfterChange = offsetAt(asUtc.addMSecs(-after)) == after;
+    return asUtc.toMSecsSinceEpoch() - (hasChanged && isAfterChange ? after : before);
+}
+
 } // namespace
 
 Calendar Calendar::current() {
-    QTimeZone zone = QTimeZone::systemTimeZone();
+    // TZ may name a file of the time-zone database, which Qt takes for an unknown zone.
+    const QByteArray variable = qgetenv("TZ");
+    constexpr QByteArrayView database = "/zoneinfo/";
+    if (const qsizetype at = variable.indexOf(database); at >= 0) {
+        if (QTimeZone zone(variable.sliced(at + database.size())); zone.isValid())
+            return {.timeZone = zone};
+    }
+    const QTimeZone zone = QTimeZone::systemTimeZone();
     return {.timeZone = zone.isValid() ? zone : QTimeZone::utc()};
 }
 
@@ -60,10 +82,10 @@ std::optional<Instant> Calendar::addingDays(Instant instant, qint64 days) const 
     if (!milliseconds || days > mostDays || days < -mostDays)
         return std::nullopt;
     const QDateTime local = QDateTime::fromMSecsSinceEpoch(*milliseconds, timeZone);
-    const QDateTime moved(local.date().addDays(days), local.time(), timeZone);
-    if (!moved.isValid())
+    const QDate day = local.date().addDays(days);
+    if (!day.isValid())
         return std::nullopt;
-    const qint64 difference = moved.toMSecsSinceEpoch() - *milliseconds;
+    const qint64 difference = unixMillisecondsOf(day, local.time(), timeZone) - *milliseconds;
     return instant.adding(static_cast<double>(difference) / 1000);
 }
 

@@ -53,6 +53,16 @@ char *writeEscape(char *out, char16_t unit) {
     }
 }
 
+constexpr int plainBlock = 16;
+
+/// Whether a block of units is ASCII without a character that needs an escape.
+bool isPlain(const char16_t *unit) {
+    bool isSpecial = false;
+    for (int i = 0; i < plainBlock; ++i)
+        isSpecial |= (unit[i] < 0x20) | (unit[i] >= 0x80) | (unit[i] == u'"') | (unit[i] == u'\\');
+    return !isSpecial;
+}
+
 char *writeCodePoint(char *out, char32_t code) {
     const auto continuation = [](char32_t bits) {
         return static_cast<char>(0x80 | (bits & 0x3f));
@@ -80,61 +90,70 @@ JsonWriter::JsonWriter(Style style, Sink sink)
       m_buffer(bufferSize, Qt::Uninitialized) {}
 
 void JsonWriter::key(std::string_view name) {
-    beginValue();
-    append("\"");
-    append(name);
-    append(m_style == Style::Pretty ? "\": " : "\":");
+    quote(name, m_style == Style::Pretty ? "\": " : "\":");
     m_followsKey = true;
 }
 
 void JsonWriter::value(QStringView text) {
-    beginValue();
-    append("\"");
     const char16_t *unit = text.utf16();
     const char16_t *const end = unit + text.size();
+    char *out = begin(2);
+    *out++ = '"';
     while (unit != end) {
         const char16_t *const runEnd = unit + std::min<qsizetype>(end - unit, longestRun);
-        char *const start = reserve(6 * (longestRun + 1));
-        char *out = start;
+        advance(out);
+        out = reserve(6 * (longestRun + 1));
         while (unit < runEnd) {
-            const char16_t current = *unit++;
-            if (current < 0x80) {
-                if (needsEscape[current])
-                    out = writeEscape(out, current);
-                else
-                    *out++ = static_cast<char>(current);
-            } else if (!QChar::isSurrogate(current)) {
-                out = writeCodePoint(out, current);
-            } else if (QChar::isHighSurrogate(current) && unit != end && QChar::isLowSurrogate(*unit)) {
-                out = writeCodePoint(out, QChar::surrogateToUcs4(current, *unit++));
-            } else {
-                out = writeCodePoint(out, QChar::ReplacementCharacter);
+            while (runEnd - unit >= plainBlock && isPlain(unit)) {
+                for (int i = 0; i < plainBlock; ++i)
+                    out[i] = static_cast<char>(unit[i]);
+                unit += plainBlock;
+                out += plainBlock;
+            }
+            const char16_t *const blockEnd = std::min(unit + plainBlock, runEnd);
+            while (unit < blockEnd) {
+                const char16_t current = *unit++;
+                if (current < 0x80) {
+                    if (needsEscape[current])
+                        out = writeEscape(out, current);
+                    else
+                        *out++ = static_cast<char>(current);
+                } else if (!QChar::isSurrogate(current)) {
+                    out = writeCodePoint(out, current);
+                } else if (QChar::isHighSurrogate(current) && unit != end && QChar::isLowSurrogate(*unit)) {
+                    out = writeCodePoint(out, QChar::surrogateToUcs4(current, *unit++));
+                } else {
+                    out = writeCodePoint(out, QChar::ReplacementCharacter);
+                }
             }
         }
-        m_used += out - start;
     }
-    append("\"");
+    advance(out);
+    out = reserve(1);
+    *out++ = '"';
+    advance(out);
+}
+
+void JsonWriter::plainValue(std::string_view text) {
+    quote(text, "\"");
 }
 
 void JsonWriter::value(qint64 number) {
-    beginValue();
-    char *const start = reserve(24);
-    m_used += std::to_chars(start, start + 24, number).ptr - start;
+    constexpr qsizetype longest = 24;
+    char *const start = begin(longest);
+    advance(std::to_chars(start, start + longest, number).ptr);
 }
 
 void JsonWriter::value(double number) {
-    beginValue();
-    if (!std::isfinite(number)) {
-        append("null");
-        return;
-    }
-    char *const start = reserve(32);
-    m_used += std::to_chars(start, start + 32, number).ptr - start;
+    if (!std::isfinite(number))
+        return writeToken("null");
+    constexpr qsizetype longest = 32;
+    char *const start = begin(longest);
+    advance(std::to_chars(start, start + longest, number).ptr);
 }
 
 void JsonWriter::value(bool boolean) {
-    beginValue();
-    append(boolean ? "true" : "false");
+    writeToken(boolean ? "true" : "false");
 }
 
 void JsonWriter::finish() {
@@ -144,40 +163,50 @@ void JsonWriter::finish() {
 }
 
 void JsonWriter::open(char bracket) {
-    beginValue();
-    append({&bracket, 1});
+    char *out = begin(1);
+    *out++ = bracket;
+    advance(out);
     ++m_depth;
     m_isFirst = true;
 }
 
 void JsonWriter::close(char bracket) {
     --m_depth;
+    char *out = reserve(lineStartSize() + 1);
     if (!m_isFirst)
-        newLine();
-    append({&bracket, 1});
+        out = startLine(out);
+    *out++ = bracket;
+    advance(out);
     m_isFirst = false;
 }
 
-void JsonWriter::beginValue() {
+/// Writes what stands between the value that comes now and what was written last, and makes room for `size`
+/// bytes behind it. The caller writes there and calls advance().
+char *JsonWriter::begin(qsizetype size) {
+    char *out = reserve(1 + lineStartSize() + size);
     if (m_followsKey) {
         m_followsKey = false;
-        return;
+        return out;
     }
     if (!m_isFirst)
-        append(",");
+        *out++ = ',';
     m_isFirst = false;
-    if (m_depth > 0)
-        newLine();
+    return m_depth > 0 ? startLine(out) : out;
 }
 
-void JsonWriter::newLine() {
+qsizetype JsonWriter::lineStartSize() const {
+    return 1 + 2 * static_cast<qsizetype>(m_depth);
+}
+
+char *JsonWriter::startLine(char *out) const {
     if (m_style == Style::Compact)
-        return;
-    const qsizetype size = 1 + 2 * static_cast<qsizetype>(m_depth);
-    char *const out = reserve(size);
-    *out = '\n';
-    std::memset(out + 1, ' ', static_cast<std::size_t>(size - 1));
-    m_used += size;
+        return out;
+    *out++ = '\n';
+    for (int i = 0; i < m_depth; ++i) {
+        *out++ = ' ';
+        *out++ = ' ';
+    }
+    return out;
 }
 
 char *JsonWriter::reserve(qsizetype size) {
@@ -186,10 +215,20 @@ char *JsonWriter::reserve(qsizetype size) {
     return m_buffer.data() + m_used;
 }
 
-void JsonWriter::append(std::string_view text) {
-    const auto size = static_cast<qsizetype>(text.size());
-    std::memcpy(reserve(size), text.data(), text.size());
-    m_used += size;
+void JsonWriter::advance(const char *end) {
+    m_used = end - m_buffer.constData();
+}
+
+void JsonWriter::quote(std::string_view text, std::string_view behind) {
+    char *out = begin(static_cast<qsizetype>(1 + text.size() + behind.size()));
+    *out++ = '"';
+    out = std::copy(text.begin(), text.end(), out);
+    advance(std::copy(behind.begin(), behind.end(), out));
+}
+
+void JsonWriter::writeToken(std::string_view token) {
+    char *const out = begin(static_cast<qsizetype>(token.size()));
+    advance(std::copy(token.begin(), token.end(), out));
 }
 
 } // namespace lexiquill

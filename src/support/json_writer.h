@@ -31,6 +31,8 @@ public:
 
     /// A lone surrogate becomes U+FFFD.
     void value(QStringView text);
+    /// ASCII text without characters that need an escape.
+    void plainValue(std::string_view text);
     void value(qint64 number);
     /// The shortest text that reads back as the same number; null for infinities and NaN.
     void value(double number);
@@ -42,10 +44,13 @@ public:
 private:
     void open(char bracket);
     void close(char bracket);
-    void beginValue();
-    void newLine();
+    char *begin(qsizetype size);
+    qsizetype lineStartSize() const;
+    char *startLine(char *out) const;
     char *reserve(qsizetype size);
-    void append(std::string_view text);
+    void advance(const char *end);
+    void quote(std::string_view text, std::string_view behind);
+    void writeToken(std::string_view token);
 
     Style m_style;
     Sink m_sink;

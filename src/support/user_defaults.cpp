@@ -1,11 +1,24 @@
 #include "support/user_defaults.h"
 
+#include "platform/durable_file.h"
+#include "support/ini_format.h"
+
 #include <QDir>
+#include <QFileInfo>
+#include <QSettings>
 #include <QStandardPaths>
 
 namespace lexiquill {
 
-UserDefaults::UserDefaults(const QString &filePath) : m_settings(filePath, QSettings::IniFormat) {}
+namespace {
+
+constexpr std::chrono::seconds lockPatience{1};
+
+} // namespace
+
+UserDefaults::UserDefaults(const QString &filePath) : m_path(resolvedFile(filePath)) {
+    refresh();
+}
 
 QString UserDefaults::standardFilePath() {
     const QString directory = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
@@ -13,26 +26,50 @@ QString UserDefaults::standardFilePath() {
 }
 
 QString UserDefaults::string(const QString &key) const {
-    const QVariant value = m_settings.value(key);
+    const QVariant value = m_values.value(key);
     return value.typeId() == QMetaType::QString ? value.toString() : QString();
 }
 
 QStringList UserDefaults::stringList(const QString &key) const {
-    return m_settings.value(key).toStringList();
+    return m_values.value(key).toStringList();
 }
 
 void UserDefaults::set(const QString &key, const QString &value) {
-    m_settings.setValue(key, value);
-    m_settings.sync();
+    change(key, value);
 }
 
 void UserDefaults::set(const QString &key, const QStringList &value) {
-    m_settings.setValue(key, value);
-    m_settings.sync();
+    change(key, value);
+}
+
+void UserDefaults::change(const QString &key, const QVariant &value) {
+    m_unsaved.insert(key, value);
+    QDir().mkpath(QFileInfo(m_path).absolutePath());
+    const auto lock = FileLock::acquire(m_path + QStringLiteral(".lock"), lockPatience);
+    refresh();
+    if (lock && write()) {
+        m_unsaved.clear();
+        m_snapshot = FileSnapshot::open(m_path);
+    }
+}
+
+bool UserDefaults::write() const {
+    const auto file = DurableFile::create(m_path);
+    return file && file->write(iniText(m_values)) && file->commit();
 }
 
 void UserDefaults::refresh() {
-    m_settings.sync();
+    if (!m_snapshot || !m_snapshot->isStillAt(m_path)) {
+        m_values.clear();
+        m_snapshot = FileSnapshot::open(m_path);
+        // Without a regular file there is nothing to read, and a pipe must not be waited for.
+        if (m_snapshot) {
+            const QSettings settings(m_path, QSettings::IniFormat);
+            for (const QString &key : settings.allKeys())
+                m_values.insert(key, settings.value(key));
+        }
+    }
+    m_values.insert(m_unsaved);
 }
 
 } // namespace lexiquill

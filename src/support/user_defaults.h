@@ -1,13 +1,19 @@
 #pragma once
 
-#include <QSettings>
+#include "platform/file_lock.h"
+#include "platform/file_snapshot.h"
+
 #include <QString>
 #include <QStringList>
+#include <QVariantMap>
+
+#include <memory>
 
 namespace lexiquill {
 
-/// The user's settings and small state: one file of keys and values, shared by all processes of the user.
-/// Writing replaces the file atomically; a failure is silent and the value stays in memory.
+/// The user's settings and small state: one file of keys and values in QSettings' INI format, shared by all
+/// processes of the user. Each change replaces the file durably and atomically; a failure is silent, and the
+/// value then stays in memory and is written with the next one.
 class UserDefaults {
 public:
     /// `filePath`: the settings file; it and its directory are created by the first write.
@@ -27,7 +33,13 @@ public:
     void refresh();
 
 private:
-    QSettings m_settings;
+    void change(const QString &key, const QVariant &value);
+    bool write() const;
+
+    QString m_path;
+    std::unique_ptr<FileSnapshot> m_snapshot; ///< the file that the values come from; null without one
+    QVariantMap m_values;
+    QVariantMap m_unsaved; ///< values that could not be written yet
 };
 
 } // namespace lexiquill

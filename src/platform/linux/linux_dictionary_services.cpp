@@ -4,6 +4,7 @@
 #include "platform/linux/stardict/dictionary.h"
 #include "platform/linux/stardict/dictionary_finder.h"
 #include "platform/linux/stardict/inflection.h"
+#include "support/text.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -57,10 +58,15 @@ std::optional<QString> LinuxDictionaryServices::copyTextDefinition(const QString
     const std::lock_guard lock(m_mutex);
     if (!m_scanned)
         scan();
-    if (auto text = firstAnswer(typed))
-        return text;
-    for (const QString &base : stardict::baseForms(typed)) {
-        if (auto text = firstAnswer(base))
+    // "Apple!" or full-width letters as an input method leaves them mean the word all the same.
+    const QString normalized = typed.normalized(QString::NormalizationForm_KC);
+    const QString plain = trimmedOfPunctuation(normalized, true).toString();
+    QStringList forms{typed};
+    if (!plain.isEmpty() && plain != typed)
+        forms += plain;
+    forms += stardict::baseForms(forms.last());
+    for (const QString &form : std::as_const(forms)) {
+        if (auto text = firstAnswer(form))
             return text;
     }
     return std::nullopt;

@@ -25,7 +25,8 @@ public:
     ~LinuxDictionaryServices() override;
 
     /// Asks the Chinese-English dictionaries first, then the others, each in the order in which they were
-    /// found; the first that knows the word answers. Base forms ("went": "go") are tried when none knows the word as typed.
+    /// found; the first that knows the word answers. When none knows the word as typed, it is tried without
+    /// punctuation around it and in its likely base forms ("went": "go").
     std::optional<QString> copyTextDefinition(const QString &word) override;
 
     QStringList directoryContents(const QString &path) override;

@@ -66,13 +66,16 @@ public:
 
 private:
     int openTemporary() {
+        struct stat existing {};
+        const bool isReplacement = ::lstat(m_destination.constData(), &existing) == 0;
+        if (isReplacement && !S_ISREG(existing.st_mode))
+            return -1;
         // What a killed writer left behind; never written through, whatever it is.
         ::unlink(m_temporary.constData());
         const int descriptor =
             ::open(m_temporary.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, newFileMode);
         m_exists = descriptor >= 0;
-        struct stat existing {};
-        if (m_exists && ::stat(m_destination.constData(), &existing) == 0)
+        if (m_exists && isReplacement)
             m_isWhole = ::fchmod(descriptor, existing.st_mode & 07777) == 0;
         return descriptor;
     }
@@ -87,14 +90,18 @@ private:
 } // namespace
 
 std::unique_ptr<DurableFile> DurableFile::create(const QString &destination) {
-    const QFileInfo info(destination);
-    const QString target = info.isSymLink() ? info.canonicalFilePath() : info.absoluteFilePath();
-    if (target.isEmpty())
-        return nullptr;
-    auto file = std::make_unique<LinuxDurableFile>(target);
+    auto file = std::make_unique<LinuxDurableFile>(QFileInfo(destination).absoluteFilePath());
     if (!file->isOpen())
         return nullptr;
     return file;
+}
+
+QString resolvedFile(const QString &path) {
+    const QFileInfo info(path);
+    if (!info.isSymLink())
+        return info.absoluteFilePath();
+    const QString target = info.canonicalFilePath();
+    return target.isEmpty() ? info.symLinkTarget() : target;
 }
 
 bool keepFileAs(const QString &from, const QString &to) {

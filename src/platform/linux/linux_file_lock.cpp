@@ -18,14 +18,16 @@ class LinuxFileLock final : public FileLock {
 public:
     explicit LinuxFileLock(int descriptor) : m_descriptor(descriptor) {}
 
-    bool isOpen() const { return m_descriptor.isOpen(); }
-
-    bool lockWithin(std::chrono::milliseconds timeout) {
+    /// False when another process holds the lock until the time is up.
+    bool lockWithin(std::chrono::milliseconds patience) {
         using namespace std::chrono_literals;
-        const auto deadline = std::chrono::steady_clock::now() + timeout;
+        const auto deadline = std::chrono::steady_clock::now() + patience;
         auto pause = 500us;
         while (::flock(m_descriptor.get(), LOCK_EX | LOCK_NB) != 0) {
-            if ((errno != EWOULDBLOCK && errno != EINTR) || std::chrono::steady_clock::now() >= deadline)
+            // Not every file system has locks.
+            if (errno != EWOULDBLOCK && errno != EINTR)
+                return true;
+            if (std::chrono::steady_clock::now() >= deadline)
                 return false;
             std::this_thread::sleep_for(pause);
             pause = std::min(pause * 2, 4000us);
@@ -39,11 +41,13 @@ private:
 
 } // namespace
 
-std::unique_ptr<FileLock> FileLock::acquire(const QString &path, std::chrono::milliseconds timeout) {
+std::unique_ptr<FileLock> FileLock::acquire(const QString &path, std::chrono::milliseconds patience) {
     const QByteArray name = QFile::encodeName(path);
-    auto lock = std::make_unique<LinuxFileLock>(
-        ::open(name.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
-    if (!lock->isOpen() || !lock->lockWithin(timeout))
+    int descriptor = ::open(name.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NONBLOCK, 0600);
+    if (descriptor < 0)
+        descriptor = ::open(name.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    auto lock = std::make_unique<LinuxFileLock>(descriptor);
+    if (!lock->lockWithin(patience))
         return nullptr;
     return lock;
 }

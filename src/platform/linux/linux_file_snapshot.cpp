@@ -62,13 +62,20 @@ private:
 
 } // namespace
 
-std::unique_ptr<FileSnapshot> FileSnapshot::open(const QString &path) {
+std::unique_ptr<FileSnapshot> FileSnapshot::open(const QString &path, Problem *problem) {
     // O_NONBLOCK: a pipe of that name must not stop the program.
     const int flags = O_RDONLY | O_CLOEXEC | O_NONBLOCK;
-    auto snapshot = std::make_unique<LinuxFileSnapshot>(::open(QFile::encodeName(path).constData(), flags));
-    if (!snapshot->take())
-        return nullptr;
-    return snapshot;
+    const int descriptor = ::open(QFile::encodeName(path).constData(), flags);
+    const int reason = descriptor < 0 ? errno : 0;
+    auto snapshot = std::make_unique<LinuxFileSnapshot>(descriptor);
+    if (snapshot->take())
+        return snapshot;
+    if (problem != nullptr) {
+        const bool isPassing =
+            reason == EMFILE || reason == ENFILE || reason == ENOMEM || reason == EIO || reason == EINTR;
+        *problem = isPassing ? Problem::Passing : Problem::Lasting;
+    }
+    return nullptr;
 }
 
 } // namespace lexiquill

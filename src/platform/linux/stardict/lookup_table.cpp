@@ -73,7 +73,8 @@ std::unique_ptr<LookupTable> LookupTable::build(const TableSource &source, const
 
 bool LookupTable::save(const QString &path) const {
     QSaveFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(m_image) == m_image.size() && file.commit();
+    return file.open(QIODevice::WriteOnly) && file.write(m_image) == m_image.size() && file.flush() &&
+           file.commit();
 }
 
 /// Takes over the content of a cache file once everything in it that is not checked page by page agrees.

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace lexiquill::bench {
+
+inline const std::vector<int> wordbookSizes{100, 1'000, 10'000, 100'000};
+
+/// Benchmarks of what is done with a wordbook: "load/1000" and so on. Returns the operations' names.
+std::vector<std::string> registerWordbookBenchmarks();
+
+/// Benchmarks of whole processes: "empty_program", "help", "search" and "sdcv".
+void registerProcessBenchmarks();
+
+} // namespace lexiquill::bench

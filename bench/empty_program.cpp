@@ -1,0 +1,6 @@
+#include <QCoreApplication>
+
+int main(int argc, char **argv) {
+    const QCoreApplication application(argc, argv);
+    return 0;
+}

@@ -1,0 +1,32 @@
+#include "bench.h"
+#include "comparison.h"
+
+#include <cstdlib>
+
+using namespace lexiquill::bench;
+
+// Takes the options of the benchmark library, for example --benchmark_filter=load. Fails when a limit is
+// exceeded.
+int main(int argc, char **argv) {
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return EXIT_FAILURE;
+    const std::vector<std::string> operations = registerWordbookBenchmarks();
+    registerProcessBenchmarks();
+    MedianReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+
+    std::vector<Comparison> comparisons;
+    for (const std::string name : {"load", "save", "addOrUpdateSearch", "recordReview", "plan", "export"})
+        comparisons.push_back({name + "/100000", name + "/1000", 1.5, true});
+    for (const int records : wordbookSizes) {
+        const std::string size = std::to_string(records);
+        comparisons.push_back({"load/" + size, "dom_parse/" + size, 4.0});
+        comparisons.push_back({"recordReview/" + size, "durable_write/" + size, 3.0});
+    }
+    comparisons.push_back({"help", "empty_program", 3.0});
+    comparisons.push_back({"search", "sdcv", 8.0});
+
+    reporter.printTimesPerRecord(operations, wordbookSizes);
+    return reporter.printComparisons(comparisons) ? EXIT_SUCCESS : EXIT_FAILURE;
+}

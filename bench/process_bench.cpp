@@ -1,0 +1,136 @@
+#include "bench.h"
+#include "sample_data.h"
+#include "storage/wordbook_file.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <benchmark/benchmark.h>
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+
+#include <chrono>
+#include <optional>
+#include <vector>
+
+namespace lexiquill::bench {
+
+namespace {
+
+constexpr quint32 dictionaryWords = 500'000;
+constexpr qsizetype wordbookRecords = 1'000;
+constexpr quint32 searchedWord = 314'159;
+
+/// A user with a large dictionary and a wordbook of some years.
+struct Home {
+    QString path = newDirectory();
+    QString dictionaryDirectory = path + QStringLiteral("/data/stardict/dic");
+    QString outputFile = path + QStringLiteral("/output");
+
+    Home() {
+        QDir().mkpath(dictionaryDirectory);
+        if (!writeDictionary(dictionaryDirectory, dictionaryWords))
+            std::fprintf(stderr, "the dictionary could not be written\n");
+        WordbookFile(path + QStringLiteral("/data/Lexiquill/vocabulary.json"))
+            .save(sampleRecords(wordbookRecords), std::nullopt);
+    }
+
+    static const Home &shared() {
+        static const Home home;
+        return home;
+    }
+};
+
+/// Runs a program in the home and returns the seconds from its start to its end, or nothing when it fails.
+std::optional<double> run(const std::vector<std::string> &command) {
+    static const std::string path = Home::shared().path.toStdString();
+    static const std::string output = Home::shared().outputFile.toStdString();
+    const std::vector<std::string> variables{"HOME=" + path,
+                                             "XDG_DATA_HOME=" + path + "/data",
+                                             "XDG_CONFIG_HOME=" + path + "/config",
+                                             "XDG_CACHE_HOME=" + path + "/cache",
+                                             "LANG=C.UTF-8",
+                                             "PATH=/usr/bin:/bin"};
+    const auto pointers = [](const std::vector<std::string> &texts) {
+        std::vector<char *> result;
+        for (const std::string &text : texts)
+            result.push_back(const_cast<char *>(text.c_str()));
+        result.push_back(nullptr);
+        return result;
+    };
+    const std::vector<char *> arguments = pointers(command);
+    const std::vector<char *> environment = pointers(variables);
+
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, 0, "/dev/null", O_RDONLY, 0);
+    posix_spawn_file_actions_addopen(&actions, 1, output.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    const auto start = std::chrono::steady_clock::now();
+    pid_t process = 0;
+    int status = -1;
+    if (posix_spawnp(&process, arguments[0], &actions, nullptr, arguments.data(), environment.data()) == 0)
+        waitpid(process, &status, 0);
+    const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
+    posix_spawn_file_actions_destroy(&actions);
+    return WIFEXITED(status) && WEXITSTATUS(status) == 0 ? std::optional(elapsed.count()) : std::nullopt;
+}
+
+bool outputContains(const QByteArray &text) {
+    QFile file(Home::shared().outputFile);
+    return file.open(QIODevice::ReadOnly) && file.readAll().contains(text);
+}
+
+/// Measures runs of a command whose output must hold `expected`.
+void measure(benchmark::State &state, const std::vector<std::string> &command, const QByteArray &expected) {
+    // The first run of a dictionary program builds its caches.
+    if (!run(command) || !outputContains(expected))
+        state.SkipWithError("the program does not work");
+    for ([[maybe_unused]] const auto each : state) {
+        const auto seconds = run(command);
+        if (!seconds)
+            state.SkipWithError("the program failed");
+        state.SetIterationTime(seconds.value_or(0));
+    }
+}
+
+/// The first gloss of the word that is searched, so that an answer without the article does not pass.
+QByteArray expectedGloss() {
+    const DictionaryEntry &sample = sampleEntries().at(searchedWord % sampleEntries().size());
+    return sample.posGroups.first().cleanChineseList().first().toUtf8();
+}
+
+void emptyProgram(benchmark::State &state) {
+    measure(state, {LEXIQUILL_EMPTY_PROGRAM}, {});
+}
+
+void help(benchmark::State &state) {
+    measure(state, {LEXIQUILL_PROGRAM, "help"}, "Lexiquill search <word>");
+}
+
+void search(benchmark::State &state) {
+    measure(state, {LEXIQUILL_PROGRAM, "search", madeUpWord(searchedWord).toStdString()}, expectedGloss());
+}
+
+void sdcv(benchmark::State &state) {
+    measure(state,
+            {"sdcv", "-n", "--data-dir", Home::shared().dictionaryDirectory.toStdString(),
+             madeUpWord(searchedWord).toStdString()},
+            expectedGloss());
+}
+
+} // namespace
+
+void registerProcessBenchmarks() {
+    const std::pair<const char *, void (*)(benchmark::State &)> functions[] = {
+        {"empty_program", emptyProgram}, {"help", help}, {"search", search}, {"sdcv", sdcv}};
+    for (const auto &[name, function] : functions) {
+        benchmark::RegisterBenchmark(name, function)
+            ->Iterations(1)
+            ->Repetitions(101)
+            ->Unit(benchmark::kMillisecond)
+            ->UseManualTime();
+    }
+}
+
+} // namespace lexiquill::bench

@@ -1,0 +1,154 @@
+#include "sample_data.h"
+
+#include "lookup/system_dictionary_service.h"
+#include "platform/linux/linux_dictionary_services.h"
+#include "stardict_writer.h"
+
+#include <QDir>
+#include <QFile>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+
+#include <array>
+#include <cstdio>
+#include <random>
+
+namespace lexiquill::bench {
+
+namespace {
+
+/// The headwords of the starter dictionary's source: the first word of every entry.
+QStringList starterWords() {
+    QFile source(QStringLiteral(LEXIQUILL_STARTER_SOURCE));
+    QStringList words;
+    if (!source.open(QIODevice::ReadOnly))
+        return words;
+    const QString text = QString::fromUtf8(source.readAll());
+    for (const QString &entry : text.split(QStringLiteral("\n\n"), Qt::SkipEmptyParts))
+        words += entry.section(QStringLiteral(" ["), 0, 0);
+    return words;
+}
+
+WordRecord sampleRecord(const DictionaryEntry &entry, const QString &word, std::mt19937 &random) {
+    const auto number = [&random](qint64 from, qint64 to) {
+        return std::uniform_int_distribution<qint64>(from, to)(random);
+    };
+    const auto daysLater = [](Instant instant, qint64 days) {
+        return instant.adding(static_cast<double>(days) * secondsPerDay);
+    };
+    // An online source gives sentences of their own besides those of the senses.
+    QList<ExampleSentence> sentences;
+    for (const PartOfSpeechGroup &group : entry.posGroups) {
+        for (const SenseItem &sense : group.senses) {
+            for (const QString &example : sense.examples) {
+                const qsizetype split = example.indexOf(QRegularExpression(QStringLiteral("\\p{Han}")));
+                sentences += ExampleSentence{example.first(split).trimmed(), example.sliced(split)};
+            }
+        }
+    }
+    WordRecord record{.word = word,
+                      .phonetic = entry.phonetic,
+                      .conciseSummary = entry.conciseSummary(),
+                      .posGroups = entry.posGroups,
+                      .rawDefinition = entry.rawText,
+                      .examples = sentences,
+                      .firstSearchedDate = daysLater(sampleInstant(), -number(60, 700)),
+                      .lastSearchedDate = daysLater(sampleInstant(), -number(0, 60)),
+                      .searchCount = number(1, 9),
+                      .nextReviewDate = daysLater(sampleInstant(), number(-10, 40)),
+                      .reviewHistory = {},
+                      .userNotes = number(0, 3) == 0 ? QStringLiteral("和同事开会时听到的词") : QString()};
+    const qint64 reviews = number(0, 12);
+    for (qint64 i = 0; i < reviews; ++i) {
+        const bool isRemembered = number(0, 3) != 0;
+        record.repetitionCount = isRemembered ? record.repetitionCount + 1 : 0;
+        record.intervalDays = isRemembered ? record.intervalDays * 2 + 1 : 1;
+        record.easeFactor = 1.3 + 0.05 * static_cast<double>(number(0, 34));
+        record.lastReviewDate = daysLater(sampleInstant(), i - number(13, 40));
+        record.reviewHistory +=
+            ReviewLog{.reviewDate = *record.lastReviewDate,
+                      .feedback = isRemembered ? ReviewFeedback::Remembered : ReviewFeedback::Forgot,
+                      .resultingIntervalDays = record.intervalDays,
+                      .resultingEaseFactor = record.easeFactor};
+        record.memoryStatus = isRemembered ? MemoryStatus::Reviewing : MemoryStatus::Learning;
+    }
+    record.isMastered = record.repetitionCount >= 5;
+    if (record.isMastered)
+        record.memoryStatus = MemoryStatus::Mastered;
+    return record;
+}
+
+} // namespace
+
+Instant sampleInstant() {
+    static const Instant instant = Instant::now();
+    return instant;
+}
+
+const QList<DictionaryEntry> &sampleEntries() {
+    static const QList<DictionaryEntry> entries = [] {
+        LinuxDictionaryServices services({}, {QStringLiteral(LEXIQUILL_STARTER_DIRECTORY)}, newDirectory());
+        SystemDictionaryService dictionary(services);
+        QList<DictionaryEntry> found;
+        for (const QString &word : starterWords()) {
+            if (const auto entry = dictionary.lookup(word))
+                found += *entry;
+        }
+        return found;
+    }();
+    return entries;
+}
+
+QList<WordRecord> sampleRecords(qsizetype count) {
+    const QList<DictionaryEntry> &entries = sampleEntries();
+    std::mt19937 random(1);
+    QList<WordRecord> records;
+    records.reserve(count);
+    for (qsizetype i = 0; i < count; ++i) {
+        const DictionaryEntry &entry = entries[i % entries.size()];
+        const qsizetype round = i / entries.size();
+        const QString word =
+            round == 0 ? entry.headword : QStringLiteral("%1-%2").arg(entry.headword).arg(round);
+        records += sampleRecord(entry, word, random);
+    }
+    return records;
+}
+
+QString newDirectory() {
+    static const QTemporaryDir root(QStringLiteral(LEXIQUILL_BENCH_DIRECTORY "/run-XXXXXX"));
+    static int number = 0;
+    const QString path = root.filePath(QString::number(++number));
+    if (!QDir().mkpath(path))
+        std::fprintf(stderr, "cannot create %s\n", qPrintable(path));
+    return path;
+}
+
+QByteArray madeUpWord(quint32 index) {
+    constexpr std::array syllables{"ab", "ba", "con", "de",  "em", "fi", "gra", "hy", "in",  "jo",
+                                   "ka", "le", "mi",  "nor", "or", "pe", "qui", "re", "sta", "ti",
+                                   "ul", "va", "wen", "xy",  "yo", "ze", "pro", "sub"};
+    QByteArray word;
+    // Spread over the alphabet: the factor is prime, so every index below 28 to the fourth is another word.
+    quint32 rest = static_cast<quint32>(quint64{index} * 104729 % (28 * 28 * 28 * 28));
+    for (int i = 0; i < 4; ++i, rest /= 28)
+        word += syllables[rest % 28];
+    return word;
+}
+
+bool writeDictionary(const QString &directory, quint32 count) {
+    std::vector<tools::StarDictEntry> entries;
+    entries.reserve(count);
+    for (quint32 i = 0; i < count; ++i) {
+        const DictionaryEntry &sample = sampleEntries()[i % sampleEntries().size()];
+        QString article = u'[' + sample.phonetic.value_or(QString()) + u']';
+        for (const PartOfSpeechGroup &group : sample.posGroups)
+            article += u'\n' + group.posAbbreviation() + u' ' + group.cleanChineseList().join(u'；');
+        entries.push_back(tools::plainEntry(madeUpWord(i), article.toUtf8()));
+    }
+    tools::StarDictOptions options;
+    options.bookName = "英汉词典";
+    options.dictzip = true;
+    return tools::writeStarDict(directory, QStringLiteral("large"), std::move(entries), options).isEmpty();
+}
+
+} // namespace lexiquill::bench

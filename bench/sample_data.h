@@ -1,0 +1,28 @@
+#pragma once
+
+#include "model/word_record.h"
+
+#include <QList>
+#include <QString>
+
+namespace lexiquill::bench {
+
+/// The instant at which the samples are as they are: records lie behind it, reviews around it.
+Instant sampleInstant();
+
+/// A wordbook of `count` different words with the content of real entries, in all states of learning.
+QList<WordRecord> sampleRecords(qsizetype count);
+
+/// Entries of the starter dictionary, parsed.
+const QList<DictionaryEntry> &sampleEntries();
+
+/// A new directory that lasts as long as this process, on the disk that holds the build tree.
+QString newDirectory();
+
+/// The `index`-th of half a million different made-up words.
+QByteArray madeUpWord(quint32 index);
+
+/// Writes a StarDict dictionary of `count` made-up words into `directory`; false on failure.
+bool writeDictionary(const QString &directory, quint32 count);
+
+} // namespace lexiquill::bench

@@ -1,0 +1,201 @@
+#include "bench.h"
+#include "platform/durable_file.h"
+#include "platform/linux/linux_dictionary_services.h"
+#include "review/weekly_review_scheduler.h"
+#include "sample_data.h"
+#include "storage/storage_manager.h"
+#include "storage/wordbook_file.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <benchmark/benchmark.h>
+#include <malloc.h>
+#include <simdjson.h>
+
+#include <chrono>
+#include <map>
+
+namespace lexiquill::bench {
+
+namespace {
+
+using benchmark::State;
+
+/// The file that every benchmark on a wordbook of this size starts from.
+const QString &sampleFile(int64_t size) {
+    static std::map<int64_t, QString> files;
+    QString &path = files[size];
+    if (path.isEmpty()) {
+        path = newDirectory() + QStringLiteral("/vocabulary.json");
+        WordbookFile(path).save(sampleRecords(size), std::nullopt);
+        std::fprintf(stderr, "%d records: %.0f bytes each\n", static_cast<int>(size),
+                     static_cast<double>(QFile(path).size()) / static_cast<double>(size));
+    }
+    return path;
+}
+
+/// A wordbook file that may be replaced: a further name of the sample, which stays as it is.
+class SampleCopy {
+public:
+    explicit SampleCopy(int64_t size) : m_path(newDirectory() + QStringLiteral("/vocabulary.json")) {
+        keepFileAs(sampleFile(size), m_path);
+    }
+    ~SampleCopy() { QDir(directory()).removeRecursively(); }
+    Q_DISABLE_COPY_MOVE(SampleCopy)
+
+    const QString &path() const { return m_path; }
+    QString directory() const { return m_path.section(u'/', 0, -2); }
+
+private:
+    QString m_path;
+};
+
+/// Measures `work` once for each iteration of the benchmark. Memory that earlier work has given back is
+/// handed to the system first, so that a large wordbook and a small one both start like a new process.
+template <typename Work> void measure(State &state, Work work) {
+    for ([[maybe_unused]] const auto each : state) {
+        malloc_trim(0);
+        const auto start = std::chrono::steady_clock::now();
+        const auto result = work();
+        state.SetIterationTime(
+            std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
+        benchmark::DoNotOptimize(result);
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+QByteArray sampleBytes(int64_t size) {
+    QFile file(sampleFile(size));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void load(State &state) {
+    WordbookFile file(sampleFile(state.range(0)));
+    measure(state, [&] {
+        auto words = file.load(sampleInstant());
+        if (!words || words->size() != state.range(0))
+            state.SkipWithError("not all records were read");
+        return words;
+    });
+}
+
+void parseAsDom(State &state) {
+    const QByteArray bytes = sampleBytes(state.range(0));
+    const simdjson::padded_string text(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+    measure(state, [&] {
+        auto parser = std::make_unique<simdjson::dom::parser>();
+        if (parser->parse(text).error() != simdjson::SUCCESS)
+            state.SkipWithError("no JSON");
+        return parser;
+    });
+}
+
+void writeDurably(State &state) {
+    const SampleCopy copy(state.range(0));
+    const QByteArray bytes = sampleBytes(state.range(0));
+    measure(state, [&] {
+        const auto file = DurableFile::create(copy.path());
+        const bool isWritten = file && file->write(bytes) && file->commit();
+        if (!isWritten)
+            state.SkipWithError("the file could not be written");
+        return isWritten;
+    });
+}
+
+void save(State &state) {
+    const SampleCopy copy(state.range(0));
+    WordbookFile file(copy.path());
+    auto words = *file.load(sampleInstant());
+    measure(state, [&] {
+        ++words[words.size() / 2].searchCount;
+        const auto lock = file.lock();
+        const bool isSaved = file.save(words, std::nullopt);
+        if (!isSaved)
+            state.SkipWithError("the file could not be written");
+        return isSaved;
+    });
+}
+
+/// Measures `change(storage, index of a record)` on a store of its own.
+template <typename Change> void measureChange(State &state, Change change) {
+    const SampleCopy copy(state.range(0));
+    LinuxDictionaryServices services({}, {}, copy.directory());
+    SystemDictionaryService dictionary(services);
+    UserDefaults defaults(copy.directory() + QStringLiteral("/settings.conf"));
+    WordIndex index;
+    StorageManager storage(
+        {.storageFile = copy.path(), .defaults = defaults, .dictionary = dictionary, .index = index});
+    qsizetype position = 0;
+    measure(state, [&] {
+        position = (position + 7919) % storage.words().size();
+        change(storage, position);
+        if (storage.hasUnsavedChanges())
+            state.SkipWithError("the file could not be written");
+        return storage.words().size();
+    });
+}
+
+void recordReview(State &state) {
+    measureChange(state, [](StorageManager &storage, qsizetype position) {
+        const auto feedback = position % 4 == 0 ? ReviewFeedback::Forgot : ReviewFeedback::Remembered;
+        storage.recordReview(QUuid(storage.words().at(position).id), feedback);
+    });
+}
+
+void addOrUpdateSearch(State &state) {
+    measureChange(state, [](StorageManager &storage, qsizetype position) {
+        DictionaryEntry entry = sampleEntries().at(position % sampleEntries().size());
+        // A new word is looked for in the whole wordbook; a known one replaces the content of its record.
+        if (position % 2 == 0)
+            entry.headword += QStringLiteral(" new ") + QString::number(position);
+        storage.addOrUpdateSearch(entry);
+    });
+}
+
+void generatePlan(State &state) {
+    const auto words = *WordbookFile(sampleFile(state.range(0))).load(sampleInstant());
+    const Calendar calendar = Calendar::current();
+    measure(state, [&] {
+        return WeeklyReviewScheduler::shared().generateWeeklyPlan(words, sampleInstant(), calendar);
+    });
+}
+
+void exportPlan(State &state) {
+    const auto words = *WordbookFile(sampleFile(state.range(0))).load(sampleInstant());
+    const Calendar calendar = Calendar::current();
+    const auto plan = WeeklyReviewScheduler::shared().generateWeeklyPlan(words, sampleInstant(), calendar);
+    measure(state, [&] { return WeeklyReviewScheduler::shared().exportMarkdown(plan, calendar).toUtf8(); });
+}
+
+} // namespace
+
+std::vector<std::string> registerWordbookBenchmarks() {
+    const std::pair<std::string, void (*)(State &)> functions[] = {
+        {"load", load},
+        {"dom_parse", parseAsDom},
+        {"save", save},
+        {"recordReview", recordReview},
+        {"addOrUpdateSearch", addOrUpdateSearch},
+        {"durable_write", writeDurably},
+        {"plan", generatePlan},
+        {"export", exportPlan},
+    };
+    std::vector<std::string> names;
+    for (const auto &[name, function] : functions) {
+        names.push_back(name);
+        for (const int size : wordbookSizes) {
+            benchmark::RegisterBenchmark(name.c_str(), function)
+                ->Arg(size)
+                ->Iterations(size <= 1'000    ? 10
+                             : size <= 10'000 ? 3
+                                              : 1)
+                ->Repetitions(size <= 10'000 ? 15 : 9)
+                ->Unit(benchmark::kMillisecond)
+                ->UseManualTime();
+        }
+    }
+    return names;
+}
+
+} // namespace lexiquill::bench

@@ -1,0 +1,93 @@
+#pragma once
+
+#include "model/record_codec.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <memory>
+#include <optional>
+
+namespace lexiquill {
+
+inline QByteArray readFile(const QString &path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// Makes the directories on the way, too.
+inline bool writeFile(const QString &path, const QByteArray &content) {
+    QFile file(path);
+    return QDir().mkpath(QFileInfo(path).absolutePath()) && file.open(QIODevice::WriteOnly) &&
+           file.write(content) == content.size();
+}
+
+/// How a run of the program ended; the status is -1 when it did not exit by itself.
+struct Outcome {
+    int status = -1;
+    QString output;
+    QByteArray errors;
+};
+
+/// A home directory of its own, with blanks and Chinese in its name, for runs of the real program.
+class Home {
+public:
+    Home() {
+        QDir().mkpath(path());
+        for (const char *name : {"PATH", "ASAN_OPTIONS", "UBSAN_OPTIONS"})
+            environment.insert(QString::fromLatin1(name), qEnvironmentVariable(name));
+        for (const char *name : {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME"})
+            environment.insert(QString::fromLatin1(name), path(QString::fromLatin1(name)));
+        environment.insert(QStringLiteral("TZ"), QStringLiteral("UTC"));
+        environment.insert(QStringLiteral("PROGRAM"), QStringLiteral(LEXIQUILL_PROGRAM));
+    }
+
+    QString path(const QString &name = {}) const {
+        return QDir::cleanPath(m_directory.filePath(QStringLiteral("某人 的'家/") + name));
+    }
+    QString wordbookPath() const { return path(QStringLiteral("XDG_DATA_HOME/Lexiquill/vocabulary.json")); }
+    QString settingsPath() const { return path(QStringLiteral("XDG_CONFIG_HOME/Lexiquill/Lexiquill.conf")); }
+
+    /// The words in the wordbook; nothing when there is no readable one.
+    std::optional<QList<WordRecord>> words() const {
+        return decodeWordRecords(readFile(wordbookPath()), JsonForm::File, Instant::now());
+    }
+    void setWordbook(const QByteArray &json) const { writeFile(wordbookPath(), json); }
+
+    /// Starts the program, or another one, in this home as working directory.
+    std::unique_ptr<QProcess> start(const QStringList &arguments,
+                                    const QString &program = QStringLiteral(LEXIQUILL_PROGRAM)) const {
+        auto process = std::make_unique<QProcess>();
+        process->setProcessEnvironment(environment);
+        process->setWorkingDirectory(path());
+        process->start(program, arguments);
+        process->waitForStarted();
+        return process;
+    }
+    static Outcome finish(QProcess &process, const QByteArray &input = {}) {
+        process.write(input);
+        process.closeWriteChannel();
+        const bool hasExited = process.waitForFinished(60000) && process.exitStatus() == QProcess::NormalExit;
+        return {.status = hasExited ? process.exitCode() : -1,
+                .output = QString::fromUtf8(process.readAllStandardOutput()),
+                .errors = process.readAllStandardError()};
+    }
+    /// Runs the program with arguments that stand between "|"; a null text means none.
+    Outcome run(const char *arguments, const QByteArray &input = {}) const {
+        const QStringList list = arguments ? QString::fromUtf8(arguments).split(u'|') : QStringList();
+        return finish(*start(list), input);
+    }
+    /// Runs a shell script that finds the program in $PROGRAM.
+    Outcome shell(const QString &script) const {
+        return finish(*start({QStringLiteral("-c"), script}, QStringLiteral("/bin/sh")));
+    }
+
+    QProcessEnvironment environment;
+
+private:
+    QTemporaryDir m_directory;
+};
+
+} // namespace lexiquill

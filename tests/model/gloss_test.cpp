@@ -1,0 +1,152 @@
+#include "model/dictionary_entry.h"
+#include "model/gloss_cleaning.h"
+#include "support/table.h"
+
+#include <QRandomGenerator>
+#include <QRegularExpression>
+#include <QTest>
+
+using namespace lexiquill;
+
+namespace {
+
+QRegularExpression expression(const char *pattern) {
+    return QRegularExpression(QString::fromUtf8(pattern), QRegularExpression::UseUnicodePropertiesOption);
+}
+
+/// The same by regular expressions.
+QStringList expectedTokens(QString gloss) {
+    static const auto quotes = expression("‹[^›]+›");
+    static const auto separator = expression("[;；,]");
+    static const auto note = expression("\\([^)]*[a-zA-Z]+[^)]*\\)");
+    static const auto run = expression("[a-zA-Zāáǎàēéěèīíǐìōóǒòūúǔùǖǘǚǜü\\s]{2,}");
+    static const auto ends = expression("^[\\p{P}\\s]+|[\\p{P}\\s]+$");
+    static const auto han = expression("\\p{sc:Han}");
+    QStringList tokens;
+    for (QString piece : gloss.remove(quotes).split(separator)) {
+        piece.remove(note).remove(run).remove(ends);
+        if (piece.contains(han))
+            tokens += piece;
+    }
+    return tokens;
+}
+
+PartOfSpeechGroup group(const char *pos, const QList<const char *> &glosses) {
+    QList<SenseItem> senses;
+    for (const char *const gloss : glosses)
+        senses += SenseItem{.chineseMeaning = QString::fromUtf8(gloss)};
+    return PartOfSpeechGroup::named(QString::fromUtf8(pos), senses);
+}
+
+} // namespace
+
+class GlossTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void tokens_data() {
+        addRows(R"(
+            ‹植›苹果(apple tree); 苹果树, apple | 苹果/苹果树
+            放弃；放弃;抛弃        | 放弃/放弃/抛弃
+            ‹›空                   | 空
+            a1‹›b空                | a1‹›b空
+            ‹a‹b›甲›乙             | 甲›乙
+            甲‹a                   | 甲‹a
+            (非正式)你好           | 非正式)你好
+            ((a)甲)                | 甲
+            甲(乙(c)丁)            | 甲丁
+            甲(b                   | 甲(b
+            甲（apple）乙          | 甲（）乙
+            A座;AB座               | A座/座
+            甲 乙  丙　 丁         | 甲 乙丙丁
+            nǐ hǎo你好ǘ            | 你好ǘ
+            ǖǖ甲ŭŭ                 | 甲ŭŭ
+            、。《甲》…!           | 甲
+            甲$                    | 甲$
+            𠮷野,々,〇,OK,かな,。a。 | 𠮷野/々/〇
+            ;;，,                  |)");
+    }
+
+    void tokens() {
+        QFETCH(QStringList, cells);
+        QCOMPARE(cleanChineseTokens(cells[0]).join(u'/'), cells[1]);
+        QCOMPARE(expectedTokens(cells[0]).join(u'/'), cells[1]);
+    }
+
+    void cleaningEqualsExpressions() {
+        QStringList alphabet =
+            QStringLiteral("‹|›|(|)|（|）|;|；|,|，| |\t|\n|\u3000|\u0085|\u2028|a|Z|b|ü|ǘ|Á|é|甲|乙|𠮷|々|。"
+                           "|…|-|“|《|$|1|😀|\u0301|か|‹›|()|‹a›|(a)")
+                .split(u'|');
+        QRandomGenerator random(7);
+        for (int i = 0; i < 20'000; ++i) {
+            QString text;
+            for (quint32 length = random.bounded(16U); length > 0; --length)
+                text += alphabet[random.bounded(alphabet.size())];
+            QCOMPARE(cleanChineseTokens(text), expectedTokens(text));
+            QCOMPARE(withoutAngleQuotes(text), QString(text).remove(expression("‹[^›]+›")));
+        }
+    }
+
+    /// Texts, their Chinese name ("=": the text itself) and their abbreviation.
+    void partsOfSpeech_data() {
+        addRows(R"(
+            noun,n,名,Noun.,N.,(n)         | 名词   | n.
+            verb,v,intransitive verb,transitive verb,vi,vt,动,VT.,Transitive Verb | 动词 | v.
+            adjective,adj,a,形,a.          | 形容词 | adj.
+            adverb,adv,副                  | 副词   | adv.
+            pronoun,pron,代                | 代词   | pron.
+            preposition,prep,prep.         | 介词   | prep.
+            conjunction,conj               | 连词   | conj.
+            interjection,interj,int,int.   | 感叹词 | int.
+            numeral,num                    | 数词   | num.
+            phrase,phr,phrase.             | 短语   | phrase
+            idiom,Idiom.                   | 习语   | idiom
+            介                             | =      | prep.
+            连                             | =      | conj.
+            叹,叹。                        | =      | int.
+            数                             | =      | num.
+            det,det.                       | =      | det.
+            量                             | =      | 量.
+            phrasal verb                   | =      | phrasal verb.
+            .                              | =      | .
+                                           | =      | .)");
+    }
+
+    void partsOfSpeech() {
+        QFETCH(QStringList, cells);
+        for (const QString &text : cells[0].split(u',')) {
+            QCOMPARE(PartOfSpeechGroup::localizePOS(text), cells[1] == u'=' ? text : cells[1]);
+            QCOMPARE(PartOfSpeechGroup::named(text, {}).posAbbreviation(), cells[2]);
+        }
+    }
+
+    void summaries() {
+        const auto summary = [](const QList<PartOfSpeechGroup> &groups, const QString &rawText) {
+            return DictionaryEntry{.headword = {}, .posGroups = groups, .rawText = rawText}.conciseSummary();
+        };
+        const auto apple = group("n.", {"苹果(apple)", "苹果；苹果树,梨"});
+        QCOMPARE(summary({apple, group("vt", {"提供"})}, {}), QStringLiteral("n. 苹果；苹果树 | v. 提供"));
+        QCOMPARE(summary({group("n", {" "}), group("idiom", {"义"})}, {}), QStringLiteral("idiom 义"));
+        const auto withoutHan = group("释义", {" OK ", "OK", "fine"});
+        QCOMPARE(summary({withoutHan}, QStringLiteral("raw")), QStringLiteral("释义. OK；OK"));
+        QCOMPARE(summary({group("n", {})}, QStringLiteral(" \t\n\u3000\n \tfirst line \t\nsecond")),
+                 QStringLiteral("first line"));
+        QCOMPARE(summary({}, QStringLiteral("\n \n")), QString());
+    }
+
+    /// Beyond the few tokens that are compared one by one, too.
+    void cleanListHasNoDuplicates() {
+        QStringList expected;
+        QString gloss;
+        for (int i = 0; i < 1000; ++i) {
+            expected += QString(QChar(0x4e00 + i));
+            gloss += expected.last() + u';' + expected[i / 2] + u';';
+        }
+        QCOMPARE(PartOfSpeechGroup::named(QString(), {SenseItem{.chineseMeaning = gloss}}).cleanChineseList(),
+                 expected);
+    }
+};
+
+QTEST_GUILESS_MAIN(GlossTest)
+#include "gloss_test.moc"

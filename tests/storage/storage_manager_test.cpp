@@ -1,0 +1,367 @@
+#include "e2e/program.h"
+#include "platform/file_lock.h"
+#include "storage/storage_manager.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+
+using namespace lexiquill;
+
+namespace {
+
+class FakeDictionary final : public DictionaryServices {
+public:
+    std::optional<QString> copyTextDefinition(const QString &word) override {
+        if (word == QLatin1StringView("ephemeral"))
+            return std::nullopt;
+        return word + QStringLiteral(" | fəˈnetɪk | noun 释义");
+    }
+    QStringList directoryContents(const QString &) override { return {}; }
+    void setPersistentDomain(const QString &, const QString &, const QStringList &) override {}
+};
+
+class RecordingIndex final : public WordIndex {
+public:
+    void indexWord(const WordRecord &record) override { calls += " +" + record.word.toUtf8(); }
+    void removeWord(const QString &word) override { calls += " -" + word.toUtf8(); }
+
+    QByteArray calls;
+};
+
+/// The words separated by blanks.
+QByteArray names(const QList<WordRecord> &words) {
+    QByteArrayList list;
+    for (const WordRecord &record : words)
+        list += record.word.toUtf8();
+    return list.join(' ');
+}
+
+DictionaryEntry entryFor(const QString &word, const std::optional<QString> &phonetic = {}) {
+    const SenseItem sense{.chineseMeaning = QStringLiteral("释义")};
+    return {.headword = word,
+            .phonetic = phonetic,
+            .posGroups = {PartOfSpeechGroup::named(QStringLiteral("noun"), {sense})},
+            .rawText = QStringLiteral("noun 释义")};
+}
+
+/// A wordbook's place with all that a store needs; the clock stands still until it is moved.
+class Place {
+public:
+    QString path(const char *name) const { return m_directory.filePath(QString::fromLatin1(name)); }
+    QString directory() const { return path("Lexiquill"); }
+    QString wordbook() const { return directory() + QStringLiteral("/vocabulary.json"); }
+
+    QString temporary() const { return wordbook() + QStringLiteral(".tmp"); }
+
+    std::unique_ptr<StorageManager> open() { return open(defaults); }
+    std::unique_ptr<StorageManager> open(UserDefaults &settings) {
+        StorageManager::Dependencies dependencies{wordbook(), settings, m_service, index};
+        dependencies.clock = [this] {
+            return now;
+        };
+        dependencies.calendar = [] {
+            return Calendar{QTimeZone::utc()};
+        };
+        return std::make_unique<StorageManager>(dependencies);
+    }
+    void setContent(const QByteArray &json) const { QVERIFY(writeFile(wordbook(), json)); }
+    void setWords(const QStringList &words) const {
+        QList<WordRecord> records;
+        for (const QString &word : words)
+            records += newRecord({.entry = entryFor(word), .date = now});
+        setContent(encodeWordRecords(records, JsonForm::File));
+    }
+    QList<WordRecord> saved() const { return savedIn(wordbook()); }
+    QList<WordRecord> savedIn(const QString &file) const {
+        return decodeWordRecords(readFile(file), JsonForm::File, now).value_or(QList{WordRecord()});
+    }
+    QStringList backups() const {
+        return QDir(directory() + QStringLiteral("/backups")).entryList(QDir::Files);
+    }
+
+    /// Lets another process, with settings of its own, work on a store.
+    template <typename Work> void elsewhere(Work work) {
+        const pid_t child = ::fork();
+        if (child == 0) {
+            UserDefaults settings(path("Lexiquill.conf"));
+            work(*open(settings));
+            ::_exit(0);
+        }
+        int status = -1;
+        QCOMPARE(::waitpid(child, &status, 0), child);
+        QCOMPARE(status, 0);
+    }
+
+    Instant now = *Instant::fromIso8601(u"2025-03-14T09:26:53Z");
+    RecordingIndex index;
+
+private:
+    QTemporaryDir m_directory;
+    FakeDictionary m_dictionary;
+    SystemDictionaryService m_service{m_dictionary};
+
+public:
+    UserDefaults defaults{path("Lexiquill.conf")};
+};
+
+const QString apple = QStringLiteral("apple");
+const QString pear = QStringLiteral("pear");
+const QString plum = QStringLiteral("plum");
+const QByteArray seeds = "concise serendipity ubiquitous eloquent";
+
+} // namespace
+
+class StorageManagerTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void startUp_data() {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QByteArray>("words");
+        const auto add = [](const char *name, const QByteArray &content, const QByteArray &words = seeds) {
+            QTest::newRow(name) << content << words;
+        };
+        add("missing", QByteArray());
+        add("empty file", "");
+        add("empty array", "[]", "");
+        add("empty object", "{}");
+        add("object", "{'word': 'apple'}");
+        add("truncated", "[{'word': 'apple'}, {'word': 'pe");
+        add("element that is no object", "[{'word': 'apple'}, 7]");
+        add("two values", "[{'word': 'apple'}] []");
+        add("junk", QByteArray("\xff\xfe\0[]", 5));
+        add("bad values", "[{'word': 'apple', 'posGroups': 1}, {'word': 'pear', 'searchCount': '7'}]",
+            "apple pear");
+    }
+    void startUp() {
+        QFETCH(QByteArray, content);
+        QFETCH(const QByteArray, words);
+        Place place;
+        content.replace('\'', '"');
+        if (!content.isNull())
+            place.setContent(content);
+        const auto store = place.open();
+        QCOMPARE(names(store->words()), words);
+        QCOMPARE(store->weeklyPlan()->totalCount(), store->words().size());
+        for (const WordRecord &record : store->words())
+            QVERIFY(record.searchCount == 1 && record.nextReviewDate == place.now);
+        if (words == seeds)
+            QCOMPARE(readFile(place.wordbook()), encodeWordRecords(store->words(), JsonForm::File));
+        else
+            QCOMPARE(readFile(place.wordbook()), content);
+        QCOMPARE(place.backups(), QStringList());
+    }
+
+    void searches() {
+        Place place;
+        place.setWords({apple, pear});
+        const auto store = place.open();
+        const WordRecord added = store->addOrUpdateSearch(entryFor(QStringLiteral("  Quince\n")));
+        QCOMPARE(names(store->words()), "Quince apple pear");
+        QCOMPARE(added.searchCount, 1);
+        QVERIFY(added.nextReviewDate == place.now && added.memoryStatus == MemoryStatus::New);
+
+        place.now = place.now.adding(3600);
+        store->addOrUpdateSearch(entryFor(QStringLiteral(" APPLE "), QStringLiteral("ˈæpl")));
+        DictionaryEntry changed = entryFor(apple);
+        changed.rawText = QStringLiteral("another text");
+        const WordRecord updated = store->addOrUpdateSearch(changed);
+        QCOMPARE(names(store->words()), "Quince apple pear");
+        QCOMPARE(updated.searchCount, 5);
+        QCOMPARE(updated.phonetic, QStringLiteral("ˈæpl"));
+        QCOMPARE(updated.rawDefinition, QStringLiteral("another text"));
+        QVERIFY(updated.lastSearchedDate == place.now);
+        QVERIFY(updated.firstSearchedDate == place.now.adding(-3600));
+        QCOMPARE(place.index.calls, " +Quince +apple +apple");
+        QCOMPARE(readFile(place.wordbook()), encodeWordRecords(store->words(), JsonForm::File));
+        QCOMPARE(store->weeklyPlan()->difficultWords.size(), 1);
+    }
+
+    void deletions() {
+        Place place;
+        place.setWords({apple, pear, QStringLiteral("Apple"), plum});
+        const QByteArray oldFile = readFile(place.wordbook());
+        const auto store = place.open();
+        const QSignalSpy deleted(store.get(), &StorageManager::wordDeleted);
+        store->deleteWord(QUuid::createUuid());
+        store->deleteWord(QStringLiteral(" \n"));
+        store->recordReview(QUuid::createUuid(), ReviewFeedback::Remembered);
+        QCOMPARE(deleted.size(), 0);
+        QCOMPARE(readFile(place.wordbook()), oldFile);
+
+        const QUuid formerId = store->words().at(0).id;
+        store->deleteWord(store->words().at(2).id);
+        store->deleteWord(QStringLiteral(" PLUM "));
+        QCOMPARE(deleted, QList<QVariantList>({{QStringLiteral("Apple")}, {QStringLiteral("PLUM")}}));
+        QCOMPARE(place.index.calls, " -Apple -PLUM");
+        QCOMPARE(names(place.saved()), "pear");
+        QCOMPARE(store->deletedWords(), QSet<QString>({apple, plum}));
+
+        // Neither comes back with an old file, until it is searched again.
+        place.setContent(oldFile);
+        QCOMPARE(names(place.open()->words()), "pear");
+        store->loadData();
+        QCOMPARE(names(store->words()), "pear");
+        const WordRecord again = store->addOrUpdateSearch(entryFor(apple));
+        QVERIFY(again.id != formerId && again.searchCount == 1);
+        QCOMPARE(store->deletedWords(), QSet<QString>{plum});
+        QCOMPARE(names(place.open()->words()), "apple pear");
+    }
+
+    /// Each change is made by a store that has not seen the other process's last one.
+    void manyProcesses() {
+        Place place;
+        place.setWords({apple});
+        const auto here = place.open();
+        place.elsewhere([](StorageManager &store) { store.addOrUpdateSearch(entryFor(pear)); });
+        here->addOrUpdateSearch(entryFor(plum));
+        QCOMPARE(names(here->words()), "plum pear apple");
+        QCOMPARE(place.saved(), here->words());
+
+        place.elsewhere([](StorageManager &store) {
+            store.recordReview(store.words().at(2).id, ReviewFeedback::Remembered);
+            store.deleteWord(pear);
+        });
+        here->recordReview(here->words().at(2).id, ReviewFeedback::Forgot);
+        here->recordReview(here->words().at(0).id, ReviewFeedback::Forgot);
+        QCOMPARE(names(place.saved()), "plum apple");
+        QCOMPARE(place.saved().at(1).reviewHistory.size(), 2);
+        QCOMPARE(here->weeklyPlan()->difficultWords.size(), 2);
+        QCOMPARE(place.index.calls, " +plum +apple +plum");
+
+        // A word deleted there and searched here is a new word; one reviewed here stays deleted.
+        const QUuid plumId = here->words().at(0).id;
+        place.elsewhere([](StorageManager &store) {
+            store.deleteWord(plum);
+            store.deleteWord(apple);
+        });
+        QCOMPARE(here->addOrUpdateSearch(entryFor(apple)).searchCount, 1);
+        here->recordReview(plumId, ReviewFeedback::Remembered);
+        QCOMPARE(names(place.saved()), "apple");
+        QCOMPARE(here->deletedWords(), QSet<QString>({pear, plum}));
+
+        // A word deleted here and searched there is not hidden by what was known here.
+        here->deleteWord(apple);
+        place.elsewhere([](StorageManager &store) { store.addOrUpdateSearch(entryFor(apple)); });
+        here->loadData();
+        QCOMPARE(names(here->words()), "apple");
+        here->addOrUpdateSearch(entryFor(pear));
+        QCOMPARE(names(place.saved()), "pear apple");
+
+        // A deletion that could not be saved at once does not undo a later search.
+        QVERIFY(QDir().mkpath(place.temporary()));
+        here->deleteWord(apple);
+        QVERIFY(QDir().rmdir(place.temporary()));
+        place.elsewhere([](StorageManager &store) { store.addOrUpdateSearch(entryFor(apple)); });
+        here->addOrUpdateSearch(entryFor(plum));
+        QCOMPARE(names(place.saved()), "plum apple pear");
+    }
+
+    void backups() {
+        Place place;
+        place.setWords({});
+        const auto store = place.open();
+        for (int day = 1; day <= 12; ++day) {
+            store->addOrUpdateSearch(entryFor(QStringLiteral("morning%1").arg(day)));
+            const QString backup = QStringLiteral("/backups/vocabulary-2025-03-%1.json").arg(13 + day);
+            const QList<WordRecord> lastDay = store->words().mid(1);
+            QCOMPARE(place.savedIn(place.directory() + backup), lastDay);
+            store->addOrUpdateSearch(entryFor(QStringLiteral("evening%1").arg(day)));
+            QCOMPARE(place.savedIn(place.directory() + backup), lastDay);
+            place.now = place.now.adding(secondsPerDay);
+        }
+        QCOMPARE(place.backups().size(), 10);
+        QCOMPARE(place.backups().first(), QStringLiteral("vocabulary-2025-03-16.json"));
+
+        // A corrupt file takes the place of neither a backup nor the words in memory.
+        place.setContent("{");
+        store->deleteWord(QStringLiteral("morning1"));
+        QCOMPARE(store->words().size(), 23);
+        QCOMPARE(place.saved(), store->words());
+        QCOMPARE(place.backups().last(), QStringLiteral("vocabulary-2025-03-25.json"));
+    }
+
+    void failedWrites_data() {
+        QTest::addColumn<QByteArray>("obstacle");
+        for (const char *obstacle : {"directory gone", "temporary name taken", "disk full", "lock held"})
+            QTest::newRow(obstacle) << QByteArray(obstacle);
+    }
+    void failedWrites() {
+        QFETCH(const QByteArray, obstacle);
+        Place place;
+        place.setWords({apple, pear});
+        const QByteArray before = readFile(place.wordbook());
+        const auto store = place.open();
+        const QString aside = place.path("aside");
+        std::unique_ptr<FileLock> lock;
+        rlimit limit{};
+        QCOMPARE(::getrlimit(RLIMIT_FSIZE, &limit), 0);
+        std::signal(SIGXFSZ, SIG_IGN);
+        if (obstacle == "directory gone") {
+            QVERIFY(QDir().rename(place.directory(), aside));
+            QVERIFY(writeFile(place.directory(), "no directory"));
+        } else if (obstacle == "temporary name taken") {
+            QVERIFY(QDir().mkpath(place.temporary()));
+        } else if (obstacle == "disk full") {
+            const rlimit tiny{.rlim_cur = 1000, .rlim_max = limit.rlim_max};
+            QCOMPARE(::setrlimit(RLIMIT_FSIZE, &tiny), 0);
+        } else {
+            lock = FileLock::acquire(place.wordbook() + QStringLiteral(".lock"), {});
+            QVERIFY(lock);
+        }
+        store->recordReview(store->words().at(1).id, ReviewFeedback::Remembered);
+        QCOMPARE(::setrlimit(RLIMIT_FSIZE, &limit), 0);
+        lock.reset();
+        if (QFile::exists(aside))
+            QVERIFY(QFile::remove(place.directory()) && QDir().rename(aside, place.directory()));
+        QDir().rmdir(place.temporary());
+
+        QCOMPARE(readFile(place.wordbook()), before);
+        QVERIFY(!QFile::exists(place.temporary()));
+        QVERIFY(store->hasUnsavedChanges());
+        QCOMPARE(store->words().at(1).reviewHistory.size(), 1);
+        QCOMPARE(store->weeklyPlan()->dueWords.size(), 2);
+        // The change goes along with the next one, on top of what others have saved meanwhile.
+        place.elsewhere([](StorageManager &other) { other.addOrUpdateSearch(entryFor(plum)); });
+        store->deleteWord(apple);
+        QVERIFY(!store->hasUnsavedChanges());
+        QCOMPARE(names(place.saved()), "plum pear");
+        QCOMPARE(place.saved().at(1).reviewHistory.size(), 1);
+    }
+
+    void hostileSettings_data() {
+        QTest::addColumn<QByteArray>("content");
+        const QByteArray key = "[General]\nlexiquill_deleted_words=";
+        QTest::newRow("junk") << QByteArray("\x7f\0ELF\xff\xfe[\r]=\\x\n=\n[General", 23);
+        QTest::newRow("number") << key + "7";
+        QTest::newRow("list without its items") << key + "@Variant(\\0\\0\\0\\t\\0\\x3f\\xff\\xff)";
+        QTest::newRow("texts without items") << key + "@Variant(\\0\\0\\0\\v\\0\\x3f\\xff\\xff)";
+        QTest::newRow("unended string") << key + "\"apple, pear";
+    }
+    void hostileSettings() {
+        QFETCH(const QByteArray, content);
+        Place place;
+        place.setWords({apple, pear});
+        const QString path = place.path("hostile.conf");
+        QVERIFY(writeFile(path, content));
+        // Words that mean something to the file's own syntax must come back as they were.
+        const QSet<QString> words{apple, QString(), QStringLiteral("a, b; \"c\" = [d]%41\\x41\n"),
+                                  QStringLiteral("@Variant(苹果)")};
+        for (const char *shown : {"apple pear", "pear"}) {
+            UserDefaults settings(path);
+            const auto store = place.open(settings);
+            QCOMPARE(names(store->words()), shown);
+            store->setDeletedWords(words);
+            QCOMPARE(store->deletedWords(), words);
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(StorageManagerTest)
+#include "storage_manager_test.moc"

@@ -1,0 +1,122 @@
+#include "support/json_writer.h"
+#include "support/table.h"
+#include "support/text.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QRandomGenerator>
+#include <QTest>
+
+#include <bit>
+#include <cmath>
+#include <limits>
+
+using namespace lexiquill;
+
+namespace {
+
+template <typename Write> QByteArray written(Write write) {
+    QByteArray bytes;
+    JsonWriter writer(JsonWriter::Style::Compact, [&bytes](QByteArrayView chunk) { bytes += chunk; });
+    write(writer);
+    writer.finish();
+    return bytes;
+}
+
+} // namespace
+
+class TextTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void jsonText_data() {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QByteArray>("json");
+        QTest::newRow("plain") << QStringLiteral("a/b 词 😀") << QByteArray("\"a/b 词 😀\"");
+        QTest::newRow("escapes") << QStringLiteral("\"\\\b\f\n\r\t\u007f")
+                                 << QByteArray("\"\\\"\\\\\\b\\f\\n\\r\\t\x7f\"");
+        QTest::newRow("control") << QString(QChar(0)) + QChar(0x1f) << QByteArray("\"\\u0000\\u001f\"");
+        QTest::newRow("lone high") << QString(QChar(0xd83d)) + u'x' << QByteArray("\"\xef\xbf\xbdx\"");
+        QTest::newRow("lone low") << QString(QChar(0xde00)) << QByteArray("\"\xef\xbf\xbd\"");
+        QTest::newRow("swapped") << QString(QChar(0xde00)) + QChar(0xd83d)
+                                 << QByteArray("\"\xef\xbf\xbd\xef\xbf\xbd\"");
+        QTest::newRow("borders")
+            << QStringLiteral("\u0080\u07ff\u0800\uffff\U00010000\U0010ffff")
+            << QByteArray("\"\xc2\x80\xdf\xbf\xe0\xa0\x80\xef\xbf\xbf\xf0\x90\x80\x80\xf4\x8f\xbf\xbf\"");
+    }
+
+    void jsonText() {
+        QFETCH(QString, text);
+        QFETCH(QByteArray, json);
+        QCOMPARE(written([&](JsonWriter &writer) { writer.value(text); }), json);
+    }
+
+    /// Whatever straddles the borders of the writer's blocks and buffer comes out whole.
+    void longJsonText() {
+        QStringList texts;
+        for (const char *const unit : {"😀", "a😀", "\x01", "词"})
+            texts += QString::fromUtf8(unit).repeated(700'000);
+        for (qsizetype i = 0; i <= 40; ++i) {
+            for (const char *const special : {"\"", "\n", "é", "😀"})
+                texts += QStringLiteral("a").repeated(i) + QString::fromUtf8(special) +
+                         QStringLiteral("b").repeated(40 - i);
+        }
+        const QByteArray json = written([&](JsonWriter &writer) {
+            writer.beginArray();
+            for (const QString &text : texts)
+                writer.value(text);
+            writer.endArray();
+        });
+        QVERIFY(QJsonDocument::fromJson(json).array() == QJsonArray::fromStringList(texts));
+    }
+
+    void doublesReadBackExactly() {
+        const auto json = [](double number) {
+            return written([number](JsonWriter &writer) { writer.value(number); });
+        };
+        QCOMPARE(json(763637213.25), "763637213.25");
+        QCOMPARE(json(2.55), "2.55");
+        QCOMPARE(json(std::nan("")), "null");
+        QCOMPARE(json(-std::numeric_limits<double>::infinity()), "null");
+        QRandomGenerator random(1);
+        for (int i = 0; i < 20'000; ++i) {
+            const auto number = std::bit_cast<double>(random.generate64());
+            if (std::isfinite(number))
+                QCOMPARE(std::bit_cast<quint64>(json(number).toDouble()), std::bit_cast<quint64>(number));
+        }
+    }
+
+    /// A text, a number of characters, the text's head with so many, and how many it has.
+    void leadingCharacters_data() {
+        addRows("abc|2|ab|3\nabc|0||3\n词典释义|3|词典释|4\n😀😃😄|2|😀😃|3\n각각|1|각|2\n"
+                "e\u0301e\u0301e\u0301|2|e\u0301e\u0301|3\n👍🏽👍🏽|1|👍🏽|2\n🇨🇳🇬🇧|1|"
+                "🇨🇳|"
+                "2\n"
+                "👩‍👩‍👧‍👦x|1|👩‍👩‍👧‍👦|2\na\r\u0301|1|a|3");
+    }
+
+    void leadingCharacters() {
+        QFETCH(QStringList, cells);
+        const QString text = cells[0];
+        const qsizetype length = cells[3].toLongLong();
+        QCOMPARE(lexiquill::leadingCharacters(text, cells[1].toLongLong()), cells[2]);
+        QCOMPARE(characterCount(text), length);
+        // What follows, however long, changes nothing.
+        QCOMPARE(lexiquill::leadingCharacters(text + QStringLiteral(" 词").repeated(10'000), length), text);
+    }
+
+    void trimming() {
+        QCOMPARE(lexiquill::leadingCharacters(QStringLiteral("a\r\nbcd"), 2), QStringLiteral("a\r\n"));
+        QCOMPARE(trimmedOfPunctuation(u"（。—苹果！）…", false).toString(), QStringLiteral("苹果"));
+        QCOMPARE(trimmedOfPunctuation(u" 。\u3000苹 果\u2028.\t", true).toString(), QStringLiteral("苹 果"));
+        QCOMPARE(trimmedOfPunctuation(u" .a.", false).toString(), QStringLiteral(" .a"));
+        QCOMPARE(trimmedOfPunctuation(u"𐄀𐄁$", true).toString(), QStringLiteral("$")); // astral punctuation
+        QCOMPARE(trimmedOfPunctuation(u"...", true).toString(), QString());
+        QVERIFY(containsHan(u"a𠀀"));
+        QVERIFY(containsHan(u"々"));
+        QVERIFY(!containsHan(u"かなカナ한글，。"));
+    }
+};
+
+QTEST_GUILESS_MAIN(TextTest)
+#include "text_test.moc"
