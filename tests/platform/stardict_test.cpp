@@ -539,6 +539,8 @@ private Q_SLOTS:
             "abandon | noun ① lack of restraint; freedom from worry ② a feeling verb ① leave ② give up");
         row("bare numbers", "bank", "n [C] 1 银行 2 岸, 堤\nadj 倾斜的",
             "bank | noun ① [C] 银行 ② 岸, 堤 adjective ① 倾斜的");
+        row("escaped line breaks", "abandon", "n. 放任\\nvt. 放弃",
+            "abandon | noun ① 放任 transitive verb ① 放弃");
         row("labels within a line", "will", "n. 意志; vt. 用意志力使 aux. 将",
             "will | noun ① 意志 transitive verb ① 用意志力使 verb ① 将");
         row("joined labels", "cough", "n. & v. 咳嗽", "cough | noun ① 咳嗽 verb ① 咳嗽");

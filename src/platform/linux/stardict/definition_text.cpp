@@ -123,7 +123,8 @@ private:
         switch (field.type) {
         case 'm':
         case 'l':
-            article.add(readable(field.data));
+            // Some converters leave line breaks as the two characters that they were escaped to.
+            article.add(readable(field.data).replace(QStringLiteral("\\n"), QStringLiteral("\n")));
             break;
         case 'x':
             addMarkup(MarkupKind::Xdxf);
