@@ -165,7 +165,7 @@ WordRecord StorageManager::addOrUpdateSearch(const DictionaryEntry &entry) {
     return record;
 }
 
-void StorageManager::recordReview(const QUuid &wordId, ReviewFeedback feedback) {
+void StorageManager::recordReview(QUuid wordId, ReviewFeedback feedback) {
     const qsizetype known = indexOfWord(m_words, wordId);
     if (known < 0)
         return;
@@ -176,7 +176,7 @@ void StorageManager::recordReview(const QUuid &wordId, ReviewFeedback feedback) 
         m_dependencies.index.indexWord(m_words.at(index));
 }
 
-void StorageManager::deleteWord(const QUuid &wordId) {
+void StorageManager::deleteWord(QUuid wordId) {
     if (const qsizetype known = indexOfWord(m_words, wordId); known >= 0)
         deleteWord(QString(m_words.at(known).word));
 }

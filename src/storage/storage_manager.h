@@ -59,9 +59,9 @@ public:
     /// Records a successful lookup and returns the record as stored.
     WordRecord addOrUpdateSearch(const DictionaryEntry &entry);
     /// Applies one review answer; an unknown id is ignored.
-    void recordReview(const QUuid &wordId, ReviewFeedback feedback);
+    void recordReview(QUuid wordId, ReviewFeedback feedback);
     /// Deletes a word; an unknown id is ignored.
-    void deleteWord(const QUuid &wordId);
+    void deleteWord(QUuid wordId);
     /// Deletes every record of the word, whatever its case, and remembers it as deleted.
     void deleteWord(const QString &wordText);
 

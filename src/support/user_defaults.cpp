@@ -5,7 +5,6 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QSettings>
 #include <QStandardPaths>
 
 namespace lexiquill {
@@ -60,14 +59,9 @@ bool UserDefaults::write() const {
 
 void UserDefaults::refresh() {
     if (!m_snapshot || !m_snapshot->isStillAt(m_path)) {
-        m_values.clear();
         m_snapshot = FileSnapshot::open(m_path);
-        // Without a regular file there is nothing to read, and a pipe must not be waited for.
-        if (m_snapshot) {
-            const QSettings settings(m_path, QSettings::IniFormat);
-            for (const QString &key : settings.allKeys())
-                m_values.insert(key, settings.value(key));
-        }
+        const auto text = m_snapshot ? m_snapshot->readAll(0) : std::nullopt;
+        m_values = text ? iniValues(*text) : QVariantMap();
     }
     m_values.insert(m_unsaved);
 }
