@@ -55,10 +55,13 @@ char16_t *convert(std::string_view utf8, char16_t *out) {
 constexpr auto hexValues = [] {
     std::array<int, 256> values{};
     values.fill(-1);
-    for (int i = 0; i < 10; ++i)
-        values[static_cast<std::size_t>('0' + i)] = i;
-    for (int i = 0; i < 6; ++i)
-        values[static_cast<std::size_t>('a' + i)] = values[static_cast<std::size_t>('A' + i)] = 10 + i;
+    int value = 0;
+    for (const unsigned char digit : {'0', '1', '2', '3', '4', '5', '6', '7', '8', '9'})
+        values[digit] = value++;
+    for (const unsigned char digit : {'a', 'b', 'c', 'd', 'e', 'f'}) {
+        values[digit] = value;
+        values[digit - 'a' + 'A'] = value++;
+    }
     return values;
 }();
 

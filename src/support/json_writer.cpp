@@ -220,7 +220,7 @@ void JsonWriter::advance(const char *end) {
 }
 
 void JsonWriter::quote(std::string_view text, std::string_view behind) {
-    char *out = begin(static_cast<qsizetype>(1 + text.size() + behind.size()));
+    char *out = begin(1 + static_cast<qsizetype>(text.size()) + static_cast<qsizetype>(behind.size()));
     *out++ = '"';
     out = std::copy(text.begin(), text.end(), out);
     advance(std::copy(behind.begin(), behind.end(), out));
