@@ -1,4 +1,4 @@
-#include "definition_model.h"
+#include "lookup/definition_parser.h"
 #include "platform/linux/linux_dictionary_services.h"
 #include "platform/linux/stardict/definition_text.h"
 #include "platform/linux/stardict/dictionary.h"
@@ -21,6 +21,26 @@ using tools::StarDictEntry;
 using tools::StarDictOptions;
 
 namespace {
+
+/// What the program reads from a definition line, on one line for comparisons:
+/// "headword/phonetic: noun{(context) meaning > example; meaning} verb{...}".
+QString describeDefinition(const QString &line) {
+    const DictionaryEntry entry = parseDefinition(line, QString());
+    QString result = entry.headword;
+    if (entry.phonetic)
+        result += u'/' + *entry.phonetic;
+    result += u':';
+    for (const PartOfSpeechGroup &group : entry.posGroups) {
+        QStringList senses;
+        for (const SenseItem &sense : group.senses) {
+            const QString context = sense.context ? QStringLiteral("(%1) ").arg(*sense.context) : QString();
+            senses +=
+                context + (QStringList{sense.chineseMeaning} + sense.examples).join(QStringLiteral(" > "));
+        }
+        result += u' ' + group.pos + u'{' + senses.join(QStringLiteral("; ")) + u'}';
+    }
+    return result;
+}
 
 QByteArray readFile(const QString &path) {
     QFile file(path);
