@@ -46,20 +46,21 @@ void MedianReporter::ReportRuns(const std::vector<Run> &runs) {
 
 void MedianReporter::printTimesPerRecord(const std::vector<std::string> &operations,
                                          const std::vector<int> &sizes) const {
-    std::printf("\n| Time per record, wordbook of |");
-    for (const int size : sizes)
-        std::printf(" %d |", size);
-    std::printf("\n| :--- |");
-    for (std::size_t i = 0; i < sizes.size(); ++i)
-        std::printf(" ---: |");
+    std::string header = "| time per record, wordbook of |";
+    std::string rule = "| :--- |";
+    for (const int size : sizes) {
+        header += ' ' + std::to_string(size) + " |";
+        rule += " ---: |";
+    }
+    std::printf("\n%s\n%s\n", header.c_str(), rule.c_str());
     for (const std::string &operation : operations) {
-        std::printf("\n| %s |", operation.c_str());
+        std::printf("| %s |", operation.c_str());
         for (const int size : sizes) {
-            const auto found = m_seconds.find(operation + "/" + std::to_string(size));
+            const auto found = m_seconds.find(operation + '/' + std::to_string(size));
             std::printf(" %s |", found == m_seconds.end() ? "" : microseconds(found->second / size).c_str());
         }
+        std::printf("\n");
     }
-    std::printf("\n");
 }
 
 bool MedianReporter::printComparisons(const std::vector<Comparison> &comparisons) const {

@@ -30,6 +30,7 @@ struct Home {
 
     Home() {
         QDir().mkpath(dictionaryDirectory);
+        QDir().mkpath(path + QStringLiteral("/data/Lexiquill"));
         if (!writeDictionary(dictionaryDirectory, dictionaryWords))
             std::fprintf(stderr, "the dictionary could not be written\n");
         WordbookFile(path + QStringLiteral("/data/Lexiquill/vocabulary.json"))

@@ -58,13 +58,13 @@ WordRecord sampleRecord(const DictionaryEntry &entry, const QString &word, std::
                       .nextReviewDate = daysLater(sampleInstant(), number(-10, 40)),
                       .reviewHistory = {},
                       .userNotes = number(0, 3) == 0 ? QStringLiteral("和同事开会时听到的词") : QString()};
-    const qint64 reviews = number(0, 12);
+    const qint64 reviews = number(0, 16);
     for (qint64 i = 0; i < reviews; ++i) {
         const bool isRemembered = number(0, 3) != 0;
         record.repetitionCount = isRemembered ? record.repetitionCount + 1 : 0;
         record.intervalDays = isRemembered ? record.intervalDays * 2 + 1 : 1;
         record.easeFactor = 1.3 + 0.05 * static_cast<double>(number(0, 34));
-        record.lastReviewDate = daysLater(sampleInstant(), i - number(13, 40));
+        record.lastReviewDate = daysLater(sampleInstant(), i - number(17, 40));
         record.reviewHistory +=
             ReviewLog{.reviewDate = *record.lastReviewDate,
                       .feedback = isRemembered ? ReviewFeedback::Remembered : ReviewFeedback::Forgot,

@@ -73,10 +73,10 @@ QByteArray sampleBytes(int64_t size) {
 void load(State &state) {
     WordbookFile file(sampleFile(state.range(0)));
     measure(state, [&] {
-        auto words = file.load(sampleInstant());
-        if (!words || words->size() != state.range(0))
+        auto content = file.load(sampleInstant());
+        if (content.words.size() != state.range(0))
             state.SkipWithError("not all records were read");
-        return words;
+        return content;
     });
 }
 
@@ -106,10 +106,10 @@ void writeDurably(State &state) {
 void save(State &state) {
     const SampleCopy copy(state.range(0));
     WordbookFile file(copy.path());
-    auto words = *file.load(sampleInstant());
+    auto words = file.load(sampleInstant()).words;
     measure(state, [&] {
         ++words[words.size() / 2].searchCount;
-        const auto lock = file.lock();
+        const auto lock = file.lock(std::chrono::seconds(1));
         const bool isSaved = file.save(words, std::nullopt);
         if (!isSaved)
             state.SkipWithError("the file could not be written");
@@ -139,7 +139,7 @@ template <typename Change> void measureChange(State &state, Change change) {
 void recordReview(State &state) {
     measureChange(state, [](StorageManager &storage, qsizetype position) {
         const auto feedback = position % 4 == 0 ? ReviewFeedback::Forgot : ReviewFeedback::Remembered;
-        storage.recordReview(QUuid(storage.words().at(position).id), feedback);
+        storage.recordReview(storage.words().at(position).id, feedback);
     });
 }
 
@@ -154,7 +154,7 @@ void addOrUpdateSearch(State &state) {
 }
 
 void generatePlan(State &state) {
-    const auto words = *WordbookFile(sampleFile(state.range(0))).load(sampleInstant());
+    const auto words = WordbookFile(sampleFile(state.range(0))).load(sampleInstant()).words;
     const Calendar calendar = Calendar::current();
     measure(state, [&] {
         return WeeklyReviewScheduler::shared().generateWeeklyPlan(words, sampleInstant(), calendar);
@@ -162,7 +162,7 @@ void generatePlan(State &state) {
 }
 
 void exportPlan(State &state) {
-    const auto words = *WordbookFile(sampleFile(state.range(0))).load(sampleInstant());
+    const auto words = WordbookFile(sampleFile(state.range(0))).load(sampleInstant()).words;
     const Calendar calendar = Calendar::current();
     const auto plan = WeeklyReviewScheduler::shared().generateWeeklyPlan(words, sampleInstant(), calendar);
     measure(state, [&] { return WeeklyReviewScheduler::shared().exportMarkdown(plan, calendar).toUtf8(); });

