@@ -71,3 +71,8 @@ size_t qHash(const PartOfSpeechGroup &group, size_t seed = 0) noexcept;
 size_t qHash(const DictionaryEntry &entry, size_t seed = 0) noexcept;
 
 } // namespace lexiquill
+
+Q_DECLARE_TYPEINFO(lexiquill::ExampleSentence, Q_RELOCATABLE_TYPE);
+Q_DECLARE_TYPEINFO(lexiquill::SenseItem, Q_RELOCATABLE_TYPE);
+Q_DECLARE_TYPEINFO(lexiquill::PartOfSpeechGroup, Q_RELOCATABLE_TYPE);
+Q_DECLARE_TYPEINFO(lexiquill::DictionaryEntry, Q_RELOCATABLE_TYPE);

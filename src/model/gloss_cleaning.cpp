@@ -38,19 +38,19 @@ QString withoutLatinNotes(const QString &text) {
     return result;
 }
 
+bool isInLatinRun(QChar character) {
+    static const QString toneLetters = QStringLiteral("āáǎàēéěèīíǐìōóǒòūúǔùǖǘǚǜü");
+    return isLatinLetter(character) || character.isSpace() ||
+           (character.unicode() >= 0x80 && character.unicode() < 0x300 && toneLetters.contains(character));
+}
+
 /// Matches of "[a-zA-Zāáǎàēéěèīíǐìōóǒòūúǔùǖǘǚǜü\s]{2,}" removed.
 QString withoutLatinRuns(const QString &text) {
-    static const QString toneLetters = QStringLiteral("āáǎàēéěèīíǐìōóǒòūúǔùǖǘǚǜü");
-    const auto isInRun = [](QChar character) {
-        return isLatinLetter(character) || character.isSpace() ||
-               (character.unicode() >= 0x80 && character.unicode() < 0x300 &&
-                toneLetters.contains(character));
-    };
     QString result;
     result.reserve(text.size());
     for (qsizetype i = 0; i < text.size();) {
         qsizetype end = i;
-        while (end < text.size() && isInRun(text[end]))
+        while (end < text.size() && isInLatinRun(text[end]))
             ++end;
         if (end - i < 2) {
             result += text[i];
@@ -90,7 +90,14 @@ QStringList cleanChineseTokens(const QString &gloss) {
     for (qsizetype i = 0; i <= text.size(); ++i) {
         if (i < text.size() && text[i] != u';' && text[i] != u'；' && text[i] != u',')
             continue;
-        const QString piece = withoutLatinRuns(withoutLatinNotes(text.sliced(start, i - start)));
+        const QStringView whole = QStringView(text).sliced(start, i - start);
+        QString cleaned;
+        QStringView piece = whole;
+        // Most glosses have nothing to take out.
+        if (std::any_of(whole.begin(), whole.end(), isInLatinRun)) {
+            cleaned = withoutLatinRuns(withoutLatinNotes(whole.toString()));
+            piece = cleaned;
+        }
         const QStringView token = trimmedOfPunctuation(piece, true);
         if (containsHan(token))
             tokens += token.toString();

@@ -79,3 +79,6 @@ inline size_t qHash(const WordRecord &record, size_t seed = 0) noexcept {
 }
 
 } // namespace lexiquill
+
+Q_DECLARE_TYPEINFO(lexiquill::ReviewLog, Q_RELOCATABLE_TYPE);
+Q_DECLARE_TYPEINFO(lexiquill::WordRecord, Q_RELOCATABLE_TYPE);

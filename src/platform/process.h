@@ -9,6 +9,9 @@ namespace lexiquill {
 /// instead of being whichever file is opened next.
 void prepareProcess();
 
+/// Makes ready for many allocations that are kept, of about this many bytes in all.
+void expectAllocations(qsizetype size);
+
 /// The directory of the running program's executable file.
 QString executableDirectory();
 

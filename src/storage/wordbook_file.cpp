@@ -2,6 +2,7 @@
 
 #include "model/record_codec.h"
 #include "platform/durable_file.h"
+#include "platform/process.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -40,6 +41,8 @@ WordbookFile::Content WordbookFile::load(Instant now) {
     if (!snapshot)
         return {problem == FileSnapshot::Problem::Passing ? State::Unknown : State::Unreadable};
     try {
+        // The bytes, the parser's tables of up to six times their size, and the records.
+        expectAllocations(QFileInfo(m_path).size() * 9);
         auto bytes = snapshot->readAll(parserPadding);
         if (!bytes)
             return {State::Unknown};

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
-#include <cstdio>
 
 namespace lexiquill {
 
@@ -129,13 +128,20 @@ QString Instant::toIso8601() const {
     const sys_days day = floor<days>(whole);
     const year_month_day date{day};
     const hh_mm_ss time{whole - day};
-    char text[32];
-    const int length =
-        std::snprintf(text, sizeof text, "%04d-%02u-%02uT%02d:%02d:%02dZ", static_cast<int>(date.year()),
-                      static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()),
-                      static_cast<int>(time.hours().count()), static_cast<int>(time.minutes().count()),
-                      static_cast<int>(time.seconds().count()));
-    return QString::fromLatin1(text, length);
+    QString text = QStringLiteral("0000-00-00T00:00:00Z");
+    QChar *const characters = text.data();
+    // Writes a number so that it ends before the given place.
+    const auto write = [characters](qint64 number, qsizetype end) {
+        for (; number > 0; number /= 10)
+            characters[--end] = QChar(static_cast<char16_t>(u'0' + number % 10));
+    };
+    write(static_cast<int>(date.year()), 4);
+    write(static_cast<unsigned>(date.month()), 7);
+    write(static_cast<unsigned>(date.day()), 10);
+    write(time.hours().count(), 13);
+    write(time.minutes().count(), 16);
+    write(time.seconds().count(), 19);
+    return text;
 }
 
 } // namespace lexiquill

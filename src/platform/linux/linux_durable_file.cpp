@@ -47,8 +47,12 @@ public:
             if (written < 0 && errno == EINTR)
                 continue;
             m_isWhole = written > 0;
-            if (m_isWhole)
-                bytes = bytes.sliced(written);
+            if (!m_isWhole)
+                break;
+            bytes = bytes.sliced(written);
+            // The disk works while the next bytes are made. A failure shows again in commit().
+            ::sync_file_range(m_descriptor.get(), m_position, written, SYNC_FILE_RANGE_WRITE);
+            m_position += written;
         }
         return m_isWhole;
     }
@@ -82,6 +86,7 @@ private:
 
     QByteArray m_destination;
     QByteArray m_temporary;
+    off64_t m_position = 0;
     bool m_exists = false;
     bool m_isWhole = true;
     FileDescriptor m_descriptor;

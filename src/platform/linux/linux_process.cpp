@@ -4,9 +4,14 @@
 #include <QFileInfo>
 
 #include <fcntl.h>
+#include <malloc.h>
+#include <sys/mman.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
+#include <cstdlib>
+#include <memory>
 
 namespace lexiquill {
 
@@ -19,6 +24,24 @@ void prepareProcess() {
         descriptor = ::open("/dev/null", O_RDWR | O_CLOEXEC);
     if (descriptor >= 0)
         ::close(descriptor);
+}
+
+void expectAllocations(qsizetype size) {
+    // Grows the heap at once, in place of thousands of small steps, and asks for huge pages there.
+    constexpr int most = 31 << 20;
+    mallopt(M_MMAP_THRESHOLD, 32 << 20);
+    mallopt(M_TRIM_THRESHOLD, 64 << 20);
+    mallopt(M_TOP_PAD, 1 << 20);
+    constexpr std::size_t hugePage = std::size_t{1} << 21;
+    const auto usable = static_cast<std::size_t>(std::clamp<qsizetype>(size, 0, most));
+    if (usable < 2 * hugePage)
+        return;
+    void *const memory = std::malloc(usable);
+    void *start = memory;
+    std::size_t space = usable;
+    if (std::align(hugePage, hugePage, start, space) != nullptr)
+        ::madvise(start, space, MADV_HUGEPAGE);
+    std::free(memory);
 }
 
 QString executableDirectory() {
