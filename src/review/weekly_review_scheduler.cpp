@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <initializer_list>
 #include <vector>
 
 namespace lexiquill {
@@ -46,19 +47,35 @@ double calculatePriority(const WordRecord &word, Instant referenceDate) {
     return std::isnan(score) ? 0.0 : score;
 }
 
-QList<WordRecord> prioritized(const QList<const QList<WordRecord> *> &lists, Instant referenceDate) {
+using Selection = std::vector<const WordRecord *>;
+
+QList<WordRecord> copiesOf(const Selection &selection) {
+    QList<WordRecord> copies;
+    copies.reserve(static_cast<qsizetype>(selection.size()));
+    for (const WordRecord *word : selection)
+        copies += *word;
+    return copies;
+}
+
+/// The words of all selections, each id once, by falling priority.
+QList<WordRecord> prioritized(std::initializer_list<const Selection *> selections, Instant referenceDate) {
     struct Ranked {
         const WordRecord *word;
         double priority;
     };
+    std::size_t most = 0;
+    for (const Selection *selection : selections)
+        most += selection->size();
     std::vector<Ranked> ranked;
+    ranked.reserve(most);
     QSet<QUuid> seen;
-    for (const QList<WordRecord> *list : lists) {
-        for (const WordRecord &word : *list) {
+    seen.reserve(static_cast<qsizetype>(most));
+    for (const Selection *selection : selections) {
+        for (const WordRecord *word : *selection) {
             const qsizetype before = seen.size();
-            seen.insert(word.id);
+            seen.insert(word->id);
             if (seen.size() != before)
-                ranked.push_back({&word, calculatePriority(word, referenceDate)});
+                ranked.push_back({word, calculatePriority(*word, referenceDate)});
         }
     }
     std::stable_sort(ranked.begin(), ranked.end(),
@@ -96,17 +113,22 @@ WeeklyReviewPlan WeeklyReviewScheduler::generateWeeklyPlan(const QList<WordRecor
     const Calendar::Week week = weekOf(referenceDate, calendar);
     WeeklyReviewPlan plan{
         .weekNumber = week.number, .year = week.year, .startOfWeek = week.start, .endOfWeek = week.end};
+    Selection due;
+    Selection fresh;
+    Selection difficult;
     for (const WordRecord &word : records) {
         if (!word.isMastered && word.nextReviewDate <= plan.endOfWeek)
-            plan.dueWords += word;
+            due.push_back(&word);
         if (word.lastSearchedDate >= plan.startOfWeek && word.repetitionCount == 0 &&
             word.memoryStatus == MemoryStatus::New)
-            plan.newSearches += word;
+            fresh.push_back(&word);
         if (isDifficult(word))
-            plan.difficultWords += word;
+            difficult.push_back(&word);
     }
-    plan.prioritizedList =
-        prioritized({&plan.difficultWords, &plan.dueWords, &plan.newSearches}, referenceDate);
+    plan.dueWords = copiesOf(due);
+    plan.newSearches = copiesOf(fresh);
+    plan.difficultWords = copiesOf(difficult);
+    plan.prioritizedList = prioritized({&difficult, &due, &fresh}, referenceDate);
     return plan;
 }
 

@@ -119,6 +119,7 @@ void StorageManager::saveData(std::chrono::milliseconds patience) {
     if (const auto held = lock(patience); held && catchUp())
         write();
     Q_EMIT wordsChanged();
+    refreshWeeklyPlan();
 }
 
 /// Saves under the lock.
@@ -128,9 +129,16 @@ void StorageManager::write() {
 }
 
 void StorageManager::refreshWeeklyPlan() {
-    m_weeklyPlan = WeeklyReviewScheduler::shared().generateWeeklyPlan(m_words, m_dependencies.clock(),
-                                                                      m_dependencies.calendar());
+    m_weeklyPlan.reset();
+    m_planDate = m_dependencies.clock();
     Q_EMIT weeklyPlanChanged();
+}
+
+const std::optional<WeeklyReviewPlan> &StorageManager::weeklyPlan() const {
+    if (!m_weeklyPlan)
+        m_weeklyPlan = WeeklyReviewScheduler::shared().generateWeeklyPlan(m_words, m_planDate,
+                                                                          m_dependencies.calendar());
+    return m_weeklyPlan;
 }
 
 /// Makes a change on the current state of the wordbook, saves it and rebuilds the plan. What cannot be saved

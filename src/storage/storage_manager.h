@@ -45,7 +45,8 @@ public:
 
     /// Most recently added first.
     const QList<WordRecord> &words() const { return m_words; }
-    const std::optional<WeeklyReviewPlan> &weeklyPlan() const { return m_weeklyPlan; }
+    /// The plan as of the last change. It is built when it is first asked for, for most commands never do.
+    const std::optional<WeeklyReviewPlan> &weeklyPlan() const;
 
     /// Deleted words, trimmed and lower-cased.
     QSet<QString> deletedWords() const;
@@ -88,7 +89,8 @@ private:
     Dependencies m_dependencies;
     WordbookFile m_file;
     QList<WordRecord> m_words;
-    std::optional<WeeklyReviewPlan> m_weeklyPlan;
+    mutable std::optional<WeeklyReviewPlan> m_weeklyPlan; ///< absent while it waits to be built
+    Instant m_planDate;
     QList<WordbookChange> m_unsavedChanges;
     bool m_hasWaitedInVain = false;
 };
