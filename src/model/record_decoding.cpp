@@ -55,12 +55,11 @@ char16_t *convert(std::string_view utf8, char16_t *out) {
 constexpr auto hexValues = [] {
     std::array<int, 256> values{};
     values.fill(-1);
-    int value = 0;
-    for (const unsigned char digit : {'0', '1', '2', '3', '4', '5', '6', '7', '8', '9'})
-        values[digit] = value++;
-    for (const unsigned char digit : {'a', 'b', 'c', 'd', 'e', 'f'}) {
-        values[digit] = value;
-        values[digit - 'a' + 'A'] = value++;
+    constexpr std::string_view lower = "0123456789abcdef";
+    constexpr std::string_view upper = "0123456789ABCDEF";
+    for (std::size_t value = 0; value < lower.size(); ++value) {
+        for (const char digit : {lower[value], upper[value]})
+            values[static_cast<unsigned char>(digit)] = static_cast<int>(value);
     }
     return values;
 }();
