@@ -51,18 +51,25 @@ private:
     QString m_path;
 };
 
-/// Measures `work` once for each iteration of the benchmark. Memory that earlier work has given back is
-/// handed to the system first, so that a large wordbook and a small one both start like a new process.
-template <typename Work> void measure(State &state, Work work) {
+/// Measures `work(prepare())` once for each iteration of the benchmark; the preparation does not count.
+/// Memory that earlier work has given back is handed to the system first, so that a large wordbook and a
+/// small one both start like a new process.
+template <typename Prepare, typename Work> void measure(State &state, Prepare prepare, Work work) {
     for ([[maybe_unused]] const auto each : state) {
         malloc_trim(0);
+        const auto input = prepare();
         const auto start = std::chrono::steady_clock::now();
-        const auto result = work();
+        const auto result = work(input);
         state.SetIterationTime(
             std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
         benchmark::DoNotOptimize(result);
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+template <typename Work> void measure(State &state, Work work) {
+    measure(
+        state, [] { return 0; }, [&](int) { return work(); });
 }
 
 QByteArray sampleBytes(int64_t size) {
@@ -153,19 +160,26 @@ void addOrUpdateSearch(State &state) {
     });
 }
 
+/// The terminal commands make a plan once, from records that have just been read.
+QList<WordRecord> loadedRecords(const State &state) {
+    return WordbookFile(sampleFile(state.range(0))).load(sampleInstant()).words;
+}
+
 void generatePlan(State &state) {
-    const auto words = WordbookFile(sampleFile(state.range(0))).load(sampleInstant()).words;
     const Calendar calendar = Calendar::current();
-    measure(state, [&] {
-        return WeeklyReviewScheduler::shared().generateWeeklyPlan(words, sampleInstant(), calendar);
-    });
+    measure(
+        state, [&] { return loadedRecords(state); },
+        [&](const QList<WordRecord> &words) {
+            return WeeklyReviewScheduler::shared().generateWeeklyPlan(words, sampleInstant(), calendar);
+        });
 }
 
 void exportPlan(State &state) {
-    const auto words = WordbookFile(sampleFile(state.range(0))).load(sampleInstant()).words;
     const Calendar calendar = Calendar::current();
-    const auto plan = WeeklyReviewScheduler::shared().generateWeeklyPlan(words, sampleInstant(), calendar);
-    measure(state, [&] { return WeeklyReviewScheduler::shared().exportMarkdown(plan, calendar).toUtf8(); });
+    const auto &scheduler = WeeklyReviewScheduler::shared();
+    measure(
+        state, [&] { return scheduler.generateWeeklyPlan(loadedRecords(state), sampleInstant(), calendar); },
+        [&](const WeeklyReviewPlan &plan) { return scheduler.exportMarkdown(plan, calendar).toUtf8(); });
 }
 
 } // namespace
