@@ -55,6 +55,7 @@ std::optional<double> run(const std::vector<std::string> &command) {
                                              "PATH=/usr/bin:/bin"};
     const auto pointers = [](const std::vector<std::string> &texts) {
         std::vector<char *> result;
+        result.reserve(texts.size() + 1);
         for (const std::string &text : texts)
             result.push_back(const_cast<char *>(text.c_str()));
         result.push_back(nullptr);

@@ -117,21 +117,24 @@ QList<WordRecord> sampleRecords(qsizetype count) {
 QString newDirectory() {
     static const QTemporaryDir root(QStringLiteral(LEXIQUILL_BENCH_DIRECTORY "/run-XXXXXX"));
     static int number = 0;
-    const QString path = root.filePath(QString::number(++number));
+    QString path = root.filePath(QString::number(++number));
     if (!QDir().mkpath(path))
         std::fprintf(stderr, "cannot create %s\n", qPrintable(path));
     return path;
 }
 
 QByteArray madeUpWord(quint32 index) {
-    constexpr std::array syllables{"ab", "ba", "con", "de",  "em", "fi", "gra", "hy", "in",  "jo",
-                                   "ka", "le", "mi",  "nor", "or", "pe", "qui", "re", "sta", "ti",
-                                   "ul", "va", "wen", "xy",  "yo", "ze", "pro", "sub"};
+    // All of one length, so that different syllables make different words.
+    constexpr std::array syllables{"ba", "ca", "de", "do", "el", "en", "fi", "ga", "hy", "in",
+                                   "jo", "ka", "le", "mi", "na", "or", "pe", "qu", "re", "st",
+                                   "ti", "ul", "va", "we", "xy", "yo", "ze", "sh"};
+    constexpr quint64 count = syllables.size();
     QByteArray word;
-    // Spread over the alphabet: the factor is prime, so every index below 28 to the fourth is another word.
-    quint32 rest = static_cast<quint32>(quint64{index} * 104729 % (28 * 28 * 28 * 28));
-    for (int i = 0; i < 4; ++i, rest /= 28)
-        word += syllables[rest % 28];
+    // Spread over the alphabet: the factor is prime, so every index below count to the fourth is another
+    // word.
+    quint64 rest = quint64{index} * 104729 % (count * count * count * count);
+    for (int i = 0; i < 4; ++i, rest /= count)
+        word += syllables[rest % count];
     return word;
 }
 
