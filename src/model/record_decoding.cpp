@@ -88,9 +88,14 @@ bool isAboutValueOnly(simdjson::error_code error) {
 /// structure of the text, after which nothing more can be read, marks the document as broken.
 class Decoder {
 public:
-    Decoder(JsonForm form, Instant now) : m_form(form), m_now(now) {}
+    /// `text`: what is decoded, or nothing when that is not the text as given.
+    Decoder(JsonForm form, Instant now, QByteArrayView text) : m_form(form), m_now(now), m_text(text) {}
+
+    QByteArrayView text() const { return m_text; }
 
     bool isBroken() const { return m_isBroken; }
+    /// Whether the last word record came from its text alone, without a made-up identifier or date.
+    bool isReproducible() const { return m_isReproducible; }
 
     template <typename T> bool take(simdjson::simdjson_result<T> result, T &out) {
         const simdjson::error_code error = std::move(result).get(out);
@@ -402,6 +407,8 @@ public:
         });
         if (m_isBroken)
             return false;
+        m_isReproducible =
+            hasId && firstSearchedDate && lastSearchedDate && (nextReviewDate || out.lastReviewDate);
         if (!hasId)
             out.id = QUuid::createUuid();
         out.rawDefinition = rawDefinition ? *rawDefinition : out.conciseSummary;
@@ -462,7 +469,35 @@ private:
 
     JsonForm m_form;
     Instant m_now;
+    QByteArrayView m_text;
     bool m_isBroken = false;
+    bool m_isReproducible = false;
+};
+
+/// Notes where the elements of an array of objects stand in a text.
+class TextFinder {
+public:
+    /// Without a text or a list to fill it finds nothing.
+    TextFinder(QByteArrayView text, QList<RecordText> *found) : m_text(text), m_found(found) {}
+
+    void startAt(const char *start, bool isWanted) {
+        if (m_found != nullptr)
+            *m_found += RecordText{.offset = isWanted && !m_text.isNull() ? start - m_text.data() : -1};
+    }
+
+    /// Only blanks, commas and brackets stand between an object and what follows it.
+    void endBefore(const char *end) {
+        if (m_found == nullptr || m_found->isEmpty() || m_found->last().offset < 0)
+            return;
+        RecordText &last = m_found->last();
+        while (end > m_text.data() + last.offset && end[-1] != '}')
+            --end;
+        last.size = end - m_text.data() - last.offset;
+    }
+
+private:
+    QByteArrayView m_text;
+    QList<RecordText> *m_found;
 };
 
 /// Whether nothing follows the value that has been read.
@@ -489,9 +524,12 @@ QByteArray repairedText(const QByteArray &json) {
 
 /// Parses `json` and calls `read(document, decoder)`; nothing when the text is no JSON.
 template <typename Result, typename Read>
-std::optional<Result> decodeDocument(QByteArray json, JsonForm form, Instant now, Read readDocument) {
-    if (json.startsWith("\xef\xbb\xbf"))
+std::optional<Result> decodeDocument(QByteArray json, JsonForm form, Instant now, Read readDocument,
+                                     bool isAsGiven = true) {
+    if (json.startsWith("\xef\xbb\xbf")) {
         json.remove(0, 3);
+        isAsGiven = false;
+    }
     json.reserve(json.size() + static_cast<qsizetype>(simdjson::SIMDJSON_PADDING));
     const auto size = static_cast<std::size_t>(json.size());
     ondemand::parser parser;
@@ -502,18 +540,81 @@ std::optional<Result> decodeDocument(QByteArray json, JsonForm form, Instant now
         QByteArray repaired = repairedText(json);
         if (repaired == json)
             return std::nullopt;
-        return decodeDocument<Result>(std::move(repaired), form, now, readDocument);
+        return decodeDocument<Result>(std::move(repaired), form, now, readDocument, false);
     }
     // Not the fault of the text, and not to be taken for one.
     if (error == simdjson::MEMALLOC || error == simdjson::CAPACITY)
         throw std::bad_alloc();
     if (error)
         return std::nullopt;
-    Decoder decoder(form, now);
+    Decoder decoder(form, now, isAsGiven ? QByteArrayView(json) : QByteArrayView());
     Result result;
     if (!readDocument(document, decoder, result) || decoder.isBroken() || !isAtEnd(document))
         return std::nullopt;
     return result;
+}
+
+bool readWordRecords(ondemand::document &document, Decoder &decoder, TextFinder &finder,
+                     QList<WordRecord> &records) {
+    ondemand::array array;
+    if (!decoder.take(document.get_array(), array))
+        return false;
+    bool isReadable = true;
+    decoder.forEachElement(array, [&](ondemand::value element) {
+        const char *const start = element.raw_json_token().data();
+        finder.endBefore(start);
+        auto record = Decoder::blank<WordRecord>();
+        isReadable = decoder.read(element, record);
+        if (isReadable)
+            records += std::move(record);
+        finder.startAt(start, decoder.isReproducible());
+        return isReadable;
+    });
+    finder.endBefore(decoder.text().end());
+    return isReadable;
+}
+
+/// Decodes a wordbook as this program writes it piece by piece, so that the parser's tables stay small and in
+/// the processor's cache. The pieces are cut where one record seems to end and the next to begin; a cut in
+/// the wrong place leaves pieces that are no lists of objects. Nothing when there is such a piece.
+std::optional<QList<WordRecord>> decodeInPieces(QByteArray &json, Instant now, QList<RecordText> *texts,
+                                                qsizetype pieceSize) {
+    constexpr QByteArrayView head = "[\n  {";
+    constexpr QByteArrayView cut = "\n  },\n  {";
+    constexpr qsizetype comma = 4;
+    if (json.size() < 2 * pieceSize || !json.startsWith(head))
+        return std::nullopt;
+    constexpr auto padding = static_cast<qsizetype>(simdjson::SIMDJSON_PADDING);
+    json.reserve(json.size() + padding);
+    char *const data = json.data();
+    QList<WordRecord> words;
+    TextFinder finder(json, texts);
+    ondemand::parser parser;
+    qsizetype start = head.size() - 1;
+    bool isReadable = true;
+    for (bool isLast = false; isReadable && !isLast;) {
+        const qsizetype found = start + pieceSize < json.size() ? json.indexOf(cut, start + pieceSize) : -1;
+        isLast = found < 0;
+        const qsizetype end = isLast ? json.size() : found + comma + 1;
+        // The blank before the piece and the comma behind it become its brackets for a while.
+        data[start - 1] = '[';
+        if (!isLast)
+            data[end - 1] = ']';
+        const auto size = static_cast<std::size_t>(end - start + 1);
+        ondemand::document document;
+        const simdjson::error_code error =
+            parser.iterate(data + start - 1, size, size + simdjson::SIMDJSON_PADDING).get(document);
+        Decoder decoder(JsonForm::File, now, QByteArrayView(data, end));
+        isReadable = !error && readWordRecords(document, decoder, finder, words) && !decoder.isBroken() &&
+                     isAtEnd(document);
+        data[start - 1] = ' ';
+        if (!isLast)
+            data[end - 1] = ',';
+        if (error == simdjson::MEMALLOC || error == simdjson::CAPACITY)
+            throw std::bad_alloc();
+        start = found + cut.size() - 1;
+    }
+    return isReadable ? std::optional(std::move(words)) : std::nullopt;
 }
 
 template <typename Record>
@@ -527,22 +628,19 @@ std::optional<Record> decodeObject(const QByteArray &json, JsonForm form, Instan
 
 } // namespace
 
-std::optional<QList<WordRecord>> decodeWordRecords(QByteArray json, JsonForm form, Instant now) {
+std::optional<QList<WordRecord>> decodeWordRecords(QByteArray json, JsonForm form, Instant now,
+                                                   QList<RecordText> *texts, qsizetype pieceSize) {
+    if (form == JsonForm::File) {
+        if (auto words = decodeInPieces(json, now, texts, pieceSize))
+            return words;
+    }
+    if (texts != nullptr)
+        texts->clear();
     using Records = QList<WordRecord>;
     return decodeDocument<Records>(std::move(json), form, now,
-                                   [](ondemand::document &document, Decoder &decoder, Records &records) {
-                                       ondemand::array array;
-                                       if (!decoder.take(document.get_array(), array))
-                                           return false;
-                                       bool isReadable = true;
-                                       decoder.forEachElement(array, [&](ondemand::value element) {
-                                           auto record = Decoder::blank<WordRecord>();
-                                           isReadable = decoder.read(element, record);
-                                           if (isReadable)
-                                               records += std::move(record);
-                                           return isReadable;
-                                       });
-                                       return isReadable;
+                                   [texts](ondemand::document &document, Decoder &decoder, Records &records) {
+                                       TextFinder finder(decoder.text(), texts);
+                                       return readWordRecords(document, decoder, finder, records);
                                    });
 }
 

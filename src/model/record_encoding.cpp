@@ -186,6 +186,10 @@ template <typename Value> QByteArray encode(const Value &value, JsonForm form) {
 
 } // namespace
 
+void writeWordRecord(JsonWriter &writer, const WordRecord &record, JsonForm form) {
+    write(writer, record, form);
+}
+
 void writeWordRecords(JsonWriter &writer, const QList<WordRecord> &records, JsonForm form) {
     write(writer, records, form);
 }

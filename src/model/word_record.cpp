@@ -1,5 +1,7 @@
 #include "model/word_record.h"
 
+#include <tuple>
+
 namespace lexiquill {
 
 QString rawValue(MemoryStatus status) {
@@ -63,6 +65,41 @@ QString WordRecord::nextReviewRelativeDescription(Instant relativeTo, const Cale
     if (*days == 1)
         return QStringLiteral("明天");
     return QStringLiteral("%1 天后").arg(*days);
+}
+
+namespace {
+
+/// Compares texts without a look at them when they are one.
+bool areSame(const QString &a, const QString &b) {
+    return (a.constData() == b.constData() && a.size() == b.size()) || a == b;
+}
+
+bool areSame(const std::optional<QString> &a, const std::optional<QString> &b) {
+    return a && b ? areSame(*a, *b) : a.has_value() == b.has_value();
+}
+
+template <typename T> bool areSame(const T &a, const T &b) {
+    return a == b;
+}
+
+/// References to all fields. A field that is missing here does not compile.
+auto fieldsOf(const WordRecord &record) {
+    const auto &[id, word, phonetic, conciseSummary, posGroups, rawDefinition, examples, firstSearchedDate,
+                 lastSearchedDate, searchCount, lastReviewDate, nextReviewDate, repetitionCount, intervalDays,
+                 easeFactor, isMastered, memoryStatus, reviewHistory, userNotes] = record;
+    return std::tie(id, word, phonetic, conciseSummary, posGroups, rawDefinition, examples, firstSearchedDate,
+                    lastSearchedDate, searchCount, lastReviewDate, nextReviewDate, repetitionCount,
+                    intervalDays, easeFactor, isMastered, memoryStatus, reviewHistory, userNotes);
+}
+
+} // namespace
+
+bool haveSameContent(const WordRecord &a, const WordRecord &b) {
+    return std::apply(
+        [&b](const auto &...ofA) {
+            return std::apply([&](const auto &...ofB) { return (areSame(ofA, ofB) && ...); }, fieldsOf(b));
+        },
+        fieldsOf(a));
 }
 
 } // namespace lexiquill

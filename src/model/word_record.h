@@ -78,6 +78,9 @@ inline size_t qHash(const WordRecord &record, size_t seed = 0) noexcept {
     return qHash(record.id, seed);
 }
 
+/// Whether all fields are equal; quick for records that are copies of each other.
+bool haveSameContent(const WordRecord &a, const WordRecord &b);
+
 } // namespace lexiquill
 
 Q_DECLARE_TYPEINFO(lexiquill::ReviewLog, Q_RELOCATABLE_TYPE);

@@ -25,6 +25,12 @@ public:
     /// The content, with room for `spare` more bytes behind it; nothing on a read error.
     virtual std::optional<QByteArray> readAll(qsizetype spare) const = 0;
 
+    /// Reads `size` bytes at `offset`; false when not all of them are there.
+    virtual bool read(qint64 offset, char *bytes, qsizetype size) const = 0;
+
+    /// Whether the file has not been written to since it was opened.
+    virtual bool isUnmodified() const = 0;
+
     /// Whether `path` still names this very file, unmodified.
     virtual bool isStillAt(const QString &path) const = 0;
 };

@@ -47,44 +47,63 @@ double calculatePriority(const WordRecord &word, Instant referenceDate) {
     return std::isnan(score) ? 0.0 : score;
 }
 
-using Selection = std::vector<const WordRecord *>;
+using Positions = QList<qsizetype>;
 
-QList<WordRecord> copiesOf(const Selection &selection) {
-    QList<WordRecord> copies;
-    copies.reserve(static_cast<qsizetype>(selection.size()));
-    for (const WordRecord *word : selection)
-        copies += *word;
-    return copies;
-}
-
-/// The words of all selections, each id once, by falling priority.
-QList<WordRecord> prioritized(std::initializer_list<const Selection *> selections, Instant referenceDate) {
+/// The positions of all selections, each record's id once, by falling priority.
+Positions prioritized(const QList<WordRecord> &records, std::initializer_list<const Positions *> selections,
+                      Instant referenceDate) {
     struct Ranked {
-        const WordRecord *word;
         double priority;
+        qsizetype position;
     };
-    std::size_t most = 0;
-    for (const Selection *selection : selections)
+    qsizetype most = 0;
+    for (const Positions *selection : selections)
         most += selection->size();
     std::vector<Ranked> ranked;
-    ranked.reserve(most);
+    ranked.reserve(static_cast<std::size_t>(most));
     QSet<QUuid> seen;
-    seen.reserve(static_cast<qsizetype>(most));
-    for (const Selection *selection : selections) {
-        for (const WordRecord *word : *selection) {
+    seen.reserve(most);
+    for (const Positions *selection : selections) {
+        for (const qsizetype position : *selection) {
+            const WordRecord &word = records.at(position);
             const qsizetype before = seen.size();
-            seen.insert(word->id);
+            seen.insert(word.id);
             if (seen.size() != before)
-                ranked.push_back({word, calculatePriority(*word, referenceDate)});
+                ranked.push_back({calculatePriority(word, referenceDate), position});
         }
     }
     std::stable_sort(ranked.begin(), ranked.end(),
                      [](const Ranked &a, const Ranked &b) { return a.priority > b.priority; });
-    QList<WordRecord> result;
+    Positions result;
     result.reserve(static_cast<qsizetype>(ranked.size()));
     for (const Ranked &each : ranked)
-        result += *each.word;
+        result += each.position;
     return result;
+}
+
+void prefetch(const void *address, std::size_t size = 1) {
+    constexpr std::size_t line = 64;
+    for (std::size_t offset = 0; offset < size; offset += line)
+        __builtin_prefetch(static_cast<const char *>(address) + offset);
+}
+
+/// Calls `use(record)` for every record. The order of a plan is not that of the memory, where a wordbook is
+/// far larger than the caches, so the memory is asked for what comes next while a record is being used.
+template <typename Use> void forEachRecord(const RecordSelection &selection, Use use) {
+    constexpr qsizetype recordsAhead = 24;
+    constexpr qsizetype textsAhead = 12;
+    for (qsizetype i = 0; i < selection.size(); ++i) {
+        if (i + recordsAhead < selection.size())
+            prefetch(&selection.at(i + recordsAhead), sizeof(WordRecord));
+        if (i + textsAhead < selection.size()) {
+            const WordRecord &next = selection.at(i + textsAhead);
+            prefetch(next.word.constData());
+            prefetch(next.conciseSummary.constData(), 2 * summaryCharacters);
+            if (next.phonetic)
+                prefetch(next.phonetic->constData());
+        }
+        use(selection.at(i));
+    }
 }
 
 QString statusLabel(MemoryStatus status) {
@@ -113,22 +132,23 @@ WeeklyReviewPlan WeeklyReviewScheduler::generateWeeklyPlan(const QList<WordRecor
     const Calendar::Week week = weekOf(referenceDate, calendar);
     WeeklyReviewPlan plan{
         .weekNumber = week.number, .year = week.year, .startOfWeek = week.start, .endOfWeek = week.end};
-    Selection due;
-    Selection fresh;
-    Selection difficult;
-    for (const WordRecord &word : records) {
+    Positions due;
+    Positions fresh;
+    Positions difficult;
+    for (qsizetype i = 0; i < records.size(); ++i) {
+        const WordRecord &word = records.at(i);
         if (!word.isMastered && word.nextReviewDate <= plan.endOfWeek)
-            due.push_back(&word);
+            due += i;
         if (word.lastSearchedDate >= plan.startOfWeek && word.repetitionCount == 0 &&
             word.memoryStatus == MemoryStatus::New)
-            fresh.push_back(&word);
+            fresh += i;
         if (isDifficult(word))
-            difficult.push_back(&word);
+            difficult += i;
     }
-    plan.dueWords = copiesOf(due);
-    plan.newSearches = copiesOf(fresh);
-    plan.difficultWords = copiesOf(difficult);
-    plan.prioritizedList = prioritized({&difficult, &due, &fresh}, referenceDate);
+    plan.prioritizedList = {records, prioritized(records, {&difficult, &due, &fresh}, referenceDate)};
+    plan.dueWords = {records, std::move(due)};
+    plan.newSearches = {records, std::move(fresh)};
+    plan.difficultWords = {records, std::move(difficult)};
     return plan;
 }
 
@@ -143,7 +163,7 @@ QString WeeklyReviewScheduler::exportMarkdown(const WeeklyReviewPlan &plan, cons
     text += QStringLiteral("## 待复习单词列表\n\n"
                            "| 状态 | 单词 | 音标 | 词性与核心中文释义 | 间隔 | 查询频次 |\n"
                            "| :--- | :--- | :--- | :--- | :--- | :--- |\n");
-    for (const WordRecord &word : plan.prioritizedList) {
+    forEachRecord(plan.prioritizedList, [&text](const WordRecord &word) {
         const QString definition = word.conciseSummary.isEmpty()
                                        ? leadingCharacters(word.rawDefinition, definitionCharacters)
                                        : leadingCharacters(word.conciseSummary, summaryCharacters);
@@ -151,7 +171,7 @@ QString WeeklyReviewScheduler::exportMarkdown(const WeeklyReviewPlan &plan, cons
         text += u"| " % statusLabel(word.memoryStatus) % u" | **" % word.word % u"** | `" %
                 word.phonetic.value_or(QStringLiteral("-")) % u"` | " % definition % u" | " %
                 QString::number(word.intervalDays) % u"天 | " % QString::number(word.searchCount) % u"次 |\n";
-    }
+    });
     text += QStringLiteral("\n---\n"
                            "*由 Lexiquill 极简词典自动生成 · 遵循艾宾浩斯与 SM-2 遗忘曲线算法 · "
                            "vibe coding by Tolvan*\n");

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/word_record.h"
+#include "review/record_selection.h"
 #include "support/calendar.h"
 
 #include <QList>
@@ -14,10 +14,10 @@ struct WeeklyReviewPlan {
     qint64 year = 0; ///< the year that the week is numbered in
     Instant startOfWeek;
     Instant endOfWeek; ///< the instant at which the next week starts
-    QList<WordRecord> dueWords = {};
-    QList<WordRecord> newSearches = {};
-    QList<WordRecord> difficultWords = {};
-    QList<WordRecord> prioritizedList = {}; ///< the three lists without duplicates, most urgent first
+    RecordSelection dueWords = {};
+    RecordSelection newSearches = {};
+    RecordSelection difficultWords = {};
+    RecordSelection prioritizedList = {}; ///< the three lists without duplicates, most urgent first
 
     qsizetype totalCount() const { return prioritizedList.size(); }
     /// The name of the exported file, e.g. "2025年第7周单词复习清单.md".

@@ -157,6 +157,7 @@ void StorageManager::change(const WordbookChange &change) {
             setDeletedWords(deleted);
         }
         const bool maySave = held && catchUp();
+        m_weeklyPlan.reset(); // or it would keep a copy of the whole list alive
         apply(m_words, change, m_dependencies.calendar());
         m_unsavedChanges += change;
         if (maySave)

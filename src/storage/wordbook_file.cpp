@@ -36,20 +36,23 @@ bool WordbookFile::exists() const {
 
 WordbookFile::Content WordbookFile::load(Instant now) {
     m_current.reset();
+    m_texts = {};
     FileSnapshot::Problem problem = FileSnapshot::Problem::None;
     auto snapshot = FileSnapshot::open(m_path, &problem);
     if (!snapshot)
         return {problem == FileSnapshot::Problem::Passing ? State::Unknown : State::Unreadable};
     try {
-        // The bytes, the parser's tables of up to six times their size, and the records.
-        expectAllocations(QFileInfo(m_path).size() * 9);
+        // The bytes, and the records, which take about four times as much.
+        expectAllocations(QFileInfo(m_path).size() * 5);
         auto bytes = snapshot->readAll(parserPadding);
         if (!bytes)
             return {State::Unknown};
-        auto words = decodeWordRecords(std::move(*bytes), JsonForm::File, now);
+        QList<RecordText> texts;
+        auto words = decodeWordRecords(std::move(*bytes), JsonForm::File, now, &texts);
         if (!words)
             return {State::Unreadable};
         m_current = std::move(snapshot);
+        m_texts = {*words, std::move(texts)};
         return {State::Good, std::move(*words)};
     } catch (const std::bad_alloc &) {
         return {State::Unknown};
@@ -66,15 +69,18 @@ std::unique_ptr<FileLock> WordbookFile::lock(std::chrono::milliseconds patience)
 }
 
 bool WordbookFile::save(const QList<WordRecord> &words, std::optional<QDate> today) {
-    const auto file = DurableFile::create(m_path);
+    auto file = DurableFile::create(m_path);
     if (!file)
         return false;
-    bool isWritten = true;
-    JsonWriter writer(JsonWriter::Style::Pretty,
-                      [&](QByteArrayView chunk) { isWritten = isWritten && file->write(chunk); });
-    writeWordRecords(writer, words, JsonForm::File);
-    writer.finish();
-    if (!isWritten)
+    QList<RecordText> texts;
+    Outcome outcome = write(*file, words, texts);
+    if (outcome == Outcome::SourceFailed) {
+        m_texts = {};
+        file.reset();
+        file = DurableFile::create(m_path);
+        outcome = file ? write(*file, words, texts) : Outcome::WriteFailed;
+    }
+    if (outcome != Outcome::Written)
         return false;
     const QString backup = today ? keepBackup(*today) : QString();
     if (!file->commit()) {
@@ -84,6 +90,61 @@ bool WordbookFile::save(const QList<WordRecord> &words, std::optional<QDate> tod
         return false;
     }
     m_current = FileSnapshot::open(m_path);
+    m_texts = m_current ? RecordTexts(words, std::move(texts)) : RecordTexts();
+    return true;
+}
+
+/// Writes the whole content and notes where each record stands in it. The text of a record that is as it was
+/// in the current file is taken from there, for making it anew takes longer than all the rest of a save.
+WordbookFile::Outcome WordbookFile::write(DurableFile &file, const QList<WordRecord> &words,
+                                          QList<RecordText> &texts) {
+    bool isWritten = true;
+    bool isAnyCopied = false;
+    JsonWriter writer(JsonWriter::Style::Pretty,
+                      [&](QByteArrayView chunk) { isWritten = isWritten && file.write(chunk); });
+    texts.clear();
+    texts.reserve(words.size());
+    writer.beginArray();
+    for (qsizetype i = 0; i < words.size() && isWritten;) {
+        writer.startValue();
+        const qint64 start = writer.position();
+        const qsizetype first = m_texts.find(words.at(i));
+        if (first < 0) {
+            writeWordRecord(writer, words.at(i++), JsonForm::File);
+            texts += {.offset = start, .size = writer.position() - start};
+            continue;
+        }
+        // Neighbours are copied at once, with what stands between them.
+        const qint64 distance = start - m_texts.at(first).offset;
+        qsizetype next = first;
+        do {
+            const RecordText &text = m_texts.at(next++);
+            texts += {.offset = text.offset + distance, .size = text.size};
+        } while (++i < words.size() && m_texts.isAt(next, words.at(i)));
+        const RecordText &last = m_texts.at(next - 1);
+        if (!copy(writer, start - distance, last.offset + last.size - (start - distance)))
+            return Outcome::SourceFailed;
+        isAnyCopied = true;
+    }
+    writer.endArray();
+    writer.finish();
+    if (isAnyCopied && !m_current->isUnmodified())
+        return Outcome::SourceFailed;
+    return isWritten ? Outcome::Written : Outcome::WriteFailed;
+}
+
+/// Copies bytes of the current file.
+bool WordbookFile::copy(JsonWriter &writer, qint64 offset, qint64 size) const {
+    constexpr qint64 pieceSize = qint64{1} << 18;
+    QByteArray piece(std::min(size, pieceSize), Qt::Uninitialized);
+    while (size > 0) {
+        const qsizetype count = std::min(size, pieceSize);
+        if (!m_current->read(offset, piece.data(), count))
+            return false;
+        writer.text(QByteArrayView(piece).first(count));
+        offset += count;
+        size -= count;
+    }
     return true;
 }
 

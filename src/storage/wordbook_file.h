@@ -1,8 +1,8 @@
 #pragma once
 
-#include "model/word_record.h"
 #include "platform/file_lock.h"
 #include "platform/file_snapshot.h"
+#include "storage/record_texts.h"
 
 #include <QDate>
 #include <QList>
@@ -13,6 +13,8 @@
 #include <optional>
 
 namespace lexiquill {
+
+class DurableFile;
 
 /// The wordbook on disk: a JSON array of records that several processes share. Beside it stand its lock
 /// file and, in "backups", the last good file of each of the last ten days of use.
@@ -42,10 +44,16 @@ public:
     bool save(const QList<WordRecord> &words, std::optional<QDate> today);
 
 private:
+    enum class Outcome { Written, WriteFailed, SourceFailed };
+
+    Outcome write(DurableFile &file, const QList<WordRecord> &words, QList<RecordText> &texts);
+    bool copy(JsonWriter &writer, qint64 offset, qint64 size) const;
     QString keepBackup(QDate today) const;
+    void forgetContent();
 
     QString m_path;
     std::unique_ptr<FileSnapshot> m_current; ///< the last good file; null when there is none
+    RecordTexts m_texts;                     ///< what that file holds
 };
 
 } // namespace lexiquill

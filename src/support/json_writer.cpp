@@ -156,9 +156,26 @@ void JsonWriter::value(bool boolean) {
     writeToken(boolean ? "true" : "false");
 }
 
+void JsonWriter::startValue() {
+    advance(begin(0));
+    m_followsKey = true;
+}
+
+void JsonWriter::text(QByteArrayView piece) {
+    m_followsKey = false;
+    if (piece.size() > m_buffer.size() - m_used) {
+        finish();
+        m_sink(piece);
+        m_handedOver += piece.size();
+    } else {
+        advance(std::copy(piece.begin(), piece.end(), m_buffer.data() + m_used));
+    }
+}
+
 void JsonWriter::finish() {
     if (m_used > 0)
         m_sink(QByteArrayView(m_buffer.constData(), m_used));
+    m_handedOver += m_used;
     m_used = 0;
 }
 

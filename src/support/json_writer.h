@@ -38,6 +38,13 @@ public:
     void value(double number);
     void value(bool boolean);
 
+    /// Writes what stands before the next value, so that position() tells where that begins.
+    void startValue();
+    /// Writes a piece of the JSON text of the value that was started.
+    void text(QByteArrayView piece);
+    /// How many bytes have been written.
+    qint64 position() const { return m_handedOver + m_used; }
+
     /// Hands the remaining bytes to the sink.
     void finish();
 
@@ -56,6 +63,7 @@ private:
     Sink m_sink;
     QByteArray m_buffer;
     qsizetype m_used = 0;
+    qint64 m_handedOver = 0;
     int m_depth = 0;
     bool m_isFirst = true;
     bool m_followsKey = false;

@@ -41,12 +41,34 @@ void checkForm(const QByteArray &json, JsonForm form) {
     WeeklyReviewScheduler::shared().exportMarkdown(plan, calendar);
 }
 
+/// Reading in pieces gives the same, and each record's text is that record.
+void checkPieces(const QByteArray &json) {
+    const auto whole = decodeWordRecords(json, JsonForm::File, now, nullptr, json.size());
+    QList<RecordText> texts;
+    const auto pieces = decodeWordRecords(json, JsonForm::File, now, &texts, 1);
+    check(whole.has_value() == pieces.has_value());
+    if (!whole)
+        return;
+    check(pieces->size() == whole->size() && texts.size() == whole->size());
+    for (qsizetype i = 0; i < texts.size(); ++i) {
+        const WordRecord &record = pieces->at(i);
+        check(record.word == whole->at(i).word && record.posGroups == whole->at(i).posGroups &&
+              record.userNotes == whole->at(i).userNotes);
+        if (texts.at(i).isEmpty())
+            continue;
+        const QByteArray text = json.sliced(texts.at(i).offset, texts.at(i).size);
+        const auto alone = decodeWordRecord(text, JsonForm::File, Instant{1});
+        check(alone && haveSameContent(*alone, record));
+    }
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     // A copy of the exact size lets the sanitizer see every byte read beyond it.
     const QByteArray json(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
     checkForm(json, JsonForm::File);
+    checkPieces(json);
     checkForm(json, JsonForm::Wire);
     decodeWordRecord(json, JsonForm::File, now);
     if (const auto entry = decodeDictionaryEntry(json)) {

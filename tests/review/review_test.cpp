@@ -16,7 +16,7 @@ const Instant now = Instant::fromIso8601(u"2001-01-04T12:00:00Z").value();
 const Calendar utc{.timeZone = QTimeZone::utc()};
 constexpr qint64 most = std::numeric_limits<qint64>::max();
 
-QString names(const QList<WordRecord> &words) {
+QString names(const RecordSelection &words) {
     QStringList list;
     for (const WordRecord &word : words)
         list += word.word;

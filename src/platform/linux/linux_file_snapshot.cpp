@@ -32,10 +32,34 @@ public:
         QByteArray bytes;
         bytes.reserve(static_cast<qsizetype>(m_state.st_size) + spare);
         bytes.resize(static_cast<qsizetype>(m_state.st_size));
+        const auto count = readUpTo(0, bytes.data(), bytes.size());
+        if (!count)
+            return std::nullopt;
+        bytes.truncate(*count);
+        return bytes;
+    }
+
+    bool read(qint64 offset, char *bytes, qsizetype size) const override {
+        return readUpTo(offset, bytes, size) == size;
+    }
+
+    bool isUnmodified() const override {
+        struct stat current {};
+        return ::fstat(m_descriptor.get(), &current) == 0 && isThisFile(current);
+    }
+
+    bool isStillAt(const QString &path) const override {
+        struct stat current {};
+        return ::stat(QFile::encodeName(path).constData(), &current) == 0 && isThisFile(current);
+    }
+
+private:
+    /// How many bytes there were, fewer than `size` only at the end of the file; nothing on a read error.
+    std::optional<qsizetype> readUpTo(qint64 offset, char *bytes, qsizetype size) const {
         qsizetype position = 0;
-        while (position < bytes.size()) {
-            const ssize_t count = ::pread(m_descriptor.get(), bytes.data() + position,
-                                          static_cast<std::size_t>(bytes.size() - position), position);
+        while (position < size) {
+            const ssize_t count = ::pread(m_descriptor.get(), bytes + position,
+                                          static_cast<std::size_t>(size - position), offset + position);
             if (count < 0 && errno == EINTR)
                 continue;
             if (count < 0)
@@ -44,18 +68,14 @@ public:
                 break;
             position += count;
         }
-        bytes.truncate(position);
-        return bytes;
+        return position;
     }
 
-    bool isStillAt(const QString &path) const override {
-        struct stat current {};
-        return ::stat(QFile::encodeName(path).constData(), &current) == 0 &&
-               current.st_dev == m_state.st_dev && current.st_ino == m_state.st_ino &&
+    bool isThisFile(const struct stat &current) const {
+        return current.st_dev == m_state.st_dev && current.st_ino == m_state.st_ino &&
                current.st_size == m_state.st_size && areEqual(current.st_mtim, m_state.st_mtim);
     }
 
-private:
     FileDescriptor m_descriptor;
     struct stat m_state {};
 };
