@@ -14,16 +14,19 @@ class DurableFile {
 public:
     virtual ~DurableFile() = default;
 
+    /// Who may use the file: whoever might use the one that it replaces, or of those only its owner.
+    enum class Access { AsBefore, OwnerOnly };
+
     /// Starts a file; null when it cannot be created, or when something that is no regular file has the
     /// destination's name.
-    static std::unique_ptr<DurableFile> create(const QString &destination);
+    static std::unique_ptr<DurableFile> create(const QString &destination, Access access = Access::AsBefore);
 
     /// False when not everything could be written; the file cannot be committed then.
     virtual bool write(QByteArrayView bytes) = 0;
 
     /// Makes the content durable and moves the file to its destination, which keeps its permissions if it
-    /// existed; a new one is for its owner only. False when any step failed: the destination is then as it
-    /// was.
+    /// existed, as far as `access` lets it; a new one is for its owner only. False when any step failed: the
+    /// destination is then as it was.
     virtual bool commit() = 0;
 };
 

@@ -15,4 +15,11 @@ void expectAllocations(qsizetype size);
 /// The directory of the running program's executable file.
 QString executableDirectory();
 
+/// The directory of the library that holds this function.
+QString libraryDirectory();
+
+/// Writes out the standard streams and ends the process at once, whatever other threads are doing: they may
+/// be waiting for a network that never answers.
+[[noreturn]] void endProcess(int status);
+
 } // namespace lexiquill

@@ -33,12 +33,25 @@ QStringList UserDefaults::stringList(const QString &key) const {
     return m_values.value(key).toStringList();
 }
 
+QByteArray UserDefaults::byteArray(const QString &key) const {
+    const QVariant value = m_values.value(key);
+    return value.typeId() == QMetaType::QByteArray ? value.toByteArray() : QByteArray();
+}
+
 void UserDefaults::set(const QString &key, const QString &value) {
     change(key, value);
 }
 
 void UserDefaults::set(const QString &key, const QStringList &value) {
     change(key, value);
+}
+
+void UserDefaults::set(const QString &key, const QByteArray &value) {
+    change(key, value);
+}
+
+void UserDefaults::remove(const QString &key) {
+    change(key, QVariant());
 }
 
 void UserDefaults::change(const QString &key, const QVariant &value) {
@@ -53,7 +66,7 @@ void UserDefaults::change(const QString &key, const QVariant &value) {
 }
 
 bool UserDefaults::write() const {
-    const auto file = DurableFile::create(m_path);
+    const auto file = DurableFile::create(m_path, DurableFile::Access::OwnerOnly);
     return file && file->write(iniText(m_values)) && file->commit();
 }
 
@@ -63,7 +76,12 @@ void UserDefaults::refresh() {
         const auto text = m_snapshot ? m_snapshot->readAll(0) : std::nullopt;
         m_values = text ? iniValues(*text) : QVariantMap();
     }
-    m_values.insert(m_unsaved);
+    for (auto iterator = m_unsaved.cbegin(); iterator != m_unsaved.cend(); ++iterator) {
+        if (iterator.value().isValid())
+            m_values.insert(iterator.key(), iterator.value());
+        else
+            m_values.remove(iterator.key());
+    }
 }
 
 } // namespace lexiquill

@@ -1,6 +1,7 @@
 #include "support/ini_format.h"
 #include "support/user_defaults.h"
 
+#include <QDir>
 #include <QFile>
 #include <QSettings>
 #include <QTemporaryDir>
@@ -9,6 +10,11 @@
 using namespace lexiquill;
 
 namespace {
+
+QByteArray readAll(const QString &path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
 
 class IniFormatTest : public QObject {
     Q_OBJECT
@@ -84,6 +90,46 @@ private Q_SLOTS:
             writer.set(key, value);
             reader.refresh();
             QCOMPARE(reader.string(key), value);
+        }
+    }
+
+    void bytesAndRemoval() {
+        const QTemporaryDir directory;
+        const QString path = directory.filePath(QStringLiteral("settings.conf"));
+        const QString key = QStringLiteral("k");
+        const QByteArray bytes("{\"a\":\"\x00\xff\"}", 10);
+        UserDefaults here(path);
+        here.set(key, bytes);
+        here.set(QStringLiteral("other"), QStringLiteral("x"));
+        QCOMPARE(UserDefaults(path).byteArray(key), bytes);
+        QVERIFY(UserDefaults(path).string(key).isNull() && here.byteArray(QStringLiteral("other")).isNull());
+        UserDefaults there(path);
+        here.remove(key);
+        there.refresh();
+        QVERIFY(there.byteArray(key).isNull() && here.byteArray(key).isNull());
+        QCOMPARE(there.string(QStringLiteral("other")), QStringLiteral("x"));
+        QCOMPARE(iniValues(readAll(path)).keys(), QStringList{QStringLiteral("other")});
+
+        // A removal that cannot be written yet is not forgotten, nor undone by what others write.
+        QVERIFY(QFile::rename(path, path + u'~') && QDir().mkpath(path));
+        here.remove(QStringLiteral("other"));
+        QVERIFY(QDir().rmdir(path) && QFile::rename(path + u'~', path));
+        here.refresh();
+        QVERIFY(here.string(QStringLiteral("other")).isNull());
+        here.set(key, QStringLiteral("y"));
+        QCOMPARE(iniValues(readAll(path)).keys(), QStringList{key});
+    }
+
+    void isForItsOwnerOnly() {
+        const QTemporaryDir directory;
+        const QString path = directory.filePath(QStringLiteral("settings.conf"));
+        const auto owner = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser;
+        UserDefaults settings(path);
+        for (int i = 0; i < 2; ++i) {
+            settings.set(QStringLiteral("k"), QString::number(i));
+            QCOMPARE(QFile::permissions(path), owner);
+            QVERIFY(
+                QFile::setPermissions(path, owner | QFile::ReadGroup | QFile::ReadOther | QFile::ExeOther));
         }
     }
 };

@@ -16,6 +16,8 @@ namespace lexiquill {
 namespace {
 
 constexpr mode_t newFileMode = 0600;
+constexpr mode_t ownerBits = 0700;
+constexpr mode_t allBits = 07777;
 
 bool syncDirectoryOf(const QByteArray &path) {
     const QByteArray directory = path.first(path.lastIndexOf('/') + 1);
@@ -25,10 +27,10 @@ bool syncDirectoryOf(const QByteArray &path) {
 
 class LinuxDurableFile final : public DurableFile {
 public:
-    LinuxDurableFile(const QString &destination)
+    LinuxDurableFile(const QString &destination, Access access)
         : m_destination(QFile::encodeName(destination)),
           m_temporary(m_destination + ".tmp"),
-          m_descriptor(openTemporary()) {}
+          m_descriptor(openTemporary(access == Access::OwnerOnly ? ownerBits : allBits)) {}
 
     ~LinuxDurableFile() override {
         if (m_exists)
@@ -69,7 +71,7 @@ public:
     }
 
 private:
-    int openTemporary() {
+    int openTemporary(mode_t keptBits) {
         struct stat existing {};
         const bool isReplacement = ::lstat(m_destination.constData(), &existing) == 0;
         if (isReplacement && !S_ISREG(existing.st_mode))
@@ -80,7 +82,7 @@ private:
             ::open(m_temporary.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, newFileMode);
         m_exists = descriptor >= 0;
         if (m_exists && isReplacement)
-            m_isWhole = ::fchmod(descriptor, existing.st_mode & 07777) == 0;
+            m_isWhole = ::fchmod(descriptor, existing.st_mode & keptBits) == 0;
         return descriptor;
     }
 
@@ -94,8 +96,8 @@ private:
 
 } // namespace
 
-std::unique_ptr<DurableFile> DurableFile::create(const QString &destination) {
-    auto file = std::make_unique<LinuxDurableFile>(QFileInfo(destination).absoluteFilePath());
+std::unique_ptr<DurableFile> DurableFile::create(const QString &destination, Access access) {
+    auto file = std::make_unique<LinuxDurableFile>(QFileInfo(destination).absoluteFilePath(), access);
     if (!file->isOpen())
         return nullptr;
     return file;

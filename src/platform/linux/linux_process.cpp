@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <dlfcn.h>
 #include <fcntl.h>
 #include <malloc.h>
 #include <sys/mman.h>
@@ -10,6 +11,7 @@
 
 #include <algorithm>
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <memory>
 
@@ -46,6 +48,18 @@ void expectAllocations(qsizetype size) {
 
 QString executableDirectory() {
     return QFileInfo(QFile::symLinkTarget(QStringLiteral("/proc/self/exe"))).absolutePath();
+}
+
+QString libraryDirectory() {
+    Dl_info info{};
+    if (::dladdr(reinterpret_cast<const void *>(&libraryDirectory), &info) == 0 || info.dli_fname == nullptr)
+        return executableDirectory();
+    return QFileInfo(QFile::decodeName(info.dli_fname)).absolutePath();
+}
+
+void endProcess(int status) {
+    std::fflush(nullptr);
+    std::_Exit(status);
 }
 
 } // namespace lexiquill

@@ -1,0 +1,41 @@
+#include "network/http_client.h"
+
+#include "network/http_transfer.h"
+#include "network/transport_error.h"
+
+#include <QNetworkAccessManager>
+#include <QNetworkProxy>
+
+namespace lexiquill {
+
+HttpClient::HttpClient(QObject *parent) : QObject(parent) {}
+
+HttpClient::~HttpClient() {
+    m_destruction.cancel();
+}
+
+QNetworkAccessManager &HttpClient::network() {
+    if (!m_network) {
+        m_network = std::make_unique<QNetworkAccessManager>();
+        m_network->setProxy(QNetworkProxy(QNetworkProxy::NoProxy));
+        m_network->setAutoDeleteReplies(false);
+    }
+    return *m_network;
+}
+
+QCoro::Task<HttpReply> HttpClient::send(HttpRequest request) {
+    const CancellationToken cancellation = request.cancellation;
+    const QString cancelled = transportErrorText(QNetworkReply::OperationCanceledError);
+    if (cancellation.isCancelled())
+        co_return HttpReply{.error = cancelled};
+    HttpTransfer transfer(network(), request);
+    const auto abandon = [&transfer, cancelled] {
+        transfer.abandon(cancelled);
+    };
+    cancellation.onCancelled(&transfer, abandon);
+    m_destruction.token().onCancelled(&transfer, abandon);
+    co_await transfer.end();
+    co_return transfer.takeReply();
+}
+
+} // namespace lexiquill

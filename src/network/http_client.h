@@ -1,0 +1,37 @@
+#pragma once
+
+#include "network/http_message.h"
+
+#include <QCoroTask>
+#include <QObject>
+#include <QString>
+
+#include <memory>
+
+class QNetworkAccessManager;
+
+namespace lexiquill {
+
+/// Sends HTTP requests over HTTPS, or in plain to this machine. Certificates are verified, cookies neither
+/// kept nor sent, redirects followed only to where a request may go, and never from HTTPS to plain HTTP.
+/// Needs an application object and an event loop. Destroyed, it aborts all requests as if they were
+/// cancelled.
+class HttpClient : public QObject {
+public:
+    explicit HttpClient(QObject *parent = nullptr);
+    ~HttpClient() override;
+
+    static HttpClient &shared();
+
+    /// Never fails but in the reply. The reply to a request to nowhere is there at once.
+    QCoro::Task<HttpReply> send(HttpRequest request);
+
+private:
+    QNetworkAccessManager &network();
+
+    /// Made for the first request, for it starts a good deal of machinery.
+    std::unique_ptr<QNetworkAccessManager> m_network;
+    Cancellation m_destruction;
+};
+
+} // namespace lexiquill

@@ -1,0 +1,267 @@
+#include "network/http_transfer.h"
+
+#include "network/transport_error.h"
+#include "support/server_addresses.h"
+
+#include <QNetworkAccessManager>
+#include <QNetworkRequest>
+
+#include <algorithm>
+
+namespace lexiquill {
+
+namespace {
+
+/// How much of a body waits in memory until it is read.
+constexpr qint64 readAhead = 256 << 10;
+
+bool isRedirect(int status) {
+    return status == 301 || status == 302 || status == 303 || status == 307 || status == 308;
+}
+
+bool isSameOrigin(const QUrl &a, const QUrl &b) {
+    const auto port = [](const QUrl &url) {
+        return url.port(url.scheme() == QLatin1StringView("https") ? 443 : 80);
+    };
+    return a.scheme() == b.scheme() && a.host() == b.host() && port(a) == port(b);
+}
+
+bool isNamed(const HttpRequest::Header &header, const char *name) {
+    return header.first.compare(name, Qt::CaseInsensitive) == 0;
+}
+
+/// The body of a POST. It cannot be read twice, or else the library would send a request again whose
+/// connection broke, and the server may have acted on it already.
+class OneWayBuffer : public QIODevice {
+public:
+    explicit OneWayBuffer(const QByteArray &bytes) : m_rest(bytes) { open(QIODevice::ReadOnly); }
+
+    bool isSequential() const override { return true; }
+    bool reset() override { return false; }
+    bool atEnd() const override { return m_rest.isEmpty() && QIODevice::atEnd(); }
+    qint64 bytesAvailable() const override { return m_rest.size() + QIODevice::bytesAvailable(); }
+
+protected:
+    qint64 readData(char *out, qint64 most) override {
+        const qsizetype count = std::min<qsizetype>(most, m_rest.size());
+        std::copy_n(m_rest.constData(), count, out);
+        m_rest = m_rest.sliced(count);
+        return count > 0 || most == 0 ? count : -1;
+    }
+    qint64 writeData(const char *, qint64) override { return -1; }
+
+private:
+    QByteArray m_rest;
+};
+
+QNetworkRequest networkRequest(const HttpRequest &request) {
+    QNetworkRequest result(request.url);
+    result.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
+    result.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
+    result.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
+    result.setAttribute(QNetworkRequest::AuthenticationReuseAttribute, QNetworkRequest::Manual);
+    result.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
+    // Without these the library would tell the user's language, and unpack answers without a limit.
+    result.setRawHeader("Accept-Language", "*");
+    result.setRawHeader("Accept-Encoding", request.sink ? "identity" : "gzip");
+    result.setRawHeader("User-Agent", "Lexiquill");
+    for (const auto &[name, value] : request.headers)
+        result.setRawHeader(name, value);
+    return result;
+}
+
+/// A line break in a value would make a header of its own out of what follows.
+bool isSendable(const HttpRequest::Header &header) {
+    const auto isControl = [](char byte) {
+        return static_cast<unsigned char>(byte) < 0x20;
+    };
+    const auto &[name, value] = header;
+    return !name.isEmpty() && std::none_of(name.begin(), name.end(), isControl) &&
+           std::none_of(value.begin(), value.end(), isControl);
+}
+
+QString errorText(QNetworkReply::NetworkError error) {
+    return transportErrorText(error);
+}
+
+} // namespace
+
+HttpTransfer::HttpTransfer(QNetworkAccessManager &network, const HttpRequest &request)
+    : m_network(network),
+      m_request(request) {
+    for (QTimer *const timer : {&m_idle, &m_total}) {
+        timer->setSingleShot(true);
+        connect(timer, &QTimer::timeout, this, [this] { finish(errorText(QNetworkReply::TimeoutError)); });
+    }
+    m_total.start(m_request.totalLimit);
+    if (std::all_of(m_request.headers.begin(), m_request.headers.end(), isSendable))
+        open(m_request.url);
+    else
+        finish(errorText(QNetworkReply::UnknownContentError));
+}
+
+HttpTransfer::~HttpTransfer() {
+    drop();
+}
+
+void HttpTransfer::abandon(const QString &error) {
+    if (!m_isOver)
+        finish(error);
+    resume();
+}
+
+void HttpTransfer::open(const QUrl &url) {
+    if (!isAcceptableUrl(url))
+        return finish(errorText(QNetworkReply::ProtocolUnknownError));
+    if (isReservedHost(url))
+        return finish(errorText(QNetworkReply::HostNotFoundError));
+    m_request.url = url;
+    m_hasHeaders = false;
+    QNetworkRequest request = networkRequest(m_request);
+    if (m_request.method == HttpRequest::Method::Get) {
+        m_incoming = m_network.get(request);
+    } else {
+        if (!request.hasRawHeader("Content-Type"))
+            request.setRawHeader("Content-Type", "application/octet-stream");
+        request.setHeader(QNetworkRequest::ContentLengthHeader, m_request.body.size());
+        request.setAttribute(QNetworkRequest::DoNotBufferUploadDataAttribute, true);
+        auto *const outgoing = new OneWayBuffer(m_request.body);
+        m_incoming = m_network.post(request, outgoing);
+        outgoing->setParent(m_incoming);
+    }
+    m_incoming->setReadBufferSize(readAhead);
+    m_idle.start(m_request.idleLimit);
+    const auto restartIdle = [this] {
+        m_idle.start(m_request.idleLimit);
+    };
+    connect(m_incoming, &QNetworkReply::uploadProgress, this, restartIdle);
+    connect(m_incoming, &QNetworkReply::metaDataChanged, this, restartIdle);
+    connect(m_incoming, &QNetworkReply::readyRead, this, [this, restartIdle] {
+        restartIdle();
+        readBody();
+    });
+    connect(m_incoming, &QNetworkReply::finished, this, &HttpTransfer::complete);
+}
+
+void HttpTransfer::readHeaders() {
+    if (m_hasHeaders)
+        return;
+    m_hasHeaders = true;
+    m_reply.status = m_incoming->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    bool isNumber = false;
+    const qint64 length = m_incoming->rawHeader("Content-Length").toLongLong(&isNumber);
+    m_announced = isNumber && length >= 0 ? std::optional(length) : std::nullopt;
+    m_received = 0;
+    const QByteArray encoding = m_incoming->rawHeader("Content-Encoding").trimmed().toLower();
+    if (encoding == "gzip" || encoding == "x-gzip")
+        m_inflater = std::make_unique<Inflater>();
+    else if (!encoding.isEmpty() && encoding != "identity")
+        return finish(errorText(QNetworkReply::ProtocolFailure));
+    if (m_announced.value_or(0) > m_request.bodyLimit)
+        finish(QStringLiteral("服务器响应过大"));
+}
+
+void HttpTransfer::readBody() {
+    if (followRedirect())
+        return;
+    readHeaders();
+    while (!m_isOver && m_incoming->bytesAvailable() > 0) {
+        const QByteArray bytes = m_incoming->read(readAhead);
+        if (bytes.isEmpty())
+            break;
+        m_received += bytes.size();
+        take(bytes);
+    }
+}
+
+void HttpTransfer::take(const QByteArray &bytes) {
+    const bool isForSink = m_request.sink != nullptr && m_reply.status == 200;
+    QByteArray piece;
+    QByteArray &out = isForSink ? piece : m_reply.body;
+    if (!m_inflater)
+        out += bytes;
+    else if (!m_inflater->feed(bytes, out, m_request.bodyLimit))
+        return finish(errorText(QNetworkReply::ProtocolFailure));
+    m_decoded = isForSink ? m_decoded + piece.size() : m_reply.body.size();
+    if (m_decoded > m_request.bodyLimit)
+        return finish(QStringLiteral("服务器响应过大"));
+    if (!isForSink)
+        return;
+    if (m_request.sink->write(piece) != piece.size())
+        return finish(QStringLiteral("无法写入文件"));
+    if (m_request.onProgress)
+        m_request.onProgress(m_decoded, m_inflater ? std::nullopt : m_announced);
+}
+
+void HttpTransfer::complete() {
+    const QNetworkReply::NetworkError error = m_incoming->error();
+    if (m_incoming->attribute(QNetworkRequest::HttpStatusCodeAttribute).isValid())
+        readBody();
+    if (m_isOver || !m_incoming->isFinished())
+        return;
+    if (error != QNetworkReply::NoError && !isStatusError(error, m_reply.status))
+        return finish(errorText(error));
+    const bool isWhole = (!m_announced || m_received == *m_announced) &&
+                         (!m_inflater || m_inflater->isComplete() || m_received == 0);
+    finish(isWhole ? QString() : errorText(QNetworkReply::RemoteHostClosedError));
+}
+
+bool HttpTransfer::followRedirect() {
+    const int status = m_incoming->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    const QByteArray location = m_incoming->rawHeader("Location");
+    if (!isRedirect(status) || location.isEmpty())
+        return false;
+    QUrl target = m_request.url.resolved(QUrl::fromEncoded(location, QUrl::StrictMode));
+    target.setFragment(QString());
+    const bool losesHttps =
+        m_request.url.scheme() == QLatin1StringView("https") && target.scheme() != QLatin1StringView("https");
+    m_reply.status = status;
+    if (losesHttps || !isAcceptableUrl(target)) {
+        finish(errorText(QNetworkReply::InsecureRedirectError));
+    } else if (++m_redirects > m_request.redirectLimit) {
+        finish(errorText(QNetworkReply::TooManyRedirectsError));
+    } else {
+        if (status <= 303) {
+            m_request.method = HttpRequest::Method::Get;
+            m_request.body.clear();
+        }
+        if (!isSameOrigin(m_request.url, target))
+            m_request.headers.removeIf([](const auto &header) { return isNamed(header, "Authorization"); });
+        drop();
+        m_reply.status = 0;
+        open(target);
+    }
+    return true;
+}
+
+void HttpTransfer::finish(const QString &error) {
+    if (m_isOver)
+        return;
+    m_isOver = true;
+    if (!error.isEmpty()) {
+        m_reply.error = error;
+        m_reply.body.clear();
+    }
+    m_idle.stop();
+    m_total.stop();
+    drop();
+    // Later, for the one who waits may destroy everything that is at work here now.
+    if (m_waiting)
+        QMetaObject::invokeMethod(this, &HttpTransfer::resume, Qt::QueuedConnection);
+}
+
+void HttpTransfer::drop() {
+    if (m_incoming == nullptr)
+        return;
+    m_incoming->disconnect(this);
+    m_incoming->abort();
+    m_incoming->deleteLater();
+    m_incoming = nullptr;
+}
+
+void HttpTransfer::resume() {
+    if (const auto waiting = std::exchange(m_waiting, {}))
+        waiting.resume();
+}
+
+} // namespace lexiquill

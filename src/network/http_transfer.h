@@ -1,0 +1,63 @@
+#pragma once
+
+#include "network/http_message.h"
+#include "network/inflater.h"
+
+#include <QCoroTask>
+#include <QNetworkReply>
+#include <QObject>
+#include <QTimer>
+
+#include <memory>
+
+class QNetworkAccessManager;
+
+namespace lexiquill {
+
+/// One request on its way, through its redirects, to its reply.
+class HttpTransfer : public QObject {
+public:
+    HttpTransfer(QNetworkAccessManager &network, const HttpRequest &request);
+    ~HttpTransfer() override;
+
+    /// What a coroutine awaits: the end of the transfer. Only one may.
+    struct End {
+        HttpTransfer *transfer;
+        bool await_ready() const noexcept { return transfer->m_isOver; }
+        void await_suspend(std::coroutine_handle<> waiting) const noexcept { transfer->m_waiting = waiting; }
+        void await_resume() const noexcept {}
+    };
+    End end() { return {this}; }
+
+    HttpReply takeReply() { return std::move(m_reply); }
+    /// Ends the transfer at once.
+    void abandon(const QString &error);
+
+private:
+    void open(const QUrl &url);
+    void readHeaders();
+    void readBody();
+    void take(const QByteArray &bytes);
+    void complete();
+    bool followRedirect();
+    void finish(const QString &error = {});
+    void drop();
+    void resume();
+
+    QNetworkAccessManager &m_network;
+    HttpRequest m_request;
+    QNetworkReply *m_incoming = nullptr;
+    std::unique_ptr<Inflater> m_inflater;
+    std::optional<qint64> m_announced; ///< size of the body on the wire
+    qint64 m_received = 0;             ///< bytes of the body on the wire
+    qint64 m_decoded = 0;
+    int m_redirects = 0;
+    bool m_hasHeaders = false;
+    bool m_isOver = false;
+    HttpReply m_reply;
+    QTimer m_idle;
+    QTimer m_total;
+    std::coroutine_handle<> m_waiting;
+};
+
+} // namespace lexiquill
