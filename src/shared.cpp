@@ -1,6 +1,7 @@
 // The process-wide instances and how they are wired. Each is created on first use and never destroyed.
 
 #include "lookup/dictionary_service.h"
+#include "lookup/loaded_online_source.h"
 #include "lookup/system_dictionary_service.h"
 #include "platform/linux/linux_dictionary_services.h"
 #include "platform/process.h"
@@ -51,8 +52,10 @@ SystemDictionaryService &SystemDictionaryService::shared() {
 }
 
 DictionaryService &DictionaryService::shared() {
+    static auto *const online =
+        new LoadedOnlineSource(libraryDirectory() + QStringLiteral("/liblexiquill_network.so"));
     static auto *const instance =
-        new DictionaryService(SystemDictionaryService::shared(), UserDefaults::shared());
+        new DictionaryService(*online, SystemDictionaryService::shared(), UserDefaults::shared());
     return *instance;
 }
 

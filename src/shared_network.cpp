@@ -1,12 +1,31 @@
 // The process-wide instances of the network library. Each is created on first use and never destroyed.
 
+#include "lookup/online/online_dictionary_service.h"
 #include "network/http_client.h"
+#include "support/user_defaults.h"
+
+#include <QDir>
+#include <QStandardPaths>
 
 namespace lexiquill {
 
 HttpClient &HttpClient::shared() {
-    static auto *const instance = new HttpClient;
+    const QDir caches(QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation));
+    static auto *const instance =
+        new HttpClient(AnswerStore(caches.filePath(QStringLiteral("Lexiquill/http"))));
+    return *instance;
+}
+
+OnlineDictionaryService &OnlineDictionaryService::shared() {
+    static auto *const instance =
+        new OnlineDictionaryService(HttpClient::shared(), ServerAddresses::from(UserDefaults::shared()),
+                                    OnlineDictionaryService::Limits());
     return *instance;
 }
 
 } // namespace lexiquill
+
+/// What the core asks this library for when it has loaded it.
+extern "C" Q_DECL_EXPORT lexiquill::OnlineSource *lexiquillOnlineSource() {
+    return &lexiquill::OnlineDictionaryService::shared();
+}

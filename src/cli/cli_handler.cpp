@@ -2,6 +2,7 @@
 
 #include "cli/commands.h"
 #include "cli/terminal.h"
+#include "platform/process.h"
 #include "storage/storage_manager.h"
 
 #include <chrono>
@@ -90,14 +91,14 @@ void run(const QStringList &args) {
     const Outcome outcome = dispatch(args);
     if (outcome == Outcome::MissingWord) {
         terminal::printLine(QStringLiteral("❌ 错误：请提供要查询的单词，例如：Lexiquill search apple"));
-        std::exit(EXIT_FAILURE);
+        endProcess(EXIT_FAILURE);
     }
     // This process makes no further change that could carry an unsaved one along, so try once more.
     if (outcome == Outcome::RecordsChanged && StorageManager::shared().hasUnsavedChanges()) {
         std::fflush(stdout);
         StorageManager::shared().saveData(lastPatience);
     }
-    std::exit(EXIT_SUCCESS);
+    endProcess(EXIT_SUCCESS);
 }
 
 } // namespace lexiquill::CLIHandler

@@ -1,6 +1,7 @@
 #include "cli/commands.h"
 
 #include "cli/terminal.h"
+#include "cli/terminal_lookup.h"
 #include "lookup/dictionary_service.h"
 #include "lookup/system_dictionary_service.h"
 #include "review/weekly_review_scheduler.h"
@@ -64,7 +65,7 @@ WeeklyReviewPlan currentPlan(const Calendar &calendar) {
 
 bool performLookup(const QString &term) {
     SystemDictionaryService::shared().ensureDictionariesConfigured();
-    const LookupResult result = DictionaryService::shared().lookup(term);
+    const LookupResult result = terminal::lookUp(term);
     if (!result.entry) {
         const bool isOnline = DictionaryService::shared().currentMode() == DictionarySourceMode::YoudaoOnline;
         const QString source =

@@ -4,9 +4,10 @@ namespace lexiquill {
 
 const QString DictionaryService::userDefaultsKey = QStringLiteral("dictionarySourceMode");
 
-DictionaryService::DictionaryService(SystemDictionaryService &offline, UserDefaults &defaults,
-                                     QObject *parent)
+DictionaryService::DictionaryService(OnlineSource &online, SystemDictionaryService &offline,
+                                     UserDefaults &defaults, QObject *parent)
     : QObject(parent),
+      m_online(online),
       m_offline(offline),
       m_defaults(defaults),
       m_currentMode(dictionarySourceModeFromRawValue(defaults.string(userDefaultsKey))
@@ -18,14 +19,20 @@ void DictionaryService::setCurrentMode(DictionarySourceMode mode) {
     Q_EMIT currentModeChanged();
 }
 
-LookupResult DictionaryService::lookup(const QString &word) {
+QCoro::Task<LookupResult> DictionaryService::lookup(QString word, CancellationToken cancellation) {
     const DictionarySourceMode mode = m_currentMode;
     const QString trimmed = word.trimmed();
+    LookupResult result{.entry = std::nullopt, .actualMode = mode};
     if (trimmed.isEmpty())
-        return {.entry = std::nullopt, .actualMode = mode};
-    auto entry = m_offline.lookup(trimmed);
-    const DictionarySourceMode actualMode = entry ? DictionarySourceMode::AppleOffline : mode;
-    return {.entry = std::move(entry), .actualMode = actualMode};
+        co_return result;
+    if (mode == DictionarySourceMode::YoudaoOnline)
+        result.entry = co_await m_online.lookup(trimmed, cancellation);
+    if (result.entry || cancellation.isCancelled())
+        co_return result;
+    result.entry = m_offline.lookup(trimmed);
+    if (result.entry)
+        result.actualMode = DictionarySourceMode::AppleOffline;
+    co_return result;
 }
 
 } // namespace lexiquill

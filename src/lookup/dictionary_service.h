@@ -1,6 +1,7 @@
 #pragma once
 
 #include "lookup/dictionary_source_mode.h"
+#include "lookup/online_source.h"
 #include "lookup/system_dictionary_service.h"
 #include "support/user_defaults.h"
 
@@ -25,7 +26,8 @@ class DictionaryService : public QObject {
 public:
     /// Starts in the mode stored in `defaults`; a missing or unknown one means online. The arguments must
     /// outlive the instance.
-    DictionaryService(SystemDictionaryService &offline, UserDefaults &defaults, QObject *parent = nullptr);
+    DictionaryService(OnlineSource &online, SystemDictionaryService &offline, UserDefaults &defaults,
+                      QObject *parent = nullptr);
 
     static DictionaryService &shared();
 
@@ -33,9 +35,10 @@ public:
     /// Stores the mode at once, also when it is the same.
     void setCurrentMode(DictionarySourceMode mode);
 
-    /// Looks a word up. Without an answer `actualMode` is the current mode. This build has no online source,
-    /// so the online mode goes straight to its fallback.
-    LookupResult lookup(const QString &word);
+    /// Looks a word up in the current mode: offline, the result is there at once; online, the online source
+    /// is asked, and the offline one if that gives nothing. Without an answer `actualMode` is the mode. A
+    /// cancelled lookup asks nobody any more and finds nothing.
+    QCoro::Task<LookupResult> lookup(QString word, CancellationToken cancellation = {});
 
     static const QString userDefaultsKey; ///< "dictionarySourceMode"
 
@@ -43,6 +46,7 @@ Q_SIGNALS:
     void currentModeChanged();
 
 private:
+    OnlineSource &m_online;
     SystemDictionaryService &m_offline;
     UserDefaults &m_defaults;
     DictionarySourceMode m_currentMode;

@@ -8,7 +8,9 @@
 
 namespace lexiquill {
 
-HttpClient::HttpClient(QObject *parent) : QObject(parent) {}
+HttpClient::HttpClient(std::optional<AnswerStore> store, QObject *parent)
+    : QObject(parent),
+      m_store(std::move(store)) {}
 
 HttpClient::~HttpClient() {
     m_destruction.cancel();
@@ -28,6 +30,10 @@ QCoro::Task<HttpReply> HttpClient::send(HttpRequest request) {
     const QString cancelled = transportErrorText(QNetworkReply::OperationCanceledError);
     if (cancellation.isCancelled())
         co_return HttpReply{.error = cancelled};
+    const bool mayBeKept =
+        m_store && request.isWorthKeeping && request.method == HttpRequest::Method::Get && !request.sink;
+    if (const auto kept = mayBeKept ? m_store->find(request.url) : std::nullopt)
+        co_return HttpReply{.status = 200, .body = *kept};
     HttpTransfer transfer(network(), request);
     const auto abandon = [&transfer, cancelled] {
         transfer.abandon(cancelled);
@@ -35,7 +41,10 @@ QCoro::Task<HttpReply> HttpClient::send(HttpRequest request) {
     cancellation.onCancelled(&transfer, abandon);
     m_destruction.token().onCancelled(&transfer, abandon);
     co_await transfer.end();
-    co_return transfer.takeReply();
+    HttpReply reply = transfer.takeReply();
+    if (mayBeKept && reply.isOk() && request.isWorthKeeping(reply.body))
+        m_store->keep(request.url, reply.body);
+    co_return reply;
 }
 
 } // namespace lexiquill

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "network/answer_store.h"
 #include "network/http_message.h"
 
 #include <QCoroTask>
@@ -7,6 +8,7 @@
 #include <QString>
 
 #include <memory>
+#include <optional>
 
 class QNetworkAccessManager;
 
@@ -18,7 +20,8 @@ namespace lexiquill {
 /// cancelled.
 class HttpClient : public QObject {
 public:
-    explicit HttpClient(QObject *parent = nullptr);
+    /// `store`: keeps the answers that requests want kept; without one none is.
+    explicit HttpClient(std::optional<AnswerStore> store = std::nullopt, QObject *parent = nullptr);
     ~HttpClient() override;
 
     static HttpClient &shared();
@@ -29,6 +32,7 @@ public:
 private:
     QNetworkAccessManager &network();
 
+    std::optional<AnswerStore> m_store;
     /// Made for the first request, for it starts a good deal of machinery.
     std::unique_ptr<QNetworkAccessManager> m_network;
     Cancellation m_destruction;

@@ -1,0 +1,90 @@
+#include "network/answer_store.h"
+
+#include <QCryptographicHash>
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryFile>
+
+#include <cstdio>
+
+namespace lexiquill {
+
+namespace {
+
+constexpr qint64 largestFile = qint64{16} << 20;
+/// After this time nobody is still writing a file.
+constexpr qint64 abandonedAfter = 3600;
+const QString temporarySuffix = QStringLiteral(".tmp");
+
+QByteArray hexHash(const QByteArray &bytes) {
+    return QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex();
+}
+
+/// What stands before the body: the URL, for two may share a hash, and the hash of the body.
+QByteArray headerOf(const QByteArray &url, const QByteArray &body) {
+    return "Lexiquill answer 1\n" + url + '\n' + hexHash(body) + '\n';
+}
+
+} // namespace
+
+AnswerStore::AnswerStore(const QString &directory, qint64 mostBytes)
+    : m_directory(directory),
+      m_mostBytes(mostBytes) {}
+
+QString AnswerStore::pathOf(const QByteArray &url) const {
+    return m_directory + u'/' + QString::fromLatin1(hexHash(url));
+}
+
+std::optional<QByteArray> AnswerStore::find(const QUrl &url) const {
+    const QByteArray name = url.toEncoded();
+    const QFileInfo info(pathOf(name));
+    QFile file(info.filePath());
+    // A pipe of that name would never come to an end.
+    if (!info.isFile() || info.size() > largestFile || !file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    const QByteArray content = file.read(largestFile);
+    const qsizetype headerSize = headerOf(name, {}).size();
+    const QByteArray body = content.sliced(std::min(headerSize, content.size()));
+    if (content.first(content.size() - body.size()) != headerOf(name, body))
+        return std::nullopt;
+    return body;
+}
+
+void AnswerStore::keep(const QUrl &url, const QByteArray &body) const {
+    const QByteArray name = url.toEncoded();
+    const QByteArray header = headerOf(name, body);
+    if (header.size() + body.size() > std::min(largestFile, m_mostBytes))
+        return;
+    if (!QFileInfo::exists(m_directory)) {
+        QDir().mkpath(QFileInfo(m_directory).absolutePath());
+        QDir().mkdir(m_directory, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    }
+    // Not synced: after a crash of the system a file that is cut short is no answer, and that is all.
+    QTemporaryFile file(m_directory + QStringLiteral("/XXXXXXXX") + temporarySuffix);
+    if (!file.open() || file.write(header) != header.size() || file.write(body) != body.size() ||
+        !file.flush())
+        return;
+    const QByteArray from = QFile::encodeName(file.fileName());
+    const QByteArray to = QFile::encodeName(pathOf(name));
+    if (std::rename(from.constData(), to.constData()) != 0)
+        return;
+    file.setAutoRemove(false);
+    makeRoom();
+}
+
+void AnswerStore::makeRoom() const {
+    qint64 size = 0;
+    const QDateTime now = QDateTime::currentDateTimeUtc();
+    const auto files = QDir(m_directory).entryInfoList(QDir::Files | QDir::Hidden | QDir::System, QDir::Time);
+    for (const QFileInfo &info : files) { // the newest first
+        size += info.size();
+        const bool isLeftBehind =
+            info.fileName().endsWith(temporarySuffix) && info.lastModified().secsTo(now) > abandonedAfter;
+        if (size > m_mostBytes || isLeftBehind)
+            QFile::remove(info.filePath());
+    }
+}
+
+} // namespace lexiquill
