@@ -10,6 +10,9 @@ inline const std::vector<int> wordbookSizes{100, 1'000, 10'000, 100'000};
 /// Benchmarks of what is done with a wordbook: "load/1000" and so on. Returns the operations' names.
 std::vector<std::string> registerWordbookBenchmarks();
 
+/// Benchmarks of reading an answer of a megabyte: "youdao_answer", and "youdao_dom_parse" for its JSON alone.
+void registerOnlineBenchmarks();
+
 /// Benchmarks of whole processes: "empty_program", "help", "search" and "sdcv".
 void registerProcessBenchmarks();
 

@@ -12,6 +12,7 @@ int main(int argc, char **argv) {
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return EXIT_FAILURE;
     const std::vector<std::string> operations = registerWordbookBenchmarks();
+    registerOnlineBenchmarks();
     registerProcessBenchmarks();
     MedianReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
@@ -24,6 +25,7 @@ int main(int argc, char **argv) {
         comparisons.push_back({"load/" + size, "dom_parse/" + size, 4.0});
         comparisons.push_back({"recordReview/" + size, "durable_write/" + size, 3.0});
     }
+    comparisons.push_back({"youdao_answer", "youdao_dom_parse", 3.0});
     comparisons.push_back({"help", "empty_program", 3.0});
     comparisons.push_back({"search", "sdcv", 8.0});
 

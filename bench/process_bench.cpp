@@ -1,4 +1,5 @@
 #include "bench.h"
+#include "lookup/dictionary_service.h"
 #include "sample_data.h"
 #include "storage/wordbook_file.h"
 
@@ -35,6 +36,9 @@ struct Home {
             std::fprintf(stderr, "the dictionary could not be written\n");
         WordbookFile(path + QStringLiteral("/data/Lexiquill/vocabulary.json"))
             .save(sampleRecords(wordbookRecords), std::nullopt);
+        // Nothing is asked over the network: the other program does not, either.
+        UserDefaults(path + QStringLiteral("/config/Lexiquill/Lexiquill.conf"))
+            .set(DictionaryService::userDefaultsKey, rawValue(DictionarySourceMode::AppleOffline));
     }
 
     static const Home &shared() {

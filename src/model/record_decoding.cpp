@@ -1,4 +1,5 @@
 #include "model/record_codec.h"
+#include "support/text.h"
 
 #include <simdjson.h>
 
@@ -72,7 +73,7 @@ QString toText(std::string_view utf8) {
         if (const char16_t *const end = convert(utf8, buffer))
             return QString(reinterpret_cast<const QChar *>(buffer), end - buffer);
     }
-    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+    return textFromUtf8(utf8);
 }
 
 /// Whether the error leaves the parser able to go on behind the value: it only says that the value is not

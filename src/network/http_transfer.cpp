@@ -91,6 +91,7 @@ HttpTransfer::HttpTransfer(QNetworkAccessManager &network, const HttpRequest &re
       m_request(request) {
     for (QTimer *const timer : {&m_idle, &m_total}) {
         timer->setSingleShot(true);
+        timer->setTimerType(Qt::PreciseTimer);
         connect(timer, &QTimer::timeout, this, [this] { finish(errorText(QNetworkReply::TimeoutError)); });
     }
     m_total.start(m_request.totalLimit);

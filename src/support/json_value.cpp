@@ -1,5 +1,7 @@
 #include "support/json_value.h"
 
+#include "support/text.h"
+
 namespace lexiquill {
 
 namespace {
@@ -37,7 +39,7 @@ std::optional<QString> JsonValue::text() const {
     std::string_view utf8;
     if (!m_element || m_element->get(utf8) != simdjson::SUCCESS)
         return std::nullopt;
-    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+    return textFromUtf8(utf8);
 }
 
 std::optional<QString> JsonValue::nonEmptyText() const {

@@ -100,6 +100,11 @@ qsizetype characterCount(const QString &text) {
     return skipCharacters(text, text.size()).second;
 }
 
+QString textFromUtf8(std::string_view utf8) {
+    const QString text = QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+    return utf8.starts_with("\xef\xbb\xbf") ? QChar(QChar::ByteOrderMark) + text : text;
+}
+
 QString wordKey(const QString &text) {
     return text.trimmed().toLower();
 }

@@ -42,6 +42,7 @@ public:
             environment.insert(QString::fromLatin1(name), path(QString::fromLatin1(name)));
         environment.insert(QStringLiteral("TZ"), QStringLiteral("UTC"));
         environment.insert(QStringLiteral("PROGRAM"), QStringLiteral(LEXIQUILL_PROGRAM));
+        setOnlineBase(QStringLiteral("https://dictionary.invalid"));
     }
 
     QString path(const QString &name = {}) const {
@@ -49,6 +50,14 @@ public:
     }
     QString wordbookPath() const { return path(QStringLiteral("XDG_DATA_HOME/Lexiquill/vocabulary.json")); }
     QString settingsPath() const { return path(QStringLiteral("XDG_CONFIG_HOME/Lexiquill/Lexiquill.conf")); }
+
+    /// Where the program finds the Youdao dictionary, and what else the settings file says. At first that is
+    /// nowhere.
+    void setOnlineBase(const QString &base, const QString &moreSettings = {}) const {
+        const QString settings =
+            QStringLiteral("[General]\nlexiquill_youdao_base=%1\n%2").arg(base, moreSettings);
+        writeFile(settingsPath(), settings.toUtf8());
+    }
 
     /// The words in the wordbook; nothing when there is no readable one.
     std::optional<QList<WordRecord>> words() const {

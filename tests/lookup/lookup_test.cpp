@@ -31,6 +31,27 @@ QString describe(const DictionaryEntry &entry) {
     return text;
 }
 
+/// Knows "online", and says when it is asked.
+class FakeOnline : public OnlineSource {
+public:
+    explicit FakeOnline(QStringList &asked) : m_asked(asked) {}
+
+    QCoro::Task<std::optional<DictionaryEntry>> lookup(QString word,
+                                                       CancellationToken cancellation) override {
+        m_asked += QStringLiteral("online:") + word;
+        if (word == u"cancelled")
+            whenAsked();
+        if (word != u"online" || cancellation.isCancelled())
+            co_return std::nullopt;
+        co_return DictionaryEntry{.headword = word, .posGroups = {}, .rawText = word};
+    }
+
+    std::function<void()> whenAsked;
+
+private:
+    QStringList &m_asked;
+};
+
 class FakeServices : public DictionaryServices {
 public:
     std::optional<QString> copyTextDefinition(const QString &word) override {
@@ -149,11 +170,12 @@ private Q_SLOTS:
         FakeServices services;
         SystemDictionaryService offline(services);
         UserDefaults defaults(path);
-        DictionaryService service(offline, defaults);
+        FakeOnline online(services.asked);
+        DictionaryService service(online, offline, defaults);
         QCOMPARE(service.currentMode(), mode);
 
         const auto lookup = [&service](const char *word) {
-            return service.lookup(QString::fromUtf8(word));
+            return QCoro::waitFor(service.lookup(QString::fromUtf8(word)));
         };
         QVERIFY(!lookup(" \n\u3000").entry && services.asked.isEmpty());
         QCOMPARE(lookup("").actualMode, mode);
@@ -163,7 +185,27 @@ private Q_SLOTS:
         const LookupResult unknown = lookup("unknown");
         QVERIFY(!unknown.entry);
         QCOMPARE(unknown.actualMode, mode);
-        QCOMPARE(services.asked, (QStringList{QStringLiteral("known"), QStringLiteral("unknown")}));
+        const LookupResult both = lookup(" online");
+        QCOMPARE(both.entry.has_value(), mode == DictionarySourceMode::YoudaoOnline);
+        QCOMPARE(both.actualMode, mode);
+        const bool isOnline = mode == DictionarySourceMode::YoudaoOnline;
+        QCOMPARE(services.asked.join(u' '),
+                 isOnline ? QStringLiteral("online:known known online:unknown unknown online:online")
+                          : QStringLiteral("known unknown online"));
+
+        // A new mode is for later lookups only; a cancelled lookup asks nobody any more.
+        services.asked.clear();
+        service.setCurrentMode(DictionarySourceMode::YoudaoOnline);
+        Cancellation cancellation;
+        online.whenAsked = [&] {
+            service.setCurrentMode(DictionarySourceMode::AppleOffline);
+            cancellation.cancel();
+        };
+        const auto cancelled =
+            QCoro::waitFor(service.lookup(QStringLiteral("cancelled"), cancellation.token()));
+        QVERIFY(!cancelled.entry);
+        QCOMPARE(cancelled.actualMode, DictionarySourceMode::YoudaoOnline);
+        QCOMPARE(services.asked, QStringList{QStringLiteral("online:cancelled")});
 
         const QSignalSpy changes(&service, &DictionaryService::currentModeChanged);
         for (const DictionarySourceMode each : allDictionarySourceModes) {
