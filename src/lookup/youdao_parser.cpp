@@ -27,7 +27,7 @@ SenseItem numberedSense(qint64 number, const QString &meaning) {
 /// The first of a word's transcriptions that is a text.
 std::optional<QString> phoneticOf(const JsonValue &word) {
     for (const char *const name : {"usphone", "ukphone", "phone"}) {
-        if (const auto text = word.member(name).text())
+        if (auto text = word.member(name).text())
             return text;
     }
     return std::nullopt;

@@ -3,10 +3,12 @@
 #include <QCryptographicHash>
 #include <QDateTime>
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryFile>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace lexiquill {
@@ -14,8 +16,8 @@ namespace lexiquill {
 namespace {
 
 constexpr qint64 largestFile = qint64{16} << 20;
-/// After this time nobody is still writing a file.
-constexpr qint64 abandonedAfter = 3600;
+/// After so many milliseconds nobody is still writing a file.
+constexpr qint64 abandonedAfter = 3'600'000;
 const QString temporarySuffix = QStringLiteral(".tmp");
 
 QByteArray hexHash(const QByteArray &bytes) {
@@ -75,15 +77,26 @@ void AnswerStore::keep(const QUrl &url, const QByteArray &body) const {
 }
 
 void AnswerStore::makeRoom() const {
+    struct File {
+        QString path;
+        qint64 modified; ///< milliseconds
+        qint64 size;
+    };
+    // Each is looked at once, for others may be replacing them.
+    QList<File> files;
+    for (QDirIterator iterator(m_directory, QDir::Files | QDir::Hidden | QDir::System); iterator.hasNext();) {
+        const QFileInfo info(iterator.next());
+        files += File{info.filePath(), info.lastModified().toMSecsSinceEpoch(), info.size()};
+    }
+    std::sort(files.begin(), files.end(),
+              [](const File &a, const File &b) { return a.modified > b.modified; });
     qint64 size = 0;
-    const QDateTime now = QDateTime::currentDateTimeUtc();
-    const auto files = QDir(m_directory).entryInfoList(QDir::Files | QDir::Hidden | QDir::System, QDir::Time);
-    for (const QFileInfo &info : files) { // the newest first
-        size += info.size();
-        const bool isLeftBehind =
-            info.fileName().endsWith(temporarySuffix) && info.lastModified().secsTo(now) > abandonedAfter;
+    const qint64 now = QDateTime::currentMSecsSinceEpoch();
+    for (const File &file : std::as_const(files)) {
+        size += file.size;
+        const bool isLeftBehind = file.path.endsWith(temporarySuffix) && now - file.modified > abandonedAfter;
         if (size > m_mostBytes || isLeftBehind)
-            QFile::remove(info.filePath());
+            QFile::remove(file.path);
     }
 }
 

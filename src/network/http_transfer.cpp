@@ -94,6 +94,8 @@ HttpTransfer::HttpTransfer(QNetworkAccessManager &network, const HttpRequest &re
         timer->setTimerType(Qt::PreciseTimer);
         connect(timer, &QTimer::timeout, this, [this] { finish(errorText(QNetworkReply::TimeoutError)); });
     }
+    m_resumption.setSingleShot(true);
+    connect(&m_resumption, &QTimer::timeout, this, &HttpTransfer::resume);
     m_total.start(m_request.totalLimit);
     if (std::all_of(m_request.headers.begin(), m_request.headers.end(), isSendable))
         open(m_request.url);
@@ -248,7 +250,7 @@ void HttpTransfer::finish(const QString &error) {
     drop();
     // Later, for the one who waits may destroy everything that is at work here now.
     if (m_waiting)
-        QMetaObject::invokeMethod(this, &HttpTransfer::resume, Qt::QueuedConnection);
+        m_resumption.start();
 }
 
 void HttpTransfer::drop() {

@@ -57,6 +57,7 @@ private:
     HttpReply m_reply;
     QTimer m_idle;
     QTimer m_total;
+    QTimer m_resumption;
     std::coroutine_handle<> m_waiting;
 };
 

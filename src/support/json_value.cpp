@@ -58,6 +58,8 @@ std::optional<JsonDocument> JsonDocument::parse(const QByteArray &text) {
     QByteArrayView json = text;
     if (json.startsWith("\xef\xbb\xbf"))
         json = json.sliced(3);
+    if (json.isEmpty())
+        return std::nullopt;
     auto parser = std::make_unique<simdjson::dom::parser>();
     simdjson::dom::element root;
     const auto size = static_cast<std::size_t>(json.size());

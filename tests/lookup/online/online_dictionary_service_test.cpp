@@ -196,6 +196,7 @@ private Q_SLOTS:
         OnlineDictionaryService service(client, {.youdao = here.server.base(), .server = here.server.base()},
                                         {});
         std::vector<QCoro::Task<std::optional<DictionaryEntry>>> tasks;
+        tasks.reserve(30);
         for (int i = 0; i < 30; ++i)
             tasks.push_back(service.lookup(QString::number(i), {}));
         for (int i = 0; i < 30; ++i) {
