@@ -70,6 +70,8 @@ public:
 
     /// "http://127.0.0.1:PORT", or the same with https.
     QString base() const;
+    /// Of a SelfSigned server, in PEM form: what somebody who trusts it must know.
+    QByteArray certificate() const { return m_certificate; }
     void setHandler(Handler handler);
     /// Stops listening and drops all connections; further ones are refused.
     void stop();

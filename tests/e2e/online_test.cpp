@@ -122,6 +122,33 @@ private Q_SLOTS:
         }
     }
 
+    /// On a system that trusts the server's certificate.
+    void overHttps() {
+        const HttpServer plain(youdaoAnswer());
+        const QByteArray elsewhere = plain.base().toUtf8() + "/jsonapi?q=x";
+        const HttpServer server(
+            [elsewhere](const ServedRequest &request) {
+                if (request.target.endsWith("away"))
+                    return ServedAnswer{.status = 302, .headers = {{"Location", elsewhere}}};
+                return youdaoAnswer();
+            },
+            HttpServer::Protocol::SelfSigned);
+        const Home home;
+        home.setOnlineBase(server.base());
+        QVERIFY(writeFile(home.path(QStringLiteral("certificates/own.pem")), server.certificate()));
+        const QString trusting = QStringLiteral("openssl rehash certificates && unshare -rm sh -c '"
+                                                "mount --bind certificates /etc/ssl/certs && "
+                                                "exec \"$PROGRAM\" search \"$1\"' - ");
+        if (home.shell(QStringLiteral("unshare -rm mount --bind . /etc/ssl/certs")).status != 0)
+            QSKIP("no mount namespaces here");
+        QVERIFY(home.run("search|apple").output.contains(offlineLabel));
+        QVERIFY(server.requests().isEmpty());
+        QVERIFY(home.shell(trusting + QStringLiteral("apple")).output.contains(onlineLabel));
+        QVERIFY(home.shell(trusting + QStringLiteral("away")).output.contains(offlineLabel));
+        QCOMPARE(targets(server), QStringLiteral("/jsonapi?q=apple /jsonapi?q=away"));
+        QCOMPARE(plain.connections(), 0);
+    }
+
     void networkLibraryIsLoadedOnlyWhenAsked_data() {
         QTest::addColumn<QByteArray>("arguments");
         QTest::addColumn<QString>("mode");
