@@ -7,6 +7,7 @@
 #include "platform/process.h"
 #include "review/spaced_repetition_engine.h"
 #include "review/weekly_review_scheduler.h"
+#include "storage/spotlight_manager.h"
 #include "storage/storage_manager.h"
 #include "support/user_defaults.h"
 
@@ -60,11 +61,10 @@ DictionaryService &DictionaryService::shared() {
 }
 
 StorageManager &StorageManager::shared() {
-    static auto *const index = new WordIndex;
     static auto *const instance = new StorageManager({.storageFile = StorageManager::standardStorageFile(),
                                                       .defaults = UserDefaults::shared(),
                                                       .dictionary = SystemDictionaryService::shared(),
-                                                      .index = *index});
+                                                      .spotlight = SpotlightManager::shared()});
     return *instance;
 }
 

@@ -3,6 +3,7 @@
 #include "cli/commands.h"
 #include "cli/terminal.h"
 #include "platform/process.h"
+#include "storage/spotlight_manager.h"
 #include "storage/storage_manager.h"
 
 #include <chrono>
@@ -93,10 +94,12 @@ void run(const QStringList &args) {
         terminal::printLine(QStringLiteral("❌ 错误：请提供要查询的单词，例如：Lexiquill search apple"));
         endProcess(EXIT_FAILURE);
     }
-    // This process makes no further change that could carry an unsaved one along, so try once more.
-    if (outcome == Outcome::RecordsChanged && StorageManager::shared().hasUnsavedChanges()) {
+    if (outcome == Outcome::RecordsChanged) {
         std::fflush(stdout);
-        StorageManager::shared().saveData(lastPatience);
+        // This process makes no further change that could carry an unsaved one along, so try once more.
+        if (StorageManager::shared().hasUnsavedChanges())
+            StorageManager::shared().saveData(lastPatience);
+        SpotlightManager::shared().finish();
     }
     endProcess(EXIT_SUCCESS);
 }

@@ -18,6 +18,16 @@ const QStringList &seedWords() {
     return words;
 }
 
+QSet<QString> deletedWordsIn(const UserDefaults &defaults) {
+    const QStringList words = defaults.stringList(StorageManager::deletedWordsKey);
+    return {words.begin(), words.end()};
+}
+
+void removeDeleted(QList<WordRecord> &words, const QSet<QString> &deleted) {
+    if (!deleted.isEmpty())
+        words.removeIf([&](const WordRecord &record) { return deleted.contains(record.word.toLower()); });
+}
+
 } // namespace
 
 StorageManager::StorageManager(Dependencies dependencies, QObject *parent)
@@ -33,9 +43,14 @@ QString StorageManager::standardStorageFile() {
     return QDir(directory).filePath(QStringLiteral("Lexiquill/vocabulary.json"));
 }
 
+QList<WordRecord> StorageManager::recordedWords() {
+    auto words = WordbookFile(standardStorageFile()).load(Instant::now()).words;
+    removeDeleted(words, deletedWordsIn(UserDefaults(UserDefaults::standardFilePath())));
+    return words;
+}
+
 QSet<QString> StorageManager::deletedWords() const {
-    const QStringList words = m_dependencies.defaults.stringList(deletedWordsKey);
-    return {words.begin(), words.end()};
+    return deletedWordsIn(m_dependencies.defaults);
 }
 
 void StorageManager::setDeletedWords(const QSet<QString> &words) {
@@ -59,8 +74,7 @@ void StorageManager::adopt(QList<WordRecord> words) {
     // Deleted words may have been restored before the file was written, so the newest list counts.
     m_dependencies.defaults.refresh();
     const QSet<QString> deleted = deletedWords();
-    if (!deleted.isEmpty())
-        words.removeIf([&](const WordRecord &record) { return deleted.contains(record.word.toLower()); });
+    removeDeleted(words, deleted);
     m_words = std::move(words);
     const Calendar calendar = m_dependencies.calendar();
     for (const WordbookChange &change : std::as_const(m_unsavedChanges)) {
@@ -160,6 +174,7 @@ void StorageManager::change(const WordbookChange &change) {
         m_weeklyPlan.reset(); // or it would keep a copy of the whole list alive
         apply(m_words, change, m_dependencies.calendar());
         m_unsavedChanges += change;
+        publish(change);
         if (maySave)
             write();
     }
@@ -167,22 +182,30 @@ void StorageManager::change(const WordbookChange &change) {
     refreshWeeklyPlan();
 }
 
+/// Publishes the record that a change has left. The index works in the background, beside the save.
+void StorageManager::publish(const WordbookChange &change) {
+    qsizetype index = -1;
+    if (const auto *search = std::get_if<WordSearched>(&change))
+        index = indexOfWord(m_words, wordKey(search->entry.headword));
+    else if (const auto *review = std::get_if<WordReviewed>(&change))
+        index = indexOfWord(m_words, review->wordId, review->word);
+    if (index >= 0)
+        m_dependencies.spotlight.indexWord(m_words.at(index));
+}
+
 WordRecord StorageManager::addOrUpdateSearch(const DictionaryEntry &entry) {
     change(WordSearched{.entry = entry, .date = m_dependencies.clock()});
-    WordRecord record = m_words.at(indexOfWord(m_words, wordKey(entry.headword)));
-    m_dependencies.index.indexWord(record);
-    return record;
+    return m_words.at(indexOfWord(m_words, wordKey(entry.headword)));
 }
 
 void StorageManager::recordReview(QUuid wordId, ReviewFeedback feedback) {
     const qsizetype known = indexOfWord(m_words, wordId);
     if (known < 0)
         return;
-    const QString word = m_words.at(known).word;
-    change(
-        WordReviewed{.wordId = wordId, .word = word, .feedback = feedback, .date = m_dependencies.clock()});
-    if (const qsizetype index = indexOfWord(m_words, wordId, word); index >= 0)
-        m_dependencies.index.indexWord(m_words.at(index));
+    change(WordReviewed{.wordId = wordId,
+                        .word = m_words.at(known).word,
+                        .feedback = feedback,
+                        .date = m_dependencies.clock()});
 }
 
 void StorageManager::deleteWord(QUuid wordId) {
@@ -194,7 +217,7 @@ void StorageManager::deleteWord(const QString &wordText) {
     const QString key = wordKey(wordText);
     if (key.isEmpty())
         return;
-    m_dependencies.index.removeWord(wordText.trimmed());
+    m_dependencies.spotlight.removeWord(wordText.trimmed());
     change(WordDeleted{.key = key});
     Q_EMIT wordDeleted(wordText.trimmed());
 }

@@ -3,7 +3,7 @@
 #include "lookup/system_dictionary_service.h"
 #include "model/word_record.h"
 #include "review/weekly_review_scheduler.h"
-#include "storage/word_index.h"
+#include "storage/spotlight_manager.h"
 #include "storage/wordbook_change.h"
 #include "storage/wordbook_file.h"
 #include "support/calendar.h"
@@ -31,7 +31,7 @@ public:
         QString storageFile; ///< path of "vocabulary.json"
         UserDefaults &defaults;
         SystemDictionaryService &dictionary; ///< for the words of the first run
-        WordIndex &index;
+        SpotlightManager &spotlight;
         Clock clock = Instant::now;
         std::function<Calendar()> calendar = Calendar::current;
     };
@@ -42,6 +42,10 @@ public:
     static StorageManager &shared();
     /// "$XDG_DATA_HOME/Lexiquill/vocabulary.json"
     static QString standardStorageFile();
+
+    /// The words of the shared wordbook as its file has them, deleted ones left out, for processes that only
+    /// read it. Nothing when there is no readable file.
+    static QList<WordRecord> recordedWords();
 
     /// Most recently added first.
     const QList<WordRecord> &words() const { return m_words; }
@@ -84,6 +88,7 @@ private:
     std::unique_ptr<FileLock> lock(std::chrono::milliseconds patience);
     bool catchUp();
     void change(const WordbookChange &change);
+    void publish(const WordbookChange &change);
     void write();
 
     Dependencies m_dependencies;

@@ -1,0 +1,166 @@
+#include "platform/linux/sqlite/connection.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <new>
+
+namespace lexiquill::sqlite {
+
+namespace {
+
+[[noreturn]] void fail(int result, bool isDamage = false) {
+    const int code = result & 0xff;
+    if (code == SQLITE_NOMEM)
+        throw std::bad_alloc();
+    throw Error{.code = code, .isDamage = isDamage || code == SQLITE_CORRUPT || code == SQLITE_NOTADB};
+}
+
+void check(int result) {
+    if (result != SQLITE_OK)
+        fail(result);
+}
+
+/// SQLite would let others read a new file. One that exists is left alone: closing any descriptor of it would
+/// release the locks that this process may have on it.
+void createPrivately(const QByteArray &path) {
+    const auto create = [&path] {
+        return ::open(path.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+    };
+    int descriptor = create();
+    if (descriptor < 0 && errno == ENOENT && QDir().mkpath(QFileInfo(QFile::decodeName(path)).absolutePath()))
+        descriptor = create();
+    if (descriptor >= 0)
+        ::close(descriptor);
+}
+
+} // namespace
+
+QString description(const Error &error) {
+    switch (error.code) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+    case SQLITE_PROTOCOL:
+        return QStringLiteral("搜索索引正被其他程序占用");
+    case SQLITE_READONLY:
+        return QStringLiteral("搜索索引文件只读");
+    case SQLITE_FULL:
+        return QStringLiteral("磁盘空间不足");
+    case SQLITE_CANTOPEN:
+    case SQLITE_PERM:
+    case SQLITE_AUTH:
+        return QStringLiteral("无法打开搜索索引文件");
+    case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
+        return QStringLiteral("搜索索引文件已损坏");
+    case SQLITE_IOERR:
+        return QStringLiteral("读写搜索索引文件时出错");
+    case SQLITE_TOOBIG:
+        return QStringLiteral("内容过长");
+    default:
+        return QStringLiteral("搜索索引出错（代码 %1）").arg(error.code);
+    }
+}
+
+void Connection::open(const QByteArray &path, int patienceMilliseconds) {
+    createPrivately(path);
+    const int result =
+        sqlite3_open_v2(path.constData(), &m_database,
+                        SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX, nullptr);
+    if (result != SQLITE_OK) {
+        close();
+        fail(result);
+    }
+    m_patienceMilliseconds = patienceMilliseconds;
+    sqlite3_busy_timeout(m_database, patienceMilliseconds);
+    // Writing the log back takes several times as long as publishing a word, so that is not done for each.
+    sqlite3_db_config(m_database, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+    sqlite3_wal_hook(
+        m_database,
+        [](void *pages, sqlite3 *, const char *, int count) {
+            *static_cast<int *>(pages) = count;
+            return SQLITE_OK;
+        },
+        &m_pagesInLog);
+    // The file may come from anywhere.
+    sqlite3_db_config(m_database, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    sqlite3_db_config(m_database, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
+    sqlite3_db_config(m_database, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
+}
+
+void Connection::close() {
+    sqlite3_close(m_database);
+    m_database = nullptr;
+    m_pagesInLog = 0;
+}
+
+void Connection::writeLogBack() {
+    sqlite3_busy_timeout(m_database, 0);
+    sqlite3_exec(m_database, "PRAGMA wal_checkpoint(TRUNCATE)", nullptr, nullptr, nullptr);
+    sqlite3_busy_timeout(m_database, m_patienceMilliseconds);
+}
+
+void Connection::execute(const char *sql) {
+    check(sqlite3_exec(m_database, sql, nullptr, nullptr, nullptr));
+}
+
+void Connection::reset() {
+    sqlite3_db_config(m_database, SQLITE_DBCONFIG_RESET_DATABASE, 1, nullptr);
+    const int result = sqlite3_exec(m_database, "VACUUM", nullptr, nullptr, nullptr);
+    sqlite3_db_config(m_database, SQLITE_DBCONFIG_RESET_DATABASE, 0, nullptr);
+    check(result);
+}
+
+Statement::Statement(const Connection &connection, std::string_view sql) {
+    const int result = sqlite3_prepare_v2(connection.handle(), sql.data(), static_cast<int>(sql.size()),
+                                          &m_statement, nullptr);
+    // The statements are right, so what they name is not there.
+    if (result != SQLITE_OK)
+        fail(result, (result & 0xff) == SQLITE_ERROR);
+}
+
+Statement &Statement::bind(int parameter, qint64 value) {
+    check(sqlite3_bind_int64(m_statement, parameter, value));
+    return *this;
+}
+
+Statement &Statement::bind(int parameter, const QString &value) {
+    const QByteArray bytes = value.toUtf8();
+    check(sqlite3_bind_text64(m_statement, parameter, bytes.constData(),
+                              static_cast<sqlite3_uint64>(bytes.size()), SQLITE_TRANSIENT, SQLITE_UTF8));
+    return *this;
+}
+
+bool Statement::next() {
+    const int result = sqlite3_step(m_statement);
+    if (result != SQLITE_ROW && result != SQLITE_DONE)
+        fail(result);
+    return result == SQLITE_ROW;
+}
+
+void Statement::run() {
+    while (next()) {
+    }
+    restart();
+}
+
+void Statement::restart() {
+    sqlite3_reset(m_statement);
+}
+
+QString Statement::text(int column) const {
+    const auto *const bytes = reinterpret_cast<const char *>(sqlite3_column_text(m_statement, column));
+    return QString::fromUtf8(bytes, sqlite3_column_bytes(m_statement, column));
+}
+
+Transaction::~Transaction() {
+    if (!m_isCommitted)
+        sqlite3_exec(m_connection.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
+}
+
+} // namespace lexiquill::sqlite

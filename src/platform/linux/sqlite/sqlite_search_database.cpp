@@ -1,0 +1,285 @@
+#include "platform/linux/sqlite/sqlite_search_database.h"
+
+#include "platform/linux/sqlite/search_text.h"
+
+#include <QSet>
+
+#include <algorithm>
+#include <new>
+#include <ranges>
+#include <string>
+
+namespace lexiquill::sqlite {
+
+namespace {
+
+/// "LXIQ"; tells our files from those of other programs.
+constexpr qint64 applicationId = 0x4c584951;
+/// Of the tables and of how texts are split into words. A file of another version is made anew.
+constexpr qint64 schemaVersion = 1;
+
+/// A process that finds the log this long writes it back. The next process reads all of the log when it is
+/// the only one, which takes less than 1 ms then.
+constexpr int longestLogPages = 512;
+
+constexpr char32_t highestCharacter = QChar::LastValidCodePoint;
+
+qint64 number(const Connection &connection, std::string_view sql) {
+    Statement statement(connection, sql);
+    statement.next();
+    return statement.integer(0);
+}
+
+/// Reads the columns identifier, domain, title, display_name and description, from the column `first` on.
+SearchItem itemAt(const Statement &statement, int first) {
+    return {.identifier = statement.text(first),
+            .domain = statement.text(first + 1),
+            .title = statement.text(first + 2),
+            .displayName = statement.text(first + 3),
+            .contentDescription = statement.text(first + 4)};
+}
+
+/// Takes the items that a condition with one parameter names out of both tables.
+class Removal {
+public:
+    Removal(const Connection &connection, const std::string &condition)
+        : m_fromSearch(connection,
+                       "DELETE FROM search WHERE rowid IN (SELECT id FROM item WHERE " + condition + ')'),
+          m_fromItem(connection, "DELETE FROM item WHERE " + condition) {}
+
+    void run(const QString &value) {
+        m_fromSearch.bind(1, value).run();
+        m_fromItem.bind(1, value).run();
+    }
+
+private:
+    Statement m_fromSearch;
+    Statement m_fromItem;
+};
+
+} // namespace
+
+/// Does the work on an open and sound file, if need be on a new one in place of a damaged one.
+template <typename Work> SearchDatabase::Error SqliteSearchDatabase::attempt(Work work) {
+    for (bool isAgain = false;; isAgain = true) {
+        try {
+            open();
+            work();
+            return {};
+        } catch (const sqlite::Error &error) {
+            m_connection.close();
+            if (isAgain || !error.isDamage || !resetFile())
+                return description(error);
+        } catch (const std::bad_alloc &) {
+            m_connection.close();
+            return QStringLiteral("内存不足");
+        }
+    }
+}
+
+void SqliteSearchDatabase::open() {
+    if (m_connection.isOpen())
+        return;
+    m_connection.open(m_path, patienceMilliseconds);
+    qint64 application = number(m_connection, "PRAGMA application_id");
+    if (application == 0 && number(m_connection, "SELECT count(*) FROM sqlite_schema") == 0) {
+        createTables();
+        application = number(m_connection, "PRAGMA application_id");
+    }
+    if (application != applicationId || number(m_connection, "PRAGMA user_version") != schemaVersion)
+        throw sqlite::Error{.code = SQLITE_NOTADB, .isDamage = true};
+    m_connection.execute("PRAGMA synchronous = NORMAL");
+}
+
+void SqliteSearchDatabase::createTables() {
+    // Fails harmlessly when another process is just doing the same; the file is then changed over later.
+    sqlite3_exec(m_connection.handle(), "PRAGMA journal_mode = WAL", nullptr, nullptr, nullptr);
+    Transaction transaction(m_connection);
+    if (number(m_connection, "SELECT count(*) FROM sqlite_schema") != 0)
+        return;
+    m_connection.execute("CREATE TABLE state (is_complete INTEGER NOT NULL);"
+                         "INSERT INTO state VALUES (0);"
+                         "CREATE TABLE item (id INTEGER PRIMARY KEY, identifier TEXT NOT NULL UNIQUE,"
+                         " domain TEXT NOT NULL, key TEXT NOT NULL, title TEXT NOT NULL,"
+                         " display_name TEXT NOT NULL, description TEXT NOT NULL);"
+                         "CREATE INDEX item_key ON item (key);"
+                         "CREATE VIRTUAL TABLE search USING fts5 (title, display_name, description, keywords,"
+                         " tokenize = 'unicode61 remove_diacritics 2')");
+    m_connection.execute(("PRAGMA application_id = " + std::to_string(applicationId)).c_str());
+    m_connection.execute(("PRAGMA user_version = " + std::to_string(schemaVersion)).c_str());
+    transaction.commit();
+}
+
+/// False when that is not possible either.
+bool SqliteSearchDatabase::resetFile() {
+    try {
+        m_connection.open(m_path, patienceMilliseconds);
+        m_connection.reset();
+        m_connection.close();
+        return true;
+    } catch (const sqlite::Error &) {
+        m_connection.close();
+        return false;
+    }
+}
+
+/// Within a transaction.
+void SqliteSearchDatabase::putAll(const QList<SearchItem> &items) {
+    Removal removal(m_connection, "identifier = ?1");
+    Statement insertItem(m_connection,
+                         "INSERT INTO item (identifier, domain, key, title, display_name, description)"
+                         " VALUES (?1, ?2, ?3, ?4, ?5, ?6)");
+    Statement insertTexts(m_connection,
+                          "INSERT INTO search (rowid, title, display_name, description, keywords)"
+                          " VALUES (?1, ?2, ?3, ?4, ?5)");
+    // From the last to the first, which gets the highest number. Of several with one identifier, the last
+    // counts.
+    QSet<QString> seen;
+    for (const SearchItem &item : items | std::views::reverse) {
+        if (seen.contains(item.identifier))
+            continue;
+        seen.insert(item.identifier);
+        removal.run(item.identifier);
+        insertItem.bind(1, item.identifier)
+            .bind(2, item.domain)
+            .bind(3, item.title.toLower())
+            .bind(4, item.title)
+            .bind(5, item.displayName)
+            .bind(6, item.contentDescription)
+            .run();
+        insertTexts.bind(1, m_connection.lastInsertedId())
+            .bind(2, segmented(item.title))
+            .bind(3, segmented(item.displayName))
+            .bind(4, segmented(item.contentDescription))
+            // No phrase goes from one keyword into the next: the mark between them is a word, too.
+            .bind(5, segmented(item.keywords.join(QStringLiteral(" \uE000 "))))
+            .run();
+    }
+}
+
+void SqliteSearchDatabase::keepLogShort() {
+    if (m_connection.pagesInLog() > longestLogPages)
+        tidy();
+}
+
+SearchDatabase::Error SqliteSearchDatabase::put(const QList<SearchItem> &items) {
+    return attempt([&] {
+        Transaction transaction(m_connection);
+        putAll(items);
+        transaction.commit();
+        keepLogShort();
+    });
+}
+
+SearchDatabase::Error SqliteSearchDatabase::complete(const QList<SearchItem> &items) {
+    // In parts, so that other processes get their turn.
+    constexpr qsizetype partSize = 500;
+    return attempt([&] {
+        for (qsizetype end = items.size(); end > 0; end -= partSize) {
+            Transaction transaction(m_connection);
+            const qsizetype start = std::max<qsizetype>(0, end - partSize);
+            putAll(items.sliced(start, end - start));
+            transaction.commit();
+        }
+        m_connection.execute("UPDATE state SET is_complete = 1");
+        keepLogShort();
+    });
+}
+
+SearchDatabase::Error SqliteSearchDatabase::removeItems(const QStringList &identifiers) {
+    return attempt([&] {
+        Transaction transaction(m_connection);
+        Removal removal(m_connection, "identifier = ?1");
+        for (const QString &identifier : identifiers)
+            removal.run(identifier);
+        transaction.commit();
+        keepLogShort();
+    });
+}
+
+SearchDatabase::Error SqliteSearchDatabase::removeDomain(const QString &domain) {
+    return attempt([&] {
+        Transaction transaction(m_connection);
+        Removal(m_connection, "domain = ?1").run(domain);
+        transaction.commit();
+        keepLogShort();
+    });
+}
+
+QList<SearchDatabase::Match> SqliteSearchDatabase::find(const QStringList &terms, int limit) {
+    const QString query = normalizedQuery(terms);
+    const QString expression = matchExpression(query);
+    const QString key = query.toLower();
+    QList<Match> matches;
+    if (key.isEmpty())
+        return matches;
+    const auto search = [&] {
+        QSet<qint64> seen;
+        matches.clear();
+        const auto collect = [&](Statement &statement, Rank rank) {
+            while (matches.size() < limit && statement.next()) {
+                const qint64 id = statement.integer(0);
+                if (seen.contains(id))
+                    continue;
+                seen.insert(id);
+                matches += Match{.item = itemAt(statement, 1), .rank = rank};
+            }
+        };
+        const std::string columns =
+            "SELECT item.id, identifier, domain, item.title, item.display_name, item.description FROM ";
+        Statement exact(m_connection, columns + "item WHERE key = ?1 ORDER BY id DESC");
+        collect(exact.bind(1, key), Rank::Exact);
+        // The highest character stands behind all that a prefix can go on with.
+        Statement prefix(m_connection,
+                         columns + "item JOIN (SELECT id AS found FROM item WHERE key > ?1 AND key < ?2"
+                                   " ORDER BY length(key), id DESC LIMIT ?3) ON id = found"
+                                   " ORDER BY length(key), id DESC");
+        collect(prefix.bind(1, key).bind(2, key + QString::fromUcs4(&highestCharacter, 1)).bind(3, limit),
+                Rank::Prefix);
+        if (expression.isEmpty())
+            return;
+        Statement other(m_connection, columns + "search JOIN item ON item.id = search.rowid"
+                                                " WHERE search MATCH ?1 ORDER BY search.rowid DESC");
+        collect(other.bind(1, expression), Rank::Other);
+    };
+    if (attempt(search))
+        matches.clear();
+    return matches;
+}
+
+QList<SearchItem> SqliteSearchDatabase::items(const QStringList &identifiers) {
+    QList<SearchItem> items;
+    const auto search = [&] {
+        items.clear();
+        Statement statement(m_connection, "SELECT identifier, domain, title, display_name, description"
+                                          " FROM item WHERE identifier = ?1");
+        for (const QString &identifier : identifiers) {
+            if (statement.bind(1, identifier).next())
+                items += itemAt(statement, 0);
+            statement.restart();
+        }
+    };
+    if (attempt(search))
+        items.clear();
+    return items;
+}
+
+bool SqliteSearchDatabase::isComplete() {
+    bool isComplete = true;
+    const Error error =
+        attempt([&] { isComplete = number(m_connection, "SELECT is_complete FROM state") != 0; });
+    return error || isComplete;
+}
+
+void SqliteSearchDatabase::tidy() {
+    if (m_connection.isOpen())
+        m_connection.writeLogBack();
+}
+
+} // namespace lexiquill::sqlite
+
+extern "C" lexiquill::SearchDatabase *lexiquillCreateSearchDatabase(const QByteArray &path);
+
+lexiquill::SearchDatabase *lexiquillCreateSearchDatabase(const QByteArray &path) {
+    return new lexiquill::sqlite::SqliteSearchDatabase(path);
+}

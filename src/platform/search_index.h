@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+#include <optional>
+
+namespace lexiquill {
+
+/// One thing to be found by the system's search: a piece of plain text that never expires.
+struct SearchItem {
+    QString identifier; ///< unique; a later item takes the place of an earlier one with the same identifier
+    QString domain;     ///< groups the items that can be deleted together
+    QString title;
+    QString displayName;
+    QString contentDescription;
+    QStringList keywords = {};
+
+    friend bool operator==(const SearchItem &, const SearchItem &) = default;
+};
+
+/// The operating system's search index. Everything submitted is done in the background, in order; a
+/// completion is called on the index's own thread, with a description of the error in Chinese or, when all
+/// went well, with nothing. This default stands for a system without such an index.
+class SearchIndex {
+public:
+    using Error = std::optional<QString>;
+    using Completion = std::function<void(const Error &error)>;
+
+    virtual ~SearchIndex() = default;
+
+    virtual bool isIndexingAvailable() const { return false; }
+
+    /// Publishes all of the items or, on failure, none. The first ones count as the most recent.
+    virtual void indexItems(QList<SearchItem> items, Completion completion) {
+        Q_UNUSED(items)
+        Q_UNUSED(completion)
+    }
+    virtual void deleteItems(QStringList identifiers, Completion completion) {
+        Q_UNUSED(identifiers)
+        Q_UNUSED(completion)
+    }
+    virtual void deleteDomain(QString domain, Completion completion) {
+        Q_UNUSED(domain)
+        Q_UNUSED(completion)
+    }
+
+    /// Waits until everything submitted is done; costs nothing when nothing was.
+    virtual void finish() {}
+};
+
+} // namespace lexiquill

@@ -1,0 +1,76 @@
+#include "storage/spotlight_manager.h"
+
+#include <cstdio>
+#include <utility>
+
+namespace lexiquill {
+
+const QString SpotlightManager::domainIdentifier = QStringLiteral("com.lexiquill.vocabulary");
+
+namespace {
+
+void printFailure(const QString &description) {
+    const QByteArray line = QStringLiteral("Spotlight 批量索引错误: %1\n").arg(description).toUtf8();
+    // A reader that has gone away is no reason to stop working.
+    [[maybe_unused]] const int result = std::fputs(line.constData(), stdout);
+}
+
+} // namespace
+
+QString SpotlightManager::itemIdentifier(const QString &word) {
+    return QStringLiteral("word:") + word.toLower();
+}
+
+SearchItem SpotlightManager::item(const WordRecord &record) {
+    QStringList keywords{record.word, QStringLiteral("词典"), QStringLiteral("单词"),
+                         QStringLiteral("生词本"), QStringLiteral("背词")};
+    if (record.phonetic)
+        keywords += *record.phonetic;
+    for (const PartOfSpeechGroup &group : record.posGroups) {
+        keywords << group.pos << group.posChinese;
+        for (const SenseItem &sense : group.senses)
+            keywords += sense.chineseMeaning;
+    }
+    return {.identifier = itemIdentifier(record.word),
+            .domain = domainIdentifier,
+            .title = record.word,
+            .displayName = record.word + QStringLiteral(" - ") + record.conciseSummary,
+            .contentDescription =
+                record.conciseSummary.isEmpty() ? record.rawDefinition : record.conciseSummary,
+            .keywords = std::move(keywords)};
+}
+
+void SpotlightManager::indexWord(const WordRecord &record) const {
+    indexWordsBatch({record});
+}
+
+void SpotlightManager::indexWordsBatch(const QList<WordRecord> &records, BatchCompletion completion) const {
+    if (!completion)
+        completion = [](qsizetype) {
+        };
+    if (records.isEmpty() || !isIndexingAvailable()) {
+        completion(0);
+        return;
+    }
+    QList<SearchItem> items;
+    items.reserve(records.size());
+    for (const WordRecord &record : records)
+        items += item(record);
+    const qsizetype count = items.size();
+    m_index.indexItems(std::move(items),
+                       [count, completion = std::move(completion)](const SearchIndex::Error &error) {
+                           if (error)
+                               printFailure(*error);
+                           completion(error ? 0 : count);
+                       });
+}
+
+void SpotlightManager::removeWord(const QString &word) const {
+    m_index.deleteItems({itemIdentifier(word)}, {});
+}
+
+void SpotlightManager::clearAll() const {
+    m_index.deleteDomain(domainIdentifier, {});
+}
+
+} // namespace lexiquill
