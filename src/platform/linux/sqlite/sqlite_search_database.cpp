@@ -93,7 +93,8 @@ void SqliteSearchDatabase::open() {
 
 void SqliteSearchDatabase::createTables() {
     // Fails harmlessly when another process is just doing the same; the file is then changed over later.
-    sqlite3_exec(m_connection.handle(), "PRAGMA journal_mode = WAL", nullptr, nullptr, nullptr);
+    sqlite3_exec(m_connection.handle(), "PRAGMA page_size = 1024; PRAGMA journal_mode = WAL", nullptr,
+                 nullptr, nullptr);
     Transaction transaction(m_connection);
     if (number(m_connection, "SELECT count(*) FROM sqlite_schema") != 0)
         return;
@@ -104,7 +105,8 @@ void SqliteSearchDatabase::createTables() {
                          " display_name TEXT NOT NULL, description TEXT NOT NULL);"
                          "CREATE INDEX item_key ON item (key);"
                          "CREATE VIRTUAL TABLE search USING fts5 (title, display_name, description, keywords,"
-                         " tokenize = 'unicode61 remove_diacritics 2')");
+                         " tokenize = 'unicode61 remove_diacritics 2');"
+                         "INSERT INTO search (search, rank) VALUES ('pgsz', 1000)");
     m_connection.execute(("PRAGMA application_id = " + std::to_string(applicationId)).c_str());
     m_connection.execute(("PRAGMA user_version = " + std::to_string(schemaVersion)).c_str());
     transaction.commit();
