@@ -141,9 +141,10 @@ template <typename Change> void measureChange(State &state, Change change) {
     LinuxDictionaryServices services({}, {}, copy.directory());
     SystemDictionaryService dictionary(services);
     UserDefaults defaults(copy.directory() + QStringLiteral("/settings.conf"));
-    WordIndex index;
+    SearchIndex index;
+    SpotlightManager spotlight(index);
     StorageManager storage(
-        {.storageFile = copy.path(), .defaults = defaults, .dictionary = dictionary, .index = index});
+        {.storageFile = copy.path(), .defaults = defaults, .dictionary = dictionary, .spotlight = spotlight});
     qsizetype position = 0;
     measure(state, [&] {
         position = (position + 7919) % storage.words().size();

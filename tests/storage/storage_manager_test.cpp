@@ -26,10 +26,16 @@ public:
     void setPersistentDomain(const QString &, const QString &, const QStringList &) override {}
 };
 
-class RecordingIndex final : public WordIndex {
+class RecordingIndex final : public SearchIndex {
 public:
-    void indexWord(const WordRecord &record) override { calls += " +" + record.word.toUtf8(); }
-    void removeWord(const QString &word) override { calls += " -" + word.toUtf8(); }
+    bool isIndexingAvailable() const override { return true; }
+    void indexItems(QList<SearchItem> items, Completion) override {
+        for (const SearchItem &item : items)
+            calls += " +" + item.title.toUtf8();
+    }
+    void deleteItems(QStringList identifiers, Completion) override {
+        calls += " -" + identifiers.join(u' ').toUtf8();
+    }
 
     QByteArray calls;
 };
@@ -61,7 +67,7 @@ public:
 
     std::unique_ptr<StorageManager> open() { return open(defaults); }
     std::unique_ptr<StorageManager> open(UserDefaults &settings) {
-        StorageManager::Dependencies dependencies{wordbook(), settings, m_service, index};
+        StorageManager::Dependencies dependencies{wordbook(), settings, m_service, m_spotlight};
         dependencies.clock = [this] {
             return now;
         };
@@ -105,6 +111,7 @@ private:
     QTemporaryDir m_directory;
     FakeDictionary m_dictionary;
     SystemDictionaryService m_service{m_dictionary};
+    SpotlightManager m_spotlight{index};
 
 public:
     UserDefaults defaults{path("Lexiquill.conf")};
@@ -199,7 +206,7 @@ private Q_SLOTS:
         store->deleteWord(store->words().at(2).id);
         store->deleteWord(QStringLiteral(" PLUM "));
         QCOMPARE(deleted, QList<QVariantList>({{QStringLiteral("Apple")}, {QStringLiteral("PLUM")}}));
-        QCOMPARE(place.index.calls, " -Apple -PLUM");
+        QCOMPARE(place.index.calls, " -word:apple -word:plum");
         QCOMPARE(names(place.saved()), "pear");
         QCOMPARE(store->deletedWords(), QSet<QString>({apple, plum}));
 

@@ -72,10 +72,7 @@ void Connection::open(const QByteArray &path, int patienceMilliseconds) {
     const int result =
         sqlite3_open_v2(path.constData(), &m_database,
                         SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX, nullptr);
-    if (result != SQLITE_OK) {
-        close();
-        fail(result);
-    }
+    check(result);
     m_patienceMilliseconds = patienceMilliseconds;
     sqlite3_busy_timeout(m_database, patienceMilliseconds);
     // Writing the log back takes several times as long as publishing a word, so that is not done for each.
@@ -93,12 +90,6 @@ void Connection::open(const QByteArray &path, int patienceMilliseconds) {
     sqlite3_db_config(m_database, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
 }
 
-void Connection::close() {
-    sqlite3_close(m_database);
-    m_database = nullptr;
-    m_pagesInLog = 0;
-}
-
 void Connection::writeLogBack() {
     sqlite3_busy_timeout(m_database, 0);
     sqlite3_exec(m_database, "PRAGMA wal_checkpoint(TRUNCATE)", nullptr, nullptr, nullptr);
@@ -114,6 +105,8 @@ void Connection::reset() {
     const int result = sqlite3_exec(m_database, "VACUUM", nullptr, nullptr, nullptr);
     sqlite3_db_config(m_database, SQLITE_DBCONFIG_RESET_DATABASE, 0, nullptr);
     check(result);
+    // What stands in the header stays.
+    execute("PRAGMA application_id = 0; PRAGMA user_version = 0");
 }
 
 Statement::Statement(const Connection &connection, std::string_view sql) {

@@ -19,19 +19,17 @@ struct Error {
 /// What went wrong, in Chinese.
 QString description(const Error &error);
 
-/// A database file that is open, or none.
+/// A database file that is open, or none. Statements on it must be gone before it.
 class Connection {
 public:
     Connection() = default;
-    ~Connection() { close(); }
+    ~Connection() { sqlite3_close(m_database); }
     Connection(const Connection &) = delete;
     Connection &operator=(const Connection &) = delete;
 
-    /// Creates a missing file, for its owner only. The caller waits for other processes at most `patience`.
+    /// Creates a missing file, for its owner only. Every operation waits for other processes at most this
+    /// long.
     void open(const QByteArray &path, int patienceMilliseconds);
-    bool isOpen() const { return m_database != nullptr; }
-    /// Statements must be gone by then.
-    void close();
 
     void execute(const char *sql);
     qint64 lastInsertedId() const { return sqlite3_last_insert_rowid(m_database); }

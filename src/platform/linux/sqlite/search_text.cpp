@@ -10,8 +10,22 @@ namespace {
 
 constexpr qsizetype longestQuery = 256;
 
+/// Counts as a word in the full-text index, so no phrase goes beyond it.
+constexpr QChar phraseEnd(0xe000);
+
 bool isHan(char32_t character) {
     return QChar::script(character) == QChar::Script_Han;
+}
+
+/// The part of a term from its first letter or digit to its last one.
+QString trimmedToWord(const QString &term) {
+    const std::u32string characters = term.toStdU32String();
+    const auto isOfWord = [](char32_t character) {
+        return QChar::isLetterOrNumber(character);
+    };
+    const auto first = std::find_if(characters.begin(), characters.end(), isOfWord);
+    const auto last = std::find_if(characters.rbegin(), characters.rend(), isOfWord).base();
+    return first < last ? QString::fromStdU32String({first, last}) : QString();
 }
 
 } // namespace
@@ -19,13 +33,20 @@ bool isHan(char32_t character) {
 QString segmented(const QString &text) {
     QString result;
     result.reserve(text.size() * 2);
+    bool isBehindHan = false;
     for (const char32_t character : text.toStdU32String()) {
-        const bool isWord = isHan(character);
-        if (isWord)
-            result += u' ';
-        result += QChar::fromUcs4(character);
-        if (isWord)
-            result += u' ';
+        if (isHan(character)) {
+            result += u' ' + QString::fromUcs4(&character, 1) + u' ';
+            isBehindHan = true;
+        } else if (isBehindHan && !QChar::isSpace(character)) {
+            if (!QChar::isLetterOrNumber(character))
+                result += u' ' + QString(phraseEnd) + u' ';
+            else
+                result += QChar::fromUcs4(character);
+            isBehindHan = false;
+        } else {
+            result += QChar::fromUcs4(character);
+        }
     }
     return result;
 }
@@ -46,14 +67,12 @@ QString normalizedQuery(const QStringList &terms) {
 QString matchExpression(const QString &query) {
     QStringList phrases;
     for (const QString &term : query.split(u' ', Qt::SkipEmptyParts)) {
-        const std::u32string characters = term.toStdU32String();
-        const auto last = std::find_if(characters.rbegin(), characters.rend(),
-                                       [](char32_t character) { return QChar::isLetterOrNumber(character); });
-        if (last == characters.rend())
+        const QString word = trimmedToWord(term);
+        if (word.isEmpty())
             continue;
-        QString phrase = segmented(term).replace(u'"', u' ');
-        phrase = u'"' + phrase + (isHan(*last) ? QStringLiteral("\"") : QStringLiteral("\" *"));
-        phrases += phrase;
+        const bool mayGoOn = !isHan(word.toStdU32String().back());
+        phrases += u'"' + segmented(word).replace(u'"', u' ') +
+                   (mayGoOn ? QStringLiteral("\" *") : QStringLiteral("\""));
     }
     return phrases.join(QStringLiteral(" AND "));
 }

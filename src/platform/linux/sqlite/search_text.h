@@ -6,7 +6,8 @@
 namespace lexiquill::sqlite {
 
 /// The text with every Chinese character as a word of its own: a run of characters is then found as a phrase,
-/// wherever in a text it stands.
+/// wherever in a text it stands. Punctuation behind a Chinese character becomes a word, too, so that a phrase
+/// does not reach over it.
 QString segmented(const QString &text);
 
 /// The terms in the form in which texts are compared: joined by blanks, full-width letters and the like made

@@ -57,83 +57,36 @@ private:
     Statement m_fromItem;
 };
 
-} // namespace
-
-/// Does the work on an open and sound file, if need be on a new one in place of a damaged one.
-template <typename Work> SearchDatabase::Error SqliteSearchDatabase::attempt(Work work) {
-    for (bool isAgain = false;; isAgain = true) {
-        try {
-            open();
-            work();
-            return {};
-        } catch (const sqlite::Error &error) {
-            m_connection.close();
-            if (isAgain || !error.isDamage || !resetFile())
-                return description(error);
-        } catch (const std::bad_alloc &) {
-            m_connection.close();
-            return QStringLiteral("内存不足");
-        }
-    }
-}
-
-void SqliteSearchDatabase::open() {
-    if (m_connection.isOpen())
-        return;
-    m_connection.open(m_path, patienceMilliseconds);
-    qint64 application = number(m_connection, "PRAGMA application_id");
-    if (application == 0 && number(m_connection, "SELECT count(*) FROM sqlite_schema") == 0) {
-        createTables();
-        application = number(m_connection, "PRAGMA application_id");
-    }
-    if (application != applicationId || number(m_connection, "PRAGMA user_version") != schemaVersion)
-        throw sqlite::Error{.code = SQLITE_NOTADB, .isDamage = true};
-    m_connection.execute("PRAGMA synchronous = NORMAL");
-}
-
-void SqliteSearchDatabase::createTables() {
+void createTables(Connection &connection) {
     // Fails harmlessly when another process is just doing the same; the file is then changed over later.
-    sqlite3_exec(m_connection.handle(), "PRAGMA page_size = 1024; PRAGMA journal_mode = WAL", nullptr,
-                 nullptr, nullptr);
-    Transaction transaction(m_connection);
-    if (number(m_connection, "SELECT count(*) FROM sqlite_schema") != 0)
+    // Publishing a word changes a dozen pages a little, so they are small.
+    sqlite3_exec(connection.handle(), "PRAGMA page_size = 1024; PRAGMA journal_mode = WAL", nullptr, nullptr,
+                 nullptr);
+    Transaction transaction(connection);
+    if (number(connection, "SELECT count(*) FROM sqlite_schema") != 0)
         return;
-    m_connection.execute("CREATE TABLE state (is_complete INTEGER NOT NULL);"
-                         "INSERT INTO state VALUES (0);"
-                         "CREATE TABLE item (id INTEGER PRIMARY KEY, identifier TEXT NOT NULL UNIQUE,"
-                         " domain TEXT NOT NULL, key TEXT NOT NULL, title TEXT NOT NULL,"
-                         " display_name TEXT NOT NULL, description TEXT NOT NULL);"
-                         "CREATE INDEX item_key ON item (key);"
-                         "CREATE VIRTUAL TABLE search USING fts5 (title, display_name, description, keywords,"
-                         " tokenize = 'unicode61 remove_diacritics 2');"
-                         "INSERT INTO search (search, rank) VALUES ('pgsz', 1000)");
-    m_connection.execute(("PRAGMA application_id = " + std::to_string(applicationId)).c_str());
-    m_connection.execute(("PRAGMA user_version = " + std::to_string(schemaVersion)).c_str());
+    connection.execute("CREATE TABLE state (is_complete INTEGER NOT NULL);"
+                       "INSERT INTO state VALUES (0);"
+                       "CREATE TABLE item (id INTEGER PRIMARY KEY, identifier TEXT NOT NULL UNIQUE,"
+                       " domain TEXT NOT NULL, key TEXT NOT NULL, title TEXT NOT NULL,"
+                       " display_name TEXT NOT NULL, description TEXT NOT NULL);"
+                       "CREATE INDEX item_key ON item (key);"
+                       "CREATE VIRTUAL TABLE search USING fts5 (title, display_name, description, keywords,"
+                       " tokenize = 'unicode61 remove_diacritics 2');"
+                       "INSERT INTO search (search, rank) VALUES ('pgsz', 1000)");
+    connection.execute(("PRAGMA application_id = " + std::to_string(applicationId)).c_str());
+    connection.execute(("PRAGMA user_version = " + std::to_string(schemaVersion)).c_str());
     transaction.commit();
 }
 
-/// False when that is not possible either.
-bool SqliteSearchDatabase::resetFile() {
-    try {
-        m_connection.open(m_path, patienceMilliseconds);
-        m_connection.reset();
-        m_connection.close();
-        return true;
-    } catch (const sqlite::Error &) {
-        m_connection.close();
-        return false;
-    }
-}
-
 /// Within a transaction.
-void SqliteSearchDatabase::putAll(const QList<SearchItem> &items) {
-    Removal removal(m_connection, "identifier = ?1");
-    Statement insertItem(m_connection,
+void putAll(const Connection &connection, const QList<SearchItem> &items) {
+    Removal removal(connection, "identifier = ?1");
+    Statement insertItem(connection,
                          "INSERT INTO item (identifier, domain, key, title, display_name, description)"
                          " VALUES (?1, ?2, ?3, ?4, ?5, ?6)");
-    Statement insertTexts(m_connection,
-                          "INSERT INTO search (rowid, title, display_name, description, keywords)"
-                          " VALUES (?1, ?2, ?3, ?4, ?5)");
+    Statement insertTexts(connection, "INSERT INTO search (rowid, title, display_name, description, keywords)"
+                                      " VALUES (?1, ?2, ?3, ?4, ?5)");
     // From the last to the first, which gets the highest number. Of several with one identifier, the last
     // counts.
     QSet<QString> seen;
@@ -149,62 +102,101 @@ void SqliteSearchDatabase::putAll(const QList<SearchItem> &items) {
             .bind(5, item.displayName)
             .bind(6, item.contentDescription)
             .run();
-        insertTexts.bind(1, m_connection.lastInsertedId())
+        insertTexts.bind(1, connection.lastInsertedId())
             .bind(2, segmented(item.title))
             .bind(3, segmented(item.displayName))
             .bind(4, segmented(item.contentDescription))
-            // No phrase goes from one keyword into the next: the mark between them is a word, too.
-            .bind(5, segmented(item.keywords.join(QStringLiteral(" \uE000 "))))
+            .bind(5, segmented(item.keywords.join(u'|')))
             .run();
     }
 }
 
-void SqliteSearchDatabase::keepLogShort() {
-    if (m_connection.pagesInLog() > longestLogPages)
-        tidy();
+void commit(Transaction &transaction, Connection &connection) {
+    transaction.commit();
+    if (connection.pagesInLog() > longestLogPages)
+        connection.writeLogBack();
+}
+
+} // namespace
+
+/// Does the work on an open and sound file, if need be on a new one in place of a damaged one.
+template <typename Work> SearchDatabase::Error SqliteSearchDatabase::attempt(Work work) const {
+    for (bool isAgain = false;; isAgain = true) {
+        try {
+            Connection connection;
+            open(connection);
+            work(connection);
+            return {};
+        } catch (const sqlite::Error &error) {
+            if (isAgain || !error.isDamage || !resetFile())
+                return description(error);
+        } catch (const std::bad_alloc &) {
+            return QStringLiteral("内存不足");
+        }
+    }
+}
+
+void SqliteSearchDatabase::open(Connection &connection) const {
+    connection.open(m_path, patienceMilliseconds);
+    qint64 application = number(connection, "PRAGMA application_id");
+    if (application == 0 && number(connection, "SELECT count(*) FROM sqlite_schema") == 0) {
+        createTables(connection);
+        application = number(connection, "PRAGMA application_id");
+    }
+    if (application != applicationId || number(connection, "PRAGMA user_version") != schemaVersion)
+        throw sqlite::Error{.code = SQLITE_NOTADB, .isDamage = true};
+    connection.execute("PRAGMA synchronous = NORMAL");
+}
+
+/// False when that is not possible, for example because another process has the file open at the moment.
+bool SqliteSearchDatabase::resetFile() const {
+    try {
+        Connection connection;
+        connection.open(m_path, patienceMilliseconds);
+        connection.reset();
+        return true;
+    } catch (const sqlite::Error &) {
+        return false;
+    }
 }
 
 SearchDatabase::Error SqliteSearchDatabase::put(const QList<SearchItem> &items) {
-    return attempt([&] {
-        Transaction transaction(m_connection);
-        putAll(items);
-        transaction.commit();
-        keepLogShort();
+    return attempt([&](Connection &connection) {
+        Transaction transaction(connection);
+        putAll(connection, items);
+        commit(transaction, connection);
     });
 }
 
 SearchDatabase::Error SqliteSearchDatabase::complete(const QList<SearchItem> &items) {
     // In parts, so that other processes get their turn.
     constexpr qsizetype partSize = 500;
-    return attempt([&] {
+    return attempt([&](Connection &connection) {
         for (qsizetype end = items.size(); end > 0; end -= partSize) {
-            Transaction transaction(m_connection);
+            Transaction transaction(connection);
             const qsizetype start = std::max<qsizetype>(0, end - partSize);
-            putAll(items.sliced(start, end - start));
-            transaction.commit();
+            putAll(connection, items.sliced(start, end - start));
+            commit(transaction, connection);
         }
-        m_connection.execute("UPDATE state SET is_complete = 1");
-        keepLogShort();
+        connection.execute("UPDATE state SET is_complete = 1");
     });
 }
 
 SearchDatabase::Error SqliteSearchDatabase::removeItems(const QStringList &identifiers) {
-    return attempt([&] {
-        Transaction transaction(m_connection);
-        Removal removal(m_connection, "identifier = ?1");
+    return attempt([&](Connection &connection) {
+        Transaction transaction(connection);
+        Removal removal(connection, "identifier = ?1");
         for (const QString &identifier : identifiers)
             removal.run(identifier);
-        transaction.commit();
-        keepLogShort();
+        commit(transaction, connection);
     });
 }
 
 SearchDatabase::Error SqliteSearchDatabase::removeDomain(const QString &domain) {
-    return attempt([&] {
-        Transaction transaction(m_connection);
-        Removal(m_connection, "domain = ?1").run(domain);
-        transaction.commit();
-        keepLogShort();
+    return attempt([&](Connection &connection) {
+        Transaction transaction(connection);
+        Removal(connection, "domain = ?1").run(domain);
+        commit(transaction, connection);
     });
 }
 
@@ -215,7 +207,7 @@ QList<SearchDatabase::Match> SqliteSearchDatabase::find(const QStringList &terms
     QList<Match> matches;
     if (key.isEmpty())
         return matches;
-    const auto search = [&] {
+    const auto search = [&](Connection &connection) {
         QSet<qint64> seen;
         matches.clear();
         const auto collect = [&](Statement &statement, Rank rank) {
@@ -229,19 +221,19 @@ QList<SearchDatabase::Match> SqliteSearchDatabase::find(const QStringList &terms
         };
         const std::string columns =
             "SELECT item.id, identifier, domain, item.title, item.display_name, item.description FROM ";
-        Statement exact(m_connection, columns + "item WHERE key = ?1 ORDER BY id DESC");
+        Statement exact(connection, columns + "item WHERE key = ?1 ORDER BY id DESC");
         collect(exact.bind(1, key), Rank::Exact);
         // The highest character stands behind all that a prefix can go on with.
-        Statement prefix(m_connection,
-                         columns + "item JOIN (SELECT id AS found FROM item WHERE key > ?1 AND key < ?2"
-                                   " ORDER BY length(key), id DESC LIMIT ?3) ON id = found"
-                                   " ORDER BY length(key), id DESC");
+        Statement prefix(connection, columns +
+                                         "item JOIN (SELECT id AS found FROM item WHERE key > ?1 AND key < ?2"
+                                         " ORDER BY length(key), id DESC LIMIT ?3) ON id = found"
+                                         " ORDER BY length(key), id DESC");
         collect(prefix.bind(1, key).bind(2, key + QString::fromUcs4(&highestCharacter, 1)).bind(3, limit),
                 Rank::Prefix);
         if (expression.isEmpty())
             return;
-        Statement other(m_connection, columns + "search JOIN item ON item.id = search.rowid"
-                                                " WHERE search MATCH ?1 ORDER BY search.rowid DESC");
+        Statement other(connection, columns + "search JOIN item ON item.id = search.rowid"
+                                              " WHERE search MATCH ?1 ORDER BY search.rowid DESC");
         collect(other.bind(1, expression), Rank::Other);
     };
     if (attempt(search))
@@ -251,10 +243,10 @@ QList<SearchDatabase::Match> SqliteSearchDatabase::find(const QStringList &terms
 
 QList<SearchItem> SqliteSearchDatabase::items(const QStringList &identifiers) {
     QList<SearchItem> items;
-    const auto search = [&] {
+    const auto search = [&](Connection &connection) {
         items.clear();
-        Statement statement(m_connection, "SELECT identifier, domain, title, display_name, description"
-                                          " FROM item WHERE identifier = ?1");
+        Statement statement(connection, "SELECT identifier, domain, title, display_name, description"
+                                        " FROM item WHERE identifier = ?1");
         for (const QString &identifier : identifiers) {
             if (statement.bind(1, identifier).next())
                 items += itemAt(statement, 0);
@@ -268,14 +260,14 @@ QList<SearchItem> SqliteSearchDatabase::items(const QStringList &identifiers) {
 
 bool SqliteSearchDatabase::isComplete() {
     bool isComplete = true;
-    const Error error =
-        attempt([&] { isComplete = number(m_connection, "SELECT is_complete FROM state") != 0; });
+    const Error error = attempt([&](Connection &connection) {
+        isComplete = number(connection, "SELECT is_complete FROM state") != 0;
+    });
     return error || isComplete;
 }
 
 void SqliteSearchDatabase::tidy() {
-    if (m_connection.isOpen())
-        m_connection.writeLogBack();
+    attempt([](Connection &connection) { connection.writeLogBack(); });
 }
 
 } // namespace lexiquill::sqlite

@@ -8,7 +8,8 @@
 namespace lexiquill::sqlite {
 
 /// The table "item" holds the items, "search" the texts that they are found by, under the same row numbers.
-/// The numbers grow with every item put in, so they tell which is the more recent.
+/// The numbers grow with every item put in, so they tell which is the more recent. The file is open only
+/// during a call: while anybody has it open, nobody can replace its content.
 class SqliteSearchDatabase final : public SearchDatabase {
 public:
     explicit SqliteSearchDatabase(QByteArray path) : m_path(std::move(path)) {}
@@ -23,15 +24,11 @@ public:
     void tidy() override;
 
 private:
-    template <typename Work> Error attempt(Work work);
-    void open();
-    void createTables();
-    bool resetFile();
-    void putAll(const QList<SearchItem> &items);
-    void keepLogShort();
+    template <typename Work> Error attempt(Work work) const;
+    void open(Connection &connection) const;
+    bool resetFile() const;
 
     QByteArray m_path;
-    Connection m_connection;
 };
 
 } // namespace lexiquill::sqlite
