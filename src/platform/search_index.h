@@ -47,7 +47,7 @@ public:
         Q_UNUSED(completion)
     }
 
-    /// Waits until everything submitted is done; costs nothing when nothing was.
+    /// Waits until everything submitted is done, but not for ever; costs nothing when nothing was.
     virtual void finish() {}
 };
 

@@ -41,7 +41,8 @@ public:
     void removeWord(const QString &word) const;
     void clearAll() const;
 
-    /// Waits until everything published is in the index; for a process that is about to end.
+    /// Waits until everything published is in the index, at most a few seconds; for a process that is about
+    /// to end.
     void finish() const { m_index.finish(); }
 
 private:

@@ -85,14 +85,17 @@ public:
             return;
         m_process = ::fork();
         if (m_process == 0) {
-            // The byte that stands for the right to write to a SQLite write-ahead log.
-            struct flock lock {};
-            lock.l_type = F_WRLCK;
-            lock.l_whence = SEEK_SET;
-            lock.l_start = 120;
-            lock.l_len = 1;
+            // The bytes that stand for the use of a SQLite write-ahead log and for the right to write to it.
             const int memory = ::open(QFile::encodeName(path + QStringLiteral("-shm")).constData(), O_RDWR);
-            const bool isLocked = ::fcntl(memory, F_SETLK, &lock) == 0;
+            const auto lock = [memory](short type, off_t byte) {
+                struct flock range {};
+                range.l_type = type;
+                range.l_whence = SEEK_SET;
+                range.l_start = byte;
+                range.l_len = 1;
+                return ::fcntl(memory, F_SETLK, &range) == 0;
+            };
+            const bool isLocked = lock(F_RDLCK, 128) && lock(F_WRLCK, 120);
             if (::write(ready[1], isLocked ? "y" : "n", 1) == 1)
                 ::pause();
             ::_exit(0);

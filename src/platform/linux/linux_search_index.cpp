@@ -2,10 +2,18 @@
 
 #include "platform/linux/search_database.h"
 
+#include <chrono>
 #include <system_error>
 #include <utility>
 
 namespace lexiquill {
+
+namespace {
+
+/// SQLite itself may wait ten seconds for a process that has stopped at the worst moment.
+constexpr std::chrono::seconds longestWait{2};
+
+} // namespace
 
 LinuxSearchIndex::~LinuxSearchIndex() {
     {
@@ -74,7 +82,7 @@ void LinuxSearchIndex::run() {
 
 void LinuxSearchIndex::finish() {
     std::unique_lock lock(m_mutex);
-    m_changed.wait(lock, [this] { return m_jobs.empty(); });
+    m_changed.wait_for(lock, longestWait, [this] { return m_jobs.empty(); });
 }
 
 } // namespace lexiquill
