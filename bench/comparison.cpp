@@ -88,4 +88,23 @@ bool MedianReporter::printComparisons(const std::vector<Comparison> &comparisons
     return isWithinLimits;
 }
 
+bool MedianReporter::printLimits(const std::vector<Limit> &limits) const {
+    bool isWithinLimits = true;
+    std::printf("\n| measured | time | limit | |\n| :--- | ---: | ---: | :--- |\n");
+    for (const Limit &each : limits) {
+        const auto measured = m_seconds.find(each.measured);
+        if (measured == m_seconds.end())
+            continue;
+        const bool isLimited = each.seconds > 0;
+        const bool isWithin = !isLimited || measured->second <= each.seconds;
+        isWithinLimits = isWithinLimits && isWithin;
+        std::printf("| %s | %s | %s | %s |\n", each.measured.c_str(), milliseconds(measured->second).c_str(),
+                    isLimited ? milliseconds(each.seconds).c_str() : "",
+                    !isLimited ? ""
+                    : isWithin ? "✓"
+                               : "✗");
+    }
+    return isWithinLimits;
+}
+
 } // namespace lexiquill::bench

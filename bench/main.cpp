@@ -13,6 +13,7 @@ int main(int argc, char **argv) {
         return EXIT_FAILURE;
     const std::vector<std::string> operations = registerWordbookBenchmarks();
     registerOnlineBenchmarks();
+    const std::vector<std::string> indexOperations = registerIndexBenchmarks();
     registerProcessBenchmarks();
     MedianReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
@@ -29,6 +30,13 @@ int main(int argc, char **argv) {
     comparisons.push_back({"help", "empty_program", 3.0});
     comparisons.push_back({"search", "sdcv", 8.0});
 
+    std::vector<Limit> limits;
+    for (const std::string &operation : indexOperations) {
+        const bool isQuery = operation.rfind("query", 0) == 0;
+        limits.push_back({operation, operation == indexOperations.front() ? 0 : isQuery ? 0.010 : 0.005});
+    }
+
     reporter.printTimesPerRecord(operations, wordbookSizes);
-    return reporter.printComparisons(comparisons) ? EXIT_SUCCESS : EXIT_FAILURE;
+    const bool areRatiosWithin = reporter.printComparisons(comparisons);
+    return reporter.printLimits(limits) && areRatiosWithin ? EXIT_SUCCESS : EXIT_FAILURE;
 }
