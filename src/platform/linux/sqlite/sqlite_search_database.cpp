@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <new>
-#include <ranges>
 #include <string>
 
 namespace lexiquill::sqlite {
@@ -90,7 +89,8 @@ void putAll(const Connection &connection, const QList<SearchItem> &items) {
     // From the last to the first, which gets the highest number. Of several with one identifier, the last
     // counts.
     QSet<QString> seen;
-    for (const SearchItem &item : items | std::views::reverse) {
+    for (auto current = items.rbegin(); current != items.rend(); ++current) {
+        const SearchItem &item = *current;
         if (seen.contains(item.identifier))
             continue;
         seen.insert(item.identifier);
