@@ -34,15 +34,15 @@ public:
     virtual bool isIndexingAvailable() const { return false; }
 
     /// Publishes all of the items or, on failure, none. The first ones count as the most recent.
-    virtual void indexItems(QList<SearchItem> items, Completion completion) {
+    virtual void indexItems(const QList<SearchItem> &items, const Completion &completion) {
         Q_UNUSED(items)
         Q_UNUSED(completion)
     }
-    virtual void deleteItems(QStringList identifiers, Completion completion) {
+    virtual void deleteItems(const QStringList &identifiers, const Completion &completion) {
         Q_UNUSED(identifiers)
         Q_UNUSED(completion)
     }
-    virtual void deleteDomain(QString domain, Completion completion) {
+    virtual void deleteDomain(const QString &domain, const Completion &completion) {
         Q_UNUSED(domain)
         Q_UNUSED(completion)
     }

@@ -17,15 +17,15 @@ class GnomeProvider final : public QDBusAbstractAdaptor {
 public:
     GnomeProvider(SearchService &service, QObject *parent);
 
+private:
+    SearchService &m_service;
+
 public Q_SLOTS:
     QStringList GetInitialResultSet(const QStringList &terms);
     QStringList GetSubsearchResultSet(const QStringList &previousResults, const QStringList &terms);
     QList<QVariantMap> GetResultMetas(const QStringList &identifiers);
     void ActivateResult(const QString &identifier, const QStringList &terms, uint timestamp);
     void LaunchSearch(const QStringList &terms, uint timestamp);
-
-private:
-    SearchService &m_service;
 };
 
 } // namespace lexiquill

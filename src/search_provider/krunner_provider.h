@@ -40,6 +40,10 @@ class KRunnerProvider final : public QDBusAbstractAdaptor {
 public:
     KRunnerProvider(SearchService &service, QObject *parent);
 
+private:
+    SearchService &m_service;
+    QString m_activationToken;
+
 public Q_SLOTS:
     QList<lexiquill::KRunnerAction> Actions();
     QList<lexiquill::KRunnerMatch> Match(const QString &query);
@@ -47,10 +51,6 @@ public Q_SLOTS:
     /// Comes before the Run that it is meant for.
     void SetActivationToken(const QString &token);
     void Teardown();
-
-private:
-    SearchService &m_service;
-    QString m_activationToken;
 };
 
 } // namespace lexiquill

@@ -57,12 +57,11 @@ void SpotlightManager::indexWordsBatch(const QList<WordRecord> &records, BatchCo
     for (const WordRecord &record : records)
         items += item(record);
     const qsizetype count = items.size();
-    m_index.indexItems(std::move(items),
-                       [count, completion = std::move(completion)](const SearchIndex::Error &error) {
-                           if (error)
-                               printFailure(*error);
-                           completion(error ? 0 : count);
-                       });
+    m_index.indexItems(items, [count, completion = std::move(completion)](const SearchIndex::Error &error) {
+        if (error)
+            printFailure(*error);
+        completion(error ? 0 : count);
+    });
 }
 
 void SpotlightManager::removeWord(const QString &word) const {

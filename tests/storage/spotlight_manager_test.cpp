@@ -13,14 +13,14 @@ namespace {
 class FakeIndex final : public SearchIndex {
 public:
     bool isIndexingAvailable() const override { return isAvailable; }
-    void indexItems(QList<SearchItem> newItems, Completion completion) override {
+    void indexItems(const QList<SearchItem> &newItems, const Completion &completion) override {
         ++submissions;
         if (!error)
             items += newItems;
         completion(error);
     }
-    void deleteItems(QStringList identifiers, Completion) override { deleted += identifiers; }
-    void deleteDomain(QString domain, Completion) override { deleted += domain; }
+    void deleteItems(const QStringList &identifiers, const Completion &) override { deleted += identifiers; }
+    void deleteDomain(const QString &domain, const Completion &) override { deleted += domain; }
 
     bool isAvailable = true;
     Error error;

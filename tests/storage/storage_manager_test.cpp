@@ -29,11 +29,11 @@ public:
 class RecordingIndex final : public SearchIndex {
 public:
     bool isIndexingAvailable() const override { return true; }
-    void indexItems(QList<SearchItem> items, Completion) override {
+    void indexItems(const QList<SearchItem> &items, const Completion &) override {
         for (const SearchItem &item : items)
             calls += " +" + item.title.toUtf8();
     }
-    void deleteItems(QStringList identifiers, Completion) override {
+    void deleteItems(const QStringList &identifiers, const Completion &) override {
         calls += " -" + identifiers.join(u' ').toUtf8();
     }
 

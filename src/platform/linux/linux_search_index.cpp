@@ -29,21 +29,19 @@ bool LinuxSearchIndex::isIndexingAvailable() const {
     return SearchDatabase::isAvailable();
 }
 
-void LinuxSearchIndex::indexItems(QList<SearchItem> items, Completion completion) {
-    enqueue({.work = [items = std::move(items)](SearchDatabase &database) { return database.put(items); },
-             .completion = std::move(completion)});
+void LinuxSearchIndex::indexItems(const QList<SearchItem> &items, const Completion &completion) {
+    enqueue({.work = [items](SearchDatabase &database) { return database.put(items); },
+             .completion = completion});
 }
 
-void LinuxSearchIndex::deleteItems(QStringList identifiers, Completion completion) {
-    enqueue({.work = [identifiers = std::move(identifiers)](
-                         SearchDatabase &database) { return database.removeItems(identifiers); },
-             .completion = std::move(completion)});
+void LinuxSearchIndex::deleteItems(const QStringList &identifiers, const Completion &completion) {
+    enqueue({.work = [identifiers](SearchDatabase &database) { return database.removeItems(identifiers); },
+             .completion = completion});
 }
 
-void LinuxSearchIndex::deleteDomain(QString domain, Completion completion) {
-    enqueue({.work = [domain = std::move(domain)](
-                         SearchDatabase &database) { return database.removeDomain(domain); },
-             .completion = std::move(completion)});
+void LinuxSearchIndex::deleteDomain(const QString &domain, const Completion &completion) {
+    enqueue({.work = [domain](SearchDatabase &database) { return database.removeDomain(domain); },
+             .completion = completion});
 }
 
 void LinuxSearchIndex::enqueue(Job job) {

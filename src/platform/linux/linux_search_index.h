@@ -26,9 +26,9 @@ public:
     Q_DISABLE_COPY_MOVE(LinuxSearchIndex)
 
     bool isIndexingAvailable() const override;
-    void indexItems(QList<SearchItem> items, Completion completion) override;
-    void deleteItems(QStringList identifiers, Completion completion) override;
-    void deleteDomain(QString domain, Completion completion) override;
+    void indexItems(const QList<SearchItem> &items, const Completion &completion) override;
+    void deleteItems(const QStringList &identifiers, const Completion &completion) override;
+    void deleteDomain(const QString &domain, const Completion &completion) override;
     void finish() override;
 
 private:

@@ -89,8 +89,8 @@ void putAll(const Connection &connection, const QList<SearchItem> &items) {
     // From the last to the first, which gets the highest number. Of several with one identifier, the last
     // counts.
     QSet<QString> seen;
-    for (auto current = items.rbegin(); current != items.rend(); ++current) {
-        const SearchItem &item = *current;
+    for (qsizetype i = items.size() - 1; i >= 0; --i) {
+        const SearchItem &item = items.at(i);
         if (seen.contains(item.identifier))
             continue;
         seen.insert(item.identifier);
