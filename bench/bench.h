@@ -12,6 +12,7 @@ std::vector<std::string> registerWordbookBenchmarks();
 
 /// Benchmarks of reading an answer of a megabyte: "youdao_answer", and "youdao_dom_parse" for its JSON alone.
 void registerOnlineBenchmarks();
+
 /// Benchmarks of the search index with 20,000 words. Returns their names, the publication of all words first.
 std::vector<std::string> registerIndexBenchmarks();
 
