@@ -1,7 +1,9 @@
 #include "bench.h"
 #include "lookup/dictionary_service.h"
+#include "lookup/dictionary_service.h"
 #include "sample_data.h"
 #include "storage/wordbook_file.h"
+#include "support/user_defaults.h"
 
 #include <QDir>
 #include <QFile>
@@ -23,7 +25,7 @@ constexpr quint32 dictionaryWords = 500'000;
 constexpr qsizetype wordbookRecords = 1'000;
 constexpr quint32 searchedWord = 314'159;
 
-/// A user with a large dictionary and a wordbook of some years.
+/// A user with a large dictionary and a wordbook of some years, who looks words up offline.
 struct Home {
     QString path = newDirectory();
     QString dictionaryDirectory = path + QStringLiteral("/data/stardict/dic");
@@ -32,6 +34,9 @@ struct Home {
     Home() {
         QDir().mkpath(dictionaryDirectory);
         QDir().mkpath(path + QStringLiteral("/data/Lexiquill"));
+        QDir().mkpath(path + QStringLiteral("/config/Lexiquill"));
+        UserDefaults(path + QStringLiteral("/config/Lexiquill/Lexiquill.conf"))
+            .set(DictionaryService::userDefaultsKey, rawValue(DictionarySourceMode::AppleOffline));
         if (!writeDictionary(dictionaryDirectory, dictionaryWords))
             std::fprintf(stderr, "the dictionary could not be written\n");
         WordbookFile(path + QStringLiteral("/data/Lexiquill/vocabulary.json"))
