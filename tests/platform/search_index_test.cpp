@@ -243,7 +243,7 @@ private Q_SLOTS:
         else if (kind == QStringLiteral("junk behind the header"))
             file.patch(100, junk);
         else if (kind == QStringLiteral("junk in the middle"))
-            file.patch(3 * 1024, junk);
+            file.patch(3072, junk);
         else if (kind == QStringLiteral("cut"))
             writeFile(file.path(), readFile(file.path()).first(5000));
         else if (kind == QStringLiteral("another program's"))

@@ -110,13 +110,14 @@ class Application final : public QDBusAbstractAdaptor {
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
 
 public:
-    explicit Application(QObject *parent) : QDBusAbstractAdaptor(parent) {}
+    Application(QObject *parent, QList<QVariantList> &calls) : QDBusAbstractAdaptor(parent), m_calls(calls) {}
 
-    QList<QVariantList> calls;
+private:
+    QList<QVariantList> &m_calls;
 
 public Q_SLOTS:
     void ActivateAction(const QString &name, const QVariantList &parameter, const QVariantMap &platformData) {
-        calls += QVariantList{name, parameter, platformData};
+        m_calls += QVariantList{name, parameter, platformData};
     }
 };
 
@@ -212,7 +213,8 @@ private Q_SLOTS:
 
         QDBusConnection bus = session.connect(QStringLiteral("application"));
         QObject object;
-        auto *const application = new Application(&object);
+        QList<QVariantList> calls;
+        const Application application(&object, calls);
         QVERIFY(bus.registerObject(QStringLiteral("/com/lexiquill/Lexiquill"), &object));
         QVERIFY(bus.registerService(QStringLiteral("com.lexiquill.Lexiquill")));
         session.call(gnome, "ActivateResult", {apple, terms, 7U});
@@ -221,7 +223,7 @@ private Q_SLOTS:
         session.call(krunner, "SetActivationToken", {QStringLiteral("token")});
         session.call(krunner, "Run", {apple, QString()});
         session.call(gnome, "ActivateResult", {QString(100'000, u'x'), QStringList(), 9U});
-        QTRY_COMPARE(application->calls.size(), 5);
+        QTRY_COMPARE(calls.size(), 5);
         const auto expected = [](const char *action, const QString &parameter, const char *key,
                                  const char *value) {
             QVariantMap data;
@@ -229,14 +231,12 @@ private Q_SLOTS:
                 data = {{QString::fromLatin1(key), QString::fromLatin1(value)}};
             return QVariantList{QString::fromLatin1(action), QVariantList{parameter}, data};
         };
-        QCOMPARE(application->calls.at(0),
-                 expected("open-search-result", apple, "desktop-startup-id", "_TIME7"));
-        QCOMPARE(application->calls.at(1),
+        QCOMPARE(calls.at(0), expected("open-search-result", apple, "desktop-startup-id", "_TIME7"));
+        QCOMPARE(calls.at(1),
                  expected("search", QStringLiteral("ice cream"), "desktop-startup-id", "_TIME8"));
-        QCOMPARE(application->calls.at(2), expected("open-search-result", apple, nullptr, nullptr));
-        QCOMPARE(application->calls.at(3),
-                 expected("open-search-result", apple, "activation-token", "token"));
-        QVERIFY(application->calls.at(4).at(1).toList().value(0).toString().size() < 2000);
+        QCOMPARE(calls.at(2), expected("open-search-result", apple, nullptr, nullptr));
+        QCOMPARE(calls.at(3), expected("open-search-result", apple, "activation-token", "token"));
+        QVERIFY(calls.at(4).at(1).toList().value(0).toString().size() < 2000);
         QDBusConnection::disconnectFromBus(QStringLiteral("application"));
     }
 
