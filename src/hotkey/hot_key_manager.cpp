@@ -1,0 +1,115 @@
+#include "hotkey/hot_key_manager.h"
+
+#include <QPointer>
+#include <QTimer>
+
+namespace lexiquill {
+
+const QString HotKeyManager::userDefaultsKey = QStringLiteral("lexiquill_custom_global_hotkey");
+
+HotKeyManager::HotKeyManager(HotKeyRegistrar &registrar, UserDefaults &defaults, QObject *parent)
+    : QObject(parent),
+      m_registrar(registrar),
+      m_defaults(defaults) {}
+
+HotKeyManager::~HotKeyManager() {
+    if (m_hasAskedForHotKey)
+        m_registrar.unregisterHotKey();
+}
+
+void HotKeyManager::setShowSettingsSheet(bool isShown) {
+    if (isShown == m_showSettingsSheet)
+        return;
+    m_showSettingsSheet = isShown;
+    Q_EMIT showSettingsSheetChanged();
+}
+
+void HotKeyManager::setup() {
+    loadSavedShortcut();
+    if (!m_isHandlerInstalled) {
+        m_isHandlerInstalled = m_registrar.installHandler([self = QPointer(this)](const HotKeyPress &press) {
+            if (self)
+                self->handleHotKeyPressed(press);
+        }) == HotKeyStatus::ok;
+    }
+    registerCurrentHotKey();
+}
+
+void HotKeyManager::loadSavedShortcut() {
+    const auto saved = decodeHotKeyShortcut(m_defaults.byteArray(userDefaultsKey));
+    setCurrentShortcut(saved.value_or(HotKeyShortcut::defaultShortcut()));
+}
+
+void HotKeyManager::updateShortcut(const HotKeyShortcut &shortcut) {
+    setCurrentShortcut(shortcut);
+    m_defaults.set(userDefaultsKey, encodeHotKeyShortcut(m_currentShortcut));
+    registerCurrentHotKey();
+}
+
+void HotKeyManager::resetToDefault() {
+    updateShortcut(HotKeyShortcut::defaultShortcut());
+}
+
+void HotKeyManager::setCurrentShortcut(const HotKeyShortcut &shortcut) {
+    if (shortcut == m_currentShortcut)
+        return;
+    m_currentShortcut = shortcut;
+    Q_EMIT currentShortcutChanged();
+}
+
+void HotKeyManager::registerCurrentHotKey() {
+    if (m_hasAskedForHotKey)
+        m_registrar.unregisterHotKey();
+    m_hasAskedForHotKey = true;
+    m_registrar.registerHotKey(m_currentShortcut.keyCode, m_currentShortcut.carbonModifiers,
+                               [this](qint32 status) { setRegisterStatus(status); });
+}
+
+void HotKeyManager::setRegisterStatus(qint32 status) {
+    const QString description = status == HotKeyStatus::ok
+                                    ? QStringLiteral("已监听 [%1]").arg(m_currentShortcut.symbolString)
+                                    : QStringLiteral("注册失败 (错误码: %1)").arg(status);
+    if (description == m_registerStatusDescription)
+        return;
+    m_registerStatusDescription = description;
+    Q_EMIT registerStatusDescriptionChanged();
+}
+
+void HotKeyManager::handleHotKeyPressed(const HotKeyPress &press) {
+    const auto react = [this, press] {
+        if (!m_windows)
+            return;
+        m_windows->activateApplication(press);
+        reopenMainWindow(press);
+        m_windows->postFocusSearchInput();
+        focusSearchField();
+    };
+    QMetaObject::invokeMethod(this, react, Qt::QueuedConnection);
+}
+
+void HotKeyManager::reopenMainWindow(const HotKeyPress &press) {
+    if (!m_windows)
+        return;
+    keepOneMainWindow(*m_windows);
+    QObject *const window = m_windows->mainWindow();
+    if (!window)
+        return m_windows->activateApplication(press);
+    if (m_windows->isMiniaturized(window))
+        m_windows->deminiaturize(window);
+    m_windows->setAlpha(window, 1.0);
+    m_windows->setOpaque(window);
+    m_windows->setVisible(window);
+    m_windows->makeKeyAndOrderFront(window);
+    m_windows->orderFrontRegardless(window);
+    m_windows->activateApplication(press);
+    m_windows->setContentNeedsDisplay(window);
+}
+
+void HotKeyManager::focusSearchField() {
+    QTimer::singleShot(focusDelay, this, [this] {
+        if (m_windows)
+            focusFirstTextField(*m_windows);
+    });
+}
+
+} // namespace lexiquill

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "platform/hot_key_registrar.h"
+#include "platform/linux/desktop/portal_request.h"
+
+#include <QDBusObjectPath>
+
+#include <memory>
+
+namespace lexiquill {
+
+/// How long the desktop portal may take before the status says so.
+struct PortalPatience {
+    std::chrono::milliseconds answer = std::chrono::seconds(10);
+    std::chrono::milliseconds user = std::chrono::minutes(2); ///< the user is asked to agree
+};
+
+/// A shortcut in the form of the shortcuts specification, such as "LOGO+SHIFT+d"; empty for an unknown key.
+QString portalTrigger(quint32 keyCode, quint32 carbonModifiers);
+
+/// One registration of one combination with the desktop portal, in a session of its own, which ends with it.
+class PortalHotKey : public QObject {
+    Q_OBJECT
+
+public:
+    /// Starts to register the trigger.
+    PortalHotKey(const QDBusConnection &connection, QString trigger, PortalPatience patience);
+    ~PortalHotKey() override;
+
+Q_SIGNALS:
+    void statusReported(qint32 status);
+    void pressed(const lexiquill::HotKeyPress &press);
+
+private Q_SLOTS:
+    void takeActivation(const QDBusObjectPath &session, const QString &shortcut, qulonglong timestamp,
+                        const QVariantMap &options);
+    void takeClosing();
+
+private:
+    void bind(const QVariantMap &results);
+    void takeBinding(const QVariantMap &results);
+    void closeSession();
+
+    QDBusConnection m_connection;
+    QString m_trigger;
+    PortalPatience m_patience;
+    QString m_session; ///< path of the session; empty when it has ended
+    bool m_isBound = false;
+    std::unique_ptr<PortalRequest> m_creation;
+    std::unique_ptr<PortalRequest> m_binding;
+};
+
+} // namespace lexiquill

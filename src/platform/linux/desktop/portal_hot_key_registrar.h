@@ -1,0 +1,47 @@
+#pragma once
+
+#include "platform/linux/desktop/portal_hot_key.h"
+
+#include <QDBusServiceWatcher>
+
+#include <memory>
+#include <optional>
+
+namespace lexiquill {
+
+/// A hotkey through the desktop portal's global shortcuts, which is how Wayland has them. The user may be
+/// asked to agree, and may choose other keys than those proposed.
+class PortalHotKeyRegistrar final : public QObject, public HotKeyRegistrar {
+    Q_OBJECT
+
+public:
+    /// `connection` leads to the user's session bus; without it every registration fails.
+    explicit PortalHotKeyRegistrar(const QDBusConnection &connection, PortalPatience patience = {});
+
+    qint32 installHandler(PressHandler handler) override;
+    void registerHotKey(quint32 keyCode, quint32 carbonModifiers, StatusHandler report) override;
+    void unregisterHotKey() override;
+
+private Q_SLOTS:
+    void loseConnection();
+
+private:
+    struct Combination {
+        QString trigger;
+        StatusHandler report;
+    };
+
+    void start();
+    void report(qint32 status);
+    void takeOwnerChange(const QString &oldOwner, const QString &newOwner);
+
+    QDBusConnection m_connection;
+    PortalPatience m_patience;
+    QDBusServiceWatcher m_watcher;
+    PressHandler m_handler;
+    std::optional<Combination> m_combination;
+    std::optional<qint32> m_status; ///< what was reported last; nothing while the portal has not answered
+    std::unique_ptr<PortalHotKey> m_hotKey;
+};
+
+} // namespace lexiquill

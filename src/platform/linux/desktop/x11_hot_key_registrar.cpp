@@ -1,0 +1,174 @@
+#include "platform/linux/desktop/x11_hot_key_registrar.h"
+
+#include <algorithm>
+
+namespace lexiquill {
+
+X11HotKeyRegistrar::X11HotKeyRegistrar(QByteArray display) : m_display(std::move(display)) {}
+
+X11HotKeyRegistrar::~X11HotKeyRegistrar() {
+    m_combination.reset();
+    loseConnection();
+}
+
+qint32 X11HotKeyRegistrar::installHandler(PressHandler handler) {
+    if (!connectToServer())
+        return HotKeyStatus::unavailable;
+    m_handler = std::move(handler);
+    return HotKeyStatus::ok;
+}
+
+void X11HotKeyRegistrar::registerHotKey(quint32 keyCode, quint32 carbonModifiers, StatusHandler report) {
+    ungrab();
+    m_combination = Combination{keyCode, carbonModifiers, std::move(report)};
+    const StatusHandler handler = m_combination->report;
+    handler(grab());
+}
+
+void X11HotKeyRegistrar::unregisterHotKey() {
+    m_combination.reset();
+    ungrab();
+}
+
+bool X11HotKeyRegistrar::connectToServer() {
+    if (m_connection && isConnectionBroken())
+        loseConnection();
+    if (m_connection)
+        return true;
+    m_connection = xcb_connect(m_display.isEmpty() ? nullptr : m_display.constData(), nullptr);
+    if (!isConnectionBroken())
+        m_keyboard = X11Keyboard::open(m_connection);
+    if (!m_keyboard) {
+        loseConnection();
+        return false;
+    }
+    const xcb_setup_t *const setup = xcb_get_setup(m_connection);
+    for (auto screen = xcb_setup_roots_iterator(setup); screen.rem > 0; xcb_screen_next(&screen))
+        m_roots += screen.data->root;
+    m_notifier = new QSocketNotifier(xcb_get_file_descriptor(m_connection), QSocketNotifier::Read, this);
+    connect(m_notifier, &QSocketNotifier::activated, this, &X11HotKeyRegistrar::processEvents);
+    return true;
+}
+
+void X11HotKeyRegistrar::loseConnection() {
+    m_keyboard.reset();
+    m_roots.clear();
+    m_grabs.clear();
+    m_heldKeys.clear();
+    m_hasLayoutChanged = false;
+    if (m_notifier) {
+        // This may run in its own signal.
+        m_notifier->setEnabled(false);
+        m_notifier->deleteLater();
+        m_notifier = nullptr;
+    }
+    xcb_disconnect(m_connection);
+    m_connection = nullptr;
+}
+
+bool X11HotKeyRegistrar::isConnectionBroken() const {
+    return xcb_connection_has_error(m_connection) != 0;
+}
+
+void X11HotKeyRegistrar::processEvents() {
+    while (m_connection) {
+        const XcbPointer<xcb_generic_event_t> event(xcb_poll_for_event(m_connection));
+        if (event)
+            processEvent(*event);
+        else if (m_hasLayoutChanged && !isConnectionBroken())
+            takeUpLayout();
+        else
+            break;
+    }
+    if (!m_connection || !isConnectionBroken())
+        return;
+    loseConnection();
+    if (m_combination) {
+        const StatusHandler report = m_combination->report;
+        report(HotKeyStatus::connectionLost);
+    }
+}
+
+void X11HotKeyRegistrar::processEvent(const xcb_generic_event_t &event) {
+    const int type = event.response_type & 0x7f;
+    if (type == XCB_KEY_PRESS) {
+        const auto &press = reinterpret_cast<const xcb_key_press_event_t &>(event);
+        // A key that is held repeats its press.
+        if (m_heldKeys.contains(press.detail))
+            return;
+        m_heldKeys += press.detail;
+        if (std::ranges::find(m_grabs, press.detail, &Grab::key) != m_grabs.cend() && m_handler)
+            m_handler({.timestamp = press.time, .activationToken = {}});
+    } else if (type == XCB_KEY_RELEASE) {
+        m_heldKeys.removeAll(reinterpret_cast<const xcb_key_release_event_t &>(event).detail);
+    } else if (m_keyboard->takeEvent(event)) {
+        m_hasLayoutChanged = true;
+    }
+}
+
+void X11HotKeyRegistrar::takeUpLayout() {
+    m_hasLayoutChanged = false;
+    if (!m_keyboard->reload() || !m_combination)
+        return;
+    // Most changes, such as another keyboard of the same layout, leave the keys where they are.
+    if (!m_grabs.isEmpty() && m_grabs == neededGrabs())
+        return;
+    ungrab();
+    const StatusHandler report = m_combination->report;
+    report(grab());
+}
+
+QList<X11HotKeyRegistrar::Grab> X11HotKeyRegistrar::neededGrabs() const {
+    const VirtualKey *const key = findVirtualKey(m_combination->keyCode);
+    const auto modifiers = m_keyboard->modifiers(m_combination->carbonModifiers);
+    if (!key || !modifiers)
+        return {};
+    QList<Grab> grabs;
+    for (const xcb_keycode_t code : m_keyboard->keyCodes(*key)) {
+        for (const quint16 locks : m_keyboard->lockCombinations())
+            grabs += {code, static_cast<quint16>(*modifiers | locks)};
+    }
+    return grabs;
+}
+
+qint32 X11HotKeyRegistrar::grab() {
+    if (!m_handler || !connectToServer())
+        return HotKeyStatus::unavailable;
+    m_grabs = neededGrabs();
+    if (m_grabs.isEmpty())
+        return HotKeyStatus::keyMissing;
+    QList<xcb_void_cookie_t> cookies;
+    for (const xcb_window_t root : std::as_const(m_roots)) {
+        for (const Grab &each : std::as_const(m_grabs))
+            cookies += xcb_grab_key_checked(m_connection, 0, root, each.modifiers, each.key,
+                                            XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    }
+    qint32 status = HotKeyStatus::ok;
+    for (const xcb_void_cookie_t cookie : std::as_const(cookies)) {
+        const XcbPointer<xcb_generic_error_t> error(xcb_request_check(m_connection, cookie));
+        if (error && status == HotKeyStatus::ok)
+            status = error->error_code;
+    }
+    if (isConnectionBroken()) {
+        loseConnection();
+        return HotKeyStatus::connectionLost;
+    }
+    if (status != HotKeyStatus::ok)
+        ungrab();
+    // Events that came with the answers wait in memory, where no notifier sees them.
+    QMetaObject::invokeMethod(this, &X11HotKeyRegistrar::processEvents, Qt::QueuedConnection);
+    return status;
+}
+
+void X11HotKeyRegistrar::ungrab() {
+    if (!m_connection)
+        return;
+    for (const xcb_window_t root : std::as_const(m_roots)) {
+        for (const Grab &each : std::as_const(m_grabs))
+            xcb_ungrab_key(m_connection, each.key, root, each.modifiers);
+    }
+    m_grabs.clear();
+    xcb_flush(m_connection);
+}
+
+} // namespace lexiquill
