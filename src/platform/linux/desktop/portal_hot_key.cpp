@@ -3,6 +3,7 @@
 #include "platform/virtual_key.h"
 
 #include <QDBusArgument>
+#include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QStringList>
 

@@ -2,10 +2,8 @@
 
 #include "platform/hot_key_registrar.h"
 
-#include <QDBusError>
-#include <QDBusObjectPath>
+#include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
 #include <QUuid>
 
 namespace lexiquill {
@@ -50,7 +48,8 @@ QString Portal::objectPath(const QDBusConnection &connection, QStringView kind, 
 PortalRequest::PortalRequest(const QDBusConnection &connection, QObject *parent)
     : QObject(parent),
       m_connection(connection),
-      m_token(Portal::makeToken()) {
+      m_token(Portal::makeToken()),
+      m_path(Portal::objectPath(connection, u"request", m_token)) {
     m_timer.setSingleShot(true);
     connect(&m_timer, &QTimer::timeout, this, [this] { Q_EMIT finished(HotKeyStatus::timedOut, {}); });
 }
@@ -66,7 +65,8 @@ void PortalRequest::send(const QString &interface, const QString &method, const 
                          QVariantMap options, std::chrono::milliseconds patience) {
     m_isPending = true;
     // Listened to before the call, for the answer may overtake the reply.
-    listenAt(Portal::objectPath(m_connection, u"request", m_token));
+    m_connection.connect(Portal::service, m_path, requestInterface, QStringLiteral("Response"), this,
+                         SLOT(takeResponse(uint, QVariantMap)));
     m_timer.start(patience);
 
     options.insert(QStringLiteral("handle_token"), m_token);
@@ -75,34 +75,15 @@ void PortalRequest::send(const QString &interface, const QString &method, const 
     auto *const watcher = new QDBusPendingCallWatcher(m_connection.asyncCall(call), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         watcher->deleteLater();
-        if (m_isPending)
-            takeReply(watcher->reply());
+        if (m_isPending && watcher->isError())
+            takeError(watcher->error());
     });
 }
 
-void PortalRequest::listenAt(const QString &path) {
-    const QString signal = QStringLiteral("Response");
-    const char *const slot = SLOT(takeResponse(uint, QVariantMap));
-    if (!m_path.isEmpty())
-        m_connection.disconnect(Portal::service, m_path, requestInterface, signal, this, slot);
-    m_path = path;
-    m_connection.connect(Portal::service, m_path, requestInterface, signal, this, slot);
-}
-
-void PortalRequest::takeReply(const QDBusMessage &reply) {
-    if (reply.type() == QDBusMessage::ErrorMessage) {
-        const QDBusError error(reply);
-        // The timer speaks for a portal that is silent, and the registrar for one that has gone.
-        if (error.type() == QDBusError::NoReply || error.type() == QDBusError::Timeout)
-            return;
-        return finish(saysThatNobodyIsThere(error) ? HotKeyStatus::unavailable : HotKeyStatus::serviceError);
-    }
-    const QDBusPendingReply<QDBusObjectPath> handle(reply);
-    if (!handle.isValid() || handle.value().path().isEmpty())
-        return finish(HotKeyStatus::serviceError);
-    // Old portals choose the path themselves.
-    if (handle.value().path() != m_path)
-        listenAt(handle.value().path());
+void PortalRequest::takeError(const QDBusError &error) {
+    // The timer speaks for a portal that is silent, and the registrar for one that has gone.
+    if (error.type() != QDBusError::NoReply && error.type() != QDBusError::Timeout)
+        finish(saysThatNobodyIsThere(error) ? HotKeyStatus::unavailable : HotKeyStatus::serviceError);
 }
 
 void PortalRequest::takeResponse(uint response, const QVariantMap &results) {

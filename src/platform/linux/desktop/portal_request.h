@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QDBusConnection>
-#include <QDBusMessage>
+#include <QDBusError>
 #include <QObject>
 #include <QString>
 #include <QTimer>
@@ -45,13 +45,12 @@ private Q_SLOTS:
     void takeResponse(uint response, const QVariantMap &results);
 
 private:
-    void listenAt(const QString &path);
-    void takeReply(const QDBusMessage &reply);
+    void takeError(const QDBusError &error);
     void finish(qint32 status, const QVariantMap &results = {});
 
     QDBusConnection m_connection;
     QString m_token;
-    QString m_path;
+    QString m_path; ///< of the request object
     QTimer m_timer;
     bool m_isPending = false;
 };

@@ -1,0 +1,308 @@
+#include "platform/linux/desktop/portal_hot_key_registrar.h"
+#include "support/table.h"
+
+#include <QDBusArgument>
+#include <QDBusMessage>
+#include <QDBusVirtualObject>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <optional>
+
+using namespace lexiquill;
+
+namespace {
+
+constexpr quint32 keyD = 2;
+constexpr quint32 keySpace = 49;
+const QString portalName = QStringLiteral("portal");
+
+/// A session bus that nobody else is on.
+class Bus {
+public:
+    Bus() {
+        QFile config(m_directory.filePath(QStringLiteral("bus.conf")));
+        if (config.open(QIODevice::WriteOnly))
+            config.write("<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen>"
+                         "<policy context='default'><allow send_destination='*' eavesdrop='true'/>"
+                         "<allow eavesdrop='true'/><allow own='*'/></policy></busconfig>");
+        config.close();
+        m_daemon.start(QStringLiteral("dbus-daemon"),
+                       {QStringLiteral("--nofork"), QStringLiteral("--print-address"),
+                        QStringLiteral("--config-file=") + config.fileName()});
+        while (!m_daemon.canReadLine() && m_daemon.waitForReadyRead(30'000)) {
+        }
+        m_address = QString::fromUtf8(m_daemon.readLine().trimmed());
+    }
+    ~Bus() { stop(); }
+
+    const QString &address() const { return m_address; }
+    QDBusConnection connect(const QString &name) const {
+        return QDBusConnection::connectToBus(m_address, name);
+    }
+    void stop() {
+        m_daemon.kill();
+        m_daemon.waitForFinished();
+    }
+
+private:
+    QTemporaryDir m_directory;
+    QProcess m_daemon;
+    QString m_address;
+};
+
+/// A portal that answers as it is told: with a number, and behind it what is odd about the answer; with the
+/// name of an error; or not at all.
+class TestPortal : public QDBusVirtualObject {
+public:
+    explicit TestPortal(const Bus &bus) : m_connection(bus.connect(portalName)) {
+        m_connection.registerVirtualObject(Portal::path, this, QDBusConnection::SubPath);
+        appear();
+    }
+    ~TestPortal() override { QDBusConnection::disconnectFromBus(portalName); }
+
+    void appear() { m_connection.registerService(Portal::service); }
+    void vanish() { m_connection.unregisterService(Portal::service); }
+    /// Answers what was asked last.
+    void respond() { send(m_request, "org.freedesktop.portal.Request", "Response", m_response); }
+    void activate(const QString &target, const char *shortcut, qulonglong timestamp) {
+        send(Portal::path, "org.freedesktop.portal.GlobalShortcuts", "Activated",
+             {QVariant::fromValue(QDBusObjectPath(target)), QString::fromLatin1(shortcut), timestamp,
+              QVariantMap{{QStringLiteral("activation_token"), QStringLiteral("token")}}});
+    }
+    void closeSession() { send(session, "org.freedesktop.portal.Session", "Closed", {QVariantMap()}); }
+
+    QString introspect(const QString &) const override { return {}; }
+    bool handleMessage(const QDBusMessage &message, const QDBusConnection &) override;
+
+    QString creation = QStringLiteral("0");
+    QString binding = QStringLiteral("0");
+    QStringList calls;    ///< methods, and what they were for
+    QStringList sessions; ///< those that have not been closed
+    QString session;      ///< the last one
+
+private:
+    void send(const QString &path, const char *interface, const char *name, const QVariantList &arguments) {
+        QDBusMessage signal =
+            QDBusMessage::createSignal(path, QString::fromLatin1(interface), QString::fromLatin1(name));
+        signal.setArguments(arguments);
+        m_connection.send(signal);
+    }
+
+    QDBusConnection m_connection;
+    QString m_request;
+    QVariantList m_response;
+};
+
+bool TestPortal::handleMessage(const QDBusMessage &message, const QDBusConnection &) {
+    if (message.member() == QLatin1StringView("Close")) {
+        sessions.removeAll(message.path());
+        calls +=
+            message.path() == m_request ? QStringLiteral("Close request") : QStringLiteral("Close session");
+        return true;
+    }
+    const bool isCreation = message.member() == QLatin1StringView("CreateSession");
+    const auto options = qdbus_cast<QVariantMap>(message.arguments().last());
+    const auto newPath = [&](const char *kind, const char *token) {
+        QString sender = message.service().mid(1);
+        sender.replace(u'.', u'_');
+        return QStringList{Portal::path, QString::fromLatin1(kind), sender,
+                           options.value(QString::fromLatin1(token)).toString()}
+            .join(u'/');
+    };
+    const QString behaviour = isCreation ? creation : binding;
+    QVariantMap results;
+    if (isCreation) {
+        calls += message.member();
+        session = newPath("session", "session_handle_token");
+        QVariant handle = session;
+        if (behaviour.contains(QLatin1StringView("as a path")))
+            handle = QVariant::fromValue(QDBusObjectPath(session));
+        else if (behaviour.contains(QLatin1StringView("bad path")))
+            handle = QStringLiteral("/no//path");
+        results.insert(QStringLiteral("session_handle"), handle);
+    } else {
+        const QVariant list = message.arguments().at(1);
+        QString id;
+        QVariantMap properties;
+        const auto argument = list.value<QDBusArgument>();
+        argument.beginArray();
+        argument.beginStructure();
+        argument >> id >> properties;
+        calls += message.member() + u' ' + properties.value(QStringLiteral("preferred_trigger")).toString();
+        if (behaviour.contains(QLatin1StringView("listed")))
+            results.insert(QStringLiteral("shortcuts"), list);
+        if (behaviour.contains(QLatin1StringView("struck out"))) {
+            QDBusArgument none;
+            none.beginArray(QMetaType::fromName("lexiquill::PortalShortcut"));
+            none.endArray();
+            results.insert(QStringLiteral("shortcuts"), QVariant::fromValue(none));
+        }
+    }
+
+    if (behaviour == QLatin1StringView("mute"))
+        return true;
+    if (behaviour.contains(u'.')) {
+        m_connection.send(message.createErrorReply(behaviour, QStringLiteral("no")));
+        return true;
+    }
+    m_request = newPath("request", "handle_token");
+    m_connection.send(message.createReply(QVariant::fromValue(QDBusObjectPath(m_request))));
+    if (isCreation)
+        sessions += session;
+    m_response = {behaviour.left(1).toUInt(), results};
+    if (behaviour != QLatin1StringView("silent"))
+        respond();
+    return true;
+}
+
+class PortalHotKeyTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() {
+        m_bus.emplace();
+        m_portal.emplace(*m_bus);
+        const PortalPatience patience{.answer = std::chrono::milliseconds(300),
+                                      .user = std::chrono::milliseconds(300)};
+        m_registrar.emplace(m_bus->connect(clientName), patience);
+        QCOMPARE(m_registrar->installHandler([this](const HotKeyPress &press) { m_presses += press; }),
+                 HotKeyStatus::ok);
+        m_presses.clear();
+        m_statuses.clear();
+    }
+    void cleanup() {
+        m_registrar.reset();
+        QDBusConnection::disconnectFromBus(clientName);
+        m_portal.reset();
+        m_bus.reset();
+    }
+
+    /// How the portal answers to the session and to the shortcut, and the status.
+    void answers_data() {
+        addRows(R"(
+            0           | 0          | 0
+            0           | 0 listed   | 0
+            0           | 0 struck out | -4
+            0 as a path | 0          | 0
+            0 bad path  |            | -6
+            1           |            | -4
+            2           |            | -6
+            silent      |            | -5
+            mute        |            | -5
+            0           | 1          | -4
+            0           | 2          | -6
+            0           | silent     | -5
+            0           | mute       | -5
+            org.freedesktop.DBus.Error.UnknownMethod    |  | -1
+            org.freedesktop.DBus.Error.UnknownInterface |  | -1
+            org.freedesktop.DBus.Error.AccessDenied     |  | -6
+            0           | org.freedesktop.portal.Error.Failed | -6)");
+    }
+
+    void answers() {
+        QFETCH(const QStringList, cells);
+        m_portal->creation = cells[0];
+        m_portal->binding = cells[1];
+        registerHotKey(keyD, CarbonModifier::command | CarbonModifier::shift);
+        QCOMPARE(m_statuses, QList<qint32>()); // never at once
+        QTRY_COMPARE(m_statuses, QList<qint32>{cells[2].toInt()});
+        QStringList calls{QStringLiteral("CreateSession")};
+        if (!cells[1].isEmpty())
+            calls += QStringLiteral("BindShortcuts LOGO+SHIFT+d");
+        QCOMPARE(m_portal->calls, calls);
+        m_registrar->unregisterHotKey();
+        QTRY_COMPARE(m_portal->sessions, QStringList());
+    }
+
+    void presses() {
+        registerHotKey(keySpace, CarbonModifier::option);
+        QTRY_COMPARE(m_statuses, QList<qint32>{HotKeyStatus::ok});
+        QCOMPARE(m_portal->calls.last(), QStringLiteral("BindShortcuts ALT+space"));
+        m_portal->activate(QStringLiteral("/of/another"), "focus-search", 1);
+        m_portal->activate(m_portal->session, "another", 2);
+        m_portal->activate(m_portal->session, "focus-search", 3);
+        const HotKeyPress third{.timestamp = 3, .activationToken = QStringLiteral("token")};
+        QTRY_COMPARE(m_presses, QList{third});
+        // A change is a new session; the one before is closed and no longer listened to.
+        const QString before = m_portal->session;
+        registerHotKey(keyD, CarbonModifier::control);
+        QTRY_COMPARE(m_statuses.size(), 2);
+        QCOMPARE(m_portal->sessions, QStringList{m_portal->session});
+        m_portal->activate(before, "focus-search", 4);
+        m_portal->activate(m_portal->session, "focus-search", 5);
+        QTRY_COMPARE(m_presses.size(), 2);
+        QCOMPARE(m_presses.last().timestamp, quint64{5});
+    }
+
+    void changeWhileTheUserIsAsked() {
+        m_portal->binding = QStringLiteral("silent");
+        registerHotKey(keySpace, CarbonModifier::option);
+        QTRY_COMPARE(m_portal->calls.size(), 2);
+        m_portal->binding = QStringLiteral("0");
+        registerHotKey(keyD, CarbonModifier::option);
+        QTRY_COMPARE(m_statuses, QList<qint32>{HotKeyStatus::ok});
+        QCOMPARE(m_portal->calls.mid(2, 2),
+                 (QStringList{QStringLiteral("Close request"), QStringLiteral("Close session")}));
+    }
+
+    void lateAnswer() {
+        m_portal->binding = QStringLiteral("silent");
+        registerHotKey(keyD, CarbonModifier::option);
+        QTRY_COMPARE(m_statuses, QList<qint32>{HotKeyStatus::timedOut});
+        m_portal->respond();
+        QTRY_COMPARE(m_statuses.size(), 2);
+    }
+
+    void sessionIsClosed() {
+        registerHotKey(keyD, CarbonModifier::option);
+        QTRY_COMPARE(m_statuses, QList<qint32>{HotKeyStatus::ok});
+        m_portal->closeSession();
+        QTRY_COMPARE(m_statuses, (QList<qint32>{HotKeyStatus::ok, HotKeyStatus::connectionLost}));
+    }
+
+    void portalComesAndGoes() {
+        registerHotKey(keyD, CarbonModifier::option);
+        QTRY_COMPARE(m_statuses, QList<qint32>{HotKeyStatus::ok});
+        m_portal->vanish();
+        QTRY_COMPARE(m_statuses.last(), HotKeyStatus::connectionLost);
+        registerHotKey(keyD, CarbonModifier::option);
+        QTRY_COMPARE(m_statuses.last(), HotKeyStatus::unavailable);
+        m_portal->appear();
+        QTRY_COMPARE(m_statuses.last(), HotKeyStatus::ok);
+        m_bus->stop();
+        QTRY_COMPARE(m_statuses.last(), HotKeyStatus::connectionLost);
+        registerHotKey(keyD, CarbonModifier::option);
+        QCOMPARE(m_statuses.last(), HotKeyStatus::unavailable);
+        QCOMPARE(m_statuses.size(), 6);
+    }
+
+    void chosenUnderWayland() {
+        qputenv("DBUS_SESSION_BUS_ADDRESS", m_bus->address().toUtf8());
+        qputenv("WAYLAND_DISPLAY", "wayland-0");
+        qputenv("DISPLAY", ":0");
+        const auto registrar = makeHotKeyRegistrar();
+        QCOMPARE(registrar->installHandler([](const HotKeyPress &) {}), HotKeyStatus::ok);
+        registrar->registerHotKey(keyD, CarbonModifier::option,
+                                  [this](qint32 status) { m_statuses += status; });
+        QTRY_COMPARE(m_statuses, QList<qint32>{HotKeyStatus::ok});
+    }
+
+private:
+    void registerHotKey(quint32 keyCode, quint32 modifiers) {
+        m_registrar->registerHotKey(keyCode, modifiers, [this](qint32 status) { m_statuses += status; });
+    }
+
+    const QString clientName = QStringLiteral("client");
+    std::optional<Bus> m_bus;
+    std::optional<TestPortal> m_portal;
+    std::optional<PortalHotKeyRegistrar> m_registrar;
+    QList<HotKeyPress> m_presses;
+    QList<qint32> m_statuses;
+};
+
+} // namespace
+
+QTEST_GUILESS_MAIN(PortalHotKeyTest)
+#include "portal_hot_key_test.moc"
