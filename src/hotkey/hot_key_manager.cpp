@@ -1,7 +1,6 @@
 #include "hotkey/hot_key_manager.h"
 
 #include <QPointer>
-#include <QTimer>
 
 namespace lexiquill {
 
@@ -10,7 +9,14 @@ const QString HotKeyManager::userDefaultsKey = QStringLiteral("lexiquill_custom_
 HotKeyManager::HotKeyManager(HotKeyRegistrar &registrar, UserDefaults &defaults, QObject *parent)
     : QObject(parent),
       m_registrar(registrar),
-      m_defaults(defaults) {}
+      m_defaults(defaults) {
+    connect(this, &HotKeyManager::pressTaken, this, &HotKeyManager::react, Qt::QueuedConnection);
+    m_focusTimer.setSingleShot(true);
+    connect(&m_focusTimer, &QTimer::timeout, this, [this] {
+        if (m_windows)
+            focusFirstTextField(*m_windows);
+    });
+}
 
 HotKeyManager::~HotKeyManager() {
     if (m_hasAskedForHotKey)
@@ -76,15 +82,16 @@ void HotKeyManager::setRegisterStatus(qint32 status) {
 }
 
 void HotKeyManager::handleHotKeyPressed(const HotKeyPress &press) {
-    const auto react = [this, press] {
-        if (!m_windows)
-            return;
-        m_windows->activateApplication(press);
-        reopenMainWindow(press);
-        m_windows->postFocusSearchInput();
-        focusSearchField();
-    };
-    QMetaObject::invokeMethod(this, react, Qt::QueuedConnection);
+    Q_EMIT pressTaken(press, {});
+}
+
+void HotKeyManager::react(const HotKeyPress &press) {
+    if (!m_windows)
+        return;
+    m_windows->activateApplication(press);
+    reopenMainWindow(press);
+    m_windows->postFocusSearchInput();
+    focusSearchField();
 }
 
 void HotKeyManager::reopenMainWindow(const HotKeyPress &press) {
@@ -106,10 +113,7 @@ void HotKeyManager::reopenMainWindow(const HotKeyPress &press) {
 }
 
 void HotKeyManager::focusSearchField() {
-    QTimer::singleShot(focusDelay, this, [this] {
-        if (m_windows)
-            focusFirstTextField(*m_windows);
-    });
+    m_focusTimer.start(focusDelay);
 }
 
 } // namespace lexiquill

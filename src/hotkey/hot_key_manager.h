@@ -5,6 +5,7 @@
 #include "support/user_defaults.h"
 
 #include <QObject>
+#include <QTimer>
 
 #include <chrono>
 
@@ -61,8 +62,11 @@ Q_SIGNALS:
     void currentShortcutChanged();
     void showSettingsSheetChanged();
     void registerStatusDescriptionChanged();
+    /// The press waits in the event queue.
+    void pressTaken(const lexiquill::HotKeyPress &press, QPrivateSignal);
 
 private:
+    void react(const HotKeyPress &press);
     void setCurrentShortcut(const HotKeyShortcut &shortcut);
     void registerCurrentHotKey();
     void setRegisterStatus(qint32 status);
@@ -71,6 +75,7 @@ private:
     UserDefaults &m_defaults;
     HotKeyWindows *m_windows = nullptr;
     HotKeyShortcut m_currentShortcut = HotKeyShortcut::defaultShortcut();
+    QTimer m_focusTimer;
     bool m_showSettingsSheet = false;
     QString m_registerStatusDescription = QStringLiteral("正常运行");
     bool m_hasAskedForHotKey = false; ///< the registrar holds, or tries to hold, a combination

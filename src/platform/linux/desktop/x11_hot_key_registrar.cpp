@@ -4,7 +4,10 @@
 
 namespace lexiquill {
 
-X11HotKeyRegistrar::X11HotKeyRegistrar(QByteArray display) : m_display(std::move(display)) {}
+X11HotKeyRegistrar::X11HotKeyRegistrar(QByteArray display) : m_display(std::move(display)) {
+    m_soon.setSingleShot(true);
+    connect(&m_soon, &QTimer::timeout, this, &X11HotKeyRegistrar::processEvents);
+}
 
 X11HotKeyRegistrar::~X11HotKeyRegistrar() {
     m_combination.reset();
@@ -156,7 +159,7 @@ qint32 X11HotKeyRegistrar::grab() {
     if (status != HotKeyStatus::ok)
         ungrab();
     // Events that came with the answers wait in memory, where no notifier sees them.
-    QMetaObject::invokeMethod(this, &X11HotKeyRegistrar::processEvents, Qt::QueuedConnection);
+    m_soon.start();
     return status;
 }
 

@@ -7,6 +7,7 @@
 #include <QList>
 #include <QObject>
 #include <QSocketNotifier>
+#include <QTimer>
 
 #include <memory>
 #include <optional>
@@ -55,6 +56,7 @@ private:
     std::unique_ptr<X11Keyboard> m_keyboard;
     QList<xcb_window_t> m_roots;
     QSocketNotifier *m_notifier = nullptr;
+    QTimer m_soon; ///< for events that have been read already
     std::optional<Combination> m_combination;
     QList<Grab> m_grabs; ///< all in force; empty when the last attempt failed
     QList<xcb_keycode_t> m_heldKeys;
