@@ -36,22 +36,23 @@ bool read(dom::object object, std::string_view key, quint32 &out) {
     return true;
 }
 
+HotKeyShortcut preset(const char16_t *id, const char16_t *name, quint32 keyCode, quint32 modifiers,
+                      const char16_t *symbols) {
+    HotKeyShortcut shortcut;
+    shortcut.id = QString::fromUtf16(id);
+    shortcut.name = QString::fromUtf16(name);
+    shortcut.keyCode = keyCode;
+    shortcut.carbonModifiers = modifiers;
+    shortcut.symbolString = QString::fromUtf16(symbols);
+    return shortcut;
+}
+
 } // namespace
 
 const QList<HotKeyShortcut> &HotKeyShortcut::presets() {
     using namespace CarbonModifier;
     constexpr quint32 space = 49;
     constexpr quint32 d = 2;
-    const auto preset = [](const char16_t *id, const char16_t *name, quint32 keyCode, quint32 modifiers,
-                           const char16_t *symbols) {
-        HotKeyShortcut shortcut;
-        shortcut.id = QString::fromUtf16(id);
-        shortcut.name = QString::fromUtf16(name);
-        shortcut.keyCode = keyCode;
-        shortcut.carbonModifiers = modifiers;
-        shortcut.symbolString = QString::fromUtf16(symbols);
-        return shortcut;
-    };
     static const QList<HotKeyShortcut> presets{
         preset(u"opt_space", u"Option + 空格 (极简聚焦, 推荐)", space, option, u"⌥ Space"),
         preset(u"cmd_shift_d", u"Command + Shift + D (标准词典快捷键)", d, command | shift, u"⌘ ⇧ D"),
