@@ -34,24 +34,27 @@ bool isNamed(const HttpRequest::Header &header, const char *name) {
 /// connection broke, and the server may have acted on it already.
 class OneWayBuffer : public QIODevice {
 public:
-    explicit OneWayBuffer(const QByteArray &bytes) : m_rest(bytes) { open(QIODevice::ReadOnly); }
+    explicit OneWayBuffer(const QByteArray &bytes) : m_bytes(bytes) {
+        open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+    }
 
     bool isSequential() const override { return true; }
     bool reset() override { return false; }
-    bool atEnd() const override { return m_rest.isEmpty() && QIODevice::atEnd(); }
-    qint64 bytesAvailable() const override { return m_rest.size() + QIODevice::bytesAvailable(); }
+    bool atEnd() const override { return m_position == m_bytes.size(); }
+    qint64 bytesAvailable() const override { return m_bytes.size() - m_position; }
 
 protected:
     qint64 readData(char *out, qint64 most) override {
-        const qsizetype count = std::min<qsizetype>(most, m_rest.size());
-        std::copy_n(m_rest.constData(), count, out);
-        m_rest = m_rest.sliced(count);
+        const qsizetype count = std::min<qsizetype>(most, m_bytes.size() - m_position);
+        std::copy_n(m_bytes.constData() + m_position, count, out);
+        m_position += count;
         return count > 0 || most == 0 ? count : -1;
     }
     qint64 writeData(const char *, qint64) override { return -1; }
 
 private:
-    QByteArray m_rest;
+    QByteArray m_bytes;
+    qsizetype m_position = 0;
 };
 
 QNetworkRequest networkRequest(const HttpRequest &request) {
