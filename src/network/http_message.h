@@ -32,6 +32,7 @@ struct HttpRequest {
     std::chrono::milliseconds totalLimit{60'000}; ///< the longest time altogether, redirects included
     qint64 bodyLimit = qint64{8} << 20;           ///< bytes after decoding; a longer answer is an error
     int redirectLimit = 5;
+    bool staysAtOrigin = false; ///< a redirect to another server, or another port, is an error
 
     /// Given, the answer to a GET comes from the store of answers, if it is there, without any traffic; else
     /// a complete answer with status 200 for whose body this returns true is stored.

@@ -222,7 +222,8 @@ bool HttpTransfer::followRedirect() {
     const bool losesHttps =
         m_request.url.scheme() == QLatin1StringView("https") && target.scheme() != QLatin1StringView("https");
     m_reply.status = status;
-    if (losesHttps || !isAcceptableUrl(target)) {
+    const bool leavesOrigin = m_request.staysAtOrigin && !isSameOrigin(m_request.url, target);
+    if (losesHttps || leavesOrigin || !isAcceptableUrl(target)) {
         finish(errorText(QNetworkReply::InsecureRedirectError));
     } else if (++m_redirects > m_request.redirectLimit) {
         finish(errorText(QNetworkReply::TooManyRedirectsError));
