@@ -219,9 +219,13 @@ private Q_SLOTS:
         QVERIFY(other.requests().first().header("Authorization").isNull());
         QCOMPARE(other.requests().first().header("X-Own"), QByteArray("one"));
 
+        request.staysAtOrigin = true;
+        QCOMPARE(waitFor(client, request).error, QStringLiteral("重定向到不安全的地址"));
+        QCOMPARE(other.requests().size(), 1);
+
         request.headers = {{"Authorization", "Bearer \r\nX-Other: one"}};
         QVERIFY(waitFor(client, request).error);
-        QCOMPARE(server.requests().size(), 1);
+        QCOMPARE(server.requests().size(), 2);
     }
 
     /// A server that breaks off may have acted on the request.
