@@ -76,12 +76,12 @@ void StorageManager::adopt(QList<WordRecord> words) {
     const QSet<QString> deleted = deletedWords();
     removeDeleted(words, deleted);
     m_words = std::move(words);
-    const Calendar calendar = m_dependencies.calendar();
+    const ChangeContext context{.calendar = m_dependencies.calendar(), .deletedWords = deleted};
     for (const WordbookChange &change : std::as_const(m_unsavedChanges)) {
         // A deletion does not undo what another process has restored since.
         const auto *deletion = std::get_if<WordDeleted>(&change);
         if (deletion == nullptr || deleted.contains(deletion->key))
-            apply(m_words, change, calendar);
+            apply(m_words, change, context);
     }
 }
 
@@ -158,26 +158,32 @@ const std::optional<WeeklyReviewPlan> &StorageManager::weeklyPlan() const {
 /// Makes a change on the current state of the wordbook, saves it and rebuilds the plan. What cannot be saved
 /// stays in memory until the next time.
 void StorageManager::change(const WordbookChange &change) {
+    bool isDifferent = false;
     {
         const auto held = lock(usualPatience);
         m_dependencies.defaults.refresh();
+        ChangeContext context{.calendar = m_dependencies.calendar(), .deletedWords = deletedWords()};
         if (const auto *search = std::get_if<WordSearched>(&change)) {
             // Searching a deleted word again restores it.
-            if (QSet<QString> deleted = deletedWords(); deleted.remove(wordKey(search->entry.headword)))
-                setDeletedWords(deleted);
+            if (context.deletedWords.remove(wordKey(search->entry.headword)))
+                setDeletedWords(context.deletedWords);
         } else if (const auto *deletion = std::get_if<WordDeleted>(&change)) {
-            QSet<QString> deleted = deletedWords();
-            deleted.insert(deletion->key);
-            setDeletedWords(deleted);
+            context.deletedWords.insert(deletion->key);
+            setDeletedWords(context.deletedWords);
         }
+        isDifferent = held && m_file.isReplaced();
         const bool maySave = held && catchUp();
         m_weeklyPlan.reset(); // or it would keep a copy of the whole list alive
-        apply(m_words, change, m_dependencies.calendar());
-        m_unsavedChanges += change;
-        publish(change);
-        if (maySave)
-            write();
+        if (apply(m_words, change, context)) {
+            isDifferent = true;
+            m_unsavedChanges += change;
+            publish(change);
+            if (maySave)
+                write();
+        }
     }
+    if (!isDifferent)
+        return;
     Q_EMIT wordsChanged();
     refreshWeeklyPlan();
 }
@@ -220,6 +226,11 @@ void StorageManager::deleteWord(const QString &wordText) {
     m_dependencies.spotlight.removeWord(wordText.trimmed());
     change(WordDeleted{.key = key});
     Q_EMIT wordDeleted(wordText.trimmed());
+}
+
+void StorageManager::mergeCloudWords(const QList<WordRecord> &cloudWords) {
+    if (!cloudWords.isEmpty())
+        change(CloudWordsMerged{.words = cloudWords});
 }
 
 } // namespace lexiquill

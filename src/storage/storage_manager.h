@@ -69,6 +69,9 @@ public:
     void deleteWord(QUuid wordId);
     /// Deletes every record of the word, whatever its case, and remembers it as deleted.
     void deleteWord(const QString &wordText);
+    /// Takes in the server's records, under the same rule as every change; see lexiquill::mergeCloudWords().
+    /// Nothing is saved when none of them has anything new.
+    void mergeCloudWords(const QList<WordRecord> &cloudWords);
 
     /// Whether a change is in memory only.
     bool hasUnsavedChanges() const { return !m_unsavedChanges.isEmpty(); }

@@ -1,6 +1,7 @@
 #include "storage/wordbook_change.h"
 
 #include "review/spaced_repetition_engine.h"
+#include "storage/cloud_merge.h"
 #include "support/text.h"
 
 #include <algorithm>
@@ -15,11 +16,11 @@ template <typename Matches> qsizetype indexOf(const QList<WordRecord> &words, Ma
     return found == words.cend() ? -1 : found - words.cbegin();
 }
 
-void apply(QList<WordRecord> &words, const WordSearched &search, const Calendar &) {
+bool apply(QList<WordRecord> &words, const WordSearched &search, const ChangeContext &) {
     const qsizetype index = indexOfWord(words, wordKey(search.entry.headword));
     if (index < 0) {
         words.prepend(newRecord(search));
-        return;
+        return true;
     }
     WordRecord &record = words[index];
     if (record.searchCount < std::numeric_limits<qint64>::max())
@@ -33,16 +34,25 @@ void apply(QList<WordRecord> &words, const WordSearched &search, const Calendar 
     record.examples = search.entry.examples;
     // Counts the search once more, which is wanted: a repeated search weighs two.
     SpacedRepetitionEngine::shared().recordSearch(record, search.date);
+    return true;
 }
 
-void apply(QList<WordRecord> &words, const WordReviewed &review, const Calendar &calendar) {
+bool apply(QList<WordRecord> &words, const WordReviewed &review, const ChangeContext &context) {
     const qsizetype index = indexOfWord(words, review.wordId, review.word);
-    if (index >= 0)
-        SpacedRepetitionEngine::shared().processReview(words[index], review.feedback, review.date, calendar);
+    if (index < 0)
+        return false;
+    SpacedRepetitionEngine::shared().processReview(words[index], review.feedback, review.date,
+                                                   context.calendar);
+    return true;
 }
 
-void apply(QList<WordRecord> &words, const WordDeleted &deletion, const Calendar &) {
+bool apply(QList<WordRecord> &words, const WordDeleted &deletion, const ChangeContext &) {
     words.removeIf([&](const WordRecord &record) { return record.word.toLower() == deletion.key; });
+    return true;
+}
+
+bool apply(QList<WordRecord> &words, const CloudWordsMerged &merge, const ChangeContext &context) {
+    return mergeCloudWords(words, merge.words, context.deletedWords);
 }
 
 } // namespace
@@ -78,8 +88,8 @@ qsizetype indexOfWord(const QList<WordRecord> &words, const QUuid &id, const QSt
     return index >= 0 ? index : indexOfWord(words, word.toLower());
 }
 
-void apply(QList<WordRecord> &words, const WordbookChange &change, const Calendar &calendar) {
-    std::visit([&](const auto &each) { apply(words, each, calendar); }, change);
+bool apply(QList<WordRecord> &words, const WordbookChange &change, const ChangeContext &context) {
+    return std::visit([&](const auto &each) { return apply(words, each, context); }, change);
 }
 
 } // namespace lexiquill

@@ -4,6 +4,7 @@
 #include "support/calendar.h"
 
 #include <QList>
+#include <QSet>
 #include <QString>
 #include <QUuid>
 
@@ -34,7 +35,12 @@ struct WordDeleted {
     QString key;
 };
 
-using WordbookChange = std::variant<WordSearched, WordReviewed, WordDeleted>;
+/// The server's records came in; see mergeCloudWords().
+struct CloudWordsMerged {
+    QList<WordRecord> words;
+};
+
+using WordbookChange = std::variant<WordSearched, WordReviewed, WordDeleted, CloudWordsMerged>;
 
 /// The record of a word searched for the first time: due at once.
 WordRecord newRecord(const WordSearched &search);
@@ -45,7 +51,14 @@ qsizetype indexOfWord(const QList<WordRecord> &words, const QUuid &id);
 /// The record with this id; without one the first of this word, whose id may have changed.
 qsizetype indexOfWord(const QList<WordRecord> &words, const QUuid &id, const QString &word);
 
-/// Makes the change. New words go to the front; updated ones keep their place.
-void apply(QList<WordRecord> &words, const WordbookChange &change, const Calendar &calendar);
+/// What a change depends on besides the words.
+struct ChangeContext {
+    Calendar calendar;
+    QSet<QString> deletedWords; ///< trimmed and lower-cased
+};
+
+/// Makes the change. New words go to the front, the server's to the end; updated ones keep their place. False
+/// when there is nothing in it to be saved.
+bool apply(QList<WordRecord> &words, const WordbookChange &change, const ChangeContext &context);
 
 } // namespace lexiquill

@@ -1,0 +1,159 @@
+#include "e2e/program.h"
+#include "platform/linux/linux_dictionary_services.h"
+#include "storage/cloud_merge.h"
+#include "storage/storage_manager.h"
+#include "support/table.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace lexiquill;
+
+namespace {
+
+/// Reads "word repetitions date", where "-" is no date and "_" a blank; records are separated by ";".
+QList<WordRecord> records(const QString &text, const QString &origin) {
+    QList<WordRecord> result;
+    for (const QString &part : text.split(u';', Qt::SkipEmptyParts)) {
+        const QStringList fields = part.split(u' ', Qt::SkipEmptyParts);
+        WordRecord record;
+        record.word = QString(fields[0]).replace(u'_', u' ');
+        record.userNotes = origin;
+        record.repetitionCount = fields[1].toInt();
+        if (fields[2] != QStringLiteral("-"))
+            record.lastReviewDate = Instant{fields[2].toDouble()};
+        result += record;
+    }
+    return result;
+}
+
+QString text(const QList<WordRecord> &words) {
+    QStringList parts;
+    for (const WordRecord &each : words) {
+        parts += QString(each.word).replace(u' ', u'_') + each.userNotes + u' ' +
+                 QString::number(each.repetitionCount) + u' ' +
+                 (each.lastReviewDate ? QString::number(each.lastReviewDate->seconds) : QStringLiteral("-"));
+    }
+    return parts.join(QStringLiteral("; "));
+}
+
+/// A store of its own on a wordbook that others may share.
+struct Store {
+    explicit Store(const Home &home)
+        : services({}, {}, home.path()),
+          defaults(home.settingsPath()),
+          storage({.storageFile = home.wordbookPath(),
+                   .defaults = defaults,
+                   .dictionary = dictionary,
+                   .spotlight = spotlight}) {}
+
+    LinuxDictionaryServices services;
+    SystemDictionaryService dictionary{services};
+    UserDefaults defaults;
+    SearchIndex index;
+    SpotlightManager spotlight{index};
+    StorageManager storage;
+};
+
+} // namespace
+
+class CloudMergeTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void merge_data() {
+        // What comes from the server is marked with an apostrophe.
+        addRows("b 1 1                | c 1 1; a 1 1               |       | b 1 1; c' 1 1; a' 1 1\n"
+                "Apple 3 9            | apple 5 1                  |       | Apple 5 1\n"
+                "apple 5 1            | APPLE 3 9                  |       | apple 3 9\n"
+                "apple 5 9            | apple 3 1                  |       | apple 5 9\n"
+                "apple 3 5            | apple 3 5                  |       | apple 3 5\n"
+                "apple 3 -            | apple 3 -                  |       | apple 3 -\n"
+                "apple 3 -            | apple 3 -9e9               |       | apple 3 -9e+09\n"
+                "apple 3 1            | apple 2 -                  |       | apple 3 1\n"
+                "apple 3 1            | apple 5 -                  |       | apple 5 -\n"
+                "apple 1 1            | APPLE 9 9; pear 1 1        | apple | apple 1 1; pear' 1 1\n"
+                "                     | APPLE 9 9                  | apple |\n"
+                "apple 1 1            | _apple 9 9                 |       | apple 1 1; _apple' 9 9\n"
+                "                     | Pear 1 1; pEAR 2 0; pear 1 9 |     | Pear' 1 9\n"
+                "apple 1 1; Apple 0 0 | apple 2 2; apple 1 1       |       | apple 2 2; Apple 0 0\n"
+                "apple 1 1            |                            |       | apple 1 1\n");
+    }
+
+    void merge() {
+        QFETCH(const QStringList, cells);
+        QList<WordRecord> words = records(cells[0], {});
+        const QString before = text(words);
+        const QSet<QString> deleted{cells[2]};
+        const bool isChanged = mergeCloudWords(words, records(cells[1], QStringLiteral("'")), deleted);
+        QCOMPARE(text(words), cells[3]);
+        QCOMPARE(isChanged, text(words) != before);
+    }
+
+    void onlyTheReviewStateIsTaken() {
+        const auto decode = [](const char *json) {
+            return *decodeWordRecords(QByteArray(json).replace('\'', '"'), JsonForm::Wire, Instant{5});
+        };
+        QList<WordRecord> words =
+            decode("[{'word': 'A', 'phonetic': 'a', 'conciseSummary': 's', 'searchCount': 3}, {'word': 'b', "
+                   "'posGroups': [{'pos': 'n.'}]}]");
+        QList<WordRecord> expected = words;
+        const QList<WordRecord> cloud = decode(
+            "[{'word': 'a', 'phonetic': 'x', 'conciseSummary': 'x', 'rawDefinition': 'x', 'userNotes': 'x', "
+            "'examples': [{'en': 'x', 'cn': 'x'}], 'firstSearchedDate': 1, 'lastSearchedDate': 1, "
+            "'searchCount': 9, 'lastReviewDate': 7, 'nextReviewDate': 8, 'repetitionCount': 6, "
+            "'intervalDays': 70, 'easeFactor': 1.5, 'isMastered': true, 'memoryStatus': '已掌握', "
+            "'posGroups': [{'pos': 'v.'}], 'reviewHistory': [{'id': "
+            "'6BA7B810-9DAD-11D1-80B4-00C04FD430C8', 'reviewDate': 1, 'feedback': '记住了', "
+            "'resultingIntervalDays': 1, 'resultingEaseFactor': 2}]}, "
+            "{'word': 'b', 'repetitionCount': 1, 'posGroups': [{'pos': 'v.'}]}]");
+        QVERIFY(mergeCloudWords(words, cloud, {}));
+        for (qsizetype i = 0; i < expected.size(); ++i) {
+            WordRecord &record = expected[i];
+            record.repetitionCount = cloud[i].repetitionCount;
+            record.intervalDays = cloud[i].intervalDays;
+            record.easeFactor = cloud[i].easeFactor;
+            record.isMastered = cloud[i].isMastered;
+            record.memoryStatus = cloud[i].memoryStatus;
+            record.lastReviewDate = cloud[i].lastReviewDate;
+            record.nextReviewDate = cloud[i].nextReviewDate;
+        }
+        expected[0].posGroups = cloud[0].posGroups;
+        QCOMPARE(encodeWordRecords(words, JsonForm::Wire), encodeWordRecords(expected, JsonForm::Wire));
+    }
+
+    void nothingNewIsNotSaved() {
+        const Home home;
+        Store store(home);
+        store.storage.mergeCloudWords(records(QStringLiteral("apple 1 1"), {}));
+        QCOMPARE(text(*home.words()), QStringLiteral("apple 1 1"));
+        const auto file = FileSnapshot::open(home.wordbookPath());
+        const QSignalSpy changes(&store.storage, &StorageManager::wordsChanged);
+        store.storage.mergeCloudWords(records(QStringLiteral("Apple 1 1; apple 0 0"), {}));
+        store.storage.mergeCloudWords({});
+        QVERIFY(file->isStillAt(home.wordbookPath()));
+        QCOMPARE(changes.size(), 0);
+    }
+
+    /// What could not be saved is merged again into what others have made of the wordbook since.
+    void unsavedMerge() {
+        const Home home;
+        Store store(home);
+        const QString obstacle = home.wordbookPath() + QStringLiteral(".tmp/in the way");
+        QVERIFY(writeFile(obstacle, "x"));
+        store.storage.mergeCloudWords(records(QStringLiteral("apple 2 2; pear 1 1; plum 1 1"), {}));
+        QVERIFY(store.storage.hasUnsavedChanges());
+        QCOMPARE(text(*home.words()), QString());
+
+        QVERIFY(QDir(QFileInfo(obstacle).path()).removeRecursively());
+        Store other(home);
+        other.storage.mergeCloudWords(records(QStringLiteral("Fig 1 1; Apple 3 3"), {}));
+        other.storage.deleteWord(QStringLiteral("Pear"));
+        store.storage.deleteWord(QStringLiteral("nothing"));
+        QVERIFY(!store.storage.hasUnsavedChanges());
+        QCOMPARE(text(*home.words()), QStringLiteral("Fig 1 1; Apple 3 3; plum 1 1"));
+    }
+};
+
+QTEST_GUILESS_MAIN(CloudMergeTest)
+#include "cloud_merge_test.moc"
