@@ -1,5 +1,7 @@
 #include "support/json_writer.h"
 
+#include "support/secret.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -177,6 +179,10 @@ void JsonWriter::finish() {
         m_sink(QByteArrayView(m_buffer.constData(), m_used));
     m_handedOver += m_used;
     m_used = 0;
+}
+
+void JsonWriter::wipeBuffer() {
+    wipe(m_buffer);
 }
 
 void JsonWriter::open(char bracket) {

@@ -47,6 +47,8 @@ public:
 
     /// Hands the remaining bytes to the sink.
     void finish();
+    /// Overwrites what the writer still holds of the text that it has handed on.
+    void wipeBuffer();
 
 private:
     void open(char bracket);
