@@ -1,8 +1,11 @@
-// The process-wide instances of the network library. Each is created on first use and never destroyed.
+// The process-wide instances of the network library and how they are wired. Each is created on first use and
+// never destroyed.
 
 #include "lookup/online/online_dictionary_service.h"
 #include "network/http_client.h"
+#include "support/server_addresses.h"
 #include "support/user_defaults.h"
+#include "sync/sync_manager.h"
 
 #include <QDir>
 #include <QStandardPaths>
@@ -20,6 +23,21 @@ OnlineDictionaryService &OnlineDictionaryService::shared() {
     static auto *const instance =
         new OnlineDictionaryService(HttpClient::shared(), ServerAddresses::from(UserDefaults::shared()),
                                     OnlineDictionaryService::Limits());
+    return *instance;
+}
+
+SyncManager &SyncManager::shared() {
+    static auto *const instance = [] {
+        UserDefaults &defaults = UserDefaults::shared();
+        StorageManager &storage = StorageManager::shared();
+        auto *const manager =
+            new SyncManager({.apiBase = ServerAddresses::from(defaults).server + QStringLiteral("/api"),
+                             .http = HttpClient::shared(),
+                             .storage = storage,
+                             .defaults = defaults});
+        QObject::connect(&storage, &StorageManager::wordDeleted, manager, &SyncManager::syncDeletionToCloud);
+        return manager;
+    }();
     return *instance;
 }
 

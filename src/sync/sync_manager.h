@@ -1,0 +1,115 @@
+#pragma once
+
+#include "network/http_client.h"
+#include "storage/storage_manager.h"
+#include "support/cancellation.h"
+#include "support/instant.h"
+#include "support/user_defaults.h"
+
+#include <QCoroTask>
+#include <QDateTime>
+#include <QObject>
+#include <QString>
+#include <QUrl>
+
+#include <chrono>
+#include <functional>
+#include <optional>
+
+namespace lexiquill {
+
+struct ServerAnswer;
+
+/// The client of the program's own account server: registers and logs in, and keeps the wordbook the same
+/// here and there. Outcomes are told through the properties, or through a completion; both change only after
+/// the call has returned. Every message is Chinese. Without a configured server every request ends as if it
+/// could not be reached. To be used on the main thread.
+class SyncManager : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(QString apiBase READ apiBase CONSTANT)
+    Q_PROPERTY(QString currentUser READ currentUser NOTIFY currentUserChanged)
+    Q_PROPERTY(bool isLoggedIn READ isLoggedIn NOTIFY currentUserChanged)
+    Q_PROPERTY(bool isSyncing READ isSyncing NOTIFY isSyncingChanged)
+    Q_PROPERTY(QDateTime lastSyncTime READ lastSyncTime NOTIFY lastSyncTimeChanged)
+    Q_PROPERTY(QString syncStatusMessage READ syncStatusMessage NOTIFY syncStatusMessageChanged)
+    Q_PROPERTY(
+        bool showAccountSheet READ showAccountSheet WRITE setShowAccountSheet NOTIFY showAccountSheetChanged)
+
+public:
+    struct Dependencies {
+        QString apiBase; ///< the URL that every endpoint is appended to, without a slash at the end
+        HttpClient &http;
+        StorageManager &storage;
+        UserDefaults &defaults;
+        Clock clock = Instant::now;
+        /// The longest time without any progress.
+        std::chrono::milliseconds idleLimit = std::chrono::seconds{60};
+        /// The longest time altogether: a large wordbook on a slow line takes more than a minute.
+        std::chrono::milliseconds totalLimit = std::chrono::minutes{10};
+    };
+    /// `message` says what went wrong; it is absent on success.
+    using Completion = std::function<void(bool isSuccess, const std::optional<QString> &message)>;
+
+    /// Takes up the user name that was stored last.
+    explicit SyncManager(Dependencies dependencies, QObject *parent = nullptr);
+
+    static SyncManager &shared();
+
+    const QString &apiBase() const { return m_dependencies.apiBase; }
+    /// The logged-in user; null when there is none.
+    const QString &currentUser() const { return m_currentUser; }
+    bool isLoggedIn() const { return !m_currentUser.isNull(); }
+    /// Whether a two-way sync is under way. With more than one at a time, false from the first answer on.
+    bool isSyncing() const { return m_isSyncing; }
+    /// When login, registration or sync last succeeded since the start; invalid before that.
+    const QDateTime &lastSyncTime() const { return m_lastSyncTime; }
+    /// The outcome of the last sync or registration; null when there is none.
+    const QString &syncStatusMessage() const { return m_syncStatusMessage; }
+    bool showAccountSheet() const { return m_showAccountSheet; }
+    void setShowAccountSheet(bool isShown);
+
+    /// Creates an account with the local words in it, and logs in.
+    void registerUser(const QString &username, const QString &password, const Completion &completion);
+    /// Logs in and takes in the words of the account.
+    void login(const QString &username, const QString &password, const Completion &completion);
+    /// Forgets the user; the words stay.
+    void logout();
+    /// Sends the whole wordbook and takes in the server's. Does nothing when nobody is logged in.
+    void syncWithCloud();
+    /// Tells the server of a deletion; whatever it answers. Does nothing when nobody is logged in.
+    void syncDeletionToCloud(const QString &word);
+
+    static const QString userDefaultsKey;  ///< "lexiquill_logged_user"
+    static const QString tokenDefaultsKey; ///< "lexiquill_token"
+
+Q_SIGNALS:
+    void currentUserChanged();
+    void isSyncingChanged();
+    void lastSyncTimeChanged();
+    void syncStatusMessageChanged();
+    void showAccountSheetChanged();
+
+private:
+    using ReplyHandler = std::function<void(HttpReply)>;
+
+    std::optional<QUrl> endpoint(const char *path) const;
+    void post(const QUrl &url, const QByteArray &body, const ReplyHandler &handle);
+    QCoro::Task<> send(HttpRequest request, ReplyHandler handle);
+    std::optional<ServerAnswer> enterAccount(HttpReply reply, const QString &username,
+                                             const QString &failureMessage, const Completion &completion);
+    void finishSync(HttpReply reply);
+    void setIsSyncing(bool isSyncing);
+    void setLastSyncTimeToNow();
+    void setCurrentUser(const QString &user);
+    void setSyncStatusMessage(const QString &message);
+
+    Dependencies m_dependencies;
+    QString m_currentUser;
+    bool m_isSyncing = false;
+    QDateTime m_lastSyncTime;
+    QString m_syncStatusMessage;
+    bool m_showAccountSheet = false;
+    Cancellation m_destruction;
+};
+
+} // namespace lexiquill

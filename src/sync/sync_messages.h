@@ -1,0 +1,38 @@
+#pragma once
+
+#include "model/word_record.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QSet>
+#include <QString>
+
+#include <optional>
+
+namespace lexiquill {
+
+/// The body of a login or registration. It holds the password in plain and nothing else does afterwards:
+/// wipe() it when it has been sent.
+QByteArray encodeCredentials(const QString &username, const QString &password,
+                             const QList<WordRecord> &words);
+/// The body of a two-way sync.
+QByteArray encodeSync(const QString &username, const QList<WordRecord> &words,
+                      const QSet<QString> &deletedWords);
+/// The body that tells of a deletion.
+QByteArray encodeDeletion(const QString &username, const QString &word);
+
+/// What the server says. A text that is no string, or longer than 64 KiB, counts as missing.
+struct ServerAnswer {
+    bool isSuccess = false;
+    std::optional<QString> token = std::nullopt;
+    std::optional<QString> message = std::nullopt;
+    QByteArray words = QByteArrayLiteral("[]"); ///< JSON that should be an array of records
+};
+
+/// Nothing when the text is no well-formed JSON object in UTF-8, or nested deeper than 512 levels.
+std::optional<ServerAnswer> decodeServerAnswer(QByteArray json);
+
+/// The records of an answer; nothing when they are no array of objects.
+std::optional<QList<WordRecord>> decodeCloudWords(const ServerAnswer &answer, Instant now);
+
+} // namespace lexiquill

@@ -1,0 +1,412 @@
+#include "e2e/program.h"
+#include "http_server.h"
+#include "platform/linux/linux_dictionary_services.h"
+#include "storage/spotlight_manager.h"
+#include "support/secret.h"
+#include "sync/sync_manager.h"
+#include "sync/sync_messages.h"
+
+#include <QDirIterator>
+#include <QTest>
+
+using namespace lexiquill;
+using namespace std::chrono_literals;
+using Manner = ServedAnswer::Manner;
+
+namespace {
+
+const QString ann = QStringLiteral("Ann");
+const QString password = QStringLiteral("pa\"ss\\wörd\n 密码");
+const Instant now{763637213.25};
+
+/// JSON with ' for ".
+QByteArray json(const char *text) {
+    return QByteArray(text).replace('\'', '"');
+}
+
+/// A user's home with a running manager, and all that a screen is told by it.
+class Party {
+public:
+    explicit Party(const QString &server, const char *wordbook = "[{'word': 'apple'}]",
+                   bool isLoggedIn = false) {
+        home.setWordbook(json(wordbook));
+        if (isLoggedIn)
+            defaults.set(SyncManager::userDefaultsKey, ann);
+        storage = std::make_unique<StorageManager>(
+            StorageManager::Dependencies{home.wordbookPath(), defaults, m_dictionary, m_spotlight});
+        sync = std::make_unique<SyncManager>(
+            SyncManager::Dependencies{.apiBase = server + QStringLiteral("/api"),
+                                      .http = http,
+                                      .storage = *storage,
+                                      .defaults = defaults,
+                                      .clock = [] { return now; },
+                                      .idleLimit = 500ms,
+                                      .totalLimit = 2s});
+        const auto tell = [this](auto signal, auto describe) {
+            QObject::connect(sync.get(), signal, sync.get(), [this, describe] { news += describe(); });
+        };
+        tell(&SyncManager::currentUserChanged,
+             [this] { return QStringLiteral("user ") + sync->currentUser(); });
+        tell(&SyncManager::isSyncingChanged,
+             [this] { return QString::fromLatin1(sync->isSyncing() ? "syncing" : "idle"); });
+        tell(&SyncManager::lastSyncTimeChanged, [] { return QStringLiteral("time"); });
+        tell(&SyncManager::syncStatusMessageChanged, [this] { return sync->syncStatusMessage(); });
+        tell(&SyncManager::showAccountSheetChanged, [] { return QStringLiteral("sheet"); });
+        QObject::connect(storage.get(), &StorageManager::wordsChanged,
+                         [this] { news += QStringLiteral("words ") + words(); });
+        news.clear();
+    }
+
+    SyncManager::Completion completion() {
+        return [this](bool isSuccess, const std::optional<QString> &message) {
+            news += message.value_or(QStringLiteral("done"));
+            hasCompleted = true;
+            if (isSuccess == message.has_value())
+                news += QStringLiteral("contradiction");
+        };
+    }
+    void login() {
+        sync->login(ann, password, completion());
+        QTRY_VERIFY(hasCompleted);
+    }
+    void registerUser() {
+        sync->registerUser(ann, password, completion());
+        QTRY_VERIFY(hasCompleted);
+    }
+    void syncWithCloud() {
+        sync->syncWithCloud();
+        QTRY_VERIFY(!sync->isSyncing());
+    }
+
+    QString words() const {
+        QStringList list;
+        for (const WordRecord &record : storage->words())
+            list += record.word;
+        return list.join(u' ');
+    }
+    /// What has been told since the last call.
+    QString takeNews() { return std::exchange(news, {}).join(QStringLiteral(" | ")); }
+    QString stored(const QString &key) const { return UserDefaults(home.settingsPath()).string(key); }
+
+    Home home;
+    QStringList news;
+    bool hasCompleted = false;
+    UserDefaults defaults{home.settingsPath()};
+
+private:
+    LinuxDictionaryServices m_services{{}, {}, home.path()};
+    SystemDictionaryService m_dictionary{m_services};
+    SearchIndex m_index;
+    SpotlightManager m_spotlight{m_index};
+
+public:
+    HttpClient http;
+    std::unique_ptr<StorageManager> storage;
+    std::unique_ptr<SyncManager> sync;
+};
+
+ServedAnswer answer(const char *text) {
+    return {.body = json(text)};
+}
+
+} // namespace
+
+class SyncManagerTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void requests() {
+        HttpServer server(answer("{'success': true}"));
+        Party party(server.base(), "[{'word': '苹果 apple', 'lastReviewDate': '2025-03-14T09:26:53Z'}]");
+        const QByteArray words = encodeWordRecords(party.storage->words(), JsonForm::Wire);
+        QVERIFY(words.contains("\"lastReviewDate\":763637213,"));
+        party.defaults.set(StorageManager::deletedWordsKey, QStringList{QStringLiteral("pear")});
+
+        party.sync->syncWithCloud();
+        party.sync->syncDeletionToCloud(ann);
+        party.registerUser();
+        party.hasCompleted = false;
+        party.login();
+        party.syncWithCloud();
+        party.sync->syncDeletionToCloud(QStringLiteral("ice \"cream\""));
+        QTRY_COMPARE(server.requests().size(), 4);
+
+        const QByteArray credentials =
+            "{\"username\":\"Ann\",\"clientWords\":" + words + ",\"password\":\"pa\\\"ss\\\\wörd\\n 密码\"}";
+        const std::pair<QByteArray, QByteArray> expected[] = {
+            {"/api/auth/register", credentials},
+            {"/api/auth/login", credentials},
+            {"/api/sync", "{\"username\":\"Ann\",\"words\":" + words + ",\"deletedWords\":[\"pear\"]}"},
+            {"/api/sync/delete", "{\"username\":\"Ann\",\"word\":\"ice \\\"cream\\\"\"}"},
+        };
+        const QList<ServedRequest> requests = server.requests();
+        for (qsizetype i = 0; i < requests.size(); ++i) {
+            QCOMPARE(requests[i].method, QByteArray("POST"));
+            QCOMPARE(requests[i].target, expected[i].first);
+            QCOMPARE(requests[i].body, expected[i].second);
+            QCOMPARE(requests[i].header("Content-Type"), QByteArray("application/json"));
+            QVERIFY(requests[i].header("Authorization").isNull());
+        }
+    }
+
+    void answers_data() {
+        QTest::addColumn<ServedAnswer>("served");
+        QTest::addColumn<QString>("login");
+        QTest::addColumn<QString>("registration");
+        QTest::addColumn<QString>("sync");
+        const auto row = [](const char *name, const ServedAnswer &served, const char *account,
+                            const char *registration, const char *sync) {
+            QTest::newRow(name) << served << QString::fromUtf8(account) << QString::fromUtf8(registration)
+                                << QString::fromUtf8(sync);
+        };
+        const auto broken = [&](const char *name, const ServedAnswer &served, const QByteArray &error) {
+            row(name, served, error, error, "同步失败: " + error);
+        };
+        const QByteArray success = json("{'success': true}");
+        broken("reset", {.manner = Manner::Reset}, "连接中断");
+        broken("cut", {.body = success, .manner = Manner::Cut}, "连接中断");
+        broken("silent", {.manner = Manner::Silent}, "请求超时");
+        broken("trickle", {.body = success, .manner = Manner::Trickle, .pause = 100}, "请求超时");
+        broken("too large",
+               {.body = "HTTP/1.1 200 OK\r\nContent-Length: 67108865\r\n\r\n", .manner = Manner::Raw},
+               "服务器响应过大");
+        broken("bomb", {.body = gzippedBlanks(65), .headers = {{"Content-Encoding", "gzip"}}},
+               "服务器响应过大");
+        broken("other server", {.status = 307, .headers = {{"Location", "https://a.invalid/api"}}},
+               "重定向到不安全的地址");
+
+        const auto strange = [&](const char *name, const QByteArray &body) {
+            row(name, {.body = body}, "服务器响应异常", "服务器响应异常", "同步响应异常");
+        };
+        const QByteArray open = json("{'success': true, 'x': ");
+        strange("nothing", {});
+        strange("HTML", "<!DOCTYPE html><html><body>502 Bad Gateway</body></html>");
+        strange("array", '[' + success + ']');
+        strange("text", "\"success\"");
+        strange("cut off by the server", success.chopped(1));
+        strange("two values", success + success);
+        strange("error in an unread member", open + "[1,,2]}");
+        strange("word in an unread member", open + "truth}");
+        strange("number in an unread member", open + "01}");
+        strange("escape in an unread member", open + "\"\\x\"}");
+        strange("no UTF-8", open + "\"\xff\"}");
+        strange("control character", open + "\"\n\"}");
+        strange("deep", open + QByteArray(600, '[') + QByteArray(600, ']') + '}');
+        strange("very deep", open + QByteArray(20'000'000, '['));
+
+        const auto refused = [&](const char *name, const char *body) {
+            row(name, answer(body), "登录失败", "注册失败", "同步失败");
+        };
+        refused("empty object", "{}");
+        refused("success 1", "{'success': 1, 'message': null}");
+        refused("success text", "{'success': 'true', 'message': 5}");
+        refused("success null", "{'success': null, 'message': ['x']}");
+        refused("success at last false", "{'success': true, 'success': false}");
+        row("endless message", {.body = "{\"message\":\"" + QByteArray(70'000, 'x') + "\"}"}, "登录失败",
+            "注册失败", "同步失败");
+        row("message", answer("{'message': '密码\\n错误', 'success': false, 'token': 't'}"), "密码\n错误",
+            "密码\n错误", "密码\n错误");
+
+        const auto accepted = [&](const char *name, const ServedAnswer &served,
+                                  const char *sync = "双向同步完成 (共 1 词)") {
+            row(name, served, "done", "done", sync);
+        };
+        accepted("no words", {.body = success});
+        accepted("byte order mark", {.body = "\xef\xbb\xbf" + success});
+        accepted("escaped key", answer("{'\\u0073uccess': true}"));
+        accepted("status 500", {.status = 500, .body = success});
+        accepted("status 401", {.status = 401, .body = success});
+        accepted("chunks", {.body = success, .manner = Manner::Chunked});
+        accepted("message", answer("{'success': true, 'message': '好', 'token': 5}"));
+        accepted("deep enough", {.body = open + QByteArray(500, '[') + QByteArray(500, ']') + '}'});
+        accepted("largest", {.body = open + '"' + QByteArray((64 << 20) - open.size() - 3, 'x') + "\"}"});
+        accepted("no list", answer("{'success': true, 'words': 5}"), "同步完成");
+        accepted("null", answer("{'words': null, 'success': true}"), "同步完成");
+        accepted("object", answer("{'words': {'word': 'x'}, 'success': true}"), "同步完成");
+        accepted("no record", answer("{'success': true, 'words': [{'word': 'x'}, 1]}"), "同步完成");
+    }
+
+    void answers() {
+        QFETCH(const ServedAnswer, served);
+        QFETCH(const QString, login);
+        QFETCH(const QString, registration);
+        QFETCH(const QString, sync);
+        const HttpServer server(served);
+        const QString entered = QStringLiteral("user Ann | time | ");
+        const QString completed = QStringLiteral("注册并同步完成 | ");
+        const bool isAccepted = login == QStringLiteral("done");
+
+        Party newcomer(server.base());
+        newcomer.registerUser();
+        QCOMPARE(newcomer.takeNews(), isAccepted ? entered + completed + registration : registration);
+        Party returning(server.base());
+        returning.login();
+        QCOMPARE(returning.takeNews(), isAccepted ? entered + login : login);
+        Party party(server.base(), "[{'word': 'apple'}]", true);
+        party.syncWithCloud();
+        QCOMPARE(party.takeNews(), QStringLiteral("syncing | idle | ") +
+                                       (isAccepted ? QStringLiteral("time | ") : QString()) + sync);
+        for (const Party *each : {&newcomer, &returning, &party}) {
+            QCOMPARE(each->words(), QStringLiteral("apple"));
+            QCOMPARE(each->sync->lastSyncTime().isValid(), isAccepted);
+            QVERIFY(each->stored(SyncManager::tokenDefaultsKey).isNull());
+        }
+        QCOMPARE(returning.sync->isLoggedIn(), isAccepted);
+    }
+
+    void unreachable_data() {
+        QTest::addColumn<QString>("server");
+        QTest::addColumn<QString>("error");
+        QTest::newRow("refused") << refusingBase() << QStringLiteral("连接被拒绝");
+        QTest::newRow("not configured")
+            << QStringLiteral("https://lexiquill.invalid") << QStringLiteral("无法解析主机名");
+        QTest::newRow("no base") << QString() << QStringLiteral("服务器地址无效");
+    }
+
+    void unreachable() {
+        QFETCH(const QString, server);
+        QFETCH(const QString, error);
+        Party party(server, "[]", true);
+        party.sync->syncWithCloud();
+        QVERIFY(party.sync->isSyncing());
+        QTRY_VERIFY(!party.sync->isSyncing());
+        QCOMPARE(party.takeNews(), QStringLiteral("syncing | idle | 同步失败: ") + error);
+        party.login();
+        QCOMPARE(party.takeNews(), error);
+    }
+
+    void noUrl() {
+        Party party(QStringLiteral("https://["), "[]", true);
+        party.sync->syncWithCloud();
+        party.sync->login(ann, password, party.completion());
+        party.sync->registerUser(ann, password, party.completion());
+        QTest::qWait(0);
+        QCOMPARE(party.takeNews(), QString());
+    }
+
+    void anAccountsLife() {
+        HttpServer server(
+            answer("{'success': true, 'token': 'one', 'words': [{'word': 'pear'}, {'word': 'Plum'}]}"));
+        Party party(server.base());
+        party.defaults.set(StorageManager::deletedWordsKey, QStringList{QStringLiteral("plum")});
+        party.login();
+        QCOMPARE(party.takeNews(), QStringLiteral("user Ann | time | words apple pear | done"));
+        QCOMPARE(party.sync->lastSyncTime(), QDateTime::fromMSecsSinceEpoch(1741944413250));
+        QCOMPARE(party.stored(SyncManager::tokenDefaultsKey), QStringLiteral("one"));
+        const auto owner = QFile::ReadOwner | QFile::WriteOwner;
+        QCOMPARE(QFile::permissions(party.home.settingsPath()) & ~(QFile::ReadUser | QFile::WriteUser),
+                 owner);
+        QDirIterator files(party.home.path(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+        while (files.hasNext()) {
+            const QByteArray content = readFile(files.next());
+            QVERIFY(!content.contains("wörd") && !content.contains("密码") && !content.contains("pa\\\""));
+        }
+
+        server.setHandler([](const ServedRequest &) { return answer("{'success': true, 'token': null}"); });
+        party.login();
+        QCOMPARE(party.stored(SyncManager::tokenDefaultsKey), QStringLiteral("one"));
+        party.syncWithCloud();
+        party.takeNews();
+        // What the user does now, others see: the state comes from the settings alone.
+        const SyncManager later({.apiBase = server.base(),
+                                 .http = party.http,
+                                 .storage = *party.storage,
+                                 .defaults = party.defaults});
+        QCOMPARE(later.currentUser(), ann);
+        QVERIFY(!later.lastSyncTime().isValid() && later.syncStatusMessage().isNull());
+
+        party.sync->logout();
+        QCOMPARE(party.takeNews(), QStringLiteral("user  | "));
+        QVERIFY(!party.sync->isLoggedIn() && party.sync->lastSyncTime().isValid());
+        QVERIFY(party.stored(SyncManager::userDefaultsKey).isNull());
+        QVERIFY(party.stored(SyncManager::tokenDefaultsKey).isNull());
+        QCOMPARE(party.words(), QStringLiteral("apple pear"));
+        party.sync->setShowAccountSheet(true);
+        party.sync->setShowAccountSheet(true);
+        QCOMPARE(party.takeNews(), QStringLiteral("sheet"));
+    }
+
+    void registrationTakesNoWords() {
+        const HttpServer server(answer("{'success': true, 'token': 'one', 'words': [{'word': 'pear'}]}"));
+        Party party(server.base());
+        party.registerUser();
+        QCOMPARE(party.takeNews(), QStringLiteral("user Ann | time | 注册并同步完成 | done"));
+        QCOMPARE(party.stored(SyncManager::tokenDefaultsKey), QStringLiteral("one"));
+    }
+
+    void whatOthersDoMeanwhileStays() {
+        HttpServer server(ServedAnswer{});
+        Party party(server.base(), "[{'word': 'banana'}]", true);
+        server.setHandler([&](const ServedRequest &) {
+            party.home.run("review|banana", "1\n");
+            party.home.run("search|abandon");
+            UserDefaults(party.home.settingsPath())
+                .set(StorageManager::deletedWordsKey, QStringList{QStringLiteral("plum")});
+            return answer("{'success': true, 'words': [{'word': 'BANANA'}, {'word': 'plum'}, {'word': "
+                          "'pear'}]}");
+        });
+        party.syncWithCloud();
+        QCOMPARE(party.takeNews(), QStringLiteral("syncing | idle | time | words abandon banana pear | "
+                                                  "双向同步完成 (共 3 词)"));
+        const auto saved = party.home.words();
+        QCOMPARE(saved->size(), 3);
+        QCOMPARE(saved->at(1).repetitionCount, 1);
+    }
+
+    void twoAtOnce() {
+        std::atomic<int> count = 0;
+        const HttpServer server([&](const ServedRequest &) {
+            return answer(++count == 1 ? "{'message': 'one'}" : "{'message': 'two'}");
+        });
+        Party party(server.base(), "[]", true);
+        party.sync->syncWithCloud();
+        party.sync->syncWithCloud();
+        QTRY_COMPARE(party.news.size(), 4);
+        QCOMPARE(party.news.first(2).join(u' '), QStringLiteral("syncing idle"));
+        QStringList messages = party.news.sliced(2);
+        messages.sort();
+        QCOMPARE(messages.join(u' '), QStringLiteral("one two"));
+    }
+
+    void aGoneManagerDoesNothing() {
+        const HttpServer server(ServedAnswer{.manner = Manner::Silent});
+        Party party(server.base(), "[]", true);
+        party.sync->syncWithCloud();
+        party.sync->login(ann, password, party.completion());
+        QTRY_COMPARE(server.requests().size(), 2);
+        party.sync.reset();
+        QTRY_COMPARE(server.openConnections(), 0);
+        QCOMPARE(party.takeNews(), QStringLiteral("syncing"));
+    }
+
+    void secretsAreWiped() {
+        const QByteArray body = encodeCredentials(ann, password, {});
+        const QByteArray shared = body;
+        QVERIFY(shared.contains("wörd"));
+        wipe(body);
+        QCOMPARE(shared, QByteArray(shared.size(), '\0'));
+    }
+
+    /// The process-wide instances: a deletion goes out by itself, and waits for nobody.
+    void deletionsAreTold() {
+        const HttpServer server(ServedAnswer{.manner = Manner::Silent});
+        const Home home;
+        for (const char *name : {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME"})
+            qputenv(name, home.environment.value(QString::fromLatin1(name)).toUtf8());
+        home.setWordbook(json("[{'word': 'apple'}]"));
+        UserDefaults settings(home.settingsPath());
+        settings.set(QStringLiteral("lexiquill_server_base"), server.base());
+        settings.set(SyncManager::userDefaultsKey, ann);
+        QCOMPARE(SyncManager::shared().apiBase(), server.base() + QStringLiteral("/api"));
+
+        StorageManager::shared().deleteWord(QStringLiteral(" Apple "));
+        QCOMPARE(home.words()->size(), 0);
+        QTRY_COMPARE(server.requests().size(), 1);
+        QCOMPARE(server.requests().first().target, QByteArray("/api/sync/delete"));
+        QCOMPARE(server.requests().first().body, json("{'username':'Ann','word':'Apple'}"));
+        SpotlightManager::shared().finish();
+    }
+};
+
+QTEST_GUILESS_MAIN(SyncManagerTest)
+#include "sync_manager_test.moc"
