@@ -54,7 +54,7 @@ bool isWellFormed(ondemand::object object, int depth) {
 bool isWellFormed(ondemand::array array, int depth) {
     for (auto element : array) {
         ondemand::value value;
-        if (std::move(element).get(value) || !isWellFormed(value, depth - 1))
+        if (element.get(value) || !isWellFormed(value, depth - 1))
             return false;
     }
     return true;

@@ -1,0 +1,42 @@
+#include "model/record_codec.h"
+#include "storage/cloud_merge.h"
+#include "sync/sync_messages.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+
+using namespace lexiquill;
+
+namespace {
+
+const Instant now{763637213.25};
+
+void check(bool holds) {
+    if (!holds)
+        std::abort();
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
+    // A copy of the exact size lets the sanitizer see every byte read beyond it.
+    const QByteArray json(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
+    const auto answer = decodeServerAnswer(json);
+    const auto words = answer ? decodeCloudWords(*answer, now) : std::nullopt;
+    if (!words)
+        return 0;
+    QList<WordRecord> wordbook = words->first(words->size() / 2);
+    QSet<QString> deleted;
+    if (!words->isEmpty())
+        deleted += words->last().word.toLower();
+    const qsizetype before = wordbook.size();
+    mergeCloudWords(wordbook, *words, deleted);
+    check(wordbook.size() >= before && wordbook.size() <= words->size());
+    // What goes back to the server is what it understands, and brings nothing new when it comes again.
+    const auto echo = decodeServerAnswer(encodeSync({}, wordbook, deleted));
+    check(echo && !echo->isSuccess);
+    const auto again = decodeCloudWords(*echo, now);
+    check(again && encodeWordRecords(*again, JsonForm::Wire) == encodeWordRecords(wordbook, JsonForm::Wire));
+    return 0;
+}
