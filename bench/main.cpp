@@ -21,6 +21,7 @@ int main(int argc, char **argv) {
     std::vector<Comparison> comparisons;
     for (const std::string name : {"load", "save", "addOrUpdateSearch", "recordReview", "plan", "export"})
         comparisons.push_back({name + "/100000", name + "/1000", 1.5, true});
+    comparisons.push_back({"merge/10000", "merge/1000", 1.5, true});
     for (const int records : wordbookSizes) {
         const std::string size = std::to_string(records);
         comparisons.push_back({"load/" + size, "dom_parse/" + size, 4.0});

@@ -3,6 +3,7 @@
 #include "platform/linux/linux_dictionary_services.h"
 #include "review/weekly_review_scheduler.h"
 #include "sample_data.h"
+#include "storage/cloud_merge.h"
 #include "storage/storage_manager.h"
 #include "storage/wordbook_file.h"
 
@@ -194,6 +195,35 @@ void exportPlan(State &state) {
         [&](const WeeklyReviewPlan &plan) { return scheduler.exportMarkdown(plan, calendar).toUtf8(); });
 }
 
+/// A server's copy of the wordbook: a third of the records are the same, a third further on, a third new.
+QList<WordRecord> cloudRecords(const QList<WordRecord> &words) {
+    QList<WordRecord> cloud = words;
+    for (qsizetype i = 0; i < cloud.size(); ++i) {
+        if (i % 3 == 1)
+            cloud[i].repetitionCount += 1;
+        else if (i % 3 == 2)
+            cloud[i].word += QStringLiteral(" new");
+    }
+    return cloud;
+}
+
+void merge(State &state) {
+    const QList<WordRecord> loaded = loadedRecords(state);
+    const QList<WordRecord> cloud = cloudRecords(loaded);
+    measure(
+        state,
+        [&] {
+            auto words = std::make_unique<QList<WordRecord>>(loaded);
+            words->detach();
+            return words;
+        },
+        [&](const std::unique_ptr<QList<WordRecord>> &words) {
+            if (!mergeCloudWords(*words, cloud, {}))
+                state.SkipWithError("nothing was merged");
+            return words->size();
+        });
+}
+
 } // namespace
 
 std::vector<std::string> registerWordbookBenchmarks() {
@@ -206,6 +236,7 @@ std::vector<std::string> registerWordbookBenchmarks() {
         {"durable_write", writeDurably},
         {"plan", generatePlan},
         {"export", exportPlan},
+        {"merge", merge},
     };
     std::vector<std::string> names;
     for (const auto &[name, function] : functions) {
