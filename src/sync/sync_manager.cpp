@@ -45,8 +45,8 @@ void SyncManager::registerUser(const QString &username, const QString &password,
     if (!url)
         return;
     post(*url, encodeCredentials(username, password, m_dependencies.storage.words()),
-         [this, username, completion](HttpReply reply) {
-             if (!enterAccount(std::move(reply), username, QStringLiteral("注册失败"), completion))
+         [this, username, completion](const HttpReply &reply) {
+             if (!enterAccount(reply, username, QStringLiteral("注册失败"), completion))
                  return;
              setSyncStatusMessage(QStringLiteral("注册并同步完成"));
              complete(completion, true);
@@ -58,9 +58,8 @@ void SyncManager::login(const QString &username, const QString &password, const 
     if (!url)
         return;
     post(*url, encodeCredentials(username, password, m_dependencies.storage.words()),
-         [this, username, completion](HttpReply reply) {
-             const auto answer =
-                 enterAccount(std::move(reply), username, QStringLiteral("登录失败"), completion);
+         [this, username, completion](const HttpReply &reply) {
+             const auto answer = enterAccount(reply, username, QStringLiteral("登录失败"), completion);
              if (!answer)
                  return;
              if (const auto words = decodeCloudWords(*answer, m_dependencies.clock()))
@@ -85,7 +84,7 @@ void SyncManager::syncWithCloud() {
     m_dependencies.defaults.refresh();
     const StorageManager &storage = m_dependencies.storage;
     post(*url, encodeSync(m_currentUser, storage.words(), storage.deletedWords()),
-         [this](HttpReply reply) { finishSync(std::move(reply)); });
+         [this](const HttpReply &reply) { finishSync(reply); });
 }
 
 void SyncManager::syncDeletionToCloud(const QString &word) {
@@ -117,20 +116,20 @@ void SyncManager::post(const QUrl &url, const QByteArray &body, const ReplyHandl
 /// not at all when the manager is gone by then.
 QCoro::Task<> SyncManager::send(HttpRequest request, ReplyHandler handle) {
     const WipedAtEnd wiped(request.body);
-    HttpReply reply = co_await m_dependencies.http.send(request);
+    const HttpReply reply = co_await m_dependencies.http.send(request);
     if (request.cancellation.isCancelled() || !handle)
         co_return;
-    auto handleReply = [handle, reply = std::move(reply)]() mutable {
-        handle(std::move(reply));
+    const auto handleReply = [handle, reply] {
+        handle(reply);
     };
     QMetaObject::invokeMethod(this, handleReply, Qt::QueuedConnection);
 }
 
 /// Enters the state of being logged in if the server says so; else completes with its message or another.
-std::optional<ServerAnswer> SyncManager::enterAccount(HttpReply reply, const QString &username,
+std::optional<ServerAnswer> SyncManager::enterAccount(const HttpReply &reply, const QString &username,
                                                       const QString &failureMessage,
                                                       const Completion &completion) {
-    auto answer = reply.error ? std::nullopt : decodeServerAnswer(std::move(reply.body));
+    auto answer = reply.error ? std::nullopt : decodeServerAnswer(reply.body);
     if (!answer) {
         complete(completion, false, reply.error.value_or(QStringLiteral("服务器响应异常")));
         return std::nullopt;
@@ -147,11 +146,11 @@ std::optional<ServerAnswer> SyncManager::enterAccount(HttpReply reply, const QSt
     return answer;
 }
 
-void SyncManager::finishSync(HttpReply reply) {
+void SyncManager::finishSync(const HttpReply &reply) {
     setIsSyncing(false);
     if (reply.error)
         return setSyncStatusMessage(QStringLiteral("同步失败: ") + *reply.error);
-    const auto answer = decodeServerAnswer(std::move(reply.body));
+    const auto answer = decodeServerAnswer(reply.body);
     if (!answer)
         return setSyncStatusMessage(QStringLiteral("同步响应异常"));
     if (!answer->isSuccess)

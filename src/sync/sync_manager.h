@@ -90,14 +90,14 @@ Q_SIGNALS:
     void showAccountSheetChanged();
 
 private:
-    using ReplyHandler = std::function<void(HttpReply)>;
+    using ReplyHandler = std::function<void(const HttpReply &)>;
 
     std::optional<QUrl> endpoint(const char *path) const;
     void post(const QUrl &url, const QByteArray &body, const ReplyHandler &handle);
     QCoro::Task<> send(HttpRequest request, ReplyHandler handle);
-    std::optional<ServerAnswer> enterAccount(HttpReply reply, const QString &username,
+    std::optional<ServerAnswer> enterAccount(const HttpReply &reply, const QString &username,
                                              const QString &failureMessage, const Completion &completion);
-    void finishSync(HttpReply reply);
+    void finishSync(const HttpReply &reply);
     void setIsSyncing(bool isSyncing);
     void setLastSyncTimeToNow();
     void setCurrentUser(const QString &user);

@@ -156,15 +156,13 @@ QByteArray encodeDeletion(const QString &username, const QString &word) {
     });
 }
 
-std::optional<ServerAnswer> decodeServerAnswer(QByteArray json) {
-    if (json.startsWith("\xef\xbb\xbf"))
-        json.remove(0, 3);
-    json.reserve(json.size() + static_cast<qsizetype>(simdjson::SIMDJSON_PADDING));
-    const auto size = static_cast<std::size_t>(json.size());
+std::optional<ServerAnswer> decodeServerAnswer(const QByteArray &json) {
+    const qsizetype start = json.startsWith("\xef\xbb\xbf") ? 3 : 0;
+    const simdjson::padded_string text(json.constData() + start,
+                                       static_cast<std::size_t>(json.size() - start));
     ondemand::parser parser;
     ondemand::document document;
-    if (parser.iterate(json.constData(), size, size + simdjson::SIMDJSON_PADDING).get(document) ||
-        !isWellFormedObject(document))
+    if (parser.iterate(text).get(document) || !isWellFormedObject(document))
         return std::nullopt;
     document.rewind();
     ondemand::object object;

@@ -30,7 +30,7 @@ struct ServerAnswer {
 };
 
 /// Nothing when the text is no well-formed JSON object in UTF-8, or nested deeper than 512 levels.
-std::optional<ServerAnswer> decodeServerAnswer(QByteArray json);
+std::optional<ServerAnswer> decodeServerAnswer(const QByteArray &json);
 
 /// The records of an answer; nothing when they are no array of objects.
 std::optional<QList<WordRecord>> decodeCloudWords(const ServerAnswer &answer, Instant now);
