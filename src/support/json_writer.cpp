@@ -151,7 +151,11 @@ void JsonWriter::value(double number) {
         return writeToken("null");
     constexpr qsizetype longest = 32;
     char *const start = begin(longest);
-    advance(std::to_chars(start, start + longest, number).ptr);
+    // Readers that see an integer beyond 64 bits refuse the whole text; an exponent makes it none.
+    const bool isLarge = std::abs(number) >= 1e18;
+    advance((isLarge ? std::to_chars(start, start + longest, number, std::chars_format::scientific)
+                     : std::to_chars(start, start + longest, number))
+                .ptr);
 }
 
 void JsonWriter::value(bool boolean) {
