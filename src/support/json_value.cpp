@@ -54,6 +54,10 @@ std::optional<bool> JsonValue::boolean() const {
     return value;
 }
 
+QByteArray JsonValue::json() const {
+    return m_element ? QByteArray::fromStdString(simdjson::minify(*m_element)) : QByteArray();
+}
+
 std::optional<JsonDocument> JsonDocument::parse(const QByteArray &text) {
     QByteArrayView json = text;
     if (json.startsWith("\xef\xbb\xbf"))

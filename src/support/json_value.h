@@ -35,6 +35,9 @@ public:
     std::optional<QString> nonEmptyText() const;
     std::optional<bool> boolean() const;
 
+    /// The value as compact JSON; empty when it is missing.
+    QByteArray json() const;
+
 private:
     friend class JsonDocument;
     explicit JsonValue(simdjson::dom::element element) : m_element(element) {}

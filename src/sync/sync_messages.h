@@ -21,7 +21,7 @@ QByteArray encodeSync(const QString &username, const QList<WordRecord> &words,
 /// The body that tells of a deletion.
 QByteArray encodeDeletion(const QString &username, const QString &word);
 
-/// What the server says. A text that is no string, or longer than 64 KiB, counts as missing.
+/// What the server says. A text that is no string, or longer than 65,536 UTF-16 units, counts as missing.
 struct ServerAnswer {
     bool isSuccess = false;
     std::optional<QString> token = std::nullopt;
@@ -29,7 +29,7 @@ struct ServerAnswer {
     QByteArray words = QByteArrayLiteral("[]"); ///< JSON that should be an array of records
 };
 
-/// Nothing when the text is no well-formed JSON object in UTF-8, or nested deeper than 512 levels.
+/// Nothing when JsonDocument does not take the text, or it is no object.
 std::optional<ServerAnswer> decodeServerAnswer(const QByteArray &json);
 
 /// The records of an answer; nothing when they are no array of objects.
