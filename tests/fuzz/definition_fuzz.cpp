@@ -1,21 +1,12 @@
+#include "check.h"
 #include "lookup/definition_parser.h"
 #include "model/record_codec.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 
 using namespace lexiquill;
-
-namespace {
-
-void check(bool holds) {
-    if (!holds)
-        std::abort();
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     const QByteArray input(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));

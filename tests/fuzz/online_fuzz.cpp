@@ -1,19 +1,14 @@
+#include "check.h"
 #include "lookup/worker_response.h"
 #include "lookup/youdao_parser.h"
 #include "model/record_codec.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 
 using namespace lexiquill;
 
 namespace {
-
-void check(bool holds) {
-    if (!holds)
-        std::abort();
-}
 
 /// What holds for every entry that came over the network: it can be stored and read back.
 void checkStorable(const DictionaryEntry &entry) {

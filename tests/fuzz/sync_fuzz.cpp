@@ -1,21 +1,16 @@
+#include "check.h"
 #include "model/record_codec.h"
 #include "storage/cloud_merge.h"
 #include "sync/sync_messages.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 
 using namespace lexiquill;
 
 namespace {
 
 const Instant now{763637213.25};
-
-void check(bool holds) {
-    if (!holds)
-        std::abort();
-}
 
 } // namespace
 

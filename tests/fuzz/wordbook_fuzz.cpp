@@ -1,21 +1,16 @@
+#include "check.h"
 #include "model/record_codec.h"
 #include "review/spaced_repetition_engine.h"
 #include "review/weekly_review_scheduler.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 
 using namespace lexiquill;
 
 namespace {
 
 const Instant now{763637213.25};
-
-void check(bool holds) {
-    if (!holds)
-        std::abort();
-}
 
 void checkForm(const QByteArray &json, JsonForm form) {
     const auto records = decodeWordRecords(json, form, now);
