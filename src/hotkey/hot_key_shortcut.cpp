@@ -17,7 +17,7 @@ namespace {
 
 namespace dom = simdjson::dom;
 
-constexpr qsizetype largestJson = 64 * 1024;
+constexpr qsizetype largestJson = qsizetype{64} << 10;
 
 bool read(dom::object object, std::string_view key, QString &out) {
     std::string_view text;

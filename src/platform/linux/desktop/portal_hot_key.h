@@ -31,12 +31,10 @@ Q_SIGNALS:
     void statusReported(qint32 status);
     void pressed(const lexiquill::HotKeyPress &press);
 
-private Q_SLOTS:
-    void takeActivation(const QDBusObjectPath &session, const QString &shortcut, qulonglong timestamp,
-                        const QVariantMap &options);
-    void takeClosing();
-
 private:
+    Q_SLOT void takeActivation(const QDBusObjectPath &session, const QString &shortcut, qulonglong timestamp,
+                               const QVariantMap &options);
+    Q_SLOT void takeClosing();
     void bind(const QVariantMap &results);
     void takeBinding(const QVariantMap &results);
     void closeSession();

@@ -22,15 +22,13 @@ public:
     void registerHotKey(quint32 keyCode, quint32 carbonModifiers, StatusHandler report) override;
     void unregisterHotKey() override;
 
-private Q_SLOTS:
-    void loseConnection();
-
 private:
     struct Combination {
         QString trigger;
         StatusHandler report;
     };
 
+    Q_SLOT void loseConnection();
     void start();
     void report(qint32 status);
     void takeOwnerChange(const QString &oldOwner, const QString &newOwner);

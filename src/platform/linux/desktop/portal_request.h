@@ -41,10 +41,8 @@ Q_SIGNALS:
     /// follow is that there has been no answer for as long as `patience`.
     void finished(qint32 status, const QVariantMap &results);
 
-private Q_SLOTS:
-    void takeResponse(uint response, const QVariantMap &results);
-
 private:
+    Q_SLOT void takeResponse(uint response, const QVariantMap &results);
     void takeError(const QDBusError &error);
     void finish(qint32 status, const QVariantMap &results = {});
 

@@ -11,6 +11,7 @@ X11HotKeyRegistrar::X11HotKeyRegistrar(QByteArray display) : m_display(std::move
 
 X11HotKeyRegistrar::~X11HotKeyRegistrar() {
     m_combination.reset();
+    ungrab();
     loseConnection();
 }
 
@@ -164,14 +165,18 @@ qint32 X11HotKeyRegistrar::grab() {
 }
 
 void X11HotKeyRegistrar::ungrab() {
-    if (!m_connection)
+    if (!m_connection || m_grabs.isEmpty())
         return;
     for (const xcb_window_t root : std::as_const(m_roots)) {
         for (const Grab &each : std::as_const(m_grabs))
             xcb_ungrab_key(m_connection, each.key, root, each.modifiers);
     }
     m_grabs.clear();
-    xcb_flush(m_connection);
+    // The answer says that the keys are free for others.
+    const auto cookie = xcb_get_input_focus(m_connection);
+    const XcbPointer<xcb_get_input_focus_reply_t> done(
+        xcb_get_input_focus_reply(m_connection, cookie, nullptr));
+    m_soon.start();
 }
 
 } // namespace lexiquill
