@@ -3,9 +3,12 @@
 
 #include "lookup/online/online_dictionary_service.h"
 #include "network/http_client.h"
+#include "platform/process.h"
+#include "storage/storage_manager.h"
 #include "support/server_addresses.h"
 #include "support/user_defaults.h"
 #include "sync/sync_manager.h"
+#include "update/update_manager.h"
 
 #include <QDir>
 #include <QStandardPaths>
@@ -38,6 +41,23 @@ SyncManager &SyncManager::shared() {
         QObject::connect(&storage, &StorageManager::wordDeleted, manager, &SyncManager::syncDeletionToCloud);
         return manager;
     }();
+    return *instance;
+}
+
+UpdateManager &UpdateManager::shared() {
+    static auto *const instance =
+        new UpdateManager({.http = HttpClient::shared(),
+                           .updateCheckURL = QUrl(ServerAddresses::from(UserDefaults::shared()).server +
+                                                  QStringLiteral("/version.json")),
+                           .currentVersion = QStringLiteral(LEXIQUILL_VERSION),
+                           .currentBuild = QStringLiteral(LEXIQUILL_BUILD),
+                           .installation = Installation::of(executableDirectory(), QDir::homePath()),
+                           .platform = ScriptPlatform::Linux,
+                           .quit = [](int status) {
+                               if (StorageManager::shared().hasUnsavedChanges())
+                                   StorageManager::shared().saveData();
+                               endProcess(status);
+                           }});
     return *instance;
 }
 

@@ -1,0 +1,38 @@
+#include "platform/installation.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+namespace lexiquill {
+
+Installation Installation::of(const QString &executableDirectory, const QString &homeDirectory) {
+    // What an administrator builds on the machine goes under /usr/local; no package manager knows of it.
+    const bool isManaged = executableDirectory.startsWith(QLatin1StringView("/usr/")) &&
+                           !executableDirectory.startsWith(QLatin1StringView("/usr/local/"));
+    const qsizetype lastSlash = executableDirectory.lastIndexOf(u'/');
+    const QString around = executableDirectory.left(lastSlash);
+    const bool isBundle =
+        QStringView(executableDirectory).sliced(lastSlash + 1) == QLatin1StringView("bin") &&
+        around.endsWith(QLatin1StringView(".app"));
+    return {.applicationPath =
+                isBundle ? around : homeDirectory + QStringLiteral("/Applications/Lexiquill.app"),
+            .isManagedBySystem = isManaged};
+}
+
+std::optional<QString> obstacleToReplacing(const QString &applicationPath) {
+    // The name of a file need not be text; such a one cannot be written into a script.
+    if (applicationPath.contains(QChar::ReplacementCharacter))
+        return QStringLiteral("安装位置的名称无法识别");
+    const QFileInfo bundle(applicationPath);
+    const QString parent = bundle.absolutePath();
+    const bool isReplaceable =
+        (!bundle.exists() && !bundle.isSymLink()) || (bundle.isDir() && bundle.isWritable());
+    if (!isReplaceable || !QDir().mkpath(parent) || !QFileInfo(parent).isWritable())
+        return QStringLiteral("安装位置不可写");
+    if (QStandardPaths::findExecutable(QStringLiteral("unzip")).isEmpty())
+        return QStringLiteral("缺少解压程序 unzip");
+    return std::nullopt;
+}
+
+} // namespace lexiquill

@@ -1,0 +1,199 @@
+#include "update/update_manager.h"
+
+#include "network/http_client.h"
+#include "support/server_addresses.h"
+#include "update/version_order.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QProcess>
+#include <QTimer>
+
+namespace lexiquill {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// How long the script gets to start before the process ends.
+constexpr auto timeToQuit = 150ms;
+
+QString nameOf(const QString &path) {
+    return QFileInfo(path).fileName();
+}
+
+} // namespace
+
+UpdateManager::UpdateManager(Dependencies dependencies, QObject *parent)
+    : QObject(parent),
+      m_dependencies(std::move(dependencies)),
+      m_paths(UpdatePaths::in(m_dependencies.directory)) {}
+
+UpdateManager::~UpdateManager() = default;
+
+QString UpdateManager::installActionText() const {
+    return canInstall() ? QStringLiteral("立即更新并重启") : QStringLiteral("请使用系统的软件包管理器更新");
+}
+
+QVariant UpdateManager::availableUpdateValue() const {
+    return m_availableUpdate ? QVariant::fromValue(*m_availableUpdate) : QVariant();
+}
+
+template <typename T> void UpdateManager::change(T &field, const T &value, void (UpdateManager::*changed)()) {
+    if (field == value)
+        return;
+    field = value;
+    Q_EMIT(this->*changed)();
+}
+
+void UpdateManager::setShowUpdateSheet(bool show) {
+    change(m_showUpdateSheet, show, &UpdateManager::showUpdateSheetChanged);
+}
+
+void UpdateManager::setIsDownloading(bool isDownloading) {
+    change(m_isDownloading, isDownloading, &UpdateManager::isDownloadingChanged);
+}
+
+void UpdateManager::setStatusMessage(const QString &message) {
+    change(m_statusMessage, message, &UpdateManager::statusMessageChanged);
+}
+
+void UpdateManager::setErrorMessage(const QString &message) {
+    change(m_errorMessage, message, &UpdateManager::errorMessageChanged);
+}
+
+void UpdateManager::checkForUpdates(bool manual) {
+    if (m_isChecking)
+        return;
+    change(m_isChecking, true, &UpdateManager::isCheckingChanged);
+    setErrorMessage({});
+    m_check = std::make_unique<Cancellation>();
+    check(manual);
+}
+
+QCoro::Task<> UpdateManager::check(bool manual) {
+    const CancellationToken cancellation = m_check->token();
+    HttpRequest request;
+    request.url = m_dependencies.updateCheckURL;
+    request.idleLimit = m_dependencies.idleLimit;
+    request.totalLimit = m_dependencies.checkLimit;
+    request.bodyLimit = m_dependencies.recordLimit;
+    request.cancellation = cancellation;
+    const HttpReply reply = co_await m_dependencies.http.send(request);
+    if (cancellation.isCancelled())
+        co_return;
+    change(m_isChecking, false, &UpdateManager::isCheckingChanged);
+    if (!reply.error)
+        judge(reply.body, manual);
+    else if (manual)
+        setErrorMessage(QStringLiteral("检查更新失败: ") + *reply.error);
+}
+
+void UpdateManager::judge(const QByteArray &record, bool manual) {
+    const std::optional<RemoteUpdateInfo> info = decodeRemoteUpdateInfo(record);
+    if (info && compareVersions(info->version, currentVersion()) > 0) {
+        change(m_availableUpdate, info, &UpdateManager::availableUpdateChanged);
+        setShowUpdateSheet(true);
+    } else if (!manual) {
+        return;
+    } else if (record.isEmpty()) {
+        setErrorMessage(QStringLiteral("服务器返回空数据"));
+    } else if (!info) {
+        setErrorMessage(QStringLiteral("解析更新信息异常"));
+    } else {
+        setStatusMessage(QStringLiteral("当前已是最新版本 (v") + currentVersion() + u')');
+    }
+}
+
+void UpdateManager::startDownloadAndInstall(const RemoteUpdateInfo &update) {
+    if (m_isInstalling)
+        return;
+    if (!canInstall())
+        return setErrorMessage(installActionText());
+    const QUrl url(update.downloadUrl, QUrl::StrictMode);
+    if (!isAcceptableUrl(url))
+        return setErrorMessage(QStringLiteral("无效的下载链接"));
+    if (const auto obstacle = obstacleToReplacing(m_dependencies.installation.applicationPath))
+        return setErrorMessage(QStringLiteral("无法替换应用程序: ") + *obstacle);
+    m_downloadTask.reset();
+    setIsDownloading(true);
+    change(m_downloadProgress, 0.0, &UpdateManager::downloadProgressChanged);
+    setStatusMessage(QStringLiteral("正在下载最新版本..."));
+    m_downloadTask = std::make_unique<Cancellation>();
+    download(url);
+}
+
+QCoro::Task<> UpdateManager::download(QUrl url) {
+    const CancellationToken cancellation = m_downloadTask->token();
+    const std::unique_ptr<SharedDirectory> directory = SharedDirectory::at(m_dependencies.directory);
+    QFile file;
+    if (const auto failure = directory->openUnnamed(file)) {
+        endDownload(QStringLiteral("下载中断: ") + *failure);
+        co_return;
+    }
+    HttpRequest request;
+    request.url = url;
+    request.idleLimit = m_dependencies.idleLimit;
+    request.totalLimit = m_dependencies.downloadLimit;
+    request.bodyLimit = m_dependencies.archiveLimit;
+    request.cancellation = cancellation;
+    request.sink = &file;
+    request.onProgress = [this](qint64 received, std::optional<qint64> total) {
+        if (total.value_or(0) < 1)
+            return;
+        change(m_downloadProgress, static_cast<double>(received) / static_cast<double>(*total),
+               &UpdateManager::downloadProgressChanged);
+    };
+    const HttpReply reply = co_await m_dependencies.http.send(request);
+    if (cancellation.isCancelled())
+        co_return;
+    if (reply.error) {
+        endDownload(QStringLiteral("下载中断: ") + *reply.error);
+    } else if (!reply.isOk()) {
+        // An error page is no archive.
+        endDownload(QStringLiteral("下载中断: 服务器返回状态 ") + QString::number(reply.status));
+    } else if (const auto failure = prepareUnpacking(*directory, file)) {
+        endDownload(QStringLiteral("文件解压准备失败: ") + *failure);
+    } else {
+        file.close();
+        setStatusMessage(QStringLiteral("下载完成，正在自动安装并重启新版..."));
+        executeSelfReplaceAndRestart(*directory);
+    }
+}
+
+SharedDirectory::Failure UpdateManager::prepareUnpacking(SharedDirectory &directory,
+                                                         const QFile &downloaded) const {
+    for (const QString &path : {m_paths.archive, m_paths.unpackDirectory}) {
+        if (auto failure = directory.remove(nameOf(path)))
+            return failure;
+    }
+    if (auto failure = directory.createDirectory(nameOf(m_paths.unpackDirectory)))
+        return failure;
+    return directory.publish(downloaded, nameOf(m_paths.archive));
+}
+
+void UpdateManager::executeSelfReplaceAndRestart(SharedDirectory &directory) {
+    const QByteArray script =
+        updateScript(m_dependencies.platform, m_paths, m_dependencies.installation.applicationPath,
+                     QCoreApplication::applicationPid());
+    // The script writes through whatever bears the name of its log, so this must be ours beforehand.
+    auto failure = directory.createFile(nameOf(m_paths.log), SharedDirectory::FileKind::Private, {});
+    if (!failure)
+        failure = directory.createFile(nameOf(m_paths.script), SharedDirectory::FileKind::Script, script);
+    if (failure)
+        return endDownload(QStringLiteral("安装脚本创建失败: ") + *failure);
+    m_isInstalling = true;
+    // The directory that the process works in may be part of what the script removes.
+    QProcess::startDetached(QStringLiteral("/bin/bash"),
+                            {QStringLiteral("-c"), QStringLiteral("nohup ") + shellWord(m_paths.script) +
+                                                       QStringLiteral(" >/dev/null 2>&1 &")},
+                            QStringLiteral("/"));
+    QTimer::singleShot(timeToQuit, this, [this] { m_dependencies.quit(0); });
+}
+
+void UpdateManager::endDownload(const QString &message) {
+    setIsDownloading(false);
+    setErrorMessage(message);
+}
+
+} // namespace lexiquill

@@ -1,0 +1,133 @@
+#pragma once
+
+#include "platform/installation.h"
+#include "platform/shared_directory.h"
+#include "support/cancellation.h"
+#include "update/remote_update_info.h"
+#include "update/update_script.h"
+
+#include <QCoroTask>
+#include <QObject>
+#include <QUrl>
+#include <QVariant>
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace lexiquill {
+
+class HttpClient;
+
+/// Keeps the program up to date: asks its server for the newest release, downloads it on the user's request,
+/// and hands over to a script that puts it in the place of the running one and starts it. All its state
+/// changes on the thread that it lives on.
+class UpdateManager : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(QUrl updateCheckURL READ updateCheckURL CONSTANT)
+    Q_PROPERTY(QString currentVersion READ currentVersion CONSTANT)
+    Q_PROPERTY(QString currentBuild READ currentBuild CONSTANT)
+    Q_PROPERTY(bool canInstall READ canInstall CONSTANT)
+    Q_PROPERTY(QString installActionText READ installActionText CONSTANT)
+    Q_PROPERTY(bool isChecking READ isChecking NOTIFY isCheckingChanged)
+    Q_PROPERTY(QVariant availableUpdate READ availableUpdateValue NOTIFY availableUpdateChanged)
+    Q_PROPERTY(
+        bool showUpdateSheet READ showUpdateSheet WRITE setShowUpdateSheet NOTIFY showUpdateSheetChanged)
+    Q_PROPERTY(bool isDownloading READ isDownloading NOTIFY isDownloadingChanged)
+    Q_PROPERTY(double downloadProgress READ downloadProgress NOTIFY downloadProgressChanged)
+    Q_PROPERTY(QString statusMessage READ statusMessage NOTIFY statusMessageChanged)
+    Q_PROPERTY(QString errorMessage READ errorMessage NOTIFY errorMessageChanged)
+
+public:
+    struct Dependencies {
+        HttpClient &http;
+        QUrl updateCheckURL; ///< where the version record lies
+        QString currentVersion;
+        QString currentBuild;
+        Installation installation;
+        ScriptPlatform platform;
+        std::function<void(int status)> quit; ///< ends the process
+        /// Where archive and script go; other users may write to it, too.
+        QString directory = QStringLiteral("/tmp");
+        std::chrono::milliseconds idleLimit{60'000}; ///< of both requests
+        std::chrono::milliseconds checkLimit{60'000};
+        std::chrono::milliseconds downloadLimit = std::chrono::hours(7 * 24);
+        qint64 recordLimit = qint64{1} << 20;  ///< bytes
+        qint64 archiveLimit = qint64{2} << 30; ///< bytes
+    };
+
+    explicit UpdateManager(Dependencies dependencies, QObject *parent = nullptr);
+    ~UpdateManager() override;
+
+    static UpdateManager &shared();
+
+    /// Looks for a newer release; does nothing while it is doing so. The outcome shows in the properties;
+    /// `manual` tells whether the user asked for it and wants to hear of failures, too.
+    Q_INVOKABLE void checkForUpdates(bool manual);
+    /// Downloads the release, installs it and ends the process. An earlier download is given up. Failures
+    /// show in `errorMessage`.
+    Q_INVOKABLE void startDownloadAndInstall(const lexiquill::RemoteUpdateInfo &update);
+
+    QUrl updateCheckURL() const { return m_dependencies.updateCheckURL; }
+    QString currentVersion() const { return m_dependencies.currentVersion; }
+    QString currentBuild() const { return m_dependencies.currentBuild; }
+    /// False when updates are the business of the system's package manager.
+    bool canInstall() const { return !m_dependencies.installation.isManagedBySystem; }
+    /// What the dialog offers to do: to update, or, if it cannot, to leave it to the package manager.
+    QString installActionText() const;
+
+    bool isChecking() const { return m_isChecking; }
+    /// The newer release that was found.
+    const std::optional<RemoteUpdateInfo> &availableUpdate() const { return m_availableUpdate; }
+    /// The same as a property's value; an invalid one stands for nothing.
+    QVariant availableUpdateValue() const;
+    /// Whether the window should show the update dialog.
+    bool showUpdateSheet() const { return m_showUpdateSheet; }
+    void setShowUpdateSheet(bool show);
+    bool isDownloading() const { return m_isDownloading; }
+    /// The part that is downloaded, 0…1; 0 while the size is unknown.
+    double downloadProgress() const { return m_downloadProgress; }
+    /// What goes on; null when there is nothing to say.
+    QString statusMessage() const { return m_statusMessage; }
+    /// What went wrong; null when nothing did.
+    QString errorMessage() const { return m_errorMessage; }
+
+Q_SIGNALS:
+    void isCheckingChanged();
+    void availableUpdateChanged();
+    void showUpdateSheetChanged();
+    void isDownloadingChanged();
+    void downloadProgressChanged();
+    void statusMessageChanged();
+    void errorMessageChanged();
+
+private:
+    template <typename T> void change(T &field, const T &value, void (UpdateManager::*changed)());
+    void setIsDownloading(bool isDownloading);
+    void setStatusMessage(const QString &message);
+    void setErrorMessage(const QString &message);
+
+    QCoro::Task<> check(bool manual);
+    void judge(const QByteArray &record, bool manual);
+    QCoro::Task<> download(QUrl url);
+    /// Lays out archive and unpack directory.
+    SharedDirectory::Failure prepareUnpacking(SharedDirectory &directory, const QFile &downloaded) const;
+    void executeSelfReplaceAndRestart(SharedDirectory &directory);
+    void endDownload(const QString &message);
+
+    Dependencies m_dependencies;
+    UpdatePaths m_paths;
+    bool m_isChecking = false;
+    std::optional<RemoteUpdateInfo> m_availableUpdate;
+    bool m_showUpdateSheet = false;
+    bool m_isDownloading = false;
+    bool m_isInstalling = false; ///< the script has been started, and the process is about to end
+    double m_downloadProgress = 0;
+    QString m_statusMessage;
+    QString m_errorMessage;
+    std::unique_ptr<Cancellation> m_check;
+    std::unique_ptr<Cancellation> m_downloadTask;
+};
+
+} // namespace lexiquill

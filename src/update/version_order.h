@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QStringView>
+
+#include <compare>
+
+namespace lexiquill {
+
+/// The order of two version texts: runs of ASCII digits, of whatever length, stand for their values; all else
+/// is compared by code unit. "1.9.2" < "1.10.0", "1.2" < "1.2.0", "1.02" and "1.2" are equal.
+std::strong_ordering compareVersions(QStringView a, QStringView b);
+
+} // namespace lexiquill
