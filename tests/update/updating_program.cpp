@@ -1,0 +1,68 @@
+// A program that updates itself as soon as it can, for use in a bundle. It takes its version from
+// share/version of its bundle, the server, the directory for the update and the file to report to from the
+// environment.
+
+#include "network/http_client.h"
+#include "observed_state.h"
+#include "platform/process.h"
+
+#include <QCoreApplication>
+#include <QFile>
+
+using namespace lexiquill;
+
+int main(int argc, char **argv) {
+    const QCoreApplication application(argc, argv);
+    QFile versionFile(executableDirectory() + QStringLiteral("/../share/version"));
+    if (!versionFile.open(QIODevice::ReadOnly))
+        return EXIT_FAILURE;
+    const QString version = QString::fromUtf8(versionFile.readAll());
+    QFile reportFile(qEnvironmentVariable("TEST_REPORT"));
+    if (!reportFile.open(QIODevice::Append | QIODevice::Unbuffered))
+        return EXIT_FAILURE;
+    const auto report = [&](const QString &event) {
+        reportFile.write((version + u' ' + event + u'\n').toUtf8());
+    };
+    report(QStringLiteral("runs with ") + QString::number(argc - 1) + QStringLiteral(" arguments"));
+
+    HttpClient http;
+    const bool isStubborn = qEnvironmentVariableIsSet("TEST_STUBBORN");
+    UpdateManager manager(
+        {.http = http,
+         .updateCheckURL = QUrl(qEnvironmentVariable("TEST_SERVER") + QStringLiteral("/version.json")),
+         .currentVersion = version,
+         .currentBuild = QStringLiteral("1"),
+         .installation = Installation::of(executableDirectory(), QStringLiteral("/nonexistent")),
+         .platform = ScriptPlatform::Linux,
+         .quit =
+             [&](int status) {
+                 report(QStringLiteral("quits"));
+                 if (!isStubborn)
+                     QCoreApplication::exit(status);
+             },
+         .directory = qEnvironmentVariable("TEST_DIRECTORY")});
+    observe(manager, report);
+    const auto isOver = [&] {
+        return !manager.isChecking() && !manager.isDownloading();
+    };
+    QObject::connect(
+        &manager, &UpdateManager::isCheckingChanged, &application,
+        [&] {
+            if (manager.availableUpdate())
+                manager.startDownloadAndInstall(*manager.availableUpdate());
+            else if (isOver())
+                QCoreApplication::exit();
+        },
+        Qt::QueuedConnection);
+    QObject::connect(
+        &manager, &UpdateManager::isDownloadingChanged, &application,
+        [&] {
+            if (isOver()) {
+                report(QStringLiteral("goes on"));
+                QCoreApplication::exit();
+            }
+        },
+        Qt::QueuedConnection);
+    manager.checkForUpdates(false);
+    return QCoreApplication::exec();
+}
