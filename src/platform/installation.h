@@ -18,8 +18,8 @@ struct Installation {
     static Installation of(const QString &executableDirectory, const QString &homeDirectory);
 };
 
-/// Makes the directory around the bundle if it is missing. Returns why no bundle can be unpacked and put there,
-/// as a short Chinese description; nothing when it can.
+/// Makes the directory around the bundle if it is missing. Returns why no bundle can be unpacked and put
+/// there, as a short Chinese description; nothing when it can.
 std::optional<QString> obstacleToReplacing(const QString &applicationPath);
 
 } // namespace lexiquill

@@ -7,7 +7,8 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QProcess>
-#include <QTimer>
+
+#include <compare>
 
 namespace lexiquill {
 
@@ -27,7 +28,10 @@ QString nameOf(const QString &path) {
 UpdateManager::UpdateManager(Dependencies dependencies, QObject *parent)
     : QObject(parent),
       m_dependencies(std::move(dependencies)),
-      m_paths(UpdatePaths::in(m_dependencies.directory)) {}
+      m_paths(UpdatePaths::in(m_dependencies.directory)) {
+    m_quitTimer.setSingleShot(true);
+    connect(&m_quitTimer, &QTimer::timeout, this, [this] { m_dependencies.quit(0); });
+}
 
 UpdateManager::~UpdateManager() = default;
 
@@ -91,7 +95,7 @@ QCoro::Task<> UpdateManager::check(bool manual) {
 
 void UpdateManager::judge(const QByteArray &record, bool manual) {
     const std::optional<RemoteUpdateInfo> info = decodeRemoteUpdateInfo(record);
-    if (info && compareVersions(info->version, currentVersion()) > 0) {
+    if (info && std::is_gt(compareVersions(info->version, currentVersion()))) {
         change(m_availableUpdate, info, &UpdateManager::availableUpdateChanged);
         setShowUpdateSheet(true);
     } else if (!manual) {
@@ -188,7 +192,7 @@ void UpdateManager::executeSelfReplaceAndRestart(SharedDirectory &directory) {
                             {QStringLiteral("-c"), QStringLiteral("nohup ") + shellWord(m_paths.script) +
                                                        QStringLiteral(" >/dev/null 2>&1 &")},
                             QStringLiteral("/"));
-    QTimer::singleShot(timeToQuit, this, [this] { m_dependencies.quit(0); });
+    m_quitTimer.start(timeToQuit);
 }
 
 void UpdateManager::endDownload(const QString &message) {

@@ -8,6 +8,7 @@
 
 #include <QCoroTask>
 #include <QObject>
+#include <QTimer>
 #include <QUrl>
 #include <QVariant>
 
@@ -126,6 +127,7 @@ private:
     double m_downloadProgress = 0;
     QString m_statusMessage;
     QString m_errorMessage;
+    QTimer m_quitTimer;
     std::unique_ptr<Cancellation> m_check;
     std::unique_ptr<Cancellation> m_downloadTask;
 };

@@ -170,7 +170,6 @@ private Q_SLOTS:
         };
         const QByteArray body(500'000, 'x');
         row("reset", {.manner = Manner::Reset}, false, "连接中断");
-        row("reset in the middle", {.body = body, .manner = Manner::ResetInMiddle}, true, "连接中断");
         row("cut", {.body = body, .manner = Manner::Cut}, true, "连接中断");
         row("silent", {.manner = Manner::Silent}, false, "请求超时");
         row("silent in the middle", {.body = body, .manner = Manner::SilentInMiddle}, true, "请求超时");

@@ -186,10 +186,10 @@ private Q_SLOTS:
     void versions() {
         QFETCH(const QStringList, cells);
         const auto sign = [](std::strong_ordering order) {
-            return order < 0 ? u'<' : order > 0 ? u'>' : u'=';
+            return std::is_lt(order) ? u'<' : std::is_gt(order) ? u'>' : u'=';
         };
         QCOMPARE(QString(sign(compareVersions(cells[0], cells[2]))), cells[1]);
-        QCOMPARE(compareVersions(cells[2], cells[0]) < 0, cells[1] == QLatin1StringView(">"));
+        QCOMPARE(std::is_lt(compareVersions(cells[2], cells[0])), cells[1] == QLatin1StringView(">"));
     }
 
     void records_data() {

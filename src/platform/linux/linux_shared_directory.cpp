@@ -105,13 +105,13 @@ public:
                                                           target.constData(), AT_SYMLINK_FOLLOW)
                                                : ::linkat(m_directory.get(), m_scratch.constData(),
                                                           m_directory.get(), target.constData(), 0);
-        const Failure failure = failureAfter(result);
+        Failure failure = failureAfter(result);
         dropScratch();
         return failure;
     }
 
     Failure createFile(const QString &name, FileKind kind, QByteArrayView content) override {
-        if (const Failure failure = remove(name))
+        if (Failure failure = remove(name))
             return failure;
         const QByteArray file = QFile::encodeName(name);
         FileDescriptor descriptor(
