@@ -39,7 +39,8 @@ struct HttpRequest {
     std::function<bool(const QByteArray &body)> isWorthKeeping = nullptr;
 
     /// Where the body of an answer with status 200 goes instead of into the reply; an open device that
-    /// outlives the request. After an error it holds the beginning of the body.
+    /// outlives the request. After an error it holds the beginning of the body. With a sink, the body of any
+    /// other answer is limited to a megabyte, for `bodyLimit` may be more than there is memory.
     QIODevice *sink = nullptr;
     /// Called after each piece of such a body: the bytes so far, and the size of the whole if it is known.
     std::function<void(qint64 received, std::optional<qint64> total)> onProgress = nullptr;

@@ -14,6 +14,8 @@ namespace {
 
 /// How much of a body waits in memory until it is read.
 constexpr qint64 readAhead = 256 << 10;
+/// How much of an answer that does not go where it should is kept in memory.
+constexpr qint64 strayBodyLimit = qint64{1} << 20;
 
 bool isRedirect(int status) {
     return status == 301 || status == 302 || status == 303 || status == 307 || status == 308;
@@ -163,7 +165,10 @@ void HttpTransfer::readHeaders() {
         m_inflater = std::make_unique<Inflater>();
     else if (!encoding.isEmpty() && encoding != "identity")
         return finish(errorText(QNetworkReply::ProtocolFailure));
-    if (m_announced.value_or(0) > m_request.bodyLimit)
+    m_bodyLimit = m_request.sink != nullptr && m_reply.status != 200
+                      ? std::min(m_request.bodyLimit, strayBodyLimit)
+                      : m_request.bodyLimit;
+    if (m_announced.value_or(0) > m_bodyLimit)
         finish(QStringLiteral("服务器响应过大"));
 }
 
@@ -186,10 +191,10 @@ void HttpTransfer::take(const QByteArray &bytes) {
     QByteArray &out = isForSink ? piece : m_reply.body;
     if (!m_inflater)
         out += bytes;
-    else if (!m_inflater->feed(bytes, out, m_request.bodyLimit))
+    else if (!m_inflater->feed(bytes, out, m_bodyLimit))
         return finish(errorText(QNetworkReply::ProtocolFailure));
     m_decoded = isForSink ? m_decoded + piece.size() : m_reply.body.size();
-    if (m_decoded > m_request.bodyLimit)
+    if (m_decoded > m_bodyLimit)
         return finish(QStringLiteral("服务器响应过大"));
     if (!isForSink)
         return;

@@ -51,6 +51,7 @@ private:
     std::optional<qint64> m_announced; ///< size of the body on the wire
     qint64 m_received = 0;             ///< bytes of the body on the wire
     qint64 m_decoded = 0;
+    qint64 m_bodyLimit = 0; ///< of the answer at hand
     int m_redirects = 0;
     bool m_hasHeaders = false;
     bool m_isOver = false;

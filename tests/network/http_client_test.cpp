@@ -264,6 +264,11 @@ private Q_SLOTS:
         QCOMPARE(gone.status, 404);
         QCOMPARE(gone.body, QByteArray("gone"));
         QCOMPARE(sink.size(), body.size());
+
+        // Nor does it fill the memory.
+        server.setHandler(
+            [body](const ServedRequest &) { return ServedAnswer{.status = 404, .body = body}; });
+        QCOMPARE(waitFor(client, request).error, QStringLiteral("服务器响应过大"));
     }
 
     void abandoned_data() {
