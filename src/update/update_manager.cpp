@@ -184,8 +184,11 @@ void UpdateManager::executeSelfReplaceAndRestart(SharedDirectory &directory) {
     auto failure = directory.createFile(nameOf(m_paths.log), SharedDirectory::FileKind::Private, {});
     if (!failure)
         failure = directory.createFile(nameOf(m_paths.script), SharedDirectory::FileKind::Script, script);
-    if (failure)
+    if (failure) {
+        for (const QString &path : {m_paths.archive, m_paths.unpackDirectory})
+            directory.remove(nameOf(path));
         return endDownload(QStringLiteral("安装脚本创建失败: ") + *failure);
+    }
     m_isInstalling = true;
     // The directory that the process works in may be part of what the script removes.
     QProcess::startDetached(QStringLiteral("/bin/bash"),

@@ -250,6 +250,8 @@ private Q_SLOTS:
         QTest::qWait(300);
         QVERIFY(!observed.hasQuit);
         QCOMPARE(readFile(path), QByteArray("#!/bin/sh\n"));
+        if (cells[1].startsWith(QStringLiteral("安装")))
+            QVERIFY(!QFile::exists(observed.root.filePath(QStringLiteral("Lexiquill_update.zip"))));
     }
 
     void unusablePlaces() {
