@@ -2,6 +2,8 @@
 #include "platform/shared_directory.h"
 #include "support/table.h"
 
+#include <QDeadlineTimer>
+
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -133,6 +135,45 @@ private Q_SLOTS:
         QCOMPARE(status.st_uid, other);
         if (cells[0] == QLatin1StringView("file"))
             QCOMPARE(readFile(file()), QByteArray("theirs"));
+    }
+
+    /// Somebody else makes and removes a link of that name all the time.
+    void races() {
+        if (::geteuid() != 0)
+            QSKIP("only root can become somebody else");
+        QCOMPARE(::chmod(encoded(m_root->path()).constData(), 0755), 0);
+        QProcess attacker;
+        attacker.setWorkingDirectory(m_path);
+        attacker.start(QStringLiteral("setpriv"),
+                       {QStringLiteral("--reuid=65534"), QStringLiteral("--clear-groups"),
+                        QStringLiteral("perl"), QStringLiteral("-e"),
+                        QStringLiteral("$| = 1; print '.';"
+                                       "while (1) { symlink('../precious', 'name'); unlink('name') }")});
+        QVERIFY(attacker.waitForReadyRead());
+        const auto directory = SharedDirectory::at(m_path);
+        int won = 0;
+        int lost = 0;
+        const auto isEnough = [&] {
+            return won >= 50 && lost >= 5;
+        };
+        const QDeadlineTimer giveUp(60'000);
+        for (int i = 0; !isEnough() && !giveUp.hasExpired(); ++i) {
+            const bool isFile = i % 2 == 0;
+            const auto failure = isFile
+                                     ? directory->createFile(name, SharedDirectory::FileKind::Script, "new")
+                                     : directory->createDirectory(name);
+            ++(failure ? lost : won);
+            if (failure)
+                continue;
+            struct stat status {};
+            QCOMPARE(::lstat(encoded(file()).constData(), &status), 0);
+            QCOMPARE(status.st_uid, ::geteuid());
+            QVERIFY(isFile ? S_ISREG(status.st_mode) && readFile(file()) == "new" : S_ISDIR(status.st_mode));
+            QVERIFY(!directory->remove(name));
+        }
+        QVERIFY(isEnough());
+        attacker.kill();
+        attacker.waitForFinished();
     }
 
     void unsafe_data() {
