@@ -2,6 +2,12 @@
 
 #include "cli/cli_handler.h"
 #include "cli/terminal.h"
+#include "platform/process.h"
+
+#include <QLibrary>
+#include <QStringList>
+
+#include <cstdlib>
 
 namespace lexiquill {
 
@@ -13,12 +19,32 @@ bool isDesktopStart(const QString &firstArgument) {
            firstArgument == QLatin1StringView("-NSDocumentRevisionsDebugMode");
 }
 
+/// Without one the graphics library would abort the process.
+bool hasDisplay() {
+    return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
+           qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+}
+
 } // namespace
 
-void AppLauncher::main(const QStringList &arguments) {
+int AppLauncher::main(int argc, char **argv) {
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments += QString::fromUtf8(argv[i]);
     if (arguments.size() >= 2 && !isDesktopStart(arguments[1]))
         CLIHandler::run(arguments.mid(1));
-    terminal::printLine(QStringLiteral("此版本不含图形界面，请在终端中使用：Lexiquill help"));
+    QLibrary library(libraryDirectory() + QStringLiteral("/liblexiquill_desktop.so"));
+    const auto runDesktop = reinterpret_cast<int (*)(int, char **)>(library.resolve("lexiquill_runDesktop"));
+    if (runDesktop == nullptr) {
+        terminal::printLine(QStringLiteral("此版本不含图形界面，请在终端中使用：Lexiquill help"));
+        return EXIT_SUCCESS;
+    }
+    if (!hasDisplay()) {
+        terminal::printLine(
+            QStringLiteral("❌ 没有可用的图形桌面，无法打开窗口。请在终端中使用：Lexiquill help"));
+        return EXIT_FAILURE;
+    }
+    return runDesktop(argc, argv);
 }
 
 } // namespace lexiquill

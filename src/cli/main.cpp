@@ -2,7 +2,7 @@
 #include "cli/terminal.h"
 #include "platform/process.h"
 
-#include <QStringList>
+#include <QString>
 
 #include <cstdlib>
 #include <new>
@@ -18,13 +18,9 @@ int main(int argc, char **argv) {
     lexiquill::prepareProcess();
     qInstallMessageHandler(dropLibraryMessage);
     try {
-        QStringList arguments;
-        for (int i = 0; i < argc; ++i)
-            arguments += QString::fromUtf8(argv[i]);
-        lexiquill::AppLauncher::main(arguments);
+        return lexiquill::AppLauncher::main(argc, argv);
     } catch (const std::bad_alloc &) {
         lexiquill::terminal::printLine(QStringLiteral("❌ 内存不足，操作未完成。"));
         return EXIT_FAILURE;
     }
-    return EXIT_SUCCESS;
 }

@@ -1,0 +1,140 @@
+#include "app/content_view.h"
+
+#include "app/services.h"
+#include "lookup/system_dictionary_service.h"
+#include "storage/spotlight_manager.h"
+#include "storage/storage_manager.h"
+#include "support/server_addresses.h"
+#include "update/update_manager.h"
+
+#include <algorithm>
+#include <chrono>
+
+namespace lexiquill {
+
+using namespace std::chrono_literals;
+
+ContentView::ContentView(Services &services, QObject *parent) : QObject(parent), m_services(services) {
+    connect(&m_services.storage(), &StorageManager::wordsChanged, this, &ContentView::countDueWords);
+    // Words become due as time goes by.
+    m_dueTimer.setInterval(30s);
+    connect(&m_dueTimer, &QTimer::timeout, this, &ContentView::countDueWords);
+    m_dueTimer.start();
+    countDueWords();
+}
+
+ContentView &ContentView::shared() {
+    static auto *const instance = new ContentView(Services::current());
+    return *instance;
+}
+
+ContentView *ContentView::create(QQmlEngine *, QJSEngine *) {
+    QJSEngine::setObjectOwnership(&shared(), QJSEngine::CppOwnership);
+    return &shared();
+}
+
+void ContentView::setSelectedTab(TabItem tab) {
+    if (tab == m_selectedTab)
+        return;
+    m_selectedTab = tab;
+    Q_EMIT selectedTabChanged();
+}
+
+void ContentView::setShowSpotlightAlert(bool isShown) {
+    if (isShown == m_showSpotlightAlert)
+        return;
+    m_showSpotlightAlert = isShown;
+    Q_EMIT showSpotlightAlertChanged();
+}
+
+QString ContentView::serverBase() const {
+    return ServerAddresses::from(m_services.defaults()).server;
+}
+
+QString ContentView::title(TabItem tab) {
+    switch (tab) {
+    case TabItem::Dictionary:
+        return QStringLiteral("查词词典");
+    case TabItem::WeeklyReview:
+        return QStringLiteral("每周复习");
+    case TabItem::History:
+        return QStringLiteral("生词本与历史");
+    case TabItem::Statistics:
+        return QStringLiteral("记忆曲线");
+    }
+    return {};
+}
+
+QString ContentView::iconName(TabItem tab) {
+    switch (tab) {
+    case TabItem::Dictionary:
+        return QStringLiteral("character.book.closed");
+    case TabItem::WeeklyReview:
+        return QStringLiteral("calendar.badge.clock");
+    case TabItem::History:
+        return QStringLiteral("list.bullet.rectangle");
+    case TabItem::Statistics:
+        return QStringLiteral("chart.line.uptrend.xyaxis");
+    }
+    return {};
+}
+
+void ContentView::handleExternalWordLookup(const QString &word) {
+    const QString trimmed = word.trimmed();
+    if (trimmed.isEmpty())
+        return;
+    setSelectedTab(TabItem::Dictionary);
+    setExternalSelectedWord(trimmed);
+    Q_EMIT performExternalLookup(trimmed);
+}
+
+void ContentView::openUrl(const QUrl &url) {
+    const QString host = url.host();
+    // An address without a host has its word last in the path: "lexiquill:apple", "lexiquill:///word/apple".
+    handleExternalWordLookup(host.isEmpty() ? url.path(QUrl::FullyDecoded).section(u'/', -1) : host);
+}
+
+void ContentView::continueSearchActivity(const QString &itemIdentifier) {
+    QString word = itemIdentifier;
+    handleExternalWordLookup(word.remove(QStringLiteral("word:")));
+}
+
+void ContentView::appear() {
+    m_services.updater().checkForUpdates(false);
+}
+
+void ContentView::postFocusSearchInput() {
+    setSelectedTab(TabItem::Dictionary);
+    setExternalSelectedWord({});
+    Q_EMIT focusSearchInput();
+}
+
+void ContentView::postPerformExternalLookup(const QString &text) {
+    handleExternalWordLookup(text);
+}
+
+void ContentView::syncToSpotlight() {}
+
+void ContentView::setExternalSelectedWord(const QString &word) {
+    if (word == m_externalSelectedWord)
+        return;
+    m_externalSelectedWord = word;
+    Q_EMIT externalSelectedWordChanged();
+}
+
+void ContentView::countDueWords() {
+    const QList<WordRecord> &words = m_services.storage().words();
+    const Instant now = Instant::now();
+    const auto count = static_cast<int>(
+        std::ranges::count_if(words, [now](const WordRecord &record) { return record.isDue(now); }));
+    if (count == m_dueCount)
+        return;
+    m_dueCount = count;
+    Q_EMIT dueCountChanged();
+}
+
+void ContentView::finishSpotlight(qsizetype count) {
+    Q_UNUSED(count)
+}
+
+} // namespace lexiquill

@@ -1,0 +1,100 @@
+import QtQuick
+import QtQuick.Window
+import Lexiquill
+
+/// The one window: the sidebar beside the selected screen, and the sheets above them.
+Window {
+    id: window
+
+    readonly property bool isNarrow: width < 720
+
+    title: "Lexiquill"
+    width: 880
+    height: 600
+    minimumWidth: 600
+    minimumHeight: 400
+    color: Theme.ground
+
+    Sidebar {
+        id: sidebar
+
+        anchors.left: parent.left
+        anchors.top: parent.top
+        anchors.bottom: parent.bottom
+        isCollapsed: window.isNarrow
+    }
+    Item {
+        id: detail
+
+        anchors.left: sidebar.right
+        anchors.right: parent.right
+        anchors.top: parent.top
+        anchors.bottom: parent.bottom
+
+        ScreenLoader {
+            tab: ContentView.TabItem.Dictionary
+            screen: "search/SearchScreen.qml"
+        }
+        ScreenLoader {
+            tab: ContentView.TabItem.WeeklyReview
+            screen: "review/WeeklyReviewScreen.qml"
+        }
+        ScreenLoader {
+            tab: ContentView.TabItem.History
+            screen: "wordbook/WordbookScreen.qml"
+        }
+        ScreenLoader {
+            tab: ContentView.TabItem.Statistics
+            screen: "statistics/StatisticsScreen.qml"
+        }
+    }
+
+    SheetLoader {
+        sheet: "sheets/PreferencesSheet.qml"
+        shown: HotKeyManager.showSettingsSheet
+        onDismissed: HotKeyManager.showSettingsSheet = false
+    }
+    SheetLoader {
+        sheet: "sheets/UpdateSheet.qml"
+        shown: UpdateManager.showUpdateSheet
+        onDismissed: UpdateManager.showUpdateSheet = false
+    }
+    SheetLoader {
+        sheet: "sheets/SpotlightAlert.qml"
+        shown: ContentView.showSpotlightAlert
+        onDismissed: ContentView.showSpotlightAlert = false
+    }
+
+    Shortcut {
+        sequence: "Ctrl+U"
+        onActivated: UpdateManager.checkForUpdates(true)
+    }
+    Shortcut {
+        sequence: "Ctrl+,"
+        onActivated: HotKeyManager.showSettingsSheet = true
+    }
+    Shortcut {
+        sequence: "Ctrl+W"
+        onActivated: window.close()
+    }
+    Shortcut {
+        sequence: "Ctrl+Q"
+        onActivated: AppDelegate.terminate()
+    }
+    Shortcut {
+        sequence: "Ctrl+1"
+        onActivated: ContentView.selectedTab = ContentView.TabItem.Dictionary
+    }
+    Shortcut {
+        sequence: "Ctrl+2"
+        onActivated: ContentView.selectedTab = ContentView.TabItem.WeeklyReview
+    }
+    Shortcut {
+        sequence: "Ctrl+3"
+        onActivated: ContentView.selectedTab = ContentView.TabItem.History
+    }
+    Shortcut {
+        sequence: "Ctrl+4"
+        onActivated: ContentView.selectedTab = ContentView.TabItem.Statistics
+    }
+}

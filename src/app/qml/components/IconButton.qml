@@ -1,0 +1,48 @@
+import QtQuick
+import QtQuick.Templates as T
+import Lexiquill
+
+/// A symbol to click. `text` names it for assistive tools and in its help text.
+T.AbstractButton {
+    id: control
+
+    required property string symbol
+    property color tint: Theme.secondaryText
+    property int iconSize: 18
+    /// Help text; the name unless set.
+    property string help: text
+
+    implicitWidth: Theme.controlHeight
+    implicitHeight: Theme.controlHeight
+    focusPolicy: Qt.StrongFocus
+    hoverEnabled: true
+    opacity: enabled ? 1 : 0.4
+    Accessible.role: Accessible.Button
+    Accessible.name: text
+    Accessible.description: help
+    Keys.onReturnPressed: click()
+    Keys.onEnterPressed: click()
+
+    contentItem: Item {
+        SymbolIcon {
+            anchors.centerIn: parent
+            width: control.iconSize
+            height: control.iconSize
+            symbol: control.symbol
+            color: control.tint
+        }
+    }
+    background: Rectangle {
+        radius: Theme.controlRadius
+        color: control.down ? Theme.pressed : control.hovered || control.checked ? Theme.hover : "transparent"
+
+        FocusRing {
+            shown: control.visualFocus
+        }
+    }
+
+    HelpText {
+        text: control.help
+        shown: control.hovered && !control.down
+    }
+}

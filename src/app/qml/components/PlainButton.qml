@@ -1,0 +1,68 @@
+import QtQuick
+import QtQuick.Templates as T
+import Lexiquill
+
+/// Any other action.
+T.Button {
+    id: control
+
+    /// A symbol before the text; empty for none.
+    property string symbol: ""
+    /// Of the text and the symbol.
+    property color tint: Theme.text
+    property color ground: Theme.fill
+    /// The ground below the pointer, and while pressed.
+    property color hoveredGround: Theme.isDark ? "#46464B" : "#DCDCE1"
+    property color pressedGround: Theme.isDark ? "#55555A" : "#CFCFD5"
+
+    implicitWidth: Math.max(implicitContentWidth + leftPadding + rightPadding, Theme.controlHeight)
+    implicitHeight: Math.max(implicitContentHeight + topPadding + bottomPadding, Theme.controlHeight)
+    horizontalPadding: 2 * Theme.unit
+    verticalPadding: 5
+    font.pixelSize: Theme.bodySize
+    focusPolicy: Qt.StrongFocus
+    opacity: enabled ? 1 : 0.45
+    Accessible.name: text
+    Keys.onReturnPressed: click()
+    Keys.onEnterPressed: click()
+
+    contentItem: Item {
+        implicitWidth: row.implicitWidth
+        implicitHeight: row.implicitHeight
+
+        Row {
+            id: row
+
+            anchors.centerIn: parent
+            spacing: 6
+
+            SymbolIcon {
+                anchors.verticalCenter: parent.verticalCenter
+                width: 16
+                height: 16
+                visible: control.symbol !== ""
+                symbol: control.symbol
+                color: control.tint
+            }
+            Text {
+                anchors.verticalCenter: parent.verticalCenter
+                visible: text !== ""
+                width: Math.min(implicitWidth, Math.max(0, control.availableWidth - (control.symbol === "" ? 0 : 22)))
+                text: control.text
+                font: control.font
+                color: control.tint
+                elide: Text.ElideRight
+                textFormat: Text.PlainText
+                renderType: Text.NativeRendering
+            }
+        }
+    }
+    background: Rectangle {
+        radius: Theme.controlRadius
+        color: control.down ? control.pressedGround : control.hovered ? control.hoveredGround : control.ground
+
+        FocusRing {
+            shown: control.visualFocus
+        }
+    }
+}

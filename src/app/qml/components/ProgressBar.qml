@@ -1,0 +1,49 @@
+import QtQuick
+import QtQuick.Templates as T
+import Lexiquill
+
+/// How far some work is; moves to and fro while that is unknown.
+T.ProgressBar {
+    id: control
+
+    property color tint: Theme.accent
+
+    implicitWidth: 160
+    implicitHeight: 6
+
+    background: Rectangle {
+        radius: height / 2
+        color: Theme.fill
+    }
+    contentItem: Item {
+        clip: true
+
+        Rectangle {
+            id: bar
+
+            property real phase: 0
+
+            x: control.indeterminate ? phase * (parent.width - width) : 0
+            width: control.indeterminate ? parent.width * 0.3 : parent.width * control.position
+            height: parent.height
+            radius: height / 2
+            color: control.tint
+
+            SequentialAnimation on phase {
+                running: control.indeterminate && control.visible
+                loops: Animation.Infinite
+
+                NumberAnimation {
+                    to: 1
+                    duration: 900
+                    easing.type: Easing.InOutQuad
+                }
+                NumberAnimation {
+                    to: 0
+                    duration: 900
+                    easing.type: Easing.InOutQuad
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,23 @@
+import QtQuick
+import QtQuick.Templates as T
+import Lexiquill
+
+/// Content of any height in the width of the area. Put one item into it and bind its width to `contentWidth`.
+Flickable {
+    id: area
+
+    clip: true
+    contentWidth: width
+    contentHeight: contentItem.childrenRect.height
+    boundsBehavior: Flickable.StopAtBounds
+    T.ScrollBar.vertical: ThinScrollBar {}
+
+    /// Scrolls as little as needed to show the item.
+    function reveal(item: Item): void {
+        const top = item.mapToItem(area.contentItem, 0, 0).y;
+        if (top < area.contentY)
+            area.contentY = Math.max(0, top - Theme.unit);
+        else if (top + item.height > area.contentY + area.height)
+            area.contentY = Math.min(Math.max(0, area.contentHeight - area.height), top + item.height - area.height + Theme.unit);
+    }
+}

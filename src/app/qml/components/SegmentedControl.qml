@@ -1,0 +1,86 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Lexiquill
+
+/// One choice of a few, side by side.
+T.Control {
+    id: control
+
+    /// The texts of the choices.
+    property list<string> choices
+    property int currentIndex: 0
+    /// What is chosen among, for assistive tools.
+    property string name: ""
+
+    /// The user chose; `currentIndex` is for the owner to change.
+    signal chosen(int index)
+
+    implicitWidth: row.implicitWidth + 4
+    implicitHeight: Theme.controlHeight
+    Accessible.role: Accessible.PageTabList
+    Accessible.name: name
+
+    background: Rectangle {
+        radius: Theme.controlRadius
+        color: Theme.fill
+    }
+    contentItem: Item {
+        Row {
+            id: row
+
+            x: 2
+            y: 2
+            height: parent.height - 4
+
+            Repeater {
+                model: control.choices
+
+                T.AbstractButton {
+                    id: segment
+
+                    required property int index
+                    required property string modelData
+
+                    width: control.width > 0 ? Math.max(implicitWidth, (control.width - 4) / control.choices.length) : implicitWidth
+                    implicitWidth: label.implicitWidth + 24
+                    height: row.height
+                    text: modelData
+                    checked: index === control.currentIndex
+                    focusPolicy: Qt.StrongFocus
+                    Accessible.role: Accessible.RadioButton
+                    Accessible.name: text
+                    Accessible.checked: checked
+                    onClicked: control.chosen(index)
+                    Keys.onLeftPressed: if (index > 0)
+                        nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
+                    Keys.onRightPressed: if (index < control.choices.length - 1)
+                        nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
+                    Keys.onReturnPressed: click()
+
+                    background: Rectangle {
+                        radius: Theme.controlRadius - 2
+                        color: segment.checked ? (Theme.isDark ? "#636368" : "#FFFFFF") : segment.hovered ? Theme.hover : "transparent"
+
+                        FocusRing {
+                            shown: segment.visualFocus
+                        }
+                    }
+                    contentItem: Text {
+                        id: label
+
+                        text: segment.text
+                        color: Theme.text
+                        font.pixelSize: Theme.bodySize - 1
+                        font.weight: segment.checked ? Font.DemiBold : Font.Normal
+                        horizontalAlignment: Text.AlignHCenter
+                        verticalAlignment: Text.AlignVCenter
+                        elide: Text.ElideRight
+                        textFormat: Text.PlainText
+                    }
+                }
+            }
+        }
+    }
+}

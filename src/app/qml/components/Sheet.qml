@@ -1,0 +1,91 @@
+import QtQuick
+import QtQuick.Templates as T
+import Lexiquill
+
+/// A modal sheet inside the window on a dimmed ground. Escape and its closing button ask to close it.
+T.Popup {
+    id: sheet
+
+    /// The heading, and the sheet's name for assistive tools.
+    property string title: ""
+    property bool closable: true
+    default property alias body: inner.data
+
+    /// The user wants to close the sheet; whoever shows it changes what it is shown by.
+    signal dismissed
+
+    parent: T.Overlay.overlay
+    anchors.centerIn: parent
+    width: Math.min(480, parent ? parent.width - 4 * Theme.unit : 480)
+    height: Math.min(implicitHeight, parent ? parent.height - 4 * Theme.unit : implicitHeight)
+    implicitHeight: header.height + inner.childrenRect.height + 5 * Theme.unit
+    padding: 0
+    modal: true
+    focus: true
+    closePolicy: T.Popup.NoAutoClose
+    T.Overlay.modal: Rectangle {
+        color: Theme.dim
+    }
+
+    background: Rectangle {
+        radius: Theme.radius
+        color: Theme.sheet
+        border.width: 1
+        border.color: Theme.separator
+    }
+    contentItem: FocusScope {
+        focus: true
+        Accessible.role: Accessible.Dialog
+        Accessible.name: sheet.title
+        Keys.onEscapePressed: if (sheet.closable)
+            sheet.dismissed()
+
+        Item {
+            id: header
+
+            width: parent.width
+            height: sheet.title === "" ? 0 : 6 * Theme.unit
+
+            ThemedText {
+                anchors.left: parent.left
+                anchors.leftMargin: 3 * Theme.unit
+                anchors.right: close.left
+                anchors.verticalCenter: parent.verticalCenter
+                anchors.verticalCenterOffset: 4
+                role: ThemedText.Heading
+                text: sheet.title
+                elide: Text.ElideRight
+            }
+            IconButton {
+                id: close
+
+                anchors.right: parent.right
+                anchors.rightMargin: 2 * Theme.unit
+                anchors.verticalCenter: parent.verticalCenter
+                anchors.verticalCenterOffset: 4
+                visible: sheet.title !== "" && sheet.closable
+                symbol: "xmark"
+                iconSize: 15
+                text: "关闭"
+                onClicked: sheet.dismissed()
+            }
+        }
+        ScrollArea {
+            anchors.top: header.bottom
+            anchors.topMargin: sheet.title === "" ? 3 * Theme.unit : Theme.unit
+            anchors.bottom: parent.bottom
+            anchors.bottomMargin: 3 * Theme.unit
+            anchors.left: parent.left
+            anchors.right: parent.right
+            contentHeight: inner.childrenRect.height
+
+            Item {
+                id: inner
+
+                x: 3 * Theme.unit
+                width: parent.width - 6 * Theme.unit
+                height: childrenRect.height
+            }
+        }
+    }
+}

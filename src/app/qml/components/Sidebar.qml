@@ -1,0 +1,75 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Lexiquill
+
+/// The four tabs, and below them what concerns the whole window.
+Rectangle {
+    id: sidebar
+
+    /// Symbols only.
+    property bool isCollapsed: false
+
+    width: isCollapsed ? 56 : 200
+    color: Theme.sidebarGround
+
+    Column {
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: parent.top
+        anchors.margins: Theme.unit
+        anchors.topMargin: 2 * Theme.unit
+        spacing: 2
+
+        Repeater {
+            model: [ContentView.TabItem.Dictionary, ContentView.TabItem.WeeklyReview, ContentView.TabItem.History, ContentView.TabItem.Statistics]
+
+            SidebarRow {
+                required property int modelData
+
+                width: parent?.width ?? 0
+                isCollapsed: sidebar.isCollapsed
+                text: ContentView.title(modelData)
+                symbol: ContentView.iconName(modelData)
+                checked: ContentView.selectedTab === modelData
+                badge: modelData === ContentView.TabItem.WeeklyReview && ContentView.dueCount > 0 ? ContentView.dueCount.toString() : ""
+                onClicked: ContentView.selectedTab = modelData
+            }
+        }
+    }
+    Column {
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.bottom: parent.bottom
+        anchors.margins: Theme.unit
+        spacing: 2
+
+        SidebarRow {
+            width: parent.width
+            isCollapsed: sidebar.isCollapsed
+            isQuiet: true
+            symbol: "sparkle.magnifyingglass"
+            text: "同步 Spotlight"
+            help: "将当前生词本及核心考点词库建立系统 Spotlight 索引"
+            enabled: !ContentView.isIndexingSpotlight
+            onClicked: ContentView.syncToSpotlight()
+        }
+        SidebarRow {
+            width: parent.width
+            isCollapsed: sidebar.isCollapsed
+            isQuiet: true
+            symbol: "arrow.down.circle"
+            text: "检查更新..."
+            help: "检查远程 OTA 升级 (" + ContentView.serverBase + ")"
+            onClicked: UpdateManager.checkForUpdates(true)
+        }
+        SidebarRow {
+            width: parent.width
+            isCollapsed: sidebar.isCollapsed
+            isQuiet: true
+            symbol: "keyboard"
+            text: "全局快捷键: " + HotKeyManager.currentShortcut.symbolString + " (点击自定义)"
+            onClicked: HotKeyManager.showSettingsSheet = true
+        }
+    }
+}

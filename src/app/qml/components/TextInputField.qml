@@ -1,0 +1,57 @@
+import QtQuick
+import QtQuick.Templates as T
+import Lexiquill
+
+/// One line of text to type.
+T.TextField {
+    id: control
+
+    /// A symbol inside the field, before the text; empty for none.
+    property string symbol: ""
+
+    implicitWidth: 200
+    implicitHeight: Math.max(contentHeight + topPadding + bottomPadding, Theme.controlHeight)
+    leftPadding: symbol === "" ? 10 : 34
+    rightPadding: 10
+    topPadding: 5
+    bottomPadding: 5
+    color: Theme.text
+    placeholderTextColor: Theme.tertiaryText
+    selectionColor: Theme.accent
+    selectedTextColor: "#FFFFFF"
+    font.pixelSize: Theme.bodySize
+    verticalAlignment: TextInput.AlignVCenter
+    selectByMouse: true
+    opacity: enabled ? 1 : 0.5
+    maximumLength: 1024
+    Accessible.name: placeholderText
+
+    background: Rectangle {
+        radius: Theme.controlRadius
+        color: Theme.field
+        border.width: control.activeFocus ? 2 : 1
+        border.color: control.activeFocus ? Theme.accent : Theme.fieldBorder
+    }
+
+    Text {
+        x: control.leftPadding
+        width: control.width - control.leftPadding - control.rightPadding
+        height: control.height
+        visible: control.length === 0 && control.preeditText === ""
+        text: control.placeholderText
+        color: control.placeholderTextColor
+        font: control.font
+        elide: Text.ElideRight
+        verticalAlignment: Text.AlignVCenter
+        textFormat: Text.PlainText
+    }
+    SymbolIcon {
+        x: 10
+        anchors.verticalCenter: parent.verticalCenter
+        width: 17
+        height: 17
+        visible: control.symbol !== ""
+        symbol: control.symbol
+        color: Theme.secondaryText
+    }
+}

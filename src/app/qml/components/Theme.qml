@@ -1,0 +1,79 @@
+pragma Singleton
+
+import QtQuick
+import Lexiquill
+
+/// Colours, distances and type sizes, in light and dark.
+QtObject {
+    id: theme
+
+    readonly property bool isDark: DesktopAppearance.isDark
+
+    readonly property color blue: "#0A84FF"
+    readonly property color green: "#34C759"
+    readonly property color purple: "#AF52DE"
+    readonly property color orange: "#FF9500"
+    readonly property color red: "#FF3B30"
+    readonly property color gray: isDark ? "#98989D" : "#8E8E93"
+    readonly property color accent: blue
+
+    /// The ground of the detail area, and what lies on it.
+    readonly property color ground: isDark ? "#1E1E20" : "#F5F5F7"
+    readonly property color sidebarGround: isDark ? "#26262A" : "#ECECEF"
+    readonly property color card: isDark ? "#2C2C2F" : "#FFFFFF"
+    readonly property color sheet: isDark ? "#2A2A2D" : "#FBFBFC"
+    readonly property color field: isDark ? "#38383C" : "#FFFFFF"
+    readonly property color fieldBorder: isDark ? "#4A4A4F" : "#D6D6DB"
+    readonly property color fill: isDark ? "#3A3A3E" : "#E6E6EA"
+    readonly property color hover: isDark ? Qt.rgba(1, 1, 1, 0.07) : Qt.rgba(0, 0, 0, 0.05)
+    readonly property color pressed: isDark ? Qt.rgba(1, 1, 1, 0.13) : Qt.rgba(0, 0, 0, 0.1)
+    readonly property color separator: isDark ? Qt.rgba(1, 1, 1, 0.1) : Qt.rgba(0, 0, 0, 0.09)
+    readonly property color dim: Qt.rgba(0, 0, 0, isDark ? 0.5 : 0.32)
+
+    readonly property color text: isDark ? "#F2F2F4" : "#1D1D1F"
+    readonly property color secondaryText: isDark ? "#A6A6AC" : "#6A6A70"
+    readonly property color tertiaryText: isDark ? "#7C7C82" : "#98989E"
+    readonly property color selection: isDark ? Qt.rgba(0.04, 0.52, 1, 0.28) : Qt.rgba(0.04, 0.52, 1, 0.14)
+
+    readonly property int unit: 8
+    readonly property int radius: 12
+    readonly property int controlRadius: 8
+    readonly property int controlHeight: 32
+    readonly property int motion: 150
+
+    readonly property int headwordSize: 28
+    readonly property int titleSize: 20
+    readonly property int headingSize: 16
+    readonly property int bodySize: 14
+    readonly property int captionSize: 12
+    readonly property int smallSize: 11
+    readonly property real lineHeight: 1.35
+
+    /// The colour of a badge; gray for an unknown name.
+    function badgeColor(name: string): color {
+        switch (name) {
+        case "blue":
+            return theme.blue;
+        case "green":
+            return theme.green;
+        case "purple":
+            return theme.purple;
+        case "orange":
+            return theme.orange;
+        case "red":
+            return theme.red;
+        default:
+            return theme.gray;
+        }
+    }
+
+    /// A faint version of a colour, as a ground for text in it.
+    function tint(base: color): color {
+        return Qt.rgba(base.r, base.g, base.b, theme.isDark ? 0.22 : 0.12);
+    }
+
+    /// The colour with enough contrast for text on its own tint.
+    function onTint(base: color): color {
+        return theme.isDark ? Qt.lighter(base, 1.25) : Qt.darker(base, 1.35);
+    }
+}

@@ -1,0 +1,51 @@
+import QtQuick
+import QtQuick.Templates as T
+import Lexiquill
+
+/// Something to switch on and off, with its label.
+T.Switch {
+    id: control
+
+    implicitWidth: 38 + (text === "" ? 0 : Theme.unit + label.implicitWidth)
+    implicitHeight: Math.max(24, label.implicitHeight)
+    focusPolicy: Qt.StrongFocus
+    opacity: enabled ? 1 : 0.45
+    Accessible.name: text
+
+    indicator: Rectangle {
+        anchors.verticalCenter: parent.verticalCenter
+        width: 38
+        height: 22
+        radius: 11
+        color: control.checked ? Theme.green : Theme.isDark ? "#5A5A5F" : "#D1D1D6"
+
+        Rectangle {
+            x: control.checked ? 18 : 2
+            y: 2
+            width: 18
+            height: 18
+            radius: 9
+            color: "#FFFFFF"
+
+            Behavior on x {
+                NumberAnimation {
+                    duration: 120
+                }
+            }
+        }
+        FocusRing {
+            radius: 13
+            shown: control.visualFocus
+        }
+    }
+    contentItem: Text {
+        id: label
+
+        leftPadding: 38 + Theme.unit
+        text: control.text
+        color: Theme.text
+        font.pixelSize: Theme.bodySize
+        verticalAlignment: Text.AlignVCenter
+        textFormat: Text.PlainText
+    }
+}

@@ -1,0 +1,6 @@
+import QtQuick
+import Lexiquill
+
+Sheet {
+    title: "多端同步"
+}

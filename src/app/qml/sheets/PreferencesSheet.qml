@@ -1,0 +1,6 @@
+import QtQuick
+import Lexiquill
+
+Sheet {
+    title: "偏好设置"
+}

@@ -1,0 +1,100 @@
+// Usage: screenshot [--screen NAME] [--size WIDTHxHEIGHT] [--scale FACTOR] [--dark] [--wordbook FILE] [--wait
+// MS] OUTPUT.png Draws the main window as it stands after a moment, without a display, into a picture. NAME
+// is a tab (dictionary, weeklyReview, history, statistics) or a sheet (preferences, account, update). With
+// several pictures in mind, run it several times: every run has services and a wordbook of its own.
+
+#include "app/content_view.h"
+#include "app/desktop_appearance.h"
+#include "app/lexiquill_app.h"
+#include "app/test_services.h"
+
+#include <QCommandLineParser>
+#include <QFile>
+#include <QGuiApplication>
+#include <QQmlApplicationEngine>
+#include <QQuickWindow>
+#include <QTimer>
+
+#include <cstdio>
+
+using namespace lexiquill;
+
+namespace {
+
+/// Selects the tab, or opens the sheet, of that name.
+bool show(const QString &screen, Services &services) {
+    const QMetaEnum tabs = QMetaEnum::fromType<ContentView::TabItem>();
+    const QByteArray name = screen.left(1).toUpper().toLatin1() + screen.mid(1).toLatin1();
+    bool isTab = false;
+    const int tab = tabs.keyToValue(name.constData(), &isTab);
+    if (isTab)
+        ContentView::shared().setSelectedTab(static_cast<ContentView::TabItem>(tab));
+    else if (screen == QLatin1StringView("preferences"))
+        services.hotKeys().setShowSettingsSheet(true);
+    else if (screen == QLatin1StringView("update"))
+        services.updater().setShowUpdateSheet(true);
+    else
+        return false;
+    return true;
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_QUICK_BACKEND", "software");
+    // The scale factor must be known before there is an application.
+    for (int i = 1; i + 1 < argc; ++i) {
+        if (qstrcmp(argv[i], "--scale") == 0)
+            qputenv("QT_SCALE_FACTOR", argv[i + 1]);
+    }
+    QGuiApplication application(argc, argv);
+    LexiquillApp::setUpApplication();
+
+    QCommandLineParser parser;
+    const QCommandLineOption screen(QStringLiteral("screen"), {}, QStringLiteral("NAME"),
+                                    QStringLiteral("dictionary"));
+    const QCommandLineOption size(QStringLiteral("size"), {}, QStringLiteral("WxH"),
+                                  QStringLiteral("880x600"));
+    const QCommandLineOption scale(QStringLiteral("scale"), {}, QStringLiteral("FACTOR"));
+    const QCommandLineOption dark(QStringLiteral("dark"));
+    const QCommandLineOption wordbook(QStringLiteral("wordbook"), {}, QStringLiteral("FILE"));
+    const QCommandLineOption wait(QStringLiteral("wait"), {}, QStringLiteral("MS"), QStringLiteral("600"));
+    parser.addOptions({screen, size, scale, dark, wordbook, wait});
+    parser.addPositionalArgument(QStringLiteral("output"), {});
+    parser.process(application);
+    if (parser.positionalArguments().size() != 1)
+        parser.showHelp(EXIT_FAILURE);
+
+    QByteArray words;
+    if (parser.isSet(wordbook)) {
+        QFile file(parser.value(wordbook));
+        if (!file.open(QIODevice::ReadOnly)) {
+            std::fprintf(stderr, "cannot read the wordbook\n");
+            return EXIT_FAILURE;
+        }
+        words = file.readAll();
+    }
+    TestServices services(words);
+    Services::setCurrent(&services);
+    DesktopAppearance::shared().setPreference(parser.isSet(dark));
+    QQmlApplicationEngine engine;
+    LexiquillApp::prepare(engine);
+    engine.load(LexiquillApp::mainWindowUrl());
+    if (engine.rootObjects().isEmpty() || !show(parser.value(screen), services)) {
+        std::fprintf(stderr, "no such screen\n");
+        return EXIT_FAILURE;
+    }
+    auto *const window = qobject_cast<QQuickWindow *>(engine.rootObjects().constFirst());
+    const QStringList sides = parser.value(size).split(u'x');
+    window->resize(sides.value(0).toInt(), sides.value(1).toInt());
+    window->show();
+    int status = EXIT_FAILURE;
+    QTimer::singleShot(parser.value(wait).toInt(), &application, [&] {
+        if (window->grabWindow().save(parser.positionalArguments().constFirst()))
+            status = EXIT_SUCCESS;
+        QCoreApplication::quit();
+    });
+    QGuiApplication::exec();
+    return status;
+}

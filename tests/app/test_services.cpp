@@ -1,0 +1,28 @@
+#include "app/test_services.h"
+
+#include <QFile>
+
+namespace lexiquill {
+
+TestServices::TestServices(const QByteArray &wordbook)
+    : m_updater({.http = m_http,
+                 .updateCheckURL = QUrl(QStringLiteral("http://127.0.0.1:9/version.json")),
+                 .currentVersion = QStringLiteral("1.0.0"),
+                 .currentBuild = QStringLiteral("1"),
+                 .installation = {},
+                 .platform = ScriptPlatform::Linux,
+                 .quit = [](int) {},
+                 .directory = m_directory.path()}) {
+    const QString storageFile = path(QStringLiteral("vocabulary.json"));
+    if (!wordbook.isNull()) {
+        QFile file(storageFile);
+        if (file.open(QIODevice::WriteOnly))
+            file.write(wordbook);
+    }
+    m_storage = std::make_unique<StorageManager>(StorageManager::Dependencies{.storageFile = storageFile,
+                                                                              .defaults = m_defaults,
+                                                                              .dictionary = m_offline,
+                                                                              .spotlight = m_spotlight});
+}
+
+} // namespace lexiquill

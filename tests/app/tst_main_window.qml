@@ -1,0 +1,40 @@
+import QtQuick
+import QtTest
+import Lexiquill
+
+TestCase {
+    id: tests
+
+    name: "MainWindow"
+    when: window !== null
+
+    property var window: null
+
+    Component {
+        id: mainWindow
+
+        MainWindow {}
+    }
+
+    function initTestCase() {
+        window = createTemporaryObject(mainWindow, null);
+        window.show();
+        verify(waitForRendering(window.contentItem));
+    }
+
+    function test_shortcuts_select_the_tabs_data() {
+        return [
+            {tag: "review", key: Qt.Key_2, tab: ContentView.TabItem.WeeklyReview},
+            {tag: "wordbook", key: Qt.Key_3, tab: ContentView.TabItem.History},
+            {tag: "statistics", key: Qt.Key_4, tab: ContentView.TabItem.Statistics},
+            {tag: "search", key: Qt.Key_1, tab: ContentView.TabItem.Dictionary}
+        ];
+    }
+
+    function test_shortcuts_select_the_tabs(row) {
+        window.requestActivate();
+        tryCompare(window, "active", true);
+        keyClick(row.key, Qt.ControlModifier);
+        compare(ContentView.selectedTab, row.tab);
+    }
+}
