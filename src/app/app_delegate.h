@@ -14,8 +14,6 @@ class AppDelegate : public QObject {
     QML_SINGLETON
 
 public:
-    explicit AppDelegate(QObject *parent = nullptr) : QObject(parent) {}
-
     static AppDelegate &shared();
     static AppDelegate *create(QQmlEngine *engine, QJSEngine *scripts);
 
@@ -27,6 +25,9 @@ public:
     Q_INVOKABLE void terminate();
 
 private:
+    /// Private, or else the engine would make an instance of its own.
+    AppDelegate() = default;
+
     QPointer<QQuickWindow> m_mainWindow;
 };
 

@@ -15,7 +15,7 @@ bool isPaletteDark() {
 
 } // namespace
 
-DesktopAppearance::DesktopAppearance(QObject *parent) : QObject(parent) {
+DesktopAppearance::DesktopAppearance() {
     qGuiApp->installEventFilter(this);
     update();
 }

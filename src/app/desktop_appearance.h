@@ -15,8 +15,6 @@ class DesktopAppearance : public QObject {
     Q_PROPERTY(bool isDark READ isDark NOTIFY isDarkChanged)
 
 public:
-    explicit DesktopAppearance(QObject *parent = nullptr);
-
     static DesktopAppearance &shared();
     static DesktopAppearance *create(QQmlEngine *engine, QJSEngine *scripts);
 
@@ -30,6 +28,9 @@ Q_SIGNALS:
     void isDarkChanged();
 
 private:
+    /// Private, or else the engine would make an instance of its own.
+    DesktopAppearance();
+
     void update();
 
     std::optional<bool> m_preference;

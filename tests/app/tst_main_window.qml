@@ -6,7 +6,6 @@ TestCase {
     id: tests
 
     name: "MainWindow"
-    when: window !== null
 
     property var window: null
 
@@ -17,9 +16,13 @@ TestCase {
     }
 
     function initTestCase() {
-        window = createTemporaryObject(mainWindow, null);
+        window = mainWindow.createObject(null);
         window.show();
         verify(waitForRendering(window.contentItem));
+    }
+
+    function cleanupTestCase() {
+        window.destroy();
     }
 
     function test_shortcuts_select_the_tabs_data() {

@@ -21,7 +21,7 @@ T.ProgressBar {
         Rectangle {
             id: bar
 
-            property real phase: 0
+            property real phase
 
             x: control.indeterminate ? phase * (parent.width - width) : 0
             width: control.indeterminate ? parent.width * 0.3 : parent.width * control.position

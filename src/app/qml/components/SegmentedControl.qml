@@ -57,7 +57,7 @@ T.Control {
                         nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
                     Keys.onRightPressed: if (index < control.choices.length - 1)
                         nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
-                    Keys.onReturnPressed: click()
+                    Keys.onReturnPressed: segment.clicked()
 
                     background: Rectangle {
                         radius: Theme.controlRadius - 2
