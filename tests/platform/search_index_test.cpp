@@ -40,7 +40,8 @@ QList<SearchItem> sampleItems() {
             item(text("apply"), text("v. 申请 \"100%\" (to)")),
             item(text("café"), text("n. 咖啡馆")),
             item(text("ice cream"), text("冰淇淋")),
-            item(text("果"), text("fruit"))};
+            item(text("果"), text("fruit")),
+            item(text("e\u0301lan  vital"), text("𬬻；Ｔ恤 ﬁt"))};
 }
 
 /// An index file in a directory of its own.
@@ -145,6 +146,10 @@ private Q_SLOTS:
                 "单词生词本 | \n"
                 "名词 ˈpaɪ | pineapple\n"
                 "noun 苹果 | Apple\n"
+                "𬬻 | e\u0301lan  vital\n"
+                "Ｔ恤 | e\u0301lan  vital\n"
+                "T恤 fit | e\u0301lan  vital\n"
+                "ＥＬＡＮ | e\u0301lan  vital\n"
                 "request | application\n"
                 "equest | \n"
                 "\"apple\" | apple pie,Apple\n"
@@ -189,6 +194,7 @@ private Q_SLOTS:
         QCOMPARE(database->find({QStringLiteral("apple")}, 5).at(0).rank, SearchDatabase::Rank::Exact);
         QCOMPARE(database->find({QStringLiteral("apple")}, 5).at(1).rank, SearchDatabase::Rank::Prefix);
         QCOMPARE(database->find({text("树")}, 5).at(0).rank, SearchDatabase::Rank::Other);
+        QCOMPARE(database->find({text("élan vital")}, 5).at(0).rank, SearchDatabase::Rank::Exact);
     }
 
     void replacesAndRemoves() {
@@ -249,7 +255,7 @@ private Q_SLOTS:
         else if (kind == QStringLiteral("another program's"))
             file.patch(68, "mine");
         else if (kind == QStringLiteral("newer version"))
-            file.patch(60, QByteArray("\0\0\0\2", 4));
+            file.patch(60, QByteArray("\0\0\0\3", 4));
         else if (kind == QStringLiteral("missing table"))
             writeFile(file.path(), readFile(file.path()).replace("search_data", "search_atad"));
 

@@ -30,11 +30,18 @@ QString trimmedToWord(const QString &term) {
 
 } // namespace
 
+QString comparable(const QString &text) {
+    QString result;
+    for (const char32_t character : text.normalized(QString::NormalizationForm_KC).toStdU32String())
+        result += QChar::isPrint(character) ? QString::fromUcs4(&character, 1) : QStringLiteral(" ");
+    return result.simplified();
+}
+
 QString segmented(const QString &text) {
     QString result;
     result.reserve(text.size() * 2);
     bool isBehindHan = false;
-    for (const char32_t character : text.toStdU32String()) {
+    for (const char32_t character : text.normalized(QString::NormalizationForm_KC).toStdU32String()) {
         if (isHan(character)) {
             result += u' ' + QString::fromUcs4(&character, 1) + u' ';
             isBehindHan = true;
@@ -58,10 +65,7 @@ QString normalizedQuery(const QStringList &terms) {
             return {};
         query += u' ' + term;
     }
-    query = query.normalized(QString::NormalizationForm_KC);
-    std::replace_if(
-        query.begin(), query.end(), [](QChar character) { return !character.isPrint(); }, u' ');
-    return query.simplified();
+    return comparable(query);
 }
 
 QString matchExpression(const QString &query) {

@@ -15,7 +15,7 @@ namespace {
 /// "LXIQ"; tells our files from those of other programs.
 constexpr qint64 applicationId = 0x4c584951;
 /// Of the tables and of how texts are split into words. A file of another version is made anew.
-constexpr qint64 schemaVersion = 1;
+constexpr qint64 schemaVersion = 2;
 
 /// A process that finds the log this long writes it back. The next process reads all of the log when it is
 /// the only one, which takes less than 1 ms then.
@@ -97,7 +97,7 @@ void putAll(const Connection &connection, const QList<SearchItem> &items) {
         removal.run(item.identifier);
         insertItem.bind(1, item.identifier)
             .bind(2, item.domain)
-            .bind(3, item.title.toLower())
+            .bind(3, comparable(item.title).toLower())
             .bind(4, item.title)
             .bind(5, item.displayName)
             .bind(6, item.contentDescription)
