@@ -26,8 +26,8 @@ void write(QString text) {
 } // namespace
 
 void printLine(const QString &text) {
-    write(text);
-    std::fputc('\n', stdout);
+    // In one piece, for other threads print lines, too.
+    write(text + u'\n');
 }
 
 void printLine(std::initializer_list<QStringView> pieces) {
