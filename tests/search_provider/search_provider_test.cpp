@@ -127,6 +127,16 @@ class SearchProviderTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    /// GNOME passes over a provider whose program it does not show in its menus.
+    void programIsShown() {
+        const QString id = entry("com.lexiquill.Lexiquill.search-provider.ini", "DesktopId");
+        const QByteArray file =
+            readFile(QStringLiteral(LEXIQUILL_DATA_DIRECTORY "/applications/") + id).prepend('\n');
+        QVERIFY(file.contains("\nExec="));
+        for (const char *const key : {"NoDisplay", "Hidden", "OnlyShowIn", "NotShowIn", "TryExec"})
+            QVERIFY2(!file.contains(QByteArray("\n") + key + '='), key);
+    }
+
     /// Started by the first call, without an index: the words come from the wordbook.
     void gnomeSearch() {
         const Session session;
