@@ -18,6 +18,8 @@ namespace {
 constexpr qint64 largestFile = qint64{16} << 20;
 /// After so many milliseconds nobody is still writing a file.
 constexpr qint64 abandonedAfter = 3'600'000;
+/// How many milliseconds a file may be ahead of the clock, as on a disk in the network.
+constexpr qint64 clockTolerance = 60'000;
 const QString temporarySuffix = QStringLiteral(".tmp");
 
 QByteArray hexHash(const QByteArray &bytes) {
@@ -83,20 +85,25 @@ void AnswerStore::makeRoom() const {
         qint64 size;
     };
     // Each is looked at once, for others may be replacing them.
+    const qint64 now = QDateTime::currentMSecsSinceEpoch();
     QList<File> files;
     for (QDirIterator iterator(m_directory, QDir::Files | QDir::Hidden | QDir::System); iterator.hasNext();) {
         const QFileInfo info(iterator.next());
-        files += File{info.filePath(), info.lastModified().toMSecsSinceEpoch(), info.size()};
+        const qint64 modified = info.lastModified().toMSecsSinceEpoch();
+        // The clock was wrong then, and what is new now must not always be the first to go.
+        const bool isFromFuture = modified - now > clockTolerance;
+        files += File{info.filePath(), isFromFuture ? 0 : modified, info.size()};
     }
     std::sort(files.begin(), files.end(),
               [](const File &a, const File &b) { return a.modified > b.modified; });
     qint64 size = 0;
-    const qint64 now = QDateTime::currentMSecsSinceEpoch();
     for (const File &file : std::as_const(files)) {
-        size += file.size;
         const bool isLeftBehind = file.path.endsWith(temporarySuffix) && now - file.modified > abandonedAfter;
-        if (size > m_mostBytes || isLeftBehind)
+        // A file too large by itself does not take the others with it.
+        if (isLeftBehind || file.size > m_mostBytes - size)
             QFile::remove(file.path);
+        else
+            size += file.size;
     }
 }
 

@@ -137,6 +137,23 @@ private Q_SLOTS:
         QVERIFY(!left.exists());
     }
 
+    void whatDoesNotBelongThere() {
+        const QTemporaryDir directory;
+        const AnswerStore store(directory.path(), 10'000);
+        store.keep(url(QStringLiteral("a")), "x");
+        const auto put = [&](const char *name, qint64 size, qint64 secondsFromNow) {
+            QFile file(directory.filePath(QString::fromLatin1(name)));
+            const QDateTime time = QDateTime::currentDateTimeUtc().addSecs(secondsFromNow);
+            return file.open(QIODevice::WriteOnly) && file.resize(size) &&
+                   file.setFileTime(time, QFileDevice::FileModificationTime);
+        };
+        // From a time when the clock was ahead; small enough to stay until room is needed.
+        QVERIFY(put("future", 9'000, 1'000'000) && put("huge", 20'000, 10));
+        store.keep(url(QStringLiteral("b")), QByteArray(1'000, 'x'));
+        QVERIFY(store.find(url(QStringLiteral("a"))) && store.find(url(QStringLiteral("b"))));
+        QCOMPARE(files(directory.path()).size(), 2);
+    }
+
     void manyProcesses() {
         const QTemporaryDir directory;
         const AnswerStore store(directory.path(), 200'000);
