@@ -1,5 +1,7 @@
 #include "lookup/dictionary_source_mode.h"
 
+#include "support/json_value.h"
+
 namespace lexiquill {
 
 namespace {
@@ -20,6 +22,16 @@ std::optional<DictionarySourceMode> dictionarySourceModeFromRawValue(QStringView
             return mode;
     }
     return std::nullopt;
+}
+
+QByteArray encodeDictionarySourceMode(DictionarySourceMode mode) {
+    return '"' + rawValue(mode).toUtf8() + '"';
+}
+
+std::optional<DictionarySourceMode> decodeDictionarySourceMode(const QByteArray &json) {
+    const auto document = JsonDocument::parse(json);
+    const auto text = document ? document->root().text() : std::nullopt;
+    return text ? dictionarySourceModeFromRawValue(*text) : std::nullopt;
 }
 
 QString title(DictionarySourceMode mode) {

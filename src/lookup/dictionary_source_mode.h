@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QObject>
 #include <QString>
 #include <QStringView>
@@ -22,6 +23,15 @@ inline constexpr std::array allDictionarySourceModes{DictionarySourceMode::Youda
 QString rawValue(DictionarySourceMode mode);
 /// Nothing for any text that is not exactly a raw value.
 std::optional<DictionarySourceMode> dictionarySourceModeFromRawValue(QStringView text);
+
+/// Identity in lists: the raw value.
+inline QString id(DictionarySourceMode mode) {
+    return rawValue(mode);
+}
+/// The raw value as a JSON string.
+QByteArray encodeDictionarySourceMode(DictionarySourceMode mode);
+/// Nothing when the text is not the JSON string of a raw value.
+std::optional<DictionarySourceMode> decodeDictionarySourceMode(const QByteArray &json);
 
 /// Texts for the source pickers; `iconName` is a symbol name of the icon set.
 QString title(DictionarySourceMode mode);

@@ -2,11 +2,35 @@
 
 #include "network/http_transfer.h"
 #include "network/transport_error.h"
+#include "support/server_addresses.h"
 
 #include <QNetworkAccessManager>
 #include <QNetworkProxy>
 
+#include <algorithm>
+#include <iterator>
+
 namespace lexiquill {
+
+namespace {
+
+/// The proxies that the user has named in the environment; none for this machine. The system is not asked
+/// otherwise, for that can take seconds.
+class UserProxies final : public QNetworkProxyFactory {
+public:
+    QList<QNetworkProxy> queryProxy(const QNetworkProxyQuery &query) override {
+        const bool isNamed =
+            std::any_of(std::begin(variables), std::end(variables), qEnvironmentVariableIsSet);
+        if (!isNamed || isLoopbackHost(query.peerHostName()))
+            return {QNetworkProxy(QNetworkProxy::NoProxy)};
+        return systemProxyForQuery(query);
+    }
+
+private:
+    static constexpr const char *variables[] = {"https_proxy", "HTTPS_PROXY", "all_proxy", "ALL_PROXY"};
+};
+
+} // namespace
 
 HttpClient::HttpClient(std::optional<AnswerStore> store, QObject *parent)
     : QObject(parent),
@@ -19,7 +43,7 @@ HttpClient::~HttpClient() {
 QNetworkAccessManager &HttpClient::network() {
     if (!m_network) {
         m_network = std::make_unique<QNetworkAccessManager>();
-        m_network->setProxy(QNetworkProxy(QNetworkProxy::NoProxy));
+        m_network->setProxyFactory(new UserProxies);
         m_network->setAutoDeleteReplies(false);
     }
     return *m_network;

@@ -48,8 +48,7 @@ private:
 /// A JSON text that has been checked and read as a whole.
 class JsonDocument {
 public:
-    /// Nothing when the text is no JSON: not well-formed, not UTF-8, nested deeper than 512 levels, or with a
-    /// number beyond 64 bits.
+    /// Nothing when the text is no JSON: not well-formed, not UTF-8, or nested deeper than 512 levels.
     static std::optional<JsonDocument> parse(const QByteArray &text);
 
     JsonValue root() const { return JsonValue(m_root); }

@@ -8,13 +8,6 @@ namespace lexiquill {
 
 namespace {
 
-bool isLoopback(const QString &host) {
-    // QUrl has brought every way of writing an address into this form.
-    static const QRegularExpression address(QStringLiteral("^127\\.\\d{1,3}\\.\\d{1,3}\\.\\d{1,3}$"));
-    return host == QLatin1StringView("localhost") || host == QLatin1StringView("::1") ||
-           address.match(host).hasMatch();
-}
-
 std::optional<QString> acceptableBase(const QString &text) {
     QString base = text.trimmed();
     while (base.endsWith(u'/'))
@@ -38,11 +31,18 @@ ServerAddresses ServerAddresses::from(const UserDefaults &defaults) {
             .server = base(defaults, QStringLiteral("lexiquill_server_base"), LEXIQUILL_SERVER_BASE)};
 }
 
+bool isLoopbackHost(const QString &host) {
+    // QUrl has brought every way of writing an address into this form.
+    static const QRegularExpression address(QStringLiteral("^127\\.\\d{1,3}\\.\\d{1,3}\\.\\d{1,3}$"));
+    return host == QLatin1StringView("localhost") || host == QLatin1StringView("::1") ||
+           address.match(host).hasMatch();
+}
+
 bool isAcceptableUrl(const QUrl &url) {
     if (!url.isValid() || url.host().isEmpty() || !url.userInfo().isEmpty() || url.port() == 0)
         return false;
     return url.scheme() == QLatin1StringView("https") ||
-           (url.scheme() == QLatin1StringView("http") && isLoopback(url.host()));
+           (url.scheme() == QLatin1StringView("http") && isLoopbackHost(url.host()));
 }
 
 bool isReservedHost(const QUrl &url) {

@@ -20,6 +20,9 @@ struct ServerAddresses {
 /// user name or password is never acceptable.
 bool isAcceptableUrl(const QUrl &url);
 
+/// Whether the host is this machine: "localhost" or a loopback address.
+bool isLoopbackHost(const QString &host);
+
 /// Whether the host lies under the top-level domain that is reserved for names that do not exist. Nobody need
 /// be asked for it.
 bool isReservedHost(const QUrl &url);

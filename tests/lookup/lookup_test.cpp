@@ -207,6 +207,11 @@ private Q_SLOTS:
         QCOMPARE(cancelled.actualMode, DictionarySourceMode::YoudaoOnline);
         QCOMPARE(services.asked, QStringList{QStringLiteral("online:cancelled")});
 
+        for (const DictionarySourceMode each : allDictionarySourceModes)
+            QCOMPARE(decodeDictionarySourceMode(encodeDictionarySourceMode(each)), each);
+        for (const char *json : {"\"YoudaoOnline\"", "youdaoOnline", "[\"youdaoOnline\"]", "1", ""})
+            QVERIFY(!decodeDictionarySourceMode(json));
+
         const QSignalSpy changes(&service, &DictionaryService::currentModeChanged);
         for (const DictionarySourceMode each : allDictionarySourceModes) {
             service.setCurrentMode(each);

@@ -169,6 +169,21 @@ private Q_SLOTS:
         QVERIFY(!parseYoudaoJSON(answer, QStringLiteral("q")));
     }
 
+    void aHugeNumberCostsNothingElse() {
+        for (const char *number : {"123456789012345678901", "-99999999999999999999999", "1e999", "-2E+400",
+                                   "18446744073709551616"}) {
+            const auto entry =
+                parseYoudaoJSON(QByteArray("{\"9e999\\\"1\":") + number + ",\"fanyi\":{\"tran\":\"1e999\"}}",
+                                QStringLiteral("q"));
+            QVERIFY2(entry, number);
+            QCOMPARE(entry->rawText, QStringLiteral("1e999"));
+        }
+        for (const char *number : {"12345678901234567890123.", "-", "1e", "0x9999999999999999999", "--1e999"})
+            QVERIFY2(!parseYoudaoJSON(QByteArray("{\"x\":") + number + ",\"fanyi\":{\"tran\":\"a\"}}",
+                                      QStringLiteral("q")),
+                     number);
+    }
+
     void isYoudao() {
         QVERIFY(isYoudaoAnswer(json(QStringLiteral("{'input':'qqqq','simple':{'query':'qqqq'}}"))));
         QVERIFY(isYoudaoAnswer("\xef\xbb\xbf" + json(QStringLiteral("{'ec':{}}"))));

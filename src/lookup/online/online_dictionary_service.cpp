@@ -17,9 +17,12 @@ QCoro::Task<std::optional<DictionaryEntry>> OnlineDictionaryService::lookup(QStr
     if (trimmed.isEmpty())
         co_return std::nullopt;
     auto entry = co_await lookupYoudaoDirect(trimmed, cancellation);
-    if (entry || cancellation.isCancelled())
-        co_return entry;
-    co_return co_await lookupWorkerProxy(trimmed, cancellation);
+    if (!entry && !cancellation.isCancelled())
+        entry = co_await lookupWorkerProxy(trimmed, cancellation);
+    // A record without a word could not be found again.
+    if (entry && entry->headword.trimmed().isEmpty())
+        entry->headword = trimmed;
+    co_return entry;
 }
 
 QCoro::Task<std::optional<DictionaryEntry>>

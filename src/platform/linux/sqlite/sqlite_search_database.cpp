@@ -2,11 +2,13 @@
 
 #include "platform/linux/sqlite/search_text.h"
 
+#include <QFile>
 #include <QSet>
 
 #include <algorithm>
 #include <new>
 #include <string>
+#include <tuple>
 
 namespace lexiquill::sqlite {
 
@@ -160,17 +162,27 @@ bool SqliteSearchDatabase::resetFile() const {
     }
 }
 
+/// A file whose presence says that something could not be published, for then the index itself could not be
+/// written to either.
+QString SqliteSearchDatabase::gapMarker() const {
+    return QFile::decodeName(m_path) + QStringLiteral(".gap");
+}
+
 SearchDatabase::Error SqliteSearchDatabase::put(const QList<SearchItem> &items) {
-    return attempt([&](Connection &connection) {
+    Error error = attempt([&](Connection &connection) {
         Transaction transaction(connection);
         putAll(connection, items);
         commit(transaction, connection);
     });
+    if (error)
+        std::ignore = QFile(gapMarker()).open(QIODevice::WriteOnly | QIODevice::NewOnly);
+    return error;
 }
 
 SearchDatabase::Error SqliteSearchDatabase::complete(const QList<SearchItem> &items) {
     // In parts, so that other processes get their turn.
     constexpr qsizetype partSize = 500;
+    QFile::remove(gapMarker());
     return attempt([&](Connection &connection) {
         for (qsizetype end = items.size(); end > 0; end -= partSize) {
             Transaction transaction(connection);
@@ -263,7 +275,7 @@ bool SqliteSearchDatabase::isComplete() {
     const Error error = attempt([&](Connection &connection) {
         isComplete = number(connection, "SELECT is_complete FROM state") != 0;
     });
-    return error || isComplete;
+    return error || (isComplete && !QFile::exists(gapMarker()));
 }
 
 void SqliteSearchDatabase::tidy() {

@@ -27,6 +27,7 @@ private:
     template <typename Work> Error attempt(Work work) const;
     void open(Connection &connection) const;
     bool resetFile() const;
+    QString gapMarker() const;
 
     QByteArray m_path;
 };
