@@ -4,8 +4,12 @@
 #include "lookup/system_dictionary_service.h"
 #include "storage/spotlight_manager.h"
 #include "storage/storage_manager.h"
+#include "storage/wordbook_change.h"
 #include "support/server_addresses.h"
 #include "update/update_manager.h"
+
+#include <QSet>
+#include <QThread>
 
 #include <algorithm>
 #include <chrono>
@@ -13,6 +17,25 @@
 namespace lexiquill {
 
 using namespace std::chrono_literals;
+
+namespace {
+
+/// Records, as for words just looked up, of the common words that are not among `words`.
+QList<WordRecord> commonWords(const QList<WordRecord> &words, SystemDictionaryService &dictionary) {
+    QSet<QString> known;
+    for (const WordRecord &record : words)
+        known += record.word.toLower();
+    QList<WordRecord> records;
+    for (const QString &word : SpotlightManager::commonHighFrequencyWords()) {
+        if (known.contains(word.toLower()))
+            continue;
+        if (const auto entry = dictionary.lookup(word))
+            records += newRecord({.entry = *entry, .date = Instant::now()});
+    }
+    return records;
+}
+
+} // namespace
 
 ContentView::ContentView(Services &services, QObject *parent) : QObject(parent), m_services(services) {
     connect(&m_services.storage(), &StorageManager::wordsChanged, this, &ContentView::countDueWords);
@@ -113,7 +136,24 @@ void ContentView::postPerformExternalLookup(const QString &text) {
     handleExternalWordLookup(text);
 }
 
-void ContentView::syncToSpotlight() {}
+void ContentView::syncToSpotlight() {
+    if (m_isIndexingSpotlight)
+        return;
+    m_isIndexingSpotlight = true;
+    Q_EMIT isIndexingSpotlightChanged();
+    // The instance lives as long as the process, and so do the services that the thread works with.
+    auto *const thread = QThread::create([this, words = m_services.storage().words(),
+                                          dictionary = &m_services.offlineDictionaries(),
+                                          spotlight = &m_services.spotlight()]() mutable {
+        words += commonWords(words, *dictionary);
+        spotlight->indexWordsBatch(words, [this](qsizetype count) {
+            QMetaObject::invokeMethod(
+                this, [this, count] { finishSpotlight(count); }, Qt::QueuedConnection);
+        });
+    });
+    connect(thread, &QThread::finished, thread, &QObject::deleteLater);
+    thread->start();
+}
 
 void ContentView::setExternalSelectedWord(const QString &word) {
     if (word == m_externalSelectedWord)
@@ -134,7 +174,14 @@ void ContentView::countDueWords() {
 }
 
 void ContentView::finishSpotlight(qsizetype count) {
-    Q_UNUSED(count)
+    m_isIndexingSpotlight = false;
+    m_spotlightAlertMessage =
+        QStringLiteral(
+            "已成功向 macOS Spotlight 提交 %1 个词汇索引！现在按下 Command+空格 即可直接搜索这些单词。")
+            .arg(count);
+    Q_EMIT isIndexingSpotlightChanged();
+    Q_EMIT spotlightAlertMessageChanged();
+    setShowSpotlightAlert(true);
 }
 
 } // namespace lexiquill

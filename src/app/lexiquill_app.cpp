@@ -1,14 +1,19 @@
 #include "app/lexiquill_app.h"
 
 #include "app/app_delegate.h"
+#include "platform/application_endpoint.h"
+#include "platform/process.h"
 #include "storage/storage_manager.h"
 
 #include <QFont>
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
+#include <QTimer>
 
+#include <cstdlib>
 #include <future>
+#include <memory>
 
 namespace lexiquill {
 
@@ -32,16 +37,47 @@ void LexiquillApp::setUpApplication() {
 }
 
 int LexiquillApp::run(int argc, char **argv) {
+    // Reading a large wordbook takes as long as starting the graphics, so both happen at once. Nobody else
+    // asks for a service until it is there.
+    auto storage = std::async(std::launch::async, [] {
+        StorageManager &loaded = StorageManager::shared();
+        loaded.moveToThread(nullptr);
+        return &loaded;
+    });
+    const ActivationTokens tokens{.activationToken = qEnvironmentVariable("XDG_ACTIVATION_TOKEN"),
+                                  .startupId = qEnvironmentVariable("DESKTOP_STARTUP_ID")};
     QGuiApplication application(argc, argv);
     setUpApplication();
+    const QStringList arguments = QGuiApplication::arguments();
+    const StartRequest request = StartRequest::fromArguments(arguments);
     QQmlApplicationEngine engine;
     prepare(engine);
+    storage.get()->moveToThread(application.thread());
+
+    AppDelegate &delegate = AppDelegate::shared();
+    const std::unique_ptr<ApplicationEndpoint> endpoint = makeApplicationEndpoint();
+    const ApplicationRequests requests = delegate.requests();
+    if (!endpoint->claim(requests)) {
+        // Another start was quicker.
+        if (forwardStart(request, tokens))
+            return EXIT_SUCCESS;
+    }
     engine.load(mainWindowUrl());
     if (engine.rootObjects().isEmpty())
         return EXIT_FAILURE;
-    auto *const window = qobject_cast<QQuickWindow *>(engine.rootObjects().constFirst());
-    AppDelegate::shared().setMainWindow(window);
-    window->show();
+    delegate.setMainWindow(qobject_cast<QQuickWindow *>(engine.rootObjects().constFirst()));
+    delegate.enforceSingleWindowPolicy();
+    // Started by the message bus, it waits for what comes next.
+    if (!arguments.contains(QLatin1StringView("--desktop-service")))
+        delegate.showMainWindow();
+    // What can wait until the first frame is on the screen.
+    QTimer::singleShot(0, &delegate, [&] {
+        delegate.applicationDidFinishLaunching();
+        if (!request.action.isEmpty())
+            requests.activateAction(request.action, {}, tokens);
+        else if (!request.url.isEmpty())
+            requests.open({request.url}, tokens);
+    });
     return QGuiApplication::exec();
 }
 
@@ -49,5 +85,6 @@ int LexiquillApp::run(int argc, char **argv) {
 
 /// What the executable asks this library for.
 extern "C" Q_DECL_EXPORT int lexiquill_runDesktop(int argc, char **argv) {
-    return lexiquill::LexiquillApp::run(argc, argv);
+    const int status = lexiquill::LexiquillApp::run(argc, argv);
+    lexiquill::endProcess(status);
 }

@@ -16,7 +16,9 @@ namespace {
 /// Arguments that a desktop's launcher adds of its own accord.
 bool isDesktopStart(const QString &firstArgument) {
     return firstArgument.startsWith(QLatin1StringView("-psn_")) ||
-           firstArgument == QLatin1StringView("-NSDocumentRevisionsDebugMode");
+           firstArgument == QLatin1StringView("-NSDocumentRevisionsDebugMode") ||
+           firstArgument.startsWith(QLatin1StringView("lexiquill:"), Qt::CaseInsensitive) ||
+           firstArgument.startsWith(QLatin1StringView("--desktop-"));
 }
 
 /// Without one the graphics library would abort the process.
@@ -33,6 +35,12 @@ int AppLauncher::main(int argc, char **argv) {
         arguments += QString::fromUtf8(argv[i]);
     if (arguments.size() >= 2 && !isDesktopStart(arguments[1]))
         CLIHandler::run(arguments.mid(1));
+    QLibrary activation(libraryDirectory() + QStringLiteral("/liblexiquill_activation.so"));
+    const auto forwardStart =
+        reinterpret_cast<bool (*)(const QStringList *)>(activation.resolve("lexiquill_forwardStart"));
+    if (forwardStart != nullptr && forwardStart(&arguments))
+        return EXIT_SUCCESS;
+
     QLibrary library(libraryDirectory() + QStringLiteral("/liblexiquill_desktop.so"));
     const auto runDesktop = reinterpret_cast<int (*)(int, char **)>(library.resolve("lexiquill_runDesktop"));
     if (runDesktop == nullptr) {

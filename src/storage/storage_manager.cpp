@@ -129,6 +129,13 @@ bool StorageManager::catchUp() {
     return content.state != WordbookFile::State::Unknown;
 }
 
+void StorageManager::reloadIfReplaced() {
+    if (!m_file.isReplaced() || !catchUp())
+        return;
+    Q_EMIT wordsChanged();
+    refreshWeeklyPlan();
+}
+
 void StorageManager::saveData(std::chrono::milliseconds patience) {
     if (const auto held = lock(patience); held && catchUp())
         write();

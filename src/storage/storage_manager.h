@@ -57,6 +57,8 @@ public:
     void setDeletedWords(const QSet<QString> &words);
 
     void loadData();
+    /// Takes in the file if another process has replaced it.
+    void reloadIfReplaced();
     /// Waits for other processes at most `patience`.
     void saveData(std::chrono::milliseconds patience = usualPatience);
     void refreshWeeklyPlan();
@@ -73,6 +75,7 @@ public:
     /// Nothing is saved when none of them has anything new.
     void mergeCloudWords(const QList<WordRecord> &cloudWords);
 
+    const QString &storageFile() const { return m_dependencies.storageFile; }
     /// Whether a change is in memory only.
     bool hasUnsavedChanges() const { return !m_unsavedChanges.isEmpty(); }
 

@@ -14,6 +14,8 @@ Window {
     minimumWidth: 600
     minimumHeight: 400
     color: Theme.ground
+    onVisibleChanged: if (visible)
+        ContentView.appear()
 
     Sidebar {
         id: sidebar

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace lexiquill {
+
+/// Tells whether the desktop prefers dark colours, as soon as it is known and at each change; nothing when
+/// the desktop has no preference. Tells no more once it is destroyed.
+class ColorScheme {
+public:
+    virtual ~ColorScheme() = default;
+};
+
+std::unique_ptr<ColorScheme> watchColorScheme(std::function<void(std::optional<bool> isDark)> report);
+
+} // namespace lexiquill

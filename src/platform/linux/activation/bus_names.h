@@ -1,0 +1,10 @@
+#pragma once
+
+#include <QString>
+
+/// What the application is called on the session bus.
+namespace lexiquill::BusNames {
+inline const QString service = QStringLiteral("com.lexiquill.Lexiquill");
+inline const QString path = QStringLiteral("/com/lexiquill/Lexiquill");
+inline const QString applicationInterface = QStringLiteral("org.freedesktop.Application");
+} // namespace lexiquill::BusNames

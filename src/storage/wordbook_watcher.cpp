@@ -1,0 +1,31 @@
+#include "storage/wordbook_watcher.h"
+
+#include "storage/storage_manager.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <chrono>
+
+namespace lexiquill {
+
+using namespace std::chrono_literals;
+
+WordbookWatcher::WordbookWatcher(StorageManager &storage, const QString &storageFile, QObject *parent)
+    : QObject(parent),
+      m_storage(storage) {
+    m_pause.setSingleShot(true);
+    m_pause.setInterval(100ms);
+    connect(&m_pause, &QTimer::timeout, this, [this] { m_storage.reloadIfReplaced(); });
+    connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, [this] {
+        // Not put off by further changes, which may never end.
+        if (!m_pause.isActive())
+            m_pause.start();
+    });
+    // A save replaces the file, so it is the directory that lasts.
+    const QString directory = QFileInfo(storageFile).absolutePath();
+    QDir().mkpath(directory);
+    m_watcher.addPath(directory);
+}
+
+} // namespace lexiquill
