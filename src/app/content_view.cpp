@@ -6,6 +6,7 @@
 #include "storage/storage_manager.h"
 #include "storage/wordbook_change.h"
 #include "support/server_addresses.h"
+#include "sync/sync_manager.h"
 #include "update/update_manager.h"
 
 #include <QSet>
@@ -102,6 +103,14 @@ QString ContentView::iconName(TabItem tab) {
     return {};
 }
 
+QString ContentView::sourceTitle(DictionarySourceMode mode) {
+    return shortTitle(mode);
+}
+
+QString ContentView::sourceIconName(DictionarySourceMode mode) {
+    return lexiquill::iconName(mode);
+}
+
 void ContentView::handleExternalWordLookup(const QString &word) {
     const QString trimmed = word.trimmed();
     if (trimmed.isEmpty())
@@ -124,6 +133,8 @@ void ContentView::continueSearchActivity(const QString &itemIdentifier) {
 
 void ContentView::appear() {
     m_services.updater().checkForUpdates(false);
+    if (m_services.sync().isLoggedIn())
+        m_services.sync().syncWithCloud();
 }
 
 void ContentView::postFocusSearchInput() {

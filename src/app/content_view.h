@@ -1,5 +1,7 @@
 #pragma once
 
+#include "lookup/dictionary_source_mode.h"
+
 #include <QObject>
 #include <QQmlEngine>
 #include <QString>
@@ -51,6 +53,10 @@ public:
     /// "查词词典", "每周复习", "生词本与历史" or "记忆曲线"
     Q_INVOKABLE static QString title(lexiquill::ContentView::TabItem tab);
     Q_INVOKABLE static QString iconName(lexiquill::ContentView::TabItem tab);
+
+    /// How the sidebar shows a source of the dictionary.
+    Q_INVOKABLE static QString sourceTitle(lexiquill::DictionarySourceMode mode);
+    Q_INVOKABLE static QString sourceIconName(lexiquill::DictionarySourceMode mode);
 
     /// Looks the word up on the search screen; a blank one changes nothing.
     Q_INVOKABLE void handleExternalWordLookup(const QString &word);

@@ -26,6 +26,10 @@ HotKeyManager *HotKeyManagerElement::create(QQmlEngine *, QJSEngine *) {
     return lent(Services::current().hotKeys());
 }
 
+SyncManager *SyncManagerElement::create(QQmlEngine *, QJSEngine *) {
+    return lent(Services::current().sync());
+}
+
 UpdateManager *UpdateManagerElement::create(QQmlEngine *, QJSEngine *) {
     return lent(Services::current().updater());
 }

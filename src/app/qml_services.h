@@ -5,6 +5,7 @@
 #include "hotkey/hot_key_manager.h"
 #include "lookup/dictionary_service.h"
 #include "storage/storage_manager.h"
+#include "sync/sync_manager.h"
 #include "update/update_manager.h"
 
 #include <QJSEngine>
@@ -40,6 +41,16 @@ struct HotKeyManagerElement {
 
 public:
     static HotKeyManager *create(QQmlEngine *engine, QJSEngine *scripts);
+};
+
+struct SyncManagerElement {
+    Q_GADGET
+    QML_FOREIGN(lexiquill::SyncManager)
+    QML_NAMED_ELEMENT(SyncManager)
+    QML_SINGLETON
+
+public:
+    static SyncManager *create(QQmlEngine *engine, QJSEngine *scripts);
 };
 
 struct UpdateManagerElement {

@@ -4,6 +4,7 @@
 #include "lookup/dictionary_service.h"
 #include "storage/spotlight_manager.h"
 #include "storage/storage_manager.h"
+#include "sync/sync_manager.h"
 #include "update/update_manager.h"
 
 namespace lexiquill {
@@ -41,6 +42,10 @@ SpotlightManager &Services::spotlight() {
 
 HotKeyManager &Services::hotKeys() {
     return HotKeyManager::shared();
+}
+
+SyncManager &Services::sync() {
+    return SyncManager::shared();
 }
 
 UpdateManager &Services::updater() {

@@ -6,6 +6,7 @@ class DictionaryService;
 class HotKeyManager;
 class SpotlightManager;
 class StorageManager;
+class SyncManager;
 class SystemDictionaryService;
 class UpdateManager;
 class UserDefaults;
@@ -26,6 +27,7 @@ public:
     virtual SystemDictionaryService &offlineDictionaries();
     virtual SpotlightManager &spotlight();
     virtual HotKeyManager &hotKeys();
+    virtual SyncManager &sync();
     virtual UpdateManager &updater();
     virtual UserDefaults &defaults();
 };

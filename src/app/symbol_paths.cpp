@@ -101,6 +101,7 @@ const QHash<QString, QLatin1StringView> &symbols() {
         {u"square.and.pencil"_s, "M 12.5 4.5 L 6.5 4.5 Q 4.5 4.5 4.5 6.5 L 4.5 17.5 Q 4.5 19.5 6.5 19.5 L "
                                  "17.5 19.5 Q 19.5 19.5 19.5 17.5 L "
                                  "19.5 11.5 M 9.5 14.5 L 10.2 11.5 L 18.3 3.4 L 20.6 5.7 L 12.5 13.8 Z"_L1},
+        {u"network"_s, "O 12 12 9 M 3 12 L 21 12 M 12 3 C 7 8 7 16 12 21 M 12 3 C 17 8 17 16 12 21"_L1},
         {u"globe"_s, "O 12 12 9 M 3 12 L 21 12 M 12 3 C 7 8 7 16 12 21 M 12 3 C 17 8 17 16 12 21"_L1},
         {u"internaldrive"_s, "R 3 6 18 12 2.5 M 3 13 L 21 13 F O 17.5 15.5 1"_L1},
         {u"book.closed"_s,

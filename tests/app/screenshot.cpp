@@ -31,6 +31,8 @@ bool show(const QString &screen, Services &services) {
         ContentView::shared().setSelectedTab(static_cast<ContentView::TabItem>(tab));
     else if (screen == QLatin1StringView("preferences"))
         services.hotKeys().setShowSettingsSheet(true);
+    else if (screen == QLatin1StringView("account"))
+        services.sync().setShowAccountSheet(true);
     else if (screen == QLatin1StringView("update"))
         services.updater().setShowUpdateSheet(true);
     else

@@ -23,6 +23,11 @@ TestServices::TestServices(const QByteArray &wordbook)
                                                                               .defaults = m_defaults,
                                                                               .dictionary = m_offline,
                                                                               .spotlight = m_spotlight});
+    m_sync = std::make_unique<SyncManager>(
+        SyncManager::Dependencies{.apiBase = QStringLiteral("http://127.0.0.1:9/api"),
+                                  .http = m_http,
+                                  .storage = *m_storage,
+                                  .defaults = m_defaults});
 }
 
 } // namespace lexiquill

@@ -8,6 +8,7 @@
 #include "platform/linux/linux_dictionary_services.h"
 #include "storage/spotlight_manager.h"
 #include "storage/storage_manager.h"
+#include "sync/sync_manager.h"
 #include "update/update_manager.h"
 
 #include <QTemporaryDir>
@@ -28,6 +29,7 @@ public:
     SystemDictionaryService &offlineDictionaries() override { return m_offline; }
     SpotlightManager &spotlight() override { return m_spotlight; }
     HotKeyManager &hotKeys() override { return m_hotKeys; }
+    SyncManager &sync() override { return *m_sync; }
     UpdateManager &updater() override { return m_updater; }
     UserDefaults &defaults() override { return m_defaults; }
 
@@ -59,6 +61,7 @@ private:
     HttpClient m_http;
     UpdateManager m_updater;
     std::unique_ptr<StorageManager> m_storage;
+    std::unique_ptr<SyncManager> m_sync;
 };
 
 } // namespace lexiquill

@@ -57,6 +57,11 @@ Window {
         onDismissed: HotKeyManager.showSettingsSheet = false
     }
     SheetLoader {
+        sheet: "sheets/AccountSheet.qml"
+        shown: SyncManager.showAccountSheet
+        onDismissed: SyncManager.showAccountSheet = false
+    }
+    SheetLoader {
         sheet: "sheets/UpdateSheet.qml"
         shown: UpdateManager.showUpdateSheet
         onDismissed: UpdateManager.showUpdateSheet = false

@@ -48,6 +48,25 @@ Rectangle {
             width: parent.width
             isCollapsed: sidebar.isCollapsed
             isQuiet: true
+            symbol: SyncManager.isLoggedIn ? "person.crop.circle.fill.badge.checkmark" : "person.crop.circle"
+            text: SyncManager.isLoggedIn ? SyncManager.currentUser : "多端同步"
+            help: "登录/注册以在手机浏览器 (" + ContentView.serverBase + "/app) 继续在线背诵"
+            onClicked: SyncManager.showAccountSheet = true
+        }
+        SidebarRow {
+            width: parent.width
+            isCollapsed: sidebar.isCollapsed
+            isQuiet: true
+            symbol: ContentView.sourceIconName(DictionaryService.currentMode)
+            text: ContentView.sourceTitle(DictionaryService.currentMode)
+            help: "词典数据源切换：有道在线词典 (默认，带发音与例句) / 苹果本地离线词典"
+            onClicked: DictionaryService.currentMode = DictionaryService.currentMode === Lexiquill.YoudaoOnline ? Lexiquill.AppleOffline : Lexiquill.YoudaoOnline
+        }
+        SidebarRow {
+            width: parent.width
+            isCollapsed: sidebar.isCollapsed
+            isQuiet: true
+            isBusy: ContentView.isIndexingSpotlight
             symbol: "sparkle.magnifyingglass"
             text: "同步 Spotlight"
             help: "将当前生词本及核心考点词库建立系统 Spotlight 索引"
@@ -59,6 +78,7 @@ Rectangle {
             isCollapsed: sidebar.isCollapsed
             isQuiet: true
             symbol: "arrow.down.circle"
+            isBusy: UpdateManager.isChecking
             text: "检查更新..."
             help: "检查远程 OTA 升级 (" + ContentView.serverBase + ")"
             onClicked: UpdateManager.checkForUpdates(true)
@@ -69,6 +89,7 @@ Rectangle {
             isQuiet: true
             symbol: "keyboard"
             text: "全局快捷键: " + HotKeyManager.currentShortcut.symbolString + " (点击自定义)"
+            isTall: !isCollapsed
             onClicked: HotKeyManager.showSettingsSheet = true
         }
     }

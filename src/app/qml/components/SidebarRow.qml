@@ -11,9 +11,13 @@ T.AbstractButton {
     property bool isCollapsed: false
     /// Smaller and in the secondary colour.
     property bool isQuiet: false
+    /// Has room for a second line of text.
+    property bool isTall: false
+    /// Some work that the row started is going on.
+    property bool isBusy: false
     property string help: ""
 
-    implicitHeight: isQuiet ? 30 : 36
+    implicitHeight: isTall ? 44 : isQuiet ? 30 : 36
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
     opacity: enabled ? 1 : 0.5
@@ -48,7 +52,17 @@ T.AbstractButton {
             color: control.checked ? "#FFFFFF" : control.isQuiet ? Theme.secondaryText : Theme.text
             font.pixelSize: control.isQuiet ? Theme.captionSize : Theme.bodySize
             elide: Text.ElideRight
+            wrapMode: control.isTall ? Text.Wrap : Text.NoWrap
+            maximumLineCount: control.isTall ? 2 : 1
             textFormat: Text.PlainText
+        }
+        ProgressBar {
+            x: icon.x
+            width: control.isCollapsed ? icon.width : parent.width - 2 * icon.x
+            anchors.bottom: parent.bottom
+            implicitHeight: 2
+            visible: control.isBusy
+            indeterminate: true
         }
         Badge {
             id: badgeItem
