@@ -12,6 +12,7 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QQuickItem>
+#include <QTimer>
 #include <QUrl>
 
 #include <cstdlib>
@@ -41,7 +42,7 @@ void AppDelegate::applicationDidFinishLaunching() {
     m_watcher = std::make_unique<WordbookWatcher>(services.storage(), services.storage().storageFile());
     m_colorScheme = watchColorScheme(
         [](std::optional<bool> isDark) { DesktopAppearance::shared().setPreference(isDark); });
-    QMetaObject::invokeMethod(this, &AppDelegate::enforceSingleWindowPolicy, Qt::QueuedConnection);
+    QTimer::singleShot(0, this, &AppDelegate::enforceSingleWindowPolicy);
 }
 
 void AppDelegate::applicationDidBecomeActive() {

@@ -44,6 +44,9 @@ ContentView::ContentView(Services &services, QObject *parent) : QObject(parent),
     m_dueTimer.setInterval(30s);
     connect(&m_dueTimer, &QTimer::timeout, this, &ContentView::countDueWords);
     m_dueTimer.start();
+    // The batch ends on a thread of the index's.
+    connect(this, &ContentView::spotlightBatchEnded, this, &ContentView::finishSpotlight,
+            Qt::QueuedConnection);
     countDueWords();
 }
 
@@ -157,10 +160,7 @@ void ContentView::syncToSpotlight() {
                                           dictionary = &m_services.offlineDictionaries(),
                                           spotlight = &m_services.spotlight()]() mutable {
         words += commonWords(words, *dictionary);
-        spotlight->indexWordsBatch(words, [this](qsizetype count) {
-            QMetaObject::invokeMethod(
-                this, [this, count] { finishSpotlight(count); }, Qt::QueuedConnection);
-        });
+        spotlight->indexWordsBatch(words, [this](qsizetype count) { Q_EMIT spotlightBatchEnded(count); });
     });
     connect(thread, &QThread::finished, thread, &QObject::deleteLater);
     thread->start();

@@ -81,6 +81,8 @@ Q_SIGNALS:
     void spotlightAlertMessageChanged();
     void showSpotlightAlertChanged();
     void focusSearchInput();
+    /// On any thread; `count` items have been submitted.
+    void spotlightBatchEnded(qsizetype count);
     /// The search screen is to look the word up, also when it is the same one as before.
     void performExternalLookup(const QString &word);
 

@@ -3,6 +3,7 @@
 #include "platform/application_endpoint.h"
 
 #include <QCoreApplication>
+#include <QTimer>
 
 namespace lexiquill {
 
@@ -13,9 +14,7 @@ std::optional<QString> DictionaryServiceProvider::lookup(const QString &text) co
     const QString trimmed = text.trimmed().left(ApplicationRequests::longestText);
     if (trimmed.isEmpty())
         return QStringLiteral("No valid text provided.");
-    QMetaObject::invokeMethod(
-        QCoreApplication::instance(), [perform = m_perform, trimmed] { perform(trimmed); },
-        Qt::QueuedConnection);
+    QTimer::singleShot(0, QCoreApplication::instance(), [perform = m_perform, trimmed] { perform(trimmed); });
     return std::nullopt;
 }
 
