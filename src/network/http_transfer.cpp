@@ -5,6 +5,7 @@
 
 #include <QNetworkAccessManager>
 #include <QNetworkRequest>
+#include <QPointer>
 
 #include <algorithm>
 
@@ -176,7 +177,8 @@ void HttpTransfer::readBody() {
     if (followRedirect())
         return;
     readHeaders();
-    while (!m_isOver && m_incoming->bytesAvailable() > 0) {
+    const QPointer self(this);
+    while (self && !m_isOver && m_incoming->bytesAvailable() > 0) {
         const QByteArray bytes = m_incoming->read(readAhead);
         if (bytes.isEmpty())
             break;
@@ -200,15 +202,17 @@ void HttpTransfer::take(const QByteArray &bytes) {
         return;
     if (m_request.sink->write(piece) != piece.size())
         return finish(QStringLiteral("无法写入文件"));
-    if (m_request.onProgress)
-        m_request.onProgress(m_decoded, m_inflater ? std::nullopt : m_announced);
+    // Whoever hears of it may give up the request, which destroys this object.
+    if (const auto report = m_request.onProgress)
+        report(m_decoded, m_inflater ? std::nullopt : m_announced);
 }
 
 void HttpTransfer::complete() {
     const QNetworkReply::NetworkError error = m_incoming->error();
+    const QPointer self(this);
     if (m_incoming->attribute(QNetworkRequest::HttpStatusCodeAttribute).isValid())
         readBody();
-    if (m_isOver || !m_incoming->isFinished())
+    if (!self || m_isOver || !m_incoming->isFinished())
         return;
     if (error != QNetworkReply::NoError && !isStatusError(error, m_reply.status))
         return finish(errorText(error));

@@ -307,6 +307,21 @@ private Q_SLOTS:
         if (client)
             QVERIFY(client->send(request).isReady());
     }
+
+    void abandonedWhenItToldOfItsProgress() {
+        const HttpServer server(ServedAnswer{.body = QByteArray(1000, 'x'), .manner = Manner::Endless});
+        HttpClient client;
+        auto cancellation = std::make_unique<Cancellation>();
+        QBuffer sink;
+        sink.open(QIODevice::WriteOnly);
+        HttpRequest request = get(server.base());
+        request.cancellation = cancellation->token();
+        request.sink = &sink;
+        request.onProgress = [&](qint64, std::optional<qint64>) {
+            cancellation.reset();
+        };
+        QCOMPARE(waitFor(client, request).error, QStringLiteral("已取消"));
+    }
 };
 
 QTEST_GUILESS_MAIN(HttpClientTest)
