@@ -32,8 +32,10 @@ ServerAddresses ServerAddresses::from(const UserDefaults &defaults) {
 }
 
 bool isLoopbackHost(const QString &host) {
-    // QUrl has brought every way of writing an address into this form.
-    static const QRegularExpression address(QStringLiteral("^127\\.\\d{1,3}\\.\\d{1,3}\\.\\d{1,3}$"));
+    // QUrl has brought every way of writing an address into this form; a number too large makes a name of it,
+    // which could lead anywhere.
+    static const QRegularExpression address(
+        QStringLiteral("\\A127(?:\\.(?:25[0-5]|2[0-4][0-9]|1?[0-9]{1,2})){3}\\z"));
     return host == QLatin1StringView("localhost") || host == QLatin1StringView("::1") ||
            address.match(host).hasMatch();
 }

@@ -21,6 +21,7 @@ private Q_SLOTS:
                 "http://example.org            |\n"
                 "http://127.0.0.1.example.org  |\n"
                 "http://localhost.example.org  |\n"
+                "http://127.0.0.256            |\n"
                 "http://128.0.0.1              |\n"
                 "http://0.0.0.0                |\n"
                 "ftp://127.0.0.1               |\n"
