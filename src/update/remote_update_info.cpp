@@ -1,8 +1,7 @@
 #include "update/remote_update_info.h"
 
+#include "support/json_value.h"
 #include "support/json_writer.h"
-
-#include <simdjson.h>
 
 #include <string_view>
 #include <utility>
@@ -23,33 +22,24 @@ constexpr Member requiredMembers[] = {
 };
 constexpr std::string_view minOSVersionKey = "minOSVersion";
 
-bool read(simdjson::dom::element element, QString &out) {
-    std::string_view text;
-    if (element.get_string().get(text))
-        return false;
-    out = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-    return true;
-}
-
 } // namespace
 
 std::optional<RemoteUpdateInfo> decodeRemoteUpdateInfo(const QByteArray &json) {
-    simdjson::dom::parser parser;
-    simdjson::dom::object object;
-    // The whole text is checked before the first member is looked at, whatever the order of members.
-    if (parser.parse(json.constData(), static_cast<std::size_t>(json.size())).get_object().get(object))
+    const auto document = JsonDocument::parse(json);
+    if (!document)
         return std::nullopt;
+    const JsonValue root = document->root();
     RemoteUpdateInfo info;
     for (const auto &[key, field] : requiredMembers) {
-        simdjson::dom::element element;
-        if (object.at_key(key).get(element) || !read(element, info.*field))
+        const auto text = root.member(key).text();
+        if (!text)
             return std::nullopt;
+        info.*field = *text;
     }
-    simdjson::dom::element element;
-    if (!object.at_key(minOSVersionKey).get(element) && !element.is_null()) {
-        if (!read(element, info.minOSVersion.emplace()))
-            return std::nullopt;
-    }
+    const JsonValue minOSVersion = root.member(minOSVersionKey);
+    info.minOSVersion = minOSVersion.text();
+    if (!info.minOSVersion && !minOSVersion.isMissing() && !minOSVersion.isNull())
+        return std::nullopt;
     return info;
 }
 

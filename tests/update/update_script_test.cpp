@@ -202,6 +202,7 @@ private Q_SLOTS:
             return QByteArray(all).replace(before, after);
         };
         QTest::newRow("whole") << all << true;
+        QTest::newRow("byte order mark") << "\xef\xbb\xbf" + all << true;
         QTest::newRow("without the optional member") << replaced(",\"minOSVersion\":\"12\"", "") << true;
         QTest::newRow("null for it") << replaced("\"12\"", "null") << true;
         QTest::newRow("number for it") << replaced("\"12\"", "12") << false;
