@@ -15,7 +15,7 @@ struct PortalPatience {
     std::chrono::milliseconds user = std::chrono::minutes(2); ///< the user is asked to agree
 };
 
-/// A shortcut in the form of the shortcuts specification, such as "LOGO+SHIFT+d"; empty for an unknown key.
+/// A shortcut as the portal writes it, such as "LOGO+SHIFT+d"; empty for an unknown key.
 QString portalTrigger(quint32 keyCode, quint32 carbonModifiers);
 
 /// One registration of one combination with the desktop portal, in a session of its own, which ends with it.
