@@ -49,7 +49,8 @@ PlatformLines macOSLines() {
 
 /// The unpack directory is emptied, not made anew, for another user could be quicker to make it; what is
 /// there must still be ours. An archive that does not unpack to its end (1 stands for mere warnings) counts
-/// as one without a bundle, so that no half application takes the place of a whole one.
+/// as one without a bundle, so that no half application takes the place of a whole one; neither does a link,
+/// which would not survive the removal of what it leads to.
 PlatformLines linuxLines() {
     const QString clear = QStringLiteral("find \"{UNPACKED}\" -mindepth 1 -delete");
     return {.unpack = {QStringLiteral("if [ -L \"{UNPACKED}\" ] || [ ! -O \"{UNPACKED}\" ] || "
@@ -59,7 +60,7 @@ PlatformLines linuxLines() {
                        QStringLiteral("unzip -q -o \"{ARCHIVE}\" -d \"{UNPACKED}\" </dev/null || "
                                       "[ $? -eq 1 ] || ") +
                            clear},
-            .firstFound = QStringLiteral("-print -quit"),
+            .firstFound = QStringLiteral("-type d -print -quit"),
             .makeRunnable = {QStringLiteral("    # 赋予完全执行权限"),
                              QStringLiteral("    chmod -R +x \"{APP}\"")},
             .launch = QStringLiteral("    setsid nohup \"{APP}/AppRun\" </dev/null >/dev/null 2>&1 &")};

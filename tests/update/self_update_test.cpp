@@ -203,8 +203,9 @@ private Q_SLOTS:
         QTemporaryDir other;
         writeFile(other.filePath(QStringLiteral("a/b/Lexiquill.app/AppRun")), "#!/bin/sh\n");
         writeFile(other.filePath(QStringLiteral("Lexiquill.app.txt")), "no bundle");
+        QFile::link(QStringLiteral("a/b/Lexiquill.app"), other.filePath(QStringLiteral("Lexiquill.app")));
         const QString none;
-        QTest::newRow("no bundle") << archiveOf(other.path()) << Manner::Proper << none;
+        QTest::newRow("no bundle, but a link") << archiveOf(other.path()) << Manner::Proper << none;
         QTest::newRow("no archive") << QByteArray("<html>") << Manner::Proper << none;
         QTest::newRow("archive without its end") << whole.chopped(whole.size() / 4) << Manner::Proper << none;
         QByteArray damaged = whole;
