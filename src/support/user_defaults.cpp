@@ -26,7 +26,10 @@ QString UserDefaults::standardFilePath() {
 
 QString UserDefaults::string(const QString &key) const {
     const QVariant value = m_values.value(key);
-    return value.typeId() == QMetaType::QString ? value.toString() : QString();
+    if (value.typeId() != QMetaType::QString)
+        return {};
+    const QString text = value.toString();
+    return text.isNull() ? QStringLiteral("") : text;
 }
 
 QStringList UserDefaults::stringList(const QString &key) const {

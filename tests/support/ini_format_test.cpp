@@ -100,6 +100,9 @@ private Q_SLOTS:
         const QByteArray bytes("{\"a\":\"\x00\xff\"}", 10);
         UserDefaults here(path);
         here.set(key, bytes);
+        here.set(QStringLiteral("other"), QStringLiteral(""));
+        const QString empty = UserDefaults(path).string(QStringLiteral("other"));
+        QVERIFY(empty.isEmpty() && !empty.isNull());
         here.set(QStringLiteral("other"), QStringLiteral("x"));
         QCOMPARE(UserDefaults(path).byteArray(key), bytes);
         QVERIFY(UserDefaults(path).string(key).isNull() && here.byteArray(QStringLiteral("other")).isNull());
