@@ -12,6 +12,8 @@ namespace lexiquill {
 namespace {
 
 constexpr qsizetype longestText = qsizetype{64} << 10;
+/// An empty record takes three bytes on the wire and three hundred in memory.
+constexpr qsizetype mostWords = 500'000;
 
 /// Calls `writeMembers(writer)` within an object.
 template <typename WriteMembers> QByteArray objectWith(WriteMembers writeMembers) {
@@ -88,7 +90,7 @@ std::optional<ServerAnswer> decodeServerAnswer(const QByteArray &json) {
                         .token = shortText(root.member("token")),
                         .message = shortText(root.member("message"))};
     if (const JsonValue words = root.member("words"); !words.isMissing())
-        answer.words = words.json();
+        answer.words = words.elements(mostWords + 1).size() > mostWords ? QByteArray() : words.json();
     return answer;
 }
 

@@ -26,7 +26,8 @@ struct ServerAnswer {
     bool isSuccess = false;
     std::optional<QString> token = std::nullopt;
     std::optional<QString> message = std::nullopt;
-    QByteArray words = QByteArrayLiteral("[]"); ///< JSON that should be an array of records
+    /// JSON that should be an array of records; empty for more than 500,000 of them.
+    QByteArray words = QByteArrayLiteral("[]");
 };
 
 /// Nothing when JsonDocument does not take the text, or it is no object.

@@ -223,6 +223,10 @@ private Q_SLOTS:
         accepted("no list", answer("{'success': true, 'words': 5}"), "同步完成");
         accepted("null", answer("{'words': null, 'success': true}"), "同步完成");
         accepted("object", answer("{'words': {'word': 'x'}, 'success': true}"), "同步完成");
+        accepted(
+            "too many",
+            {.body = json("{'success': true, 'words': [{}") + QByteArray(",{}").repeated(500'000) + "]}"},
+            "同步完成");
         accepted("no record", answer("{'success': true, 'words': [{'word': 'x'}, 1]}"), "同步完成");
     }
 
