@@ -54,8 +54,9 @@ UpdateManager &UpdateManager::shared() {
                            .installation = Installation::of(executableDirectory(), QDir::homePath()),
                            .platform = ScriptPlatform::Linux,
                            .quit = [](int status) {
+                               // The script waits for three seconds.
                                if (StorageManager::shared().hasUnsavedChanges())
-                                   StorageManager::shared().saveData();
+                                   StorageManager::shared().saveData(std::chrono::seconds{2});
                                endProcess(status);
                            }});
     return *instance;
