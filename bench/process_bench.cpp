@@ -1,6 +1,5 @@
 #include "bench.h"
 #include "lookup/dictionary_service.h"
-#include "lookup/dictionary_service.h"
 #include "sample_data.h"
 #include "storage/wordbook_file.h"
 #include "support/user_defaults.h"
