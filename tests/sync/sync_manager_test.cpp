@@ -40,8 +40,8 @@ public:
                                       .storage = *storage,
                                       .defaults = defaults,
                                       .clock = [] { return now; },
-                                      .idleLimit = 500ms,
-                                      .totalLimit = 2s});
+                                      .idleLimit = 1500ms,
+                                      .totalLimit = 6s});
         const auto tell = [this](auto signal, auto describe) {
             QObject::connect(sync.get(), signal, sync.get(), [this, describe] { news += describe(); });
         };
