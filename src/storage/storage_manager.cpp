@@ -77,12 +77,8 @@ void StorageManager::adopt(QList<WordRecord> words) {
     removeDeleted(words, deleted);
     m_words = std::move(words);
     const ChangeContext context{.calendar = m_dependencies.calendar(), .deletedWords = deleted};
-    for (const WordbookChange &change : std::as_const(m_unsavedChanges)) {
-        // A deletion does not undo what another process has restored since.
-        const auto *deletion = std::get_if<WordDeleted>(&change);
-        if (deletion == nullptr || deleted.contains(deletion->key))
-            apply(m_words, change, context);
-    }
+    for (const WordbookChange &change : std::as_const(m_unsavedChanges))
+        apply(m_words, change, context);
 }
 
 void StorageManager::seed() {
@@ -162,24 +158,40 @@ const std::optional<WeeklyReviewPlan> &StorageManager::weeklyPlan() const {
     return m_weeklyPlan;
 }
 
+/// Brings the list of deleted words in step with a change.
+void StorageManager::updateDeletedWords(const WordbookChange &change, QSet<QString> &deletedWords) {
+    const QSet<QString> before = deletedWords;
+    if (const auto *search = std::get_if<WordSearched>(&change)) {
+        // Searching a deleted word again restores it.
+        deletedWords.remove(wordKey(search->entry.headword));
+    } else if (const auto *deletion = std::get_if<WordsDeleted>(&change)) {
+        deletedWords += deletion->keys;
+    } else if (const auto *restoration = std::get_if<WordsRestored>(&change)) {
+        for (const WordRecord &record : restoration->records)
+            deletedWords.remove(record.word.toLower());
+    }
+    if (deletedWords != before)
+        setDeletedWords(deletedWords);
+}
+
 /// Makes a change on the current state of the wordbook, saves it and rebuilds the plan. What cannot be saved
-/// stays in memory until the next time.
-void StorageManager::change(const WordbookChange &change) {
+/// stays in memory until the next time. `prepare` sees the words that the change is made on.
+void StorageManager::change(const WordbookChange &change, const std::function<void()> &prepare) {
     bool isDifferent = false;
     {
         const auto held = lock(usualPatience);
         m_dependencies.defaults.refresh();
         ChangeContext context{.calendar = m_dependencies.calendar(), .deletedWords = deletedWords()};
-        if (const auto *search = std::get_if<WordSearched>(&change)) {
-            // Searching a deleted word again restores it.
-            if (context.deletedWords.remove(wordKey(search->entry.headword)))
-                setDeletedWords(context.deletedWords);
-        } else if (const auto *deletion = std::get_if<WordDeleted>(&change)) {
-            context.deletedWords.insert(deletion->key);
-            setDeletedWords(context.deletedWords);
-        }
+        const bool isDeletion = std::holds_alternative<WordsDeleted>(change);
+        if (!isDeletion)
+            updateDeletedWords(change, context.deletedWords);
         isDifferent = held && m_file.isReplaced();
         const bool maySave = held && catchUp();
+        if (prepare)
+            prepare();
+        // A file taken in just now must not hide beforehand what is deleted here, or nothing could undo it.
+        if (isDeletion)
+            updateDeletedWords(change, context.deletedWords);
         m_weeklyPlan.reset(); // or it would keep a copy of the whole list alive
         if (apply(m_words, change, context)) {
             isDifferent = true;
@@ -202,6 +214,8 @@ void StorageManager::publish(const WordbookChange &change) {
         index = indexOfWord(m_words, wordKey(search->entry.headword));
     else if (const auto *review = std::get_if<WordReviewed>(&change))
         index = indexOfWord(m_words, review->wordId, review->word);
+    else if (const auto *restoration = std::get_if<WordsRestored>(&change))
+        m_dependencies.spotlight.indexWordsBatch(restoration->records);
     if (index >= 0)
         m_dependencies.spotlight.indexWord(m_words.at(index));
 }
@@ -227,12 +241,48 @@ void StorageManager::deleteWord(QUuid wordId) {
 }
 
 void StorageManager::deleteWord(const QString &wordText) {
-    const QString key = wordKey(wordText);
-    if (key.isEmpty())
-        return;
-    m_dependencies.spotlight.removeWord(wordText.trimmed());
-    change(WordDeleted{.key = key});
-    Q_EMIT wordDeleted(wordText.trimmed());
+    if (const QString word = wordText.trimmed(); !word.isEmpty())
+        remove({word});
+}
+
+WordsRestored StorageManager::deleteWords(const QList<QUuid> &wordIds) {
+    const QSet<QUuid> chosen(wordIds.begin(), wordIds.end());
+    QSet<QString> keys;
+    QStringList words;
+    for (const WordRecord &record : std::as_const(m_words)) {
+        if (!chosen.contains(record.id))
+            continue;
+        const QString word = record.word.trimmed();
+        if (const QString key = wordKey(word); !key.isEmpty() && !keys.contains(key)) {
+            keys += key;
+            words += word;
+        }
+    }
+    return words.isEmpty() ? WordsRestored() : remove(words);
+}
+
+/// Deletes words that are trimmed and not empty, each only once.
+WordsRestored StorageManager::remove(const QStringList &words) {
+    m_dependencies.spotlight.removeWords(words);
+    WordsDeleted deletion;
+    for (const QString &word : words)
+        deletion.keys += wordKey(word);
+    WordsRestored undo;
+    change(deletion, [&] { undo = undoOf(deletion, m_words); });
+    for (const QString &word : words)
+        Q_EMIT wordDeleted(word);
+    return undo;
+}
+
+void StorageManager::restoreWords(const WordsRestored &deleted) {
+    if (!deleted.records.isEmpty())
+        change(deleted);
+}
+
+void StorageManager::setUserNotes(QUuid wordId, const QString &notes) {
+    const qsizetype known = indexOfWord(m_words, wordId);
+    if (known >= 0 && m_words.at(known).userNotes != notes)
+        change(UserNotesSet{.wordId = wordId, .word = m_words.at(known).word, .notes = notes});
 }
 
 void StorageManager::mergeCloudWords(const QList<WordRecord> &cloudWords) {

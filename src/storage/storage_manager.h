@@ -71,6 +71,14 @@ public:
     void deleteWord(QUuid wordId);
     /// Deletes every record of the word, whatever its case, and remembers it as deleted.
     void deleteWord(const QString &wordText);
+    /// Deletes, in one change, every record of the words that the ids name, like deleteWord(), and returns
+    /// what restoreWords() takes.
+    WordsRestored deleteWords(const QList<QUuid> &wordIds);
+    /// Undoes a deletion: the records come back with all their history, and the words are not deleted any
+    /// longer. One that was searched for since is united with its new record.
+    void restoreWords(const WordsRestored &deleted);
+    /// Keeps the user's note on a word; an unknown id is ignored.
+    Q_INVOKABLE void setUserNotes(QUuid wordId, const QString &notes);
     /// Takes in the server's records, under the same rule as every change; see lexiquill::mergeCloudWords().
     /// Nothing is saved when none of them has anything new.
     void mergeCloudWords(const QList<WordRecord> &cloudWords);
@@ -93,7 +101,9 @@ private:
     void seed();
     std::unique_ptr<FileLock> lock(std::chrono::milliseconds patience);
     bool catchUp();
-    void change(const WordbookChange &change);
+    void updateDeletedWords(const WordbookChange &change, QSet<QString> &deletedWords);
+    void change(const WordbookChange &change, const std::function<void()> &prepare = {});
+    WordsRestored remove(const QStringList &words);
     void publish(const WordbookChange &change);
     void write();
 

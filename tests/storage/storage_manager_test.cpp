@@ -221,6 +221,75 @@ private Q_SLOTS:
         QCOMPARE(names(place.open()->words()), "apple pear");
     }
 
+    void undoneDeletions() {
+        Place place;
+        place.setWords({apple, pear, QStringLiteral("Apple"), plum});
+        const auto store = place.open();
+        store->recordReview(store->words().at(0).id, ReviewFeedback::Remembered);
+        store->setUserNotes(store->words().at(2).id, QStringLiteral("大写"));
+        store->setUserNotes(QUuid::createUuid(), QStringLiteral("nobody's"));
+        const QByteArray before = readFile(place.wordbook());
+        place.index.calls.clear();
+
+        const QSignalSpy changes(store.get(), &StorageManager::wordsChanged);
+        const QSignalSpy deleted(store.get(), &StorageManager::wordDeleted);
+        const WordsRestored undo =
+            store->deleteWords({store->words().at(3).id, store->words().at(2).id, QUuid::createUuid()});
+        QCOMPARE(names(place.saved()), "pear");
+        QCOMPARE(deleted.size(), 2);
+        QCOMPARE(changes.size(), 1);
+        store->restoreWords(undo);
+        QCOMPARE(readFile(place.wordbook()), before);
+        QCOMPARE(store->deletedWords(), QSet<QString>());
+        QCOMPARE(place.index.calls, " -word:apple word:plum +apple +Apple +plum");
+        QCOMPARE(store->weeklyPlan()->totalCount(), 4);
+
+        store->restoreWords(undo);
+        store->restoreWords(store->deleteWords({}));
+        QCOMPARE(changes.size(), 2);
+        QCOMPARE(readFile(place.wordbook()), before);
+    }
+
+    void undoneDeletionsOfManyProcesses() {
+        Place place;
+        place.setWords({apple, pear, plum});
+        const auto here = place.open();
+        // What is deleted is the record as it stands, not as it was known here.
+        place.elsewhere([](StorageManager &store) {
+            store.recordReview(store.words().at(0).id, ReviewFeedback::Remembered);
+            store.setUserNotes(store.words().at(0).id, QStringLiteral("note"));
+        });
+        WordsRestored undo = here->deleteWords({here->words().at(0).id});
+        place.now = place.now.adding(3600);
+        // The word is searched for again elsewhere: the two records become one.
+        place.elsewhere([](StorageManager &store) {
+            const QUuid id = store.addOrUpdateSearch(entryFor(apple, QStringLiteral("ˈæpl"))).id;
+            store.recordReview(id, ReviewFeedback::Forgot);
+        });
+        here->restoreWords(undo);
+        QCOMPARE(names(place.saved()), "apple pear plum");
+        const WordRecord united = place.saved().at(0);
+        QVERIFY(haveSameContent(united, here->words().at(0)));
+        QCOMPARE(united.id, undo.records.at(0).id);
+        QCOMPARE(united.searchCount, 2);
+        QCOMPARE(united.phonetic, QStringLiteral("ˈæpl"));
+        QCOMPARE(united.userNotes, QStringLiteral("note"));
+        QCOMPARE(united.reviewHistory.size(), 2);
+        QCOMPARE(united.memoryStatus, MemoryStatus::Learning);
+
+        // A restoration that could not be saved is made again, unless the word has been deleted since.
+        undo = here->deleteWords({here->words().at(1).id, here->words().at(2).id});
+        QVERIFY(QDir().mkpath(place.temporary()));
+        here->restoreWords(undo);
+        here->setUserNotes(here->words().at(1).id, QStringLiteral("sweet"));
+        QVERIFY(QDir().rmdir(place.temporary()));
+        QCOMPARE(names(place.saved()), "apple");
+        place.elsewhere([](StorageManager &store) { store.deleteWord(plum); });
+        here->addOrUpdateSearch(entryFor(QStringLiteral("fig")));
+        QCOMPARE(names(place.saved()), "fig apple pear");
+        QCOMPARE(place.saved().at(2).userNotes, QStringLiteral("sweet"));
+    }
+
     /// Each change is made by a store that has not seen the other process's last one.
     void manyProcesses() {
         Place place;
