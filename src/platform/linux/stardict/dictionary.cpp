@@ -78,6 +78,7 @@ bool Dictionary::ready() {
 }
 
 void Dictionary::close() {
+    m_headwords.reset();
     m_table.reset();
     m_packedArticles.reset();
     m_index.close();
@@ -118,6 +119,7 @@ void Dictionary::openTable(bool rebuild) {
     if (m_table && !rebuild)
         return;
     const TableSource source{m_info, m_index.data(), m_indexIsPacked, m_synonyms.data()};
+    m_headwords.reset();
     m_table = LookupTable::build(source, m_basePath, m_stamps);
     if (!QDir().mkpath(QFileInfo(m_cachePath).path()) || !m_table->save(m_cachePath))
         return;
@@ -225,6 +227,20 @@ std::optional<Dictionary::Answer> Dictionary::find(const QString &word) {
     if (answer.articles.empty())
         return std::nullopt;
     return answer;
+}
+
+const Headwords *Dictionary::headwords() {
+    if (!ready())
+        return nullptr;
+    if (!m_headwords) {
+        QByteArrayView index = m_indexIsPacked ? m_table->wholeIndex() : m_index.data();
+        if (m_indexIsPacked && m_table->damaged()) {
+            openTable(true);
+            index = m_table->wholeIndex();
+        }
+        m_headwords.emplace(index, m_info.offsetBytes);
+    }
+    return &*m_headwords;
 }
 
 } // namespace lexiquill::stardict

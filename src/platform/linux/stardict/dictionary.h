@@ -2,6 +2,7 @@
 
 #include "platform/linux/stardict/article.h"
 #include "platform/linux/stardict/compressed.h"
+#include "platform/linux/stardict/headwords.h"
 #include "platform/linux/stardict/ifo_file.h"
 #include "platform/linux/stardict/index_entry.h"
 #include "platform/linux/stardict/lookup_table.h"
@@ -34,6 +35,9 @@ public:
     /// Looks the word up as typed, then among the synonyms, then both without regard to case. Nothing when it
     /// is unknown or the dictionary unusable.
     std::optional<Answer> find(const QString &word);
+
+    /// The dictionary's headwords; nothing when it is unusable. To be asked for anew before every use.
+    const Headwords *headwords();
 
 private:
     struct Match {
@@ -68,6 +72,7 @@ private:
     std::optional<DictZip> m_packedArticles;
     MappedFile m_synonyms;
     std::unique_ptr<LookupTable> m_table;
+    std::optional<Headwords> m_headwords;
 };
 
 } // namespace lexiquill::stardict
