@@ -58,6 +58,18 @@ bool writeAll(int descriptor, QByteArrayView content) {
     return true;
 }
 
+/// Lets this user into every directory within, whatever the modes that an archive gave them.
+void openDirectories(const std::filesystem::path &path) {
+    namespace fs = std::filesystem;
+    std::error_code error;
+    for (fs::recursive_directory_iterator each(path, error), end; !error && each != end;
+         each.increment(error)) {
+        std::error_code ignored;
+        if (each->symlink_status(ignored).type() == fs::file_type::directory)
+            fs::permissions(each->path(), fs::perms::owner_all, ignored);
+    }
+}
+
 class LinuxSharedDirectory final : public SharedDirectory {
 public:
     explicit LinuxSharedDirectory(const QString &path)
@@ -151,8 +163,10 @@ public:
             return failureAfter(::unlinkat(m_directory.get(), file.constData(), 0));
         // From here on nobody else can change what is in it.
         ::fchmodat(m_directory.get(), file.constData(), privateDirectoryMode, 0);
+        const std::filesystem::path path((m_path + '/' + file).toStdString());
+        openDirectories(path);
         std::error_code error;
-        std::filesystem::remove_all((m_path + '/' + file).toStdString(), error);
+        std::filesystem::remove_all(path, error);
         return error ? failureOf(error.value()) : std::nullopt;
     }
 
