@@ -216,6 +216,8 @@ void StorageManager::publish(const WordbookChange &change) {
         index = indexOfWord(m_words, review->wordId, review->word);
     else if (const auto *restoration = std::get_if<WordsRestored>(&change))
         m_dependencies.spotlight.indexWordsBatch(restoration->records);
+    else if (const auto *undo = std::get_if<ReviewUndone>(&change))
+        index = indexOfWord(m_words, undo->before.id, undo->before.word);
     if (index >= 0)
         m_dependencies.spotlight.indexWord(m_words.at(index));
 }
@@ -225,14 +227,21 @@ WordRecord StorageManager::addOrUpdateSearch(const DictionaryEntry &entry) {
     return m_words.at(indexOfWord(m_words, wordKey(entry.headword)));
 }
 
-void StorageManager::recordReview(QUuid wordId, ReviewFeedback feedback) {
+std::optional<ReviewUndone> StorageManager::recordReview(QUuid wordId, ReviewFeedback feedback) {
     const qsizetype known = indexOfWord(m_words, wordId);
     if (known < 0)
-        return;
+        return std::nullopt;
+    ReviewUndone undo{.reviewId = QUuid::createUuid(), .before = m_words.at(known)};
     change(WordReviewed{.wordId = wordId,
-                        .word = m_words.at(known).word,
+                        .word = undo.before.word,
                         .feedback = feedback,
-                        .date = m_dependencies.clock()});
+                        .date = m_dependencies.clock(),
+                        .reviewId = undo.reviewId});
+    return undo;
+}
+
+void StorageManager::undoReview(const ReviewUndone &undo) {
+    change(undo);
 }
 
 void StorageManager::deleteWord(QUuid wordId) {

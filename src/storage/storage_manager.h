@@ -65,8 +65,11 @@ public:
 
     /// Records a successful lookup and returns the record as stored.
     WordRecord addOrUpdateSearch(const DictionaryEntry &entry);
-    /// Applies one review answer; an unknown id is ignored.
-    void recordReview(QUuid wordId, ReviewFeedback feedback);
+    /// Applies one review answer and returns what takes it back; an unknown id is ignored.
+    std::optional<ReviewUndone> recordReview(QUuid wordId, ReviewFeedback feedback);
+    /// Takes an answer back: review state and history become what they would be without it. Ignored when the
+    /// answer is no longer in the word's history.
+    void undoReview(const ReviewUndone &undo);
     /// Deletes a word; an unknown id is ignored.
     void deleteWord(QUuid wordId);
     /// Deletes every record of the word, whatever its case, and remembers it as deleted.

@@ -47,6 +47,37 @@ bool apply(QList<WordRecord> &words, const WordReviewed &review, const ChangeCon
         return false;
     SpacedRepetitionEngine::shared().processReview(words[index], review.feedback, review.date,
                                                    context.calendar);
+    words[index].reviewHistory.last().id = review.reviewId;
+    return true;
+}
+
+bool apply(QList<WordRecord> &words, const ReviewUndone &undo, const ChangeContext &context) {
+    const WordRecord &before = undo.before;
+    const qsizetype index = indexOfWord(words, before.id, before.word);
+    if (index < 0)
+        return false;
+    const QList<ReviewLog> history = words.at(index).reviewHistory;
+    const auto isUndone = [&undo](const ReviewLog &review) { return review.id == undo.reviewId; };
+    // The server's history of the word may have replaced the one that the answer went into.
+    if (history.size() <= before.reviewHistory.size() ||
+        std::none_of(history.cbegin() + before.reviewHistory.size(), history.cend(), isUndone))
+        return false;
+    WordRecord &record = words[index];
+    record.lastReviewDate = before.lastReviewDate;
+    record.nextReviewDate = before.nextReviewDate;
+    record.repetitionCount = before.repetitionCount;
+    record.intervalDays = before.intervalDays;
+    record.easeFactor = before.easeFactor;
+    record.isMastered = before.isMastered;
+    record.memoryStatus = before.memoryStatus;
+    record.reviewHistory = before.reviewHistory;
+    for (const ReviewLog &review : history.sliced(before.reviewHistory.size())) {
+        if (isUndone(review))
+            continue;
+        SpacedRepetitionEngine::shared().processReview(record, review.feedback, review.reviewDate,
+                                                       context.calendar);
+        record.reviewHistory.last().id = review.id;
+    }
     return true;
 }
 

@@ -28,6 +28,13 @@ struct WordReviewed {
     QString word;
     ReviewFeedback feedback = ReviewFeedback::Forgot;
     Instant date;
+    QUuid reviewId = QUuid::createUuid(); ///< of the entry in the history
+};
+
+/// The answer to a review was taken back. Other answers that have been given since are kept.
+struct ReviewUndone {
+    QUuid reviewId;
+    WordRecord before; ///< the record as it was when the answer was given; only its review state counts
 };
 
 /// Words were deleted. Only those that are still among the deleted words count, so that a deletion made again
@@ -55,8 +62,8 @@ struct CloudWordsMerged {
     QList<WordRecord> words;
 };
 
-using WordbookChange =
-    std::variant<WordSearched, WordReviewed, WordsDeleted, WordsRestored, UserNotesSet, CloudWordsMerged>;
+using WordbookChange = std::variant<WordSearched, WordReviewed, ReviewUndone, WordsDeleted, WordsRestored,
+                                    UserNotesSet, CloudWordsMerged>;
 
 /// The record of a word searched for the first time: due at once.
 WordRecord newRecord(const WordSearched &search);

@@ -190,6 +190,56 @@ private Q_SLOTS:
         QCOMPARE(store->weeklyPlan()->difficultWords.size(), 1);
     }
 
+    void undoneReviews() {
+        Place place;
+        place.setWords({apple, pear});
+        const auto store = place.open();
+        const QUuid id = store->words().at(1).id;
+        store->recordReview(id, ReviewFeedback::Forgot);
+        const WordRecord before = store->words().at(1);
+        place.now = place.now.adding(100);
+        const auto undo = store->recordReview(id, ReviewFeedback::Remembered);
+        QVERIFY(undo && !haveSameContent(store->words().at(1), before));
+        place.index.calls.clear();
+        store->undoReview(*undo);
+        QVERIFY(haveSameContent(store->words().at(1), before));
+        QVERIFY(haveSameContent(place.saved().at(1), before));
+        QCOMPARE(place.index.calls, " +pear");
+        // There is nothing left to undo.
+        place.index.calls.clear();
+        store->undoReview(*undo);
+        QVERIFY(haveSameContent(store->words().at(1), before));
+        QCOMPARE(place.index.calls, QByteArray());
+        QVERIFY(!store->recordReview(QUuid::createUuid(), ReviewFeedback::Forgot));
+    }
+
+    /// What another process answers before an answer is taken back stays, whether the answer was saved or not.
+    void undoneReviewsBetweenOthers_data() {
+        QTest::addColumn<bool>("isSaved");
+        QTest::newRow("saved") << true;
+        QTest::newRow("in memory only") << false;
+    }
+    void undoneReviewsBetweenOthers() {
+        QFETCH(const bool, isSaved);
+        Place place;
+        place.setWords({apple});
+        const auto store = place.open();
+        const QUuid id = store->words().at(0).id;
+        auto lock = isSaved ? nullptr : FileLock::acquire(place.wordbook() + QStringLiteral(".lock"), {});
+        const auto undo = store->recordReview(id, ReviewFeedback::Forgot);
+        lock.reset();
+        QCOMPARE(store->hasUnsavedChanges(), !isSaved);
+        place.elsewhere([&id](StorageManager &other) { other.recordReview(id, ReviewFeedback::Remembered); });
+        store->undoReview(*undo);
+        QVERIFY(!store->hasUnsavedChanges());
+        const WordRecord word = place.saved().at(0);
+        QCOMPARE(word.reviewHistory.size(), 1);
+        QVERIFY(word.reviewHistory.at(0).feedback == ReviewFeedback::Remembered);
+        QCOMPARE(word.easeFactor, 2.55);
+        QCOMPARE(word.repetitionCount, 1);
+        QVERIFY(haveSameContent(word, store->words().at(0)));
+    }
+
     void deletions() {
         Place place;
         place.setWords({apple, pear, QStringLiteral("Apple"), plum});
