@@ -52,6 +52,10 @@ public:
     /// The plan as of the last change. It is built when it is first asked for, for most commands never do.
     const std::optional<WeeklyReviewPlan> &weeklyPlan() const;
 
+    /// The time and the calendar that the wordbook goes by.
+    Instant now() const { return m_dependencies.clock(); }
+    Calendar calendar() const { return m_dependencies.calendar(); }
+
     /// Deleted words, trimmed and lower-cased.
     QSet<QString> deletedWords() const;
     void setDeletedWords(const QSet<QString> &words);

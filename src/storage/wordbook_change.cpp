@@ -57,7 +57,9 @@ bool apply(QList<WordRecord> &words, const ReviewUndone &undo, const ChangeConte
     if (index < 0)
         return false;
     const QList<ReviewLog> history = words.at(index).reviewHistory;
-    const auto isUndone = [&undo](const ReviewLog &review) { return review.id == undo.reviewId; };
+    const auto isUndone = [&undo](const ReviewLog &review) {
+        return review.id == undo.reviewId;
+    };
     // The server's history of the word may have replaced the one that the answer went into.
     if (history.size() <= before.reviewHistory.size() ||
         std::none_of(history.cbegin() + before.reviewHistory.size(), history.cend(), isUndone))
