@@ -38,6 +38,11 @@ const QHash<QString, QLatin1StringView> &symbols() {
                          "5.5 5.5 M 16.5 16.5 L 18.5 18.5 M 7.5 16.5 L 5.5 18.5 M 16.5 7.5 L 18.5 5.5"_L1},
         {u"arrow.triangle.2.circlepath"_s,
          "A 12 12 8 20 140 A 12 12 8 200 140 M 19.9 4.8 L 19.6 9.3 L 15.2 8.8 M 4.1 19.2 L 4.4 14.7 L 8.8 15.2"_L1},
+        {u"arrow.triangle.2.circlepath.circle.fill"_s,
+         "O 12 12 9.6 A 12 12 5 20 140 A 12 12 5 200 140 M 17 7.4 L 16.8 10.3 L 14 9.9 M 7 16.6 L 7.2 13.7 L 10 14.1"_L1},
+        {u"arrow.up.arrow.down.circle"_s, "O 12 12 9 M 9.2 16 L 9.2 8 M 6.8 10.2 L 9.2 7.8 L 11.6 10.2 M 14.8 8 "
+                                          "L 14.8 16 M 12.4 13.8 L 14.8 16.2 L 17.2 13.8"_L1},
+        {u"arrow.right"_s, "M 4.5 12 L 19 12 M 13.5 6.5 L 19 12 L 13.5 17.5"_L1},
         {u"arrow.clockwise"_s, "A 12 12.5 7.5 50 -310 M 17.5 2.8 L 17.2 7 L 13 6.8"_L1},
         {u"arrow.counterclockwise"_s, "A 12 12.5 7.5 130 310 M 6.5 2.8 L 6.8 7 L 11 6.8"_L1},
         {u"arrow.uturn.backward"_s,
@@ -115,6 +120,9 @@ const QHash<QString, QLatin1StringView> &symbols() {
          "4.5 16.5 Q 4.3 17.5 5.3 17.5 L 18.7 17.5 Q 19.7 17.5 19.5 16.5 L 17.5 13 L 17.3 9.8 Q "
          "14.3 8.6 14.2 5.4 Q 13.5 4 12 4 Z"_L1},
         {u"text.book.closed"_s, "R 5 3 14 18 2.5 M 5 17.5 L 19 17.5 M 9 7.5 L 15 7.5 M 9 11 L 13.5 11"_L1},
+        {u"cloud.sun.fill"_s, "M 16 3 L 16 4.4 M 10.9 5.1 L 11.9 6.1 M 21.1 5.1 L 20.1 6.1 M 23 10 L 21.7 10 A 16 10 3.6 "
+                              "165 -205 F M 6.5 20 C 1.5 20 1.5 13.7 5.8 13.4 C 5.8 8 13.6 7.2 14.9 12.2 C 20 12.2 20 20 "
+                              "15 20 Z"_L1},
         {u"icloud"_s,
          "M 7 18.5 C 2 18.5 2 11.7 6.5 11.5 C 6.5 5.5 15 4.5 16.5 10 C 22 10 22 18.5 17 18.5 Z"_L1},
         {u"icloud.and.arrow.up"_s, "M 7 18.5 C 2 18.5 2 11.7 6.5 11.5 C 6.5 5.5 15 4.5 16.5 10 C 22 10 22 "
