@@ -33,6 +33,11 @@ public:
     /// At most `limit` headwords that are spelled nearly like the word, the likeliest first.
     QStringList nearSpellings(const QString &word, qsizetype limit, const std::stop_token &stop = {});
 
+    /// The dictionaries in the order in which they are asked. May take a moment; may be called on any thread.
+    QList<DictionaryServices::ActiveDictionary> activeDictionaries() {
+        return m_services.activeDictionaries();
+    }
+
 private:
     DictionaryServices &m_services;
     bool m_isInitialized = false;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 #include <QStringList>
 
@@ -37,6 +38,16 @@ public:
         Q_UNUSED(stop)
         return {};
     }
+
+    /// A dictionary that answers.
+    struct ActiveDictionary {
+        QString name;
+        qint64 wordCount = 0;
+        QString path; ///< of one of its files
+    };
+
+    /// The dictionaries in the order in which they are asked. May search the disk; may be called on any thread.
+    virtual QList<ActiveDictionary> activeDictionaries() { return {}; }
 
     /// Names of the entries of a directory; an unreadable or missing one counts as empty.
     virtual QStringList directoryContents(const QString &path) = 0;

@@ -2,6 +2,7 @@
 
 #include "support/text.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QStandardPaths>
 
@@ -297,6 +298,60 @@ void StorageManager::setUserNotes(QUuid wordId, const QString &notes) {
 void StorageManager::mergeCloudWords(const QList<WordRecord> &cloudWords) {
     if (!cloudWords.isEmpty())
         change(CloudWordsMerged{.words = cloudWords});
+}
+
+bool StorageManager::restoreBackup(const QList<WordRecord> &backup) {
+    QList<WordRecord> replaced;
+    bool isRestored = false;
+    {
+        const auto held = lock(usualPatience);
+        m_dependencies.defaults.refresh();
+        if (!held || !catchUp())
+            return false;
+        // What is in memory only must not be lost to the backup either.
+        write();
+        if (!hasUnsavedChanges()) {
+            replaced = m_words;
+            isRestored = replaceFile(backup);
+        }
+    }
+    if (isRestored)
+        publishRestored(replaced);
+    Q_EMIT wordsChanged();
+    refreshWeeklyPlan();
+    return isRestored;
+}
+
+/// Saves the words of a backup under the lock, and makes them the current ones if that has worked.
+bool StorageManager::replaceFile(const QList<WordRecord> &backup) {
+    const QSet<QString> deleted = deletedWords();
+    QSet<QString> stillDeleted = deleted;
+    for (const WordRecord &record : backup)
+        stillDeleted.remove(record.word.toLower());
+    // First the list, or a process that ends in between would leave the restored words hidden.
+    if (stillDeleted != deleted)
+        setDeletedWords(stillDeleted);
+    const auto seconds = static_cast<qint64>(m_dependencies.clock().unixSeconds());
+    if (!m_file.replace(backup,
+                        QDateTime::fromSecsSinceEpoch(seconds, m_dependencies.calendar().timeZone))) {
+        if (stillDeleted != deleted)
+            setDeletedWords(deleted);
+        return false;
+    }
+    m_weeklyPlan.reset();
+    m_words = backup;
+    return true;
+}
+
+void StorageManager::publishRestored(const QList<WordRecord> &replaced) {
+    QSet<QString> present;
+    for (const WordRecord &record : std::as_const(m_words))
+        present.insert(record.word.toLower());
+    for (const WordRecord &record : replaced) {
+        if (!present.contains(record.word.toLower()))
+            m_dependencies.spotlight.removeWord(record.word);
+    }
+    m_dependencies.spotlight.indexWordsBatch(m_words);
 }
 
 } // namespace lexiquill

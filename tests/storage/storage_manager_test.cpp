@@ -1,6 +1,8 @@
 #include "e2e/program.h"
 #include "platform/file_lock.h"
 #include "storage/storage_manager.h"
+#include "storage/wordbook_backups.h"
+#include "support/table.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -459,6 +461,102 @@ private Q_SLOTS:
         QVERIFY(!store->hasUnsavedChanges());
         QCOMPARE(names(place.saved()), "plum pear");
         QCOMPARE(place.saved().at(1).reviewHistory.size(), 1);
+    }
+
+    void restoring() {
+        Place place;
+        place.setWords({apple, pear});
+        const auto store = place.open();
+        store->deleteWord(pear);
+        place.elsewhere([](StorageManager &other) { other.addOrUpdateSearch(entryFor(plum)); });
+        const QString directory = WordbookBackup::directoryFor(place.wordbook());
+        const auto ofDay = WordbookBackup::list(directory);
+        QCOMPARE(ofDay.size(), 1);
+        QVERIFY(!ofDay.first().isOfMoment);
+        QCOMPARE(ofDay.first().date.date(), QDate(2025, 3, 14));
+        const auto words = ofDay.first().read(place.now);
+        QVERIFY(words);
+        QCOMPARE(names(*words), "apple pear");
+
+        place.index.calls.clear();
+        QSignalSpy news(store.get(), &StorageManager::wordsChanged);
+        QVERIFY(store->restoreBackup(*words));
+        QVERIFY(!news.isEmpty());
+        QCOMPARE(names(store->words()), "apple pear");
+        QCOMPARE(names(place.saved()), "apple pear");
+        QCOMPARE(store->weeklyPlan()->dueWords.size(), 2);
+        QCOMPARE(place.index.calls, " -word:plum +apple +pear");
+        // A deleted word that is there again stays there.
+        QVERIFY(store->deletedWords().isEmpty());
+        QCOMPARE(names(place.open()->words()), "apple pear");
+
+        // What the backup has replaced, the other process's word included, can be had back, and then that again.
+        for (const char *expected : {"plum apple", "apple pear"}) {
+            const auto backups = WordbookBackup::list(directory);
+            QVERIFY(backups.first().isOfMoment);
+            const auto replaced = backups.first().read(place.now);
+            QVERIFY(replaced);
+            QVERIFY(store->restoreBackup(*replaced));
+            QCOMPARE(names(place.saved()), expected);
+        }
+        QCOMPARE(place.backups(),
+                 (QStringList{QStringLiteral("vocabulary-2025-03-14-092653.json"),
+                              QStringLiteral("vocabulary-2025-03-14-092654.json"),
+                              QStringLiteral("vocabulary-2025-03-14-092655.json"),
+                              QStringLiteral("vocabulary-2025-03-14.json")}));
+        // Other processes find the restored words below what they do next.
+        place.elsewhere([](StorageManager &other) { other.deleteWord(apple); });
+        store->addOrUpdateSearch(entryFor(plum));
+        QCOMPARE(names(place.saved()), "plum pear");
+    }
+
+    void restoringAllOrNothing_data() {
+        addRows("backups are no directory\n"
+                "the wordbook cannot be written\n"
+                "another process holds the lock");
+    }
+    void restoringAllOrNothing() {
+        QFETCH(const QStringList, cells);
+        Place place;
+        place.setWords({apple, pear});
+        const auto store = place.open();
+        store->deleteWord(pear);
+        const QByteArray before = readFile(place.wordbook());
+        std::unique_ptr<FileLock> lock;
+        if (cells.first().startsWith(QLatin1StringView("backups"))) {
+            QVERIFY(QDir(place.directory() + QStringLiteral("/backups")).removeRecursively());
+            QVERIFY(writeFile(place.directory() + QStringLiteral("/backups"), "x"));
+        } else if (cells.first().startsWith(QLatin1StringView("the"))) {
+            QVERIFY(QDir().mkdir(place.temporary()));
+        } else {
+            lock = FileLock::acquire(place.wordbook() + QStringLiteral(".lock"), std::chrono::seconds(1));
+            store->saveData(std::chrono::milliseconds(0)); // from here on it does not wait
+        }
+        QVERIFY(!store->restoreBackup({newRecord({.entry = entryFor(pear), .date = place.now})}));
+        QCOMPARE(names(store->words()), "apple");
+        QCOMPARE(readFile(place.wordbook()), before);
+        QCOMPARE(store->deletedWords(), QSet<QString>{pear});
+        QVERIFY(!store->hasUnsavedChanges());
+    }
+
+    void damagedBackups_data() {
+        QTest::addColumn<QByteArray>("content");
+        QTest::newRow("cut") << QByteArray("[{\"word\": \"apple\"}, {\"wo");
+        QTest::newRow("empty") << QByteArray("");
+        QTest::newRow("no list") << QByteArray("{}");
+        QTest::newRow("no text") << QByteArray("\x7f\0ELF", 5);
+    }
+    void damagedBackups() {
+        QFETCH(const QByteArray, content);
+        Place place;
+        const QString directory = WordbookBackup::directoryFor(place.wordbook());
+        QVERIFY(QDir().mkpath(directory + QStringLiteral("/vocabulary-2025-01-02.json")));
+        for (const char *name : {"vocabulary-2025-01-01.json", "vocabulary-2025-13-01.json", "other.json"})
+            QVERIFY(writeFile(directory + u'/' + QString::fromLatin1(name), content));
+        const auto backups = WordbookBackup::list(directory);
+        QCOMPARE(backups.size(), 1);
+        QCOMPARE(backups.first().size, content.size());
+        QVERIFY(!backups.first().read(place.now));
     }
 
     void hostileSettings_data() {

@@ -159,6 +159,18 @@ void LinuxDictionaryServices::scan(Shelf &shelf) const {
                           [](const auto &dictionary) { return isChineseEnglish(dictionary->bookName()); });
 }
 
+QList<DictionaryServices::ActiveDictionary> LinuxDictionaryServices::activeDictionaries() {
+    const std::lock_guard lock(m_mutex);
+    if (!m_scanned)
+        scan();
+    QList<ActiveDictionary> active;
+    for (const auto &dictionary : m_dictionaries)
+        active += {.name = dictionary->bookName(),
+                   .wordCount = dictionary->wordCount(),
+                   .path = dictionary->ifoPath()};
+    return active;
+}
+
 QStringList LinuxDictionaryServices::directoryContents(const QString &path) {
     // QDir would take an empty path for the current directory.
     if (path.isEmpty())

@@ -35,6 +35,8 @@ public:
     QStringList headwordsSimilarTo(const QString &word, qsizetype limit,
                                    const std::stop_token &stop) override;
 
+    QList<ActiveDictionary> activeDictionaries() override;
+
     QStringList directoryContents(const QString &path) override;
 
     /// Does nothing: Linux has no system-wide list of active dictionaries that a program could replace.

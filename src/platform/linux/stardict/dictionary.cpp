@@ -43,6 +43,7 @@ std::unique_ptr<Dictionary> Dictionary::fromIfo(const QString &ifoPath, const QS
         return nullptr;
     std::unique_ptr<Dictionary> dictionary(new Dictionary(ifoPath, cacheDirectory));
     dictionary->m_bookName = info->bookName;
+    dictionary->m_wordCount = info->wordCount;
     return dictionary;
 }
 

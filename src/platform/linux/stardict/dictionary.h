@@ -31,6 +31,9 @@ public:
     static std::unique_ptr<Dictionary> fromIfo(const QString &ifoPath, const QString &cacheDirectory);
 
     const QString &bookName() const { return m_bookName; }
+    /// As the .ifo file had it when it was read.
+    qint64 wordCount() const { return m_wordCount; }
+    QString ifoPath() const { return m_basePath + QStringLiteral(".ifo"); }
 
     /// Looks the word up as typed, then among the synonyms, then both without regard to case. Nothing when it
     /// is unknown or the dictionary unusable.
@@ -63,6 +66,7 @@ private:
     QString m_basePath;
     QString m_cachePath;
     QString m_bookName;
+    qint64 m_wordCount = 0;
     State m_state = State::Unopened;
     SourceStamps m_stamps;
     IfoInfo m_info;
