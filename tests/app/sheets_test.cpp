@@ -222,6 +222,7 @@ private Q_SLOTS:
             QVERIFY(sheet.shows(u"上次云端同步: "_s +
                                 QLocale().toString(services.sync().lastSyncTime(), QLocale::ShortFormat)));
             sheet.click(u"退出登录"_s);
+            QVERIFY(!sheet.shows(cells.at(2)));
         }
         // The password is kept only for another try.
         QCOMPARE(sheet.control(u"密码"_s)->property("text").toString(), isSuccess ? QString() : password);

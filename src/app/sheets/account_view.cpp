@@ -13,6 +13,10 @@ namespace lexiquill {
 
 AccountView::AccountView(QObject *parent) : QObject(parent), m_sync(Services::current().sync()) {
     connect(&m_sync, &SyncManager::lastSyncTimeChanged, this, &AccountView::lastSyncTextChanged);
+    connect(&m_sync, &SyncManager::currentUserChanged, this, [this] {
+        if (!m_sync.isLoggedIn())
+            setSuccessMessage({});
+    });
 }
 
 QString AccountView::serverAddress() const {

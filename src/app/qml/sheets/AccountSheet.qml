@@ -64,14 +64,16 @@ Sheet {
         Column {
             spacing: 2 * Theme.unit
 
-            Card {
+            InsetPanel {
                 width: parent.width
                 height: summary.implicitHeight + 4 * Theme.unit
 
                 Row {
                     id: summary
 
-                    width: parent.width
+                    x: 2 * Theme.unit
+                    y: 2 * Theme.unit
+                    width: parent.width - 4 * Theme.unit
                     spacing: 2 * Theme.unit
 
                     SymbolIcon {

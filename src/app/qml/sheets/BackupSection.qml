@@ -39,7 +39,7 @@ PreferenceSection {
             required property bool isOfMoment
 
             width: parent?.width ?? 0
-            height: 44
+            height: 48
 
             SymbolIcon {
                 id: icon

@@ -11,7 +11,7 @@ Item {
     /// The user wants to see the directory.
     signal opened
 
-    implicitHeight: 44
+    implicitHeight: 48
 
     Column {
         anchors.left: parent.left

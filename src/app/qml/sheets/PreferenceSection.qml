@@ -1,7 +1,7 @@
 import QtQuick
 import Lexiquill
 
-/// A heading, and below it what belongs together on one card.
+/// A heading, and below it what belongs together.
 Column {
     id: section
 
@@ -19,11 +19,9 @@ Column {
         text: section.title
         font.weight: Font.DemiBold
     }
-    Rectangle {
+    InsetPanel {
         width: parent.width
         height: rows.height + 2 * Theme.unit
-        radius: Theme.radius
-        color: Theme.card
 
         Column {
             id: rows

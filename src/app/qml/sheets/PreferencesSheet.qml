@@ -71,7 +71,7 @@ Sheet {
                     required property string path
 
                     width: parent?.width ?? 0
-                    height: 44
+                    height: 48
 
                     Column {
                         anchors.left: parent.left

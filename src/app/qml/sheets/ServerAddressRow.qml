@@ -36,7 +36,7 @@ Column {
             anchors.left: parent.left
             anchors.right: save.left
             anchors.rightMargin: Theme.unit
-            placeholderText: row.builtIn === "" ? "https://" : row.builtIn
+            placeholderText: row.builtIn === "" ? "尚未配置" : row.builtIn
             Accessible.name: row.label
             inputMethodHints: Qt.ImhUrlCharactersOnly | Qt.ImhNoAutoUppercase | Qt.ImhNoPredictiveText
             text: row.storedText

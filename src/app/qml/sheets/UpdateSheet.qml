@@ -78,11 +78,9 @@ Sheet {
                 text: "更新内容说明："
                 font.weight: Font.Medium
             }
-            Rectangle {
+            InsetPanel {
                 width: parent.width
                 height: Math.min(notes.implicitHeight, 160) + 3 * Theme.unit
-                radius: Theme.controlRadius
-                color: Theme.card
 
                 ScrollArea {
                     id: notesArea
