@@ -46,7 +46,8 @@ public:
         QString path; ///< of one of its files
     };
 
-    /// The dictionaries in the order in which they are asked. May search the disk; may be called on any thread.
+    /// The dictionaries in the order in which they are asked. May search the disk; may be called on any
+    /// thread.
     virtual QList<ActiveDictionary> activeDictionaries() { return {}; }
 
     /// Names of the entries of a directory; an unreadable or missing one counts as empty.

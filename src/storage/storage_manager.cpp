@@ -332,8 +332,7 @@ bool StorageManager::replaceFile(const QList<WordRecord> &backup) {
     if (stillDeleted != deleted)
         setDeletedWords(stillDeleted);
     const auto seconds = static_cast<qint64>(m_dependencies.clock().unixSeconds());
-    if (!m_file.replace(backup,
-                        QDateTime::fromSecsSinceEpoch(seconds, m_dependencies.calendar().timeZone))) {
+    if (!m_file.replace(backup, QDateTime::fromSecsSinceEpoch(seconds, m_dependencies.calendar().timeZone))) {
         if (stillDeleted != deleted)
             setDeletedWords(deleted);
         return false;

@@ -14,7 +14,7 @@ namespace lexiquill {
 /// before a backup was restored.
 struct WordbookBackup {
     QString path;
-    QDateTime date; ///< local; the day alone counts for that of a day
+    QDateTime date;          ///< local; the day alone counts for that of a day
     bool isOfMoment = false; ///< kept when a backup was restored
     qint64 size = 0;         ///< bytes
 

@@ -43,8 +43,8 @@ public:
     /// Replaces the file durably and atomically; the caller holds the lock. The first save of the day
     /// `today` keeps the good file that it replaces. False when the file could not be written.
     bool save(const QList<WordRecord> &words, std::optional<QDate> today);
-    /// The same, but keeps the file that it replaces among the backups as that of the moment `now`, local time.
-    /// False, with the file as it was, also when it could not be kept.
+    /// The same, but keeps the file that it replaces among the backups as that of the moment `now`, local
+    /// time. False, with the file as it was, also when it could not be kept.
     bool replace(const QList<WordRecord> &words, const QDateTime &now);
 
 private:

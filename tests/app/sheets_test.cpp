@@ -105,8 +105,8 @@ public:
     QQuickItem *control(const QString &name) const {
         QQuickItem *found = nullptr;
         visit([&](QQuickItem &item) {
-            const bool isControl = item.inherits("QQuickAbstractButton") || item.inherits("QQuickTextField") ||
-                                   item.inherits("QQuickComboBox");
+            const bool isControl = item.inherits("QQuickAbstractButton") ||
+                                   item.inherits("QQuickTextField") || item.inherits("QQuickComboBox");
             if (found == nullptr && isControl &&
                 (item.property("text") == name || item.property("placeholderText") == name ||
                  accessibleName(item) == name))
@@ -268,7 +268,8 @@ private Q_SLOTS:
 
         updater.checkForUpdates(false);
         QTRY_VERIFY(updater.showUpdateSheet());
-        for (const char *text : {"发现新版本 Lexiquill", "v1.9.2", "v1.10.0", "更新内容说明：", "更快，更稳。"})
+        for (const char *text :
+             {"发现新版本 Lexiquill", "v1.9.2", "v1.10.0", "更新内容说明：", "更快，更稳。"})
             QVERIFY2(sheet.shows(QString::fromUtf8(text)), text);
         QVERIFY(!sheet.shows(u"暂无可用更新"_s));
         QVERIFY(sheet.showsSymbol(u"arrow.triangle.2.circlepath.circle.fill"_s));

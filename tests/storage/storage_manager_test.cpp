@@ -490,7 +490,8 @@ private Q_SLOTS:
         QVERIFY(store->deletedWords().isEmpty());
         QCOMPARE(names(place.open()->words()), "apple pear");
 
-        // What the backup has replaced, the other process's word included, can be had back, and then that again.
+        // What the backup has replaced, the other process's word included, can be had back, and then that
+        // again.
         for (const char *expected : {"plum apple", "apple pear"}) {
             const auto backups = WordbookBackup::list(directory);
             QVERIFY(backups.first().isOfMoment);
@@ -499,11 +500,10 @@ private Q_SLOTS:
             QVERIFY(store->restoreBackup(*replaced));
             QCOMPARE(names(place.saved()), expected);
         }
-        QCOMPARE(place.backups(),
-                 (QStringList{QStringLiteral("vocabulary-2025-03-14-092653.json"),
-                              QStringLiteral("vocabulary-2025-03-14-092654.json"),
-                              QStringLiteral("vocabulary-2025-03-14-092655.json"),
-                              QStringLiteral("vocabulary-2025-03-14.json")}));
+        QCOMPARE(place.backups(), (QStringList{QStringLiteral("vocabulary-2025-03-14-092653.json"),
+                                               QStringLiteral("vocabulary-2025-03-14-092654.json"),
+                                               QStringLiteral("vocabulary-2025-03-14-092655.json"),
+                                               QStringLiteral("vocabulary-2025-03-14.json")}));
         // Other processes find the restored words below what they do next.
         place.elsewhere([](StorageManager &other) { other.deleteWord(apple); });
         store->addOrUpdateSearch(entryFor(plum));

@@ -28,7 +28,8 @@ QVariant BackupListModel::data(const QModelIndex &index, int role) const {
         return backup.date.toString(backup.isOfMoment ? QStringLiteral("yyyy-MM-dd HH:mm:ss")
                                                       : QStringLiteral("yyyy-MM-dd"));
     case DetailRole: {
-        const QString size = QLocale::c().formattedDataSize(backup.size, 1, QLocale::DataSizeTraditionalFormat);
+        const QString size =
+            QLocale::c().formattedDataSize(backup.size, 1, QLocale::DataSizeTraditionalFormat);
         return wordCount ? QStringLiteral("%1 词 · %2").arg(*wordCount).arg(size)
                          : QStringLiteral("文件已损坏 · ") + size;
     }
@@ -111,7 +112,8 @@ void BackupListModel::restore(int row) {
         else if (!Services::current().storage().restoreBackup(*words))
             setMessages(QStringLiteral("恢复失败：无法写入生词本，生词本没有改变"), {});
         else
-            setMessages({}, QStringLiteral("已恢复 %1 个单词，恢复前的生词本已另存为备份").arg(words->size()));
+            setMessages({},
+                        QStringLiteral("已恢复 %1 个单词，恢复前的生词本已另存为备份").arg(words->size()));
         reload();
     });
 }

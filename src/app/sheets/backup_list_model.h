@@ -9,8 +9,8 @@
 
 namespace lexiquill {
 
-/// The backups of the wordbook, the newest first, each with its size and the number of its words. They are read
-/// in the background.
+/// The backups of the wordbook, the newest first, each with its size and the number of its words. They are
+/// read in the background.
 class BackupListModel : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT

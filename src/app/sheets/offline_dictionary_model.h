@@ -7,8 +7,8 @@
 
 namespace lexiquill {
 
-/// The offline dictionaries in the order in which they are asked. They are found in the background; until then
-/// the list is empty.
+/// The offline dictionaries in the order in which they are asked. They are found in the background; until
+/// then the list is empty.
 class OfflineDictionaryModel : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT

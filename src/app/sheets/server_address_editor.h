@@ -32,7 +32,8 @@ public:
 
     /// Why the text cannot be stored, for the user; empty when it can.
     Q_INVOKABLE static QString problem(const QString &text);
-    /// Stores an address, or goes back to the built-in one with a blank text. False when it is not acceptable.
+    /// Stores an address, or goes back to the built-in one with a blank text. False when it is not
+    /// acceptable.
     Q_INVOKABLE bool storeYoudao(const QString &text);
     Q_INVOKABLE bool storeServer(const QString &text);
 
