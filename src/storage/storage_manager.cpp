@@ -346,10 +346,13 @@ void StorageManager::publishRestored(const QList<WordRecord> &replaced) {
     QSet<QString> present;
     for (const WordRecord &record : std::as_const(m_words))
         present.insert(record.word.toLower());
+    QStringList gone;
     for (const WordRecord &record : replaced) {
         if (!present.contains(record.word.toLower()))
-            m_dependencies.spotlight.removeWord(record.word);
+            gone += record.word;
     }
+    if (!gone.isEmpty())
+        m_dependencies.spotlight.removeWords(gone);
     m_dependencies.spotlight.indexWordsBatch(m_words);
 }
 

@@ -215,7 +215,8 @@ private Q_SLOTS:
         QVERIFY(!store->recordReview(QUuid::createUuid(), ReviewFeedback::Forgot));
     }
 
-    /// What another process answers before an answer is taken back stays, whether the answer was saved or not.
+    /// What another process answers before an answer is taken back stays, whether the answer was saved or
+    /// not.
     void undoneReviewsBetweenOthers_data() {
         QTest::addColumn<bool>("isSaved");
         QTest::newRow("saved") << true;

@@ -160,12 +160,11 @@ void LinuxDictionaryServices::scan(Shelf &shelf) const {
 }
 
 QList<DictionaryServices::ActiveDictionary> LinuxDictionaryServices::activeDictionaries() {
-    const std::lock_guard lock(m_mutex);
-    if (!m_scanned)
-        scan();
+    const std::lock_guard lock(m_headwords.mutex);
+    scan(m_headwords);
     QList<ActiveDictionary> active;
-    for (const auto &dictionary : m_dictionaries)
-        active += {.name = dictionary->bookName(),
+    for (const auto &dictionary : m_headwords.dictionaries)
+        active += ActiveDictionary{.name = dictionary->bookName(),
                    .wordCount = dictionary->wordCount(),
                    .path = dictionary->ifoPath()};
     return active;
