@@ -22,7 +22,7 @@ Suggestion suggestionOf(const WordRecord &record, Suggestion::Origin origin) {
     return {.word = record.word, .summary = record.conciseSummary, .origin = origin};
 }
 
-/// The best `count` of the wordbook's records that are wanted.
+/// The best `count` of the wordbook's records that are wanted; equally good ones in the wordbook's order.
 template <typename Wanted, typename Better>
 QList<const WordRecord *> best(const QList<WordRecord> &words, qsizetype count, Wanted wanted,
                                Better better) {
@@ -32,7 +32,9 @@ QList<const WordRecord *> best(const QList<WordRecord> &words, qsizetype count, 
             found += &record;
     }
     const auto end = found.begin() + std::min(count, found.size());
-    std::partial_sort(found.begin(), end, found.end(), better);
+    std::partial_sort(found.begin(), end, found.end(), [&](const WordRecord *left, const WordRecord *right) {
+        return better(*left, *right) || (!better(*right, *left) && left < right);
+    });
     found.erase(end, found.end());
     return found;
 }
@@ -154,7 +156,7 @@ void SearchSession::suggest() {
     QList<Suggestion> suggestions;
     for (const WordRecord *record :
          best(m_storage.words(), maxFromWordbook, isWanted,
-              [](const auto *left, const auto *right) { return left->word.size() < right->word.size(); }))
+              [](const auto &left, const auto &right) { return left.word.size() < right.word.size(); }))
         suggestions += suggestionOf(*record, Suggestion::Origin::Wordbook);
     // What the dictionaries said to the beginning still stands until they answer.
     QStringList earlier;
@@ -181,8 +183,8 @@ void SearchSession::suggestRecent() {
     QList<Suggestion> suggestions;
     for (const WordRecord *record : best(
              m_storage.words(), maxRecent, [](const WordRecord &) { return true; },
-             [](const auto *left, const auto *right) {
-                 return left->lastSearchedDate > right->lastSearchedDate;
+             [](const auto &left, const auto &right) {
+                 return left.lastSearchedDate > right.lastSearchedDate;
              }))
         suggestions += suggestionOf(*record, Suggestion::Origin::Recent);
     m_suggestions.setSuggestions(suggestions);
