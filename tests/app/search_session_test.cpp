@@ -5,9 +5,11 @@
 #include "app/test_services.h"
 
 #include <QAbstractItemModelTester>
-#include <QCoroSignal>
 #include <QSignalSpy>
 #include <QTest>
+
+#include <coroutine>
+#include <utility>
 
 using namespace lexiquill;
 
@@ -21,8 +23,8 @@ public:
     QCoro::Task<std::optional<DictionaryEntry>> lookup(QString word,
                                                        CancellationToken cancellation) override {
         asked += word;
-        cancellation.onCancelled(this, [this] { Q_EMIT decided(); });
-        co_await qCoro(this, &SlowSource::decided);
+        cancellation.onCancelled(this, [this] { decide(); });
+        co_await Decision{*this};
         if (cancellation.isCancelled() || !knows)
             co_return std::nullopt;
         co_return DictionaryEntry{.headword = word, .posGroups = {}, .rawText = QStringLiteral("网上")};
@@ -31,8 +33,21 @@ public:
     QStringList asked;
     bool knows = true;
 
-Q_SIGNALS:
-    void decided();
+    void decide() {
+        if (const auto lookup = std::exchange(m_waiting, nullptr))
+            lookup.resume();
+    }
+
+private:
+    struct Decision {
+        SlowSource &source;
+
+        bool await_ready() const { return false; }
+        void await_suspend(std::coroutine_handle<> lookup) const { source.m_waiting = lookup; }
+        void await_resume() const {}
+    };
+
+    std::coroutine_handle<> m_waiting;
 };
 
 struct SlowServices : TestServices {
@@ -86,7 +101,7 @@ private Q_SLOTS:
         QCOMPARE(session.text(), QStringLiteral("concise"));
         session.setText(QStringLiteral("concis"));
         QCOMPARE(session.state(), SearchSession::State::Suggesting);
-        Q_EMIT services.source.decided();
+        services.source.decide();
         QCOMPARE(session.state(), SearchSession::State::Suggesting);
         QVERIFY(services.storage().words().isEmpty());
         QCOMPARE(services.source.asked, QStringList(QStringLiteral("concise")));
@@ -97,7 +112,7 @@ private Q_SLOTS:
         SearchSession session(services);
         session.lookUp(QStringLiteral("first"));
         session.lookUp(QStringLiteral("second"));
-        Q_EMIT services.source.decided();
+        services.source.decide();
         QCOMPARE(session.state(), SearchSession::State::Found);
         QCOMPARE(services.storage().words().size(), 1);
         QCOMPARE(QUuid::fromString(session.wordId()), services.storage().words().constFirst().id);
@@ -111,7 +126,7 @@ private Q_SLOTS:
         services.source.knows = false;
         SearchSession session(services);
         session.lookUp(QStringLiteral("concize"));
-        Q_EMIT services.source.decided();
+        services.source.decide();
         QCOMPARE(session.state(), SearchSession::State::NotFound);
         QVERIFY(session.missingText().contains(QStringLiteral("有道在线词典")));
         QVERIFY(session.missingText().contains(QStringLiteral("苹果本地离线词典")));
@@ -127,7 +142,7 @@ private Q_SLOTS:
             session.setText(QStringLiteral("a"));
             session.lookUp(QStringLiteral("ab"));
         }
-        Q_EMIT services.source.decided();
+        services.source.decide();
         QCoreApplication::processEvents();
         QVERIFY(services.storage().words().isEmpty());
     }
@@ -138,7 +153,7 @@ private Q_SLOTS:
         QSignalSpy removed(&model, &QAbstractItemModel::rowsRemoved);
         QSignalSpy inserted(&model, &QAbstractItemModel::rowsInserted);
         const auto row = [](const char *word) {
-            return Suggestion{.word = QString::fromLatin1(word)};
+            return Suggestion{.word = QString::fromLatin1(word), .summary = {}};
         };
         model.setSuggestions({row("a"), row("b"), row("c"), row("d")});
         inserted.clear();
@@ -164,7 +179,7 @@ private Q_SLOTS:
         QSignalSpy content(&card, &WordCard::contentChanged);
         card.answer(true);
         QCOMPARE(card.memoryText(), QStringLiteral("间隔 1 天 · 明天复习 · 查询 1 次"));
-        QCOMPARE(card.statusText(), QStringLiteral("学习中"));
+        QCOMPARE(card.statusText(), QStringLiteral("巩固中"));
         card.saveNotes(QStringLiteral("笔记"));
         QCOMPARE(storage.words().constFirst().userNotes, QStringLiteral("笔记"));
         QCOMPARE(content.size(), 0);
@@ -173,7 +188,7 @@ private Q_SLOTS:
         QVERIFY(storage.deletedWords().contains(QStringLiteral("apple")));
         card.restore(key);
         QCOMPARE(card.userNotes(), QStringLiteral("笔记"));
-        QCOMPARE(card.statusText(), QStringLiteral("学习中"));
+        QCOMPARE(card.statusText(), QStringLiteral("巩固中"));
         QVERIFY(storage.deletedWords().isEmpty());
     }
 
