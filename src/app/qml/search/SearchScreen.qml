@@ -5,6 +5,8 @@ import Lexiquill
 FocusScope {
     id: screen
 
+    focus: true
+
     function lookUp(word: string): void {
         session.lookUp(word);
         field.forceActiveFocus();
