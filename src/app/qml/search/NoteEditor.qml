@@ -45,8 +45,9 @@ FocusScope {
         textFormat: TextEdit.PlainText
         Accessible.role: Accessible.EditableText
         Accessible.name: "我的笔记"
-        KeyNavigation.priority: KeyNavigation.BeforeItem
-        KeyNavigation.tab: nextItemInFocusChain(true)
+        Keys.priority: Keys.BeforeItem
+        Keys.onTabPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
+        Keys.onBacktabPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
         onTextChanged: if (activeFocus)
             editor.isEdited = true
         onActiveFocusChanged: if (!activeFocus)
