@@ -32,9 +32,7 @@ protected:
         const auto removed = ranges(m_rows.size(), [&](auto row) { return targets[row] < 0; });
         const auto inserted = ranges(rows.size(), [&](auto row) { return !isKept[row]; });
         if (removed.size() + inserted.size() > mostRanges) {
-            beginResetModel();
-            m_rows = std::move(rows);
-            endResetModel();
+            resetRows(std::move(rows));
             return;
         }
         for (auto range = removed.crbegin(); range != removed.crend(); ++range) {
@@ -55,6 +53,13 @@ protected:
         m_rows = std::move(rows);
         for (const auto &[from, to] : changed)
             Q_EMIT dataChanged(index(static_cast<int>(from)), index(static_cast<int>(to) - 1));
+    }
+
+    /// Makes `rows` the rows of a list that is shown from its beginning.
+    void resetRows(QList<Row> rows) {
+        beginResetModel();
+        m_rows = std::move(rows);
+        endResetModel();
     }
 
 private:
