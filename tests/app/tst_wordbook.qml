@@ -6,7 +6,7 @@ TestCase {
     id: tests
 
     name: "Wordbook"
-    when: window !== null
+    when: windowShown
 
     property var window: null
     property var screen: null

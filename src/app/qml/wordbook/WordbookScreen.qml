@@ -38,6 +38,7 @@ FocusScope {
             ContentView.handleExternalWordLookup((list.currentItem as WordRowItem).word);
     }
 
+    focus: true
     Keys.onPressed: event => {
         if (event.matches(StandardKey.Find)) {
             screen.showsDetail = false;
