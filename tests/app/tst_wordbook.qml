@@ -51,6 +51,7 @@ TestCase {
 
     function init() {
         window.width = 680;
+        tryCompare(screen, "isNarrow", false);
         verify(waitForRendering(screen));
     }
 
@@ -104,6 +105,7 @@ TestCase {
         mouseClick(list.itemAtIndex(0));
         screen.showsDetail = false;
         window.width = 540;
+        tryCompare(screen, "isNarrow", true);
         verify(!named(screen, "复习历史"));
         list.forceActiveFocus();
         keyClick(Qt.Key_Return);
