@@ -58,8 +58,10 @@ TestCase {
     function test_keys() {
         const list = named(screen, "单词列表");
         compare(list.count, 5);
+        keyClick(Qt.Key_F, Qt.ControlModifier);
         keyClick(Qt.Key_Down);
         verify(list.activeFocus);
+        keyClick(Qt.Key_Home);
         compare(list.currentIndex, 0);
         verify(named(screen, "复习历史"));
         keyClick(Qt.Key_End);
