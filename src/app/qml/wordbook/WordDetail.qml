@@ -20,7 +20,7 @@ ScrollArea {
         wordId: detail.wordId
     }
     Column {
-        width: detail.contentWidth
+        width: detail.contentWidth - 12 // beside the scroll bar
         topPadding: 2
         bottomPadding: 2 * Theme.unit
         spacing: 2 * Theme.unit

@@ -253,7 +253,7 @@ FocusScope {
         anchors.top: parent.top
         anchors.bottom: parent.bottom
         anchors.leftMargin: 2 * Theme.unit
-        anchors.rightMargin: 2 * Theme.unit
+        anchors.rightMargin: 4
         visible: !screen.isNarrow || screen.isDetailLevel
 
         PlainButton {
