@@ -8,13 +8,15 @@ Column {
     id: meaning
 
     required property ReviewSession session
-    readonly property bool hasGroups: session.groups.length > 0
+    /// Nothing is made before it is wanted.
+    required property bool isShown
+    readonly property var groups: isShown ? session.groups : []
 
     topPadding: Theme.unit
     spacing: 1.5 * Theme.unit
 
     Repeater {
-        model: meaning.session.groups
+        model: meaning.groups
 
         Column {
             id: group
@@ -45,7 +47,7 @@ Column {
     }
     ThemedText {
         width: meaning.width
-        visible: !meaning.hasGroups
+        visible: meaning.groups.length === 0
         text: meaning.session.rawDefinition === "" ? "（没有保存释义）" : meaning.session.rawDefinition
         wrapMode: Text.Wrap
         lineHeight: Theme.lineHeight
@@ -53,7 +55,7 @@ Column {
         elide: Text.ElideRight
     }
     Repeater {
-        model: meaning.session.examples
+        model: meaning.isShown ? meaning.session.examples : []
 
         Column {
             id: example

@@ -84,13 +84,11 @@ Rectangle {
                     text: card.session.memory
                 }
             }
-            Loader {
-                active: card.isRevealed
-                visible: active
-                sourceComponent: CardMeaning {
-                    width: content.availableWidth
-                    session: card.session
-                }
+            CardMeaning {
+                width: content.availableWidth
+                visible: card.isRevealed
+                isShown: card.isRevealed
+                session: card.session
             }
         }
     }

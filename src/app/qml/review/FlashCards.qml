@@ -12,6 +12,8 @@ FocusScope {
 
     readonly property bool isRunning: session.state === ReviewSession.State.Asking || session.state === ReviewSession.State.Revealed
 
+    // What can be seen has the keyboard, if the cards have it at all.
+    onIsRunningChanged: (isRunning ? card : summary).focus = true
     Keys.onPressed: event => {
         if (event.modifiers & (Qt.ControlModifier | Qt.AltModifier | Qt.MetaModifier))
             return;
@@ -84,7 +86,7 @@ FocusScope {
             help: "撤销上一次回答 (Ctrl+Z)"
             onClicked: {
                 session.undo();
-                cards.forceActiveFocus();
+                card.forceActiveFocus();
             }
         }
         IconButton {
@@ -111,6 +113,7 @@ FocusScope {
         anchors.horizontalCenter: parent.horizontalCenter
         width: Math.min(680, parent.width - 6 * Theme.unit)
         visible: cards.isRunning
+        focus: true
         session: session
     }
     Row {
@@ -131,7 +134,7 @@ FocusScope {
             text: "显示释义（空格）"
             onClicked: {
                 session.reveal();
-                cards.forceActiveFocus();
+                card.forceActiveFocus();
             }
         }
         PrimaryButton {
@@ -162,6 +165,6 @@ FocusScope {
         anchors.topMargin: progress.visible ? progress.height + 2 * Theme.unit : Theme.unit
         visible: !cards.isRunning
         session: session
-        onStarted: cards.forceActiveFocus()
+        onStarted: card.forceActiveFocus()
     }
 }

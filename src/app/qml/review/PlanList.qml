@@ -24,6 +24,7 @@ FocusScope {
         choices: ["全部", "到期", "困难", "新词"]
         currentIndex: words.filter
         onChosen: index => words.filter = index
+        Keys.onDownPressed: view.forceActiveFocus()
     }
     ThemedText {
         anchors.right: parent.right
