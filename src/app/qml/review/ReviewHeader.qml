@@ -49,7 +49,6 @@ Item {
             onChosen: index => header.listChosen(index === 1)
         }
         PlainButton {
-            width: 88
             text: "导出"
             symbol: "square.and.arrow.up"
             Accessible.description: "导出本周复习清单为 Markdown 文件"
