@@ -198,6 +198,7 @@ private Q_SLOTS:
         for (const char *name : {"登录已有账号", "注册新账号", "取消", "登录"})
             QVERIFY2(sheet.control(QString::fromUtf8(name)), name);
         QVERIFY(!sheet.isEnabled(u"登录"_s));
+        QTRY_COMPARE(sheet.window()->activeFocusItem(), sheet.control(u"用户名"_s));
 
         sheet.type(u"用户名"_s, ann);
         sheet.type(u"密码"_s, password);
