@@ -66,14 +66,14 @@ void BackupListModel::reload() {
     const auto readAll = [directory] {
         return read(directory);
     };
-    runInBackground(this, readAll, [this](QList<Row> rows) {
-        show(std::move(rows));
+    runInBackground(this, readAll, [this](const QList<Row> &rows) {
+        show(rows);
         setIsBusy(false);
     });
 }
 
 /// The rows that are new come in and those that are gone go out; both lists are in the same order.
-void BackupListModel::show(QList<Row> rows) {
+void BackupListModel::show(const QList<Row> &rows) {
     const auto isIn = [](const QList<Row> &list, const Row &row) {
         return std::any_of(list.begin(), list.end(),
                            [&](const Row &other) { return other.backup.path == row.backup.path; });

@@ -54,7 +54,7 @@ private:
     };
 
     static QList<Row> read(const QString &directory);
-    void show(QList<Row> rows);
+    void show(const QList<Row> &rows);
     void setIsBusy(bool isBusy);
     void setMessages(const QString &error, const QString &success);
 
