@@ -19,8 +19,9 @@ bool MainWindowDelegate::windowShouldClose(QQuickWindow &window) {
 }
 
 bool MainWindowDelegate::eventFilter(QObject *watched, QEvent *event) {
-    auto *const window = qobject_cast<QQuickWindow *>(watched);
-    if (event->type() != QEvent::Close || window == nullptr)
+    // Asked in this order, for other events come while the window is being destroyed and is none any more.
+    auto *const window = event->type() == QEvent::Close ? qobject_cast<QQuickWindow *>(watched) : nullptr;
+    if (window == nullptr)
         return QObject::eventFilter(watched, event);
     event->setAccepted(windowShouldClose(*window));
     return true;

@@ -165,8 +165,8 @@ QList<DictionaryServices::ActiveDictionary> LinuxDictionaryServices::activeDicti
     QList<ActiveDictionary> active;
     for (const auto &dictionary : m_headwords.dictionaries)
         active += ActiveDictionary{.name = dictionary->bookName(),
-                   .wordCount = dictionary->wordCount(),
-                   .path = dictionary->ifoPath()};
+                                   .wordCount = dictionary->wordCount(),
+                                   .path = dictionary->ifoPath()};
     return active;
 }
 

@@ -42,7 +42,7 @@ FocusScope {
     }
     Shortcut {
         enabled: cards.isActive && session.canUndo
-        sequences: [StandardKey.Undo]
+        sequences: ["Ctrl+Z"]
         onActivated: session.undo()
     }
     Item {

@@ -9,7 +9,7 @@ FileDialog {
 
     /// Opens with a file that is suggested.
     function openWith(suggestion: url): void {
-        const text = suggestion.toString();
+        const text = `${suggestion}`;
         dialog.currentFolder = text.substring(0, text.lastIndexOf("/"));
         dialog.selectedFile = suggestion;
         dialog.open();

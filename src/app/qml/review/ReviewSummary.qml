@@ -5,6 +5,11 @@ import Lexiquill
 FocusScope {
     id: summary
 
+    /// As many as have room.
+    function listed(words: var): string {
+        return words.slice(0, 40).join("、");
+    }
+
     required property ReviewSession session
     readonly property bool isFinished: session.state === ReviewSession.State.Finished
     readonly property int answered: session.rememberedCount + session.forgottenCount
@@ -58,7 +63,7 @@ FocusScope {
                 width: parent.width
                 visible: summary.isFinished && summary.session.forgottenCount > 0
                 role: ThemedText.Caption
-                text: "没记住：" + summary.session.forgottenWords.slice(0, 40).join("、") + (summary.session.forgottenCount > 40 ? "…" : "")
+                text: "没记住：" + summary.listed(summary.session.forgottenWords) + (summary.session.forgottenCount > 40 ? "…" : "")
                 horizontalAlignment: Text.AlignHCenter
                 wrapMode: Text.Wrap
                 lineHeight: Theme.lineHeight

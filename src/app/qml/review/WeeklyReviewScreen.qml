@@ -78,7 +78,7 @@ FocusScope {
 
             function onFileChosen(file: url): void {
                 const error = review.exportTo(file);
-                const path = decodeURIComponent(file.toString().replace(/^file:\/\//, ""));
+                const path = decodeURIComponent(`${file}`.replace(/^file:\/\//, ""));
                 toast.show(error === "" ? "已导出到 " + path : error, "", null);
             }
         }
