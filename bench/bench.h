@@ -16,6 +16,10 @@ void registerOnlineBenchmarks();
 /// Benchmarks of the search index with 20,000 words. Returns their names, the publication of all words first.
 std::vector<std::string> registerIndexBenchmarks();
 
+/// Benchmarks of what the search screen asks the offline dictionaries for, with 500,000 words: "complete one
+/// letter" and so on. Returns their names.
+std::vector<std::string> registerHeadwordBenchmarks();
+
 /// Benchmarks of whole processes: "empty_program", "help", "search" and "sdcv".
 void registerProcessBenchmarks();
 

@@ -63,4 +63,14 @@ std::optional<DictionaryEntry> SystemDictionaryService::lookup(const QString &wo
     return parseDefinition(*definition, trimmed);
 }
 
+QStringList SystemDictionaryService::completions(const QString &typed, qsizetype limit,
+                                                 const std::stop_token &stop) {
+    return m_services.headwordsStartingWith(typed, limit, stop);
+}
+
+QStringList SystemDictionaryService::nearSpellings(const QString &word, qsizetype limit,
+                                                   const std::stop_token &stop) {
+    return m_services.headwordsSimilarTo(word, limit, stop);
+}
+
 } // namespace lexiquill

@@ -4,8 +4,10 @@
 #include "platform/dictionary_services.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <optional>
+#include <stop_token>
 
 namespace lexiquill {
 
@@ -24,6 +26,17 @@ public:
 
     /// The entry for a word, or nothing when it is blank or unknown.
     std::optional<DictionaryEntry> lookup(const QString &word);
+
+    /// At most `limit` headwords of the dictionaries for what has been typed so far, the shorter first. This
+    /// and the next may be called on any thread, and give up when asked to stop.
+    QStringList completions(const QString &typed, qsizetype limit, const std::stop_token &stop = {});
+    /// At most `limit` headwords that are spelled nearly like the word, the likeliest first.
+    QStringList nearSpellings(const QString &word, qsizetype limit, const std::stop_token &stop = {});
+
+    /// The dictionaries in the order in which they are asked. May take a moment; may be called on any thread.
+    QList<DictionaryServices::ActiveDictionary> activeDictionaries() {
+        return m_services.activeDictionaries();
+    }
 
 private:
     DictionaryServices &m_services;

@@ -67,6 +67,16 @@ QString WordRecord::nextReviewRelativeDescription(Instant relativeTo, const Cale
     return QStringLiteral("%1 天后").arg(*days);
 }
 
+void takeReviewState(WordRecord &record, const WordRecord &other) {
+    record.lastReviewDate = other.lastReviewDate;
+    record.nextReviewDate = other.nextReviewDate;
+    record.repetitionCount = other.repetitionCount;
+    record.intervalDays = other.intervalDays;
+    record.easeFactor = other.easeFactor;
+    record.isMastered = other.isMastered;
+    record.memoryStatus = other.memoryStatus;
+}
+
 namespace {
 
 /// Compares texts without a look at them when they are one.

@@ -78,6 +78,9 @@ inline size_t qHash(const WordRecord &record, size_t seed = 0) noexcept {
     return qHash(record.id, seed);
 }
 
+/// Gives `record` the review state of `other`: the schedule, the ease and the status, but not the history.
+void takeReviewState(WordRecord &record, const WordRecord &other);
+
 /// Whether all fields are equal; quick for records that are copies of each other.
 bool haveSameContent(const WordRecord &a, const WordRecord &b);
 

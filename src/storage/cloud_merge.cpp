@@ -11,18 +11,6 @@ bool isAhead(const WordRecord &cloud, const WordRecord &local) {
     return local.repetitionCount < cloud.repetitionCount || local.lastReviewDate < cloud.lastReviewDate;
 }
 
-void takeReviewState(WordRecord &local, const WordRecord &cloud) {
-    local.repetitionCount = cloud.repetitionCount;
-    local.intervalDays = cloud.intervalDays;
-    local.easeFactor = cloud.easeFactor;
-    local.isMastered = cloud.isMastered;
-    local.memoryStatus = cloud.memoryStatus;
-    local.lastReviewDate = cloud.lastReviewDate;
-    local.nextReviewDate = cloud.nextReviewDate;
-    if (local.posGroups.isEmpty())
-        local.posGroups = cloud.posGroups;
-}
-
 } // namespace
 
 bool mergeCloudWords(QList<WordRecord> &words, const QList<WordRecord> &cloudWords,
@@ -44,7 +32,10 @@ bool mergeCloudWords(QList<WordRecord> &words, const QList<WordRecord> &cloudWor
             words.append(cloud);
             isChanged = true;
         } else if (isAhead(cloud, words.at(*known))) {
-            takeReviewState(words[*known], cloud);
+            WordRecord &local = words[*known];
+            takeReviewState(local, cloud);
+            if (local.posGroups.isEmpty())
+                local.posGroups = cloud.posGroups;
             isChanged = true;
         }
     }

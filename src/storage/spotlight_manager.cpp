@@ -64,8 +64,11 @@ void SpotlightManager::indexWordsBatch(const QList<WordRecord> &records, BatchCo
     });
 }
 
-void SpotlightManager::removeWord(const QString &word) const {
-    m_index.deleteItems({itemIdentifier(word)}, {});
+void SpotlightManager::removeWords(const QStringList &words) const {
+    QStringList identifiers;
+    for (const QString &word : words)
+        identifiers += itemIdentifier(word);
+    m_index.deleteItems(identifiers, {});
 }
 
 void SpotlightManager::clearAll() const {

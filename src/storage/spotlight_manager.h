@@ -38,7 +38,9 @@ public:
     /// none, when indexing is not available or when the submission failed. It is called on the index's
     /// thread, or at once when nothing is submitted.
     void indexWordsBatch(const QList<WordRecord> &records, BatchCompletion completion = {}) const;
-    void removeWord(const QString &word) const;
+    void removeWord(const QString &word) const { removeWords({word}); }
+    /// Takes many words out in one step.
+    void removeWords(const QStringList &words) const;
     void clearAll() const;
 
     /// Waits until everything published is in the index, at most a few seconds; for a process that is about

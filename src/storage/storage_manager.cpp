@@ -2,6 +2,7 @@
 
 #include "support/text.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QStandardPaths>
 
@@ -77,12 +78,8 @@ void StorageManager::adopt(QList<WordRecord> words) {
     removeDeleted(words, deleted);
     m_words = std::move(words);
     const ChangeContext context{.calendar = m_dependencies.calendar(), .deletedWords = deleted};
-    for (const WordbookChange &change : std::as_const(m_unsavedChanges)) {
-        // A deletion does not undo what another process has restored since.
-        const auto *deletion = std::get_if<WordDeleted>(&change);
-        if (deletion == nullptr || deleted.contains(deletion->key))
-            apply(m_words, change, context);
-    }
+    for (const WordbookChange &change : std::as_const(m_unsavedChanges))
+        apply(m_words, change, context);
 }
 
 void StorageManager::seed() {
@@ -162,24 +159,40 @@ const std::optional<WeeklyReviewPlan> &StorageManager::weeklyPlan() const {
     return m_weeklyPlan;
 }
 
+/// Brings the list of deleted words in step with a change.
+void StorageManager::updateDeletedWords(const WordbookChange &change, QSet<QString> &deletedWords) {
+    const QSet<QString> before = deletedWords;
+    if (const auto *search = std::get_if<WordSearched>(&change)) {
+        // Searching a deleted word again restores it.
+        deletedWords.remove(wordKey(search->entry.headword));
+    } else if (const auto *deletion = std::get_if<WordsDeleted>(&change)) {
+        deletedWords += deletion->keys;
+    } else if (const auto *restoration = std::get_if<WordsRestored>(&change)) {
+        for (const WordRecord &record : restoration->records)
+            deletedWords.remove(record.word.toLower());
+    }
+    if (deletedWords != before)
+        setDeletedWords(deletedWords);
+}
+
 /// Makes a change on the current state of the wordbook, saves it and rebuilds the plan. What cannot be saved
-/// stays in memory until the next time.
-void StorageManager::change(const WordbookChange &change) {
+/// stays in memory until the next time. `prepare` sees the words that the change is made on.
+void StorageManager::change(const WordbookChange &change, const std::function<void()> &prepare) {
     bool isDifferent = false;
     {
         const auto held = lock(usualPatience);
         m_dependencies.defaults.refresh();
         ChangeContext context{.calendar = m_dependencies.calendar(), .deletedWords = deletedWords()};
-        if (const auto *search = std::get_if<WordSearched>(&change)) {
-            // Searching a deleted word again restores it.
-            if (context.deletedWords.remove(wordKey(search->entry.headword)))
-                setDeletedWords(context.deletedWords);
-        } else if (const auto *deletion = std::get_if<WordDeleted>(&change)) {
-            context.deletedWords.insert(deletion->key);
-            setDeletedWords(context.deletedWords);
-        }
+        const bool isDeletion = std::holds_alternative<WordsDeleted>(change);
+        if (!isDeletion)
+            updateDeletedWords(change, context.deletedWords);
         isDifferent = held && m_file.isReplaced();
         const bool maySave = held && catchUp();
+        if (prepare)
+            prepare();
+        // A file taken in just now must not hide beforehand what is deleted here, or nothing could undo it.
+        if (isDeletion)
+            updateDeletedWords(change, context.deletedWords);
         m_weeklyPlan.reset(); // or it would keep a copy of the whole list alive
         if (apply(m_words, change, context)) {
             isDifferent = true;
@@ -202,6 +215,10 @@ void StorageManager::publish(const WordbookChange &change) {
         index = indexOfWord(m_words, wordKey(search->entry.headword));
     else if (const auto *review = std::get_if<WordReviewed>(&change))
         index = indexOfWord(m_words, review->wordId, review->word);
+    else if (const auto *restoration = std::get_if<WordsRestored>(&change))
+        m_dependencies.spotlight.indexWordsBatch(restoration->records);
+    else if (const auto *undo = std::get_if<ReviewUndone>(&change))
+        index = indexOfWord(m_words, undo->before.id, undo->before.word);
     if (index >= 0)
         m_dependencies.spotlight.indexWord(m_words.at(index));
 }
@@ -211,14 +228,21 @@ WordRecord StorageManager::addOrUpdateSearch(const DictionaryEntry &entry) {
     return m_words.at(indexOfWord(m_words, wordKey(entry.headword)));
 }
 
-void StorageManager::recordReview(QUuid wordId, ReviewFeedback feedback) {
+std::optional<ReviewUndone> StorageManager::recordReview(QUuid wordId, ReviewFeedback feedback) {
     const qsizetype known = indexOfWord(m_words, wordId);
     if (known < 0)
-        return;
+        return std::nullopt;
+    ReviewUndone undo{.reviewId = QUuid::createUuid(), .before = m_words.at(known)};
     change(WordReviewed{.wordId = wordId,
-                        .word = m_words.at(known).word,
+                        .word = undo.before.word,
                         .feedback = feedback,
-                        .date = m_dependencies.clock()});
+                        .date = m_dependencies.clock(),
+                        .reviewId = undo.reviewId});
+    return undo;
+}
+
+void StorageManager::undoReview(const ReviewUndone &undo) {
+    change(undo);
 }
 
 void StorageManager::deleteWord(QUuid wordId) {
@@ -227,17 +251,109 @@ void StorageManager::deleteWord(QUuid wordId) {
 }
 
 void StorageManager::deleteWord(const QString &wordText) {
-    const QString key = wordKey(wordText);
-    if (key.isEmpty())
-        return;
-    m_dependencies.spotlight.removeWord(wordText.trimmed());
-    change(WordDeleted{.key = key});
-    Q_EMIT wordDeleted(wordText.trimmed());
+    if (const QString word = wordText.trimmed(); !word.isEmpty())
+        remove({word});
+}
+
+WordsRestored StorageManager::deleteWords(const QList<QUuid> &wordIds) {
+    const QSet<QUuid> chosen(wordIds.begin(), wordIds.end());
+    QSet<QString> keys;
+    QStringList words;
+    for (const WordRecord &record : std::as_const(m_words)) {
+        if (!chosen.contains(record.id))
+            continue;
+        const QString word = record.word.trimmed();
+        if (const QString key = wordKey(word); !key.isEmpty() && !keys.contains(key)) {
+            keys += key;
+            words += word;
+        }
+    }
+    return words.isEmpty() ? WordsRestored() : remove(words);
+}
+
+/// Deletes words that are trimmed and not empty, each only once.
+WordsRestored StorageManager::remove(const QStringList &words) {
+    m_dependencies.spotlight.removeWords(words);
+    WordsDeleted deletion;
+    for (const QString &word : words)
+        deletion.keys += wordKey(word);
+    WordsRestored undo;
+    change(deletion, [&] { undo = undoOf(deletion, m_words); });
+    for (const QString &word : words)
+        Q_EMIT wordDeleted(word);
+    return undo;
+}
+
+void StorageManager::restoreWords(const WordsRestored &deleted) {
+    if (!deleted.records.isEmpty())
+        change(deleted);
+}
+
+void StorageManager::setUserNotes(QUuid wordId, const QString &notes) {
+    const qsizetype known = indexOfWord(m_words, wordId);
+    if (known >= 0 && m_words.at(known).userNotes != notes)
+        change(UserNotesSet{.wordId = wordId, .word = m_words.at(known).word, .notes = notes});
 }
 
 void StorageManager::mergeCloudWords(const QList<WordRecord> &cloudWords) {
     if (!cloudWords.isEmpty())
         change(CloudWordsMerged{.words = cloudWords});
+}
+
+bool StorageManager::restoreBackup(const QList<WordRecord> &backup) {
+    QList<WordRecord> replaced;
+    bool isRestored = false;
+    {
+        const auto held = lock(usualPatience);
+        m_dependencies.defaults.refresh();
+        if (!held || !catchUp())
+            return false;
+        // What is in memory only must not be lost to the backup either.
+        write();
+        if (!hasUnsavedChanges()) {
+            replaced = m_words;
+            isRestored = replaceFile(backup);
+        }
+    }
+    if (isRestored)
+        publishRestored(replaced);
+    Q_EMIT wordsChanged();
+    refreshWeeklyPlan();
+    return isRestored;
+}
+
+/// Saves the words of a backup under the lock, and makes them the current ones if that has worked.
+bool StorageManager::replaceFile(const QList<WordRecord> &backup) {
+    const QSet<QString> deleted = deletedWords();
+    QSet<QString> stillDeleted = deleted;
+    for (const WordRecord &record : backup)
+        stillDeleted.remove(record.word.toLower());
+    // First the list, or a process that ends in between would leave the restored words hidden.
+    if (stillDeleted != deleted)
+        setDeletedWords(stillDeleted);
+    const auto seconds = static_cast<qint64>(m_dependencies.clock().unixSeconds());
+    if (!m_file.replace(backup, QDateTime::fromSecsSinceEpoch(seconds, m_dependencies.calendar().timeZone))) {
+        if (stillDeleted != deleted)
+            setDeletedWords(deleted);
+        return false;
+    }
+    m_weeklyPlan.reset();
+    m_words = backup;
+    return true;
+}
+
+void StorageManager::publishRestored(const QList<WordRecord> &replaced) {
+    QSet<QString> present;
+    for (const WordRecord &record : std::as_const(m_words))
+        present.insert(record.word.toLower());
+    QStringList gone;
+    for (const WordRecord &record : replaced) {
+        if (!present.contains(record.word.toLower()))
+            gone += record.word;
+    }
+    if (!gone.isEmpty())
+        m_dependencies.spotlight.removeWords(gone);
+    m_dependencies.spotlight.indexWordsBatch(m_words);
 }
 
 } // namespace lexiquill

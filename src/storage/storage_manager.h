@@ -52,6 +52,10 @@ public:
     /// The plan as of the last change. It is built when it is first asked for, for most commands never do.
     const std::optional<WeeklyReviewPlan> &weeklyPlan() const;
 
+    /// The time and the calendar that the wordbook goes by.
+    Instant now() const { return m_dependencies.clock(); }
+    Calendar calendar() const { return m_dependencies.calendar(); }
+
     /// Deleted words, trimmed and lower-cased.
     QSet<QString> deletedWords() const;
     void setDeletedWords(const QSet<QString> &words);
@@ -65,15 +69,30 @@ public:
 
     /// Records a successful lookup and returns the record as stored.
     WordRecord addOrUpdateSearch(const DictionaryEntry &entry);
-    /// Applies one review answer; an unknown id is ignored.
-    void recordReview(QUuid wordId, ReviewFeedback feedback);
+    /// Applies one review answer and returns what takes it back; an unknown id is ignored.
+    std::optional<ReviewUndone> recordReview(QUuid wordId, ReviewFeedback feedback);
+    /// Takes an answer back: review state and history become what they would be without it. Ignored when the
+    /// answer is no longer in the word's history.
+    void undoReview(const ReviewUndone &undo);
     /// Deletes a word; an unknown id is ignored.
     void deleteWord(QUuid wordId);
     /// Deletes every record of the word, whatever its case, and remembers it as deleted.
     void deleteWord(const QString &wordText);
+    /// Deletes, in one change, every record of the words that the ids name, like deleteWord(), and returns
+    /// what restoreWords() takes.
+    WordsRestored deleteWords(const QList<QUuid> &wordIds);
+    /// Undoes a deletion: the records come back with all their history, and the words are not deleted any
+    /// longer. One that was searched for since is united with its new record.
+    void restoreWords(const WordsRestored &deleted);
+    /// Keeps the user's note on a word; an unknown id is ignored.
+    Q_INVOKABLE void setUserNotes(QUuid wordId, const QString &notes);
     /// Takes in the server's records, under the same rule as every change; see lexiquill::mergeCloudWords().
     /// Nothing is saved when none of them has anything new.
     void mergeCloudWords(const QList<WordRecord> &cloudWords);
+    /// Puts the words of a backup in the place of all words, and keeps those among the backups before. What
+    /// was deleted since is there again. False, with everything as it was, when another process does not let
+    /// go of the wordbook or when the one or the other could not be written.
+    bool restoreBackup(const QList<WordRecord> &backup);
 
     const QString &storageFile() const { return m_dependencies.storageFile; }
     /// Whether a change is in memory only.
@@ -93,8 +112,12 @@ private:
     void seed();
     std::unique_ptr<FileLock> lock(std::chrono::milliseconds patience);
     bool catchUp();
-    void change(const WordbookChange &change);
+    void updateDeletedWords(const WordbookChange &change, QSet<QString> &deletedWords);
+    void change(const WordbookChange &change, const std::function<void()> &prepare = {});
+    WordsRestored remove(const QStringList &words);
     void publish(const WordbookChange &change);
+    void publishRestored(const QList<WordRecord> &replaced);
+    bool replaceFile(const QList<WordRecord> &backup);
     void write();
 
     Dependencies m_dependencies;

@@ -4,7 +4,11 @@
 #include "storage/cloud_merge.h"
 #include "support/text.h"
 
+#include <QHash>
+#include <QtNumeric>
+
 #include <algorithm>
+#include <iterator>
 #include <limits>
 
 namespace lexiquill {
@@ -43,11 +47,121 @@ bool apply(QList<WordRecord> &words, const WordReviewed &review, const ChangeCon
         return false;
     SpacedRepetitionEngine::shared().processReview(words[index], review.feedback, review.date,
                                                    context.calendar);
+    words[index].reviewHistory.last().id = review.reviewId;
     return true;
 }
 
-bool apply(QList<WordRecord> &words, const WordDeleted &deletion, const ChangeContext &) {
-    words.removeIf([&](const WordRecord &record) { return record.word.toLower() == deletion.key; });
+bool apply(QList<WordRecord> &words, const ReviewUndone &undo, const ChangeContext &context) {
+    const WordRecord &before = undo.before;
+    const qsizetype index = indexOfWord(words, before.id, before.word);
+    if (index < 0)
+        return false;
+    const QList<ReviewLog> history = words.at(index).reviewHistory;
+    const auto isUndone = [&undo](const ReviewLog &review) {
+        return review.id == undo.reviewId;
+    };
+    // The server's history of the word may have replaced the one that the answer went into.
+    if (history.size() <= before.reviewHistory.size() ||
+        std::none_of(history.cbegin() + before.reviewHistory.size(), history.cend(), isUndone))
+        return false;
+    WordRecord &record = words[index];
+    record.lastReviewDate = before.lastReviewDate;
+    record.nextReviewDate = before.nextReviewDate;
+    record.repetitionCount = before.repetitionCount;
+    record.intervalDays = before.intervalDays;
+    record.easeFactor = before.easeFactor;
+    record.isMastered = before.isMastered;
+    record.memoryStatus = before.memoryStatus;
+    record.reviewHistory = before.reviewHistory;
+    for (const ReviewLog &review : history.sliced(before.reviewHistory.size())) {
+        if (isUndone(review))
+            continue;
+        SpacedRepetitionEngine::shared().processReview(record, review.feedback, review.reviewDate,
+                                                       context.calendar);
+        record.reviewHistory.last().id = review.id;
+    }
+    return true;
+}
+
+bool apply(QList<WordRecord> &words, const WordsDeleted &deletion, const ChangeContext &context) {
+    words.removeIf([&](const WordRecord &record) {
+        const QString key = record.word.toLower();
+        return deletion.keys.contains(key) && context.deletedWords.contains(key);
+    });
+    return true;
+}
+
+qint64 sum(qint64 a, qint64 b) {
+    qint64 result = 0;
+    return qAddOverflow(a, b, &result) ? std::numeric_limits<qint64>::max() : result;
+}
+
+/// One record of a restored one and of one that a search has made since its deletion.
+WordRecord united(const WordRecord &restored, const WordRecord &newer) {
+    WordRecord record = restored;
+    if (newer.phonetic)
+        record.phonetic = newer.phonetic;
+    record.conciseSummary = newer.conciseSummary;
+    record.posGroups = newer.posGroups;
+    record.rawDefinition = newer.rawDefinition;
+    record.examples = newer.examples;
+    SpacedRepetitionEngine::shared().recordSearch(record, newer.lastSearchedDate);
+    record.searchCount = sum(restored.searchCount, newer.searchCount);
+    if (restored.lastReviewDate < newer.lastReviewDate)
+        takeReviewState(record, newer);
+    record.reviewHistory += newer.reviewHistory;
+    if (!newer.userNotes.isEmpty())
+        record.userNotes = newer.userNotes;
+    return record;
+}
+
+/// Inserts those of the restored records that `indexes` names where they stood.
+void insert(QList<WordRecord> &words, const WordsRestored &restoration, const QList<qsizetype> &indexes) {
+    QList<WordRecord> result;
+    result.reserve(words.size() + indexes.size());
+    auto next = words.cbegin();
+    for (const qsizetype index : indexes) {
+        while (next != words.cend() && result.size() < restoration.positions.at(index))
+            result += *next++;
+        result += restoration.records.at(index);
+    }
+    std::copy(next, words.cend(), std::back_inserter(result));
+    words = std::move(result);
+}
+
+bool apply(QList<WordRecord> &words, const WordsRestored &restoration, const ChangeContext &context) {
+    QSet<QUuid> knownIds;
+    QHash<QString, qsizetype> positions; // of the first record of each word, counted from one
+    knownIds.reserve(words.size());
+    positions.reserve(words.size());
+    for (qsizetype i = words.size() - 1; i >= 0; --i) {
+        knownIds.insert(words.at(i).id);
+        positions.insert(words.at(i).word.toLower(), i + 1);
+    }
+    QList<qsizetype> absent; // indexes into the restored records
+    bool isChanged = false;
+    for (qsizetype i = 0; i < restoration.records.size(); ++i) {
+        const WordRecord &record = restoration.records.at(i);
+        const QString key = record.word.toLower();
+        if (knownIds.contains(record.id) || context.deletedWords.contains(key))
+            continue;
+        isChanged = true;
+        // Of several records of one word, the first is united with the new one.
+        if (const qsizetype newer = positions.take(key)) {
+            words[newer - 1] = united(record, words.at(newer - 1));
+        } else {
+            absent += i;
+        }
+    }
+    insert(words, restoration, absent);
+    return isChanged;
+}
+
+bool apply(QList<WordRecord> &words, const UserNotesSet &change, const ChangeContext &) {
+    const qsizetype index = indexOfWord(words, change.wordId, change.word);
+    if (index < 0 || words.at(index).userNotes == change.notes)
+        return false;
+    words[index].userNotes = change.notes;
     return true;
 }
 
@@ -86,6 +200,17 @@ qsizetype indexOfWord(const QList<WordRecord> &words, const QUuid &id) {
 qsizetype indexOfWord(const QList<WordRecord> &words, const QUuid &id, const QString &word) {
     const qsizetype index = indexOfWord(words, id);
     return index >= 0 ? index : indexOfWord(words, word.toLower());
+}
+
+WordsRestored undoOf(const WordsDeleted &deletion, const QList<WordRecord> &words) {
+    WordsRestored undo;
+    for (qsizetype i = 0; i < words.size(); ++i) {
+        if (deletion.keys.contains(words.at(i).word.toLower())) {
+            undo.records += words.at(i);
+            undo.positions += i;
+        }
+    }
+    return undo;
 }
 
 bool apply(QList<WordRecord> &words, const WordbookChange &change, const ChangeContext &context) {

@@ -28,11 +28,33 @@ struct WordReviewed {
     QString word;
     ReviewFeedback feedback = ReviewFeedback::Forgot;
     Instant date;
+    QUuid reviewId = QUuid::createUuid(); ///< of the entry in the history
 };
 
-/// A word was deleted. `key`: see wordKey().
-struct WordDeleted {
-    QString key;
+/// The answer to a review was taken back. Other answers that have been given since are kept.
+struct ReviewUndone {
+    QUuid reviewId;
+    WordRecord before; ///< the record as it was when the answer was given; only its review state counts
+};
+
+/// Words were deleted. Only those that are still among the deleted words count, so that a deletion made again
+/// does not undo what has been restored since.
+struct WordsDeleted {
+    QSet<QString> keys; ///< see wordKey()
+};
+
+/// The deletion of these records was undone. A word that was searched for again meanwhile becomes one record
+/// with its former self; one that was deleted again stays deleted.
+struct WordsRestored {
+    QList<WordRecord> records;
+    QList<qsizetype> positions; ///< where each record stood, ascending
+};
+
+/// The user wrote a note on a word. `word` finds the record if it has got another id meanwhile.
+struct UserNotesSet {
+    QUuid wordId;
+    QString word;
+    QString notes;
 };
 
 /// The server's records came in; see mergeCloudWords().
@@ -40,7 +62,8 @@ struct CloudWordsMerged {
     QList<WordRecord> words;
 };
 
-using WordbookChange = std::variant<WordSearched, WordReviewed, WordDeleted, CloudWordsMerged>;
+using WordbookChange = std::variant<WordSearched, WordReviewed, ReviewUndone, WordsDeleted, WordsRestored,
+                                    UserNotesSet, CloudWordsMerged>;
 
 /// The record of a word searched for the first time: due at once.
 WordRecord newRecord(const WordSearched &search);
@@ -50,6 +73,9 @@ qsizetype indexOfWord(const QList<WordRecord> &words, const QString &key);
 qsizetype indexOfWord(const QList<WordRecord> &words, const QUuid &id);
 /// The record with this id; without one the first of this word, whose id may have changed.
 qsizetype indexOfWord(const QList<WordRecord> &words, const QUuid &id, const QString &word);
+
+/// The records that a deletion removes, with their places: what undoes it.
+WordsRestored undoOf(const WordsDeleted &deletion, const QList<WordRecord> &words);
 
 /// What a change depends on besides the words.
 struct ChangeContext {

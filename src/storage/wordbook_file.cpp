@@ -3,10 +3,10 @@
 #include "model/record_codec.h"
 #include "platform/durable_file.h"
 #include "platform/process.h"
+#include "storage/wordbook_backups.h"
 
 #include <QDir>
 #include <QFileInfo>
-#include <QRegularExpression>
 
 #include <new>
 
@@ -14,17 +14,7 @@ namespace lexiquill {
 
 namespace {
 
-constexpr qsizetype keptBackups = 10;
 constexpr qsizetype parserPadding = 64;
-
-/// Removes all but the newest of the files that keepBackup() has made; others are none of its business.
-void pruneBackups(const QDir &directory) {
-    static const QRegularExpression backupName(QStringLiteral("^vocabulary-\\d{4}-\\d\\d-\\d\\d\\.json$"));
-    const QStringList backups =
-        directory.entryList(QDir::Files, QDir::Name | QDir::Reversed).filter(backupName);
-    for (const QString &old : backups.mid(keptBackups))
-        QFile::remove(directory.filePath(old));
-}
 
 } // namespace
 
@@ -69,6 +59,25 @@ std::unique_ptr<FileLock> WordbookFile::lock(std::chrono::milliseconds patience)
 }
 
 bool WordbookFile::save(const QList<WordRecord> &words, std::optional<QDate> today) {
+    const auto keep = [&] {
+        return today ? keepBackup(WordbookBackup::dailyName(*today)) : QString();
+    };
+    return put(words, keep, false);
+}
+
+bool WordbookFile::replace(const QList<WordRecord> &words, const QDateTime &now) {
+    constexpr int attempts = 60;
+    const auto keep = [&] {
+        QString kept;
+        // One second may see more than one backup.
+        for (int i = 0; i < attempts && kept.isEmpty(); ++i)
+            kept = keepBackup(WordbookBackup::momentName(now.addSecs(i)));
+        return kept;
+    };
+    return put(words, keep, true);
+}
+
+bool WordbookFile::put(const QList<WordRecord> &words, const Keep &keep, bool mustKeep) {
     auto file = DurableFile::create(m_path);
     if (!file)
         return false;
@@ -82,7 +91,9 @@ bool WordbookFile::save(const QList<WordRecord> &words, std::optional<QDate> tod
     }
     if (outcome != Outcome::Written)
         return false;
-    const QString backup = today ? keepBackup(*today) : QString();
+    const QString backup = keep();
+    if (mustKeep && backup.isEmpty())
+        return false;
     if (!file->commit()) {
         // The two names of one file must not outlive this attempt: an editor could change both at once.
         if (!backup.isEmpty())
@@ -148,16 +159,15 @@ bool WordbookFile::copy(JsonWriter &writer, qint64 offset, qint64 size) const {
     return true;
 }
 
-/// Keeps the good file that is about to be replaced, once a day; the path, or a null string.
-QString WordbookFile::keepBackup(QDate today) const {
+/// Keeps the good file that is about to be replaced, unless there is a backup of that name.
+QString WordbookFile::keepBackup(const QString &name) const {
     if (!m_current || !m_current->isStillAt(m_path))
         return {};
-    const QDir directory(QFileInfo(m_path).absolutePath() + QStringLiteral("/backups"));
-    const QString name = QStringLiteral("vocabulary-%1.json").arg(today.toString(Qt::ISODate));
+    const QDir directory(WordbookBackup::directoryFor(m_path));
     if (directory.exists(name) || !directory.mkpath(QStringLiteral(".")) ||
         !keepFileAs(m_path, directory.filePath(name)))
         return {};
-    pruneBackups(directory);
+    WordbookBackup::prune(directory.path());
     return directory.filePath(name);
 }
 

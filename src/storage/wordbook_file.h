@@ -4,11 +4,12 @@
 #include "platform/file_snapshot.h"
 #include "storage/record_texts.h"
 
-#include <QDate>
+#include <QDateTime>
 #include <QList>
 #include <QString>
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -42,14 +43,19 @@ public:
     /// Replaces the file durably and atomically; the caller holds the lock. The first save of the day
     /// `today` keeps the good file that it replaces. False when the file could not be written.
     bool save(const QList<WordRecord> &words, std::optional<QDate> today);
+    /// The same, but keeps the file that it replaces among the backups as that of the moment `now`, local
+    /// time. False, with the file as it was, also when it could not be kept.
+    bool replace(const QList<WordRecord> &words, const QDateTime &now);
 
 private:
     enum class Outcome { Written, WriteFailed, SourceFailed };
+    /// Keeps the current file among the backups; its path there, or a null string.
+    using Keep = std::function<QString()>;
 
+    bool put(const QList<WordRecord> &words, const Keep &keep, bool mustKeep);
     Outcome write(DurableFile &file, const QList<WordRecord> &words, QList<RecordText> &texts);
     bool copy(JsonWriter &writer, qint64 offset, qint64 size) const;
-    QString keepBackup(QDate today) const;
-    void forgetContent();
+    QString keepBackup(const QString &name) const;
 
     QString m_path;
     std::unique_ptr<FileSnapshot> m_current; ///< the last good file; null when there is none

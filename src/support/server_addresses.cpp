@@ -2,13 +2,30 @@
 
 #include <QRegularExpression>
 
-#include <optional>
-
 namespace lexiquill {
+
+const QString ServerAddresses::youdaoKey = QStringLiteral("lexiquill_youdao_base");
+const QString ServerAddresses::serverKey = QStringLiteral("lexiquill_server_base");
 
 namespace {
 
-std::optional<QString> acceptableBase(const QString &text) {
+QString compiledIn(const char *base) {
+    return ServerAddresses::acceptableBase(QString::fromUtf8(base)).value_or(QString());
+}
+
+} // namespace
+
+ServerAddresses ServerAddresses::from(const UserDefaults &defaults) {
+    const ServerAddresses usual = builtIn();
+    return {.youdao = acceptableBase(defaults.string(youdaoKey)).value_or(usual.youdao),
+            .server = acceptableBase(defaults.string(serverKey)).value_or(usual.server)};
+}
+
+ServerAddresses ServerAddresses::builtIn() {
+    return {.youdao = compiledIn(LEXIQUILL_YOUDAO_BASE), .server = compiledIn(LEXIQUILL_SERVER_BASE)};
+}
+
+std::optional<QString> ServerAddresses::acceptableBase(const QString &text) {
     QString base = text.trimmed();
     while (base.endsWith(u'/'))
         base.chop(1);
@@ -16,19 +33,6 @@ std::optional<QString> acceptableBase(const QString &text) {
     if (!isAcceptableUrl(url) || url.hasQuery() || url.hasFragment())
         return std::nullopt;
     return url.toString(QUrl::FullyEncoded);
-}
-
-QString base(const UserDefaults &defaults, const QString &key, const char *compiledIn) {
-    if (const auto replacement = acceptableBase(defaults.string(key)))
-        return *replacement;
-    return acceptableBase(QString::fromUtf8(compiledIn)).value_or(QString());
-}
-
-} // namespace
-
-ServerAddresses ServerAddresses::from(const UserDefaults &defaults) {
-    return {.youdao = base(defaults, QStringLiteral("lexiquill_youdao_base"), LEXIQUILL_YOUDAO_BASE),
-            .server = base(defaults, QStringLiteral("lexiquill_server_base"), LEXIQUILL_SERVER_BASE)};
 }
 
 bool isLoopbackHost(const QString &host) {

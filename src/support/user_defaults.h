@@ -25,6 +25,8 @@ public:
     static QString standardFilePath();
     static UserDefaults &shared();
 
+    const QString &filePath() const { return m_path; }
+
     /// The stored text, or a null string when the key is missing or holds something else.
     QString string(const QString &key) const;
     QStringList stringList(const QString &key) const;

@@ -73,9 +73,9 @@ public:
     /// Logs in and takes in the words of the account.
     void login(const QString &username, const QString &password, const Completion &completion);
     /// Forgets the user; the words stay.
-    void logout();
+    Q_INVOKABLE void logout();
     /// Sends the whole wordbook and takes in the server's. Does nothing when nobody is logged in.
-    void syncWithCloud();
+    Q_INVOKABLE void syncWithCloud();
     /// Tells the server of a deletion; whatever it answers. Does nothing when nobody is logged in.
     void syncDeletionToCloud(const QString &word);
 

@@ -1,7 +1,9 @@
-// Usage: screenshot [--screen NAME] [--size WIDTHxHEIGHT] [--scale FACTOR] [--dark] [--wordbook FILE] [--wait
-// MS] OUTPUT.png Draws the main window as it stands after a moment, without a display, into a picture. NAME
-// is a tab (dictionary, weeklyReview, history, statistics) or a sheet (preferences, account, update). With
-// several pictures in mind, run it several times: every run has services and a wordbook of its own.
+// Usage: screenshot [--screen NAME] [--size WIDTHxHEIGHT] [--scale FACTOR] [--dark] [--wordbook FILE] [--word
+// WORD]
+// [--wait MS] OUTPUT.png Draws the main window as it stands after a moment, without a display, into a
+// picture. NAME is a tab (dictionary, weeklyReview, history, statistics) or a sheet (preferences, account,
+// update). With several pictures in mind, run it several times: every run has services and a wordbook of its
+// own.
 
 #include "app/content_view.h"
 #include "app/desktop_appearance.h"
@@ -61,8 +63,9 @@ int main(int argc, char **argv) {
     const QCommandLineOption scale(QStringLiteral("scale"), {}, QStringLiteral("FACTOR"));
     const QCommandLineOption dark(QStringLiteral("dark"));
     const QCommandLineOption wordbook(QStringLiteral("wordbook"), {}, QStringLiteral("FILE"));
+    const QCommandLineOption word(QStringLiteral("word"), {}, QStringLiteral("WORD"));
     const QCommandLineOption wait(QStringLiteral("wait"), {}, QStringLiteral("MS"), QStringLiteral("600"));
-    parser.addOptions({screen, size, scale, dark, wordbook, wait});
+    parser.addOptions({screen, size, scale, dark, wordbook, word, wait});
     parser.addPositionalArgument(QStringLiteral("output"), {});
     parser.process(application);
     if (parser.positionalArguments().size() != 1)
@@ -91,6 +94,7 @@ int main(int argc, char **argv) {
     const QStringList sides = parser.value(size).split(u'x');
     window->resize(sides.value(0).toInt(), sides.value(1).toInt());
     window->show();
+    ContentView::shared().handleExternalWordLookup(parser.value(word));
     int status = EXIT_FAILURE;
     QTimer::singleShot(parser.value(wait).toInt(), &application, [&] {
         if (window->grabWindow().save(parser.positionalArguments().constFirst()))

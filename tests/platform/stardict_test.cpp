@@ -487,6 +487,82 @@ private Q_SLOTS:
         QVERIFY(services.directoryContents(path(QStringLiteral("missing"))).isEmpty());
     }
 
+    void headwords_data() {
+        QTest::addColumn<bool>("sorted");
+        QTest::addColumn<bool>("packed");
+        QTest::newRow("sorted") << true << false;
+        QTest::newRow("packed") << true << true;
+        QTest::newRow("unsorted") << false << false;
+        QTest::newRow("unsorted, packed") << false << true;
+    }
+
+    void headwords() {
+        QFETCH(bool, sorted);
+        QFETCH(bool, packed);
+        StarDictOptions options;
+        options.sorted = sorted;
+        options.gzipIndex = packed;
+        std::vector<StarDictEntry> entries{plainEntry("café", "x"),   plainEntry("苹果", "x"),
+                                           plainEntry("Polish", "x"), plainEntry("polish", "x"),
+                                           plainEntry("policy", "x"), plainEntry("pole", "x")};
+        // More than lie between two places that are kept.
+        for (int i = 0; i < 300; ++i)
+            entries.push_back(plainEntry("word" + QByteArray::number(i), "x"));
+        write(entries, options);
+        LinuxDictionaryServices services({m_directory.path()}, {}, cachePath());
+        const auto completions = [&services](const char *prefix, qsizetype limit = 10) {
+            return services.headwordsStartingWith(QString::fromUtf8(prefix), limit, {})
+                .join(u' ')
+                .toLower()
+                .toUtf8();
+        };
+        QCOMPARE(completions("POL"), "pole policy polish");
+        QCOMPARE(completions("pol", 2), "pole policy");
+        QCOMPARE(completions(" word29"), "word29 word290 word291 word292 word293 word294 word295 word296 "
+                                         "word297 word298");
+        QCOMPARE(completions("word299"), "word299");
+        QCOMPARE(completions("苹"), "苹果");
+        for (const char *prefix : {"", " ", "zzz", "aaa", "word2999", "polishes"})
+            QCOMPARE(completions(prefix), "");
+        // What another process has changed is seen.
+        QTest::qSleep(2);
+        write({plainEntry("polar", "x")}, options);
+        QCOMPARE(completions("pol"), "polar");
+    }
+
+    void similarHeadwords_data() {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("offered");
+        const auto row = [](const char *typed, const char *offered) {
+            QTest::newRow(typed) << QString::fromUtf8(typed) << QString::fromUtf8(offered);
+        };
+        row("aple", "able ape apple maple");
+        row("form", "from");
+        row("recieve", "receive");
+        row("APLPE", "apple able ape maple");
+        row("cafe", "ape");
+        row("cafè", "café");
+        row("ap", "ape");
+        row("qqqqq", "");
+        row("a", "");
+    }
+
+    void similarHeadwords() {
+        QFETCH(QString, typed);
+        write({plainEntry("apple", "x"), plainEntry("maple", "x"), plainEntry("able", "x"),
+               plainEntry("ape", "x"), plainEntry("from", "x"), plainEntry("receive", "x"),
+               plainEntry("café", "x"), plainEntry(QByteArray(300, 'a'), "x")});
+        LinuxDictionaryServices services({m_directory.path()}, {}, cachePath());
+        const auto offered = [&services](const QString &word, const std::stop_token &stop = {}) {
+            return services.headwordsSimilarTo(word, 4, stop).join(u' ');
+        };
+        QTEST(offered(typed), "offered");
+        QVERIFY(offered(QString(5000, u'a')).isEmpty());
+        std::stop_source stop;
+        stop.request_stop();
+        QVERIFY(offered(typed, stop.get_token()).isEmpty());
+    }
+
     void baseForms_data() {
         QTest::addColumn<QString>("form");
         QTest::addColumn<QString>("base");

@@ -105,7 +105,7 @@ private Q_SLOTS:
         const SpotlightManager spotlight(index);
         spotlight.indexWord(record(QStringLiteral("ÉTUDE")));
         QCOMPARE(index.items.value(0).identifier, QStringLiteral("word:étude"));
-        spotlight.removeWord(QStringLiteral("Étude"));
+        spotlight.removeWords({QStringLiteral("Étude")});
         spotlight.clearAll();
         QCOMPARE(index.deleted, list("word:étude|com.lexiquill.vocabulary"));
     }

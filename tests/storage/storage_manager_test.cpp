@@ -1,6 +1,8 @@
 #include "e2e/program.h"
 #include "platform/file_lock.h"
 #include "storage/storage_manager.h"
+#include "storage/wordbook_backups.h"
+#include "support/table.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -190,6 +192,57 @@ private Q_SLOTS:
         QCOMPARE(store->weeklyPlan()->difficultWords.size(), 1);
     }
 
+    void undoneReviews() {
+        Place place;
+        place.setWords({apple, pear});
+        const auto store = place.open();
+        const QUuid id = store->words().at(1).id;
+        store->recordReview(id, ReviewFeedback::Forgot);
+        const WordRecord before = store->words().at(1);
+        place.now = place.now.adding(100);
+        const auto undo = store->recordReview(id, ReviewFeedback::Remembered);
+        QVERIFY(undo && !haveSameContent(store->words().at(1), before));
+        place.index.calls.clear();
+        store->undoReview(*undo);
+        QVERIFY(haveSameContent(store->words().at(1), before));
+        QVERIFY(haveSameContent(place.saved().at(1), before));
+        QCOMPARE(place.index.calls, " +pear");
+        // There is nothing left to undo.
+        place.index.calls.clear();
+        store->undoReview(*undo);
+        QVERIFY(haveSameContent(store->words().at(1), before));
+        QCOMPARE(place.index.calls, QByteArray());
+        QVERIFY(!store->recordReview(QUuid::createUuid(), ReviewFeedback::Forgot));
+    }
+
+    /// What another process answers before an answer is taken back stays, whether the answer was saved or
+    /// not.
+    void undoneReviewsBetweenOthers_data() {
+        QTest::addColumn<bool>("isSaved");
+        QTest::newRow("saved") << true;
+        QTest::newRow("in memory only") << false;
+    }
+    void undoneReviewsBetweenOthers() {
+        QFETCH(const bool, isSaved);
+        Place place;
+        place.setWords({apple});
+        const auto store = place.open();
+        const QUuid id = store->words().at(0).id;
+        auto lock = isSaved ? nullptr : FileLock::acquire(place.wordbook() + QStringLiteral(".lock"), {});
+        const auto undo = store->recordReview(id, ReviewFeedback::Forgot);
+        lock.reset();
+        QCOMPARE(store->hasUnsavedChanges(), !isSaved);
+        place.elsewhere([&id](StorageManager &other) { other.recordReview(id, ReviewFeedback::Remembered); });
+        store->undoReview(*undo);
+        QVERIFY(!store->hasUnsavedChanges());
+        const WordRecord word = place.saved().at(0);
+        QCOMPARE(word.reviewHistory.size(), 1);
+        QVERIFY(word.reviewHistory.at(0).feedback == ReviewFeedback::Remembered);
+        QCOMPARE(word.easeFactor, 2.55);
+        QCOMPARE(word.repetitionCount, 1);
+        QVERIFY(haveSameContent(word, store->words().at(0)));
+    }
+
     void deletions() {
         Place place;
         place.setWords({apple, pear, QStringLiteral("Apple"), plum});
@@ -219,6 +272,75 @@ private Q_SLOTS:
         QVERIFY(again.id != formerId && again.searchCount == 1);
         QCOMPARE(store->deletedWords(), QSet<QString>{plum});
         QCOMPARE(names(place.open()->words()), "apple pear");
+    }
+
+    void undoneDeletions() {
+        Place place;
+        place.setWords({apple, pear, QStringLiteral("Apple"), plum});
+        const auto store = place.open();
+        store->recordReview(store->words().at(0).id, ReviewFeedback::Remembered);
+        store->setUserNotes(store->words().at(2).id, QStringLiteral("大写"));
+        store->setUserNotes(QUuid::createUuid(), QStringLiteral("nobody's"));
+        const QByteArray before = readFile(place.wordbook());
+        place.index.calls.clear();
+
+        const QSignalSpy changes(store.get(), &StorageManager::wordsChanged);
+        const QSignalSpy deleted(store.get(), &StorageManager::wordDeleted);
+        const WordsRestored undo =
+            store->deleteWords({store->words().at(3).id, store->words().at(2).id, QUuid::createUuid()});
+        QCOMPARE(names(place.saved()), "pear");
+        QCOMPARE(deleted.size(), 2);
+        QCOMPARE(changes.size(), 1);
+        store->restoreWords(undo);
+        QCOMPARE(readFile(place.wordbook()), before);
+        QCOMPARE(store->deletedWords(), QSet<QString>());
+        QCOMPARE(place.index.calls, " -word:apple word:plum +apple +Apple +plum");
+        QCOMPARE(store->weeklyPlan()->totalCount(), 4);
+
+        store->restoreWords(undo);
+        store->restoreWords(store->deleteWords({}));
+        QCOMPARE(changes.size(), 2);
+        QCOMPARE(readFile(place.wordbook()), before);
+    }
+
+    void undoneDeletionsOfManyProcesses() {
+        Place place;
+        place.setWords({apple, pear, plum});
+        const auto here = place.open();
+        // What is deleted is the record as it stands, not as it was known here.
+        place.elsewhere([](StorageManager &store) {
+            store.recordReview(store.words().at(0).id, ReviewFeedback::Remembered);
+            store.setUserNotes(store.words().at(0).id, QStringLiteral("note"));
+        });
+        WordsRestored undo = here->deleteWords({here->words().at(0).id});
+        place.now = place.now.adding(3600);
+        // The word is searched for again elsewhere: the two records become one.
+        place.elsewhere([](StorageManager &store) {
+            const QUuid id = store.addOrUpdateSearch(entryFor(apple, QStringLiteral("ˈæpl"))).id;
+            store.recordReview(id, ReviewFeedback::Forgot);
+        });
+        here->restoreWords(undo);
+        QCOMPARE(names(place.saved()), "apple pear plum");
+        const WordRecord united = place.saved().at(0);
+        QVERIFY(haveSameContent(united, here->words().at(0)));
+        QCOMPARE(united.id, undo.records.at(0).id);
+        QCOMPARE(united.searchCount, 2);
+        QCOMPARE(united.phonetic, QStringLiteral("ˈæpl"));
+        QCOMPARE(united.userNotes, QStringLiteral("note"));
+        QCOMPARE(united.reviewHistory.size(), 2);
+        QCOMPARE(united.memoryStatus, MemoryStatus::Learning);
+
+        // A restoration that could not be saved is made again, unless the word has been deleted since.
+        undo = here->deleteWords({here->words().at(1).id, here->words().at(2).id});
+        QVERIFY(QDir().mkpath(place.temporary()));
+        here->restoreWords(undo);
+        here->setUserNotes(here->words().at(1).id, QStringLiteral("sweet"));
+        QVERIFY(QDir().rmdir(place.temporary()));
+        QCOMPARE(names(place.saved()), "apple");
+        place.elsewhere([](StorageManager &store) { store.deleteWord(plum); });
+        here->addOrUpdateSearch(entryFor(QStringLiteral("fig")));
+        QCOMPARE(names(place.saved()), "fig apple pear");
+        QCOMPARE(place.saved().at(2).userNotes, QStringLiteral("sweet"));
     }
 
     /// Each change is made by a store that has not seen the other process's last one.
@@ -340,6 +462,102 @@ private Q_SLOTS:
         QVERIFY(!store->hasUnsavedChanges());
         QCOMPARE(names(place.saved()), "plum pear");
         QCOMPARE(place.saved().at(1).reviewHistory.size(), 1);
+    }
+
+    void restoring() {
+        Place place;
+        place.setWords({apple, pear});
+        const auto store = place.open();
+        store->deleteWord(pear);
+        place.elsewhere([](StorageManager &other) { other.addOrUpdateSearch(entryFor(plum)); });
+        const QString directory = WordbookBackup::directoryFor(place.wordbook());
+        const auto ofDay = WordbookBackup::list(directory);
+        QCOMPARE(ofDay.size(), 1);
+        QVERIFY(!ofDay.first().isOfMoment);
+        QCOMPARE(ofDay.first().date.date(), QDate(2025, 3, 14));
+        const auto words = ofDay.first().read(place.now);
+        QVERIFY(words);
+        QCOMPARE(names(*words), "apple pear");
+
+        place.index.calls.clear();
+        QSignalSpy news(store.get(), &StorageManager::wordsChanged);
+        QVERIFY(store->restoreBackup(*words));
+        QVERIFY(!news.isEmpty());
+        QCOMPARE(names(store->words()), "apple pear");
+        QCOMPARE(names(place.saved()), "apple pear");
+        QCOMPARE(store->weeklyPlan()->dueWords.size(), 2);
+        QCOMPARE(place.index.calls, " -word:plum +apple +pear");
+        // A deleted word that is there again stays there.
+        QVERIFY(store->deletedWords().isEmpty());
+        QCOMPARE(names(place.open()->words()), "apple pear");
+
+        // What the backup has replaced, the other process's word included, can be had back, and then that
+        // again.
+        for (const char *expected : {"plum apple", "apple pear"}) {
+            const auto backups = WordbookBackup::list(directory);
+            QVERIFY(backups.first().isOfMoment);
+            const auto replaced = backups.first().read(place.now);
+            QVERIFY(replaced);
+            QVERIFY(store->restoreBackup(*replaced));
+            QCOMPARE(names(place.saved()), expected);
+        }
+        QCOMPARE(place.backups(), (QStringList{QStringLiteral("vocabulary-2025-03-14-092653.json"),
+                                               QStringLiteral("vocabulary-2025-03-14-092654.json"),
+                                               QStringLiteral("vocabulary-2025-03-14-092655.json"),
+                                               QStringLiteral("vocabulary-2025-03-14.json")}));
+        // Other processes find the restored words below what they do next.
+        place.elsewhere([](StorageManager &other) { other.deleteWord(apple); });
+        store->addOrUpdateSearch(entryFor(plum));
+        QCOMPARE(names(place.saved()), "plum pear");
+    }
+
+    void restoringAllOrNothing_data() {
+        addRows("backups are no directory\n"
+                "the wordbook cannot be written\n"
+                "another process holds the lock");
+    }
+    void restoringAllOrNothing() {
+        QFETCH(const QStringList, cells);
+        Place place;
+        place.setWords({apple, pear});
+        const auto store = place.open();
+        store->deleteWord(pear);
+        const QByteArray before = readFile(place.wordbook());
+        std::unique_ptr<FileLock> lock;
+        if (cells.first().startsWith(QLatin1StringView("backups"))) {
+            QVERIFY(QDir(place.directory() + QStringLiteral("/backups")).removeRecursively());
+            QVERIFY(writeFile(place.directory() + QStringLiteral("/backups"), "x"));
+        } else if (cells.first().startsWith(QLatin1StringView("the"))) {
+            QVERIFY(QDir().mkdir(place.temporary()));
+        } else {
+            lock = FileLock::acquire(place.wordbook() + QStringLiteral(".lock"), std::chrono::seconds(1));
+            store->saveData(std::chrono::milliseconds(0)); // from here on it does not wait
+        }
+        QVERIFY(!store->restoreBackup({newRecord({.entry = entryFor(pear), .date = place.now})}));
+        QCOMPARE(names(store->words()), "apple");
+        QCOMPARE(readFile(place.wordbook()), before);
+        QCOMPARE(store->deletedWords(), QSet<QString>{pear});
+        QVERIFY(!store->hasUnsavedChanges());
+    }
+
+    void damagedBackups_data() {
+        QTest::addColumn<QByteArray>("content");
+        QTest::newRow("cut") << QByteArray("[{\"word\": \"apple\"}, {\"wo");
+        QTest::newRow("empty") << QByteArray("");
+        QTest::newRow("no list") << QByteArray("{}");
+        QTest::newRow("no text") << QByteArray("\x7f\0ELF", 5);
+    }
+    void damagedBackups() {
+        QFETCH(const QByteArray, content);
+        Place place;
+        const QString directory = WordbookBackup::directoryFor(place.wordbook());
+        QVERIFY(QDir().mkpath(directory + QStringLiteral("/vocabulary-2025-01-02.json")));
+        for (const char *name : {"vocabulary-2025-01-01.json", "vocabulary-2025-13-01.json", "other.json"})
+            QVERIFY(writeFile(directory + u'/' + QString::fromLatin1(name), content));
+        const auto backups = WordbookBackup::list(directory);
+        QCOMPARE(backups.size(), 1);
+        QCOMPARE(backups.first().size, content.size());
+        QVERIFY(!backups.first().read(place.now));
     }
 
     void hostileSettings_data() {

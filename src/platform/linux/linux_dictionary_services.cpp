@@ -12,6 +12,8 @@
 #include <QStandardPaths>
 
 #include <algorithm>
+#include <chrono>
+#include <iterator>
 #include <utility>
 
 namespace lexiquill {
@@ -41,6 +43,16 @@ std::optional<QString> definitionFrom(stardict::Dictionary &dictionary, const QS
     return stardict::definitionText(answer->headword, articles);
 }
 
+constexpr std::chrono::milliseconds maxSimilarTime{330};
+
+void addOnce(QStringList &words, const QString &word, QSet<QString> &seen, qsizetype limit) {
+    const QString key = word.toCaseFolded();
+    if (words.size() >= limit || seen.contains(key))
+        return;
+    seen.insert(key);
+    words += word;
+}
+
 } // namespace
 
 LinuxDictionaryServices::LinuxDictionaryServices(QStringList directories, QStringList bundledDirectories,
@@ -55,9 +67,8 @@ std::optional<QString> LinuxDictionaryServices::copyTextDefinition(const QString
     const QString typed = word.simplified();
     if (typed.isEmpty())
         return std::nullopt;
-    const std::lock_guard lock(m_mutex);
-    if (!m_scanned)
-        scan();
+    const std::lock_guard lock(m_definitions.mutex);
+    scan(m_definitions);
     // "Apple!" or full-width letters as an input method leaves them mean the word all the same.
     const QString normalized = typed.normalized(QString::NormalizationForm_KC);
     const QString plain = trimmedOfPunctuation(normalized, true).toString();
@@ -73,17 +84,64 @@ std::optional<QString> LinuxDictionaryServices::copyTextDefinition(const QString
 }
 
 std::optional<QString> LinuxDictionaryServices::firstAnswer(const QString &word) {
-    for (const auto &dictionary : m_dictionaries) {
+    for (const auto &dictionary : m_definitions.dictionaries) {
         if (auto text = definitionFrom(*dictionary, word))
             return text;
     }
     return std::nullopt;
 }
 
-void LinuxDictionaryServices::scan() {
-    m_scanned = true;
+QStringList LinuxDictionaryServices::headwordsStartingWith(const QString &prefix, qsizetype limit,
+                                                           const std::stop_token &stop) {
+    const QByteArray typed = prefix.simplified().toUtf8();
+    QStringList words;
+    if (typed.isEmpty())
+        return words;
+    const std::lock_guard lock(m_headwords.mutex);
+    scan(m_headwords);
     QSet<QString> seen;
-    const auto add = [this, &seen](const QStringList &directories) {
+    for (const auto &dictionary : m_headwords.dictionaries) {
+        if (stop.stop_requested() || words.size() >= limit)
+            break;
+        const stardict::Headwords *headwords = dictionary->headwords();
+        if (headwords == nullptr)
+            continue;
+        for (const QString &word : headwords->startingWith(typed, static_cast<size_t>(limit)))
+            addOnce(words, word, seen, limit);
+    }
+    return words;
+}
+
+QStringList LinuxDictionaryServices::headwordsSimilarTo(const QString &word, qsizetype limit,
+                                                        const std::stop_token &stop) {
+    const auto deadline = std::chrono::steady_clock::now() + maxSimilarTime;
+    const QString typed = word.simplified();
+    std::vector<stardict::SimilarWord> found;
+    {
+        const std::lock_guard lock(m_headwords.mutex);
+        scan(m_headwords);
+        for (const auto &dictionary : m_headwords.dictionaries) {
+            if (stop.stop_requested() || std::chrono::steady_clock::now() > deadline)
+                break;
+            if (const stardict::Headwords *headwords = dictionary->headwords()) {
+                auto some = headwords->similarTo(typed, deadline, stop);
+                std::move(some.begin(), some.end(), std::back_inserter(found));
+            }
+        }
+    }
+    std::stable_sort(found.begin(), found.end());
+    QStringList words;
+    QSet<QString> seen;
+    for (const stardict::SimilarWord &each : found)
+        addOnce(words, each.word, seen, limit);
+    return words;
+}
+
+void LinuxDictionaryServices::scan(Shelf &shelf) const {
+    if (std::exchange(shelf.isScanned, true))
+        return;
+    QSet<QString> seen;
+    const auto add = [this, &seen, &shelf](const QStringList &directories) {
         for (const QString &directory : directories) {
             for (const QString &path : stardict::findDictionaries(directory)) {
                 const QString real = QFileInfo(path).canonicalFilePath();
@@ -91,14 +149,25 @@ void LinuxDictionaryServices::scan() {
                     continue;
                 seen.insert(real);
                 if (auto dictionary = stardict::Dictionary::fromIfo(path, m_cacheDirectory))
-                    m_dictionaries.push_back(std::move(dictionary));
+                    shelf.dictionaries.push_back(std::move(dictionary));
             }
         }
     };
     add(m_directories);
     add(m_bundledDirectories);
-    std::stable_partition(m_dictionaries.begin(), m_dictionaries.end(),
+    std::stable_partition(shelf.dictionaries.begin(), shelf.dictionaries.end(),
                           [](const auto &dictionary) { return isChineseEnglish(dictionary->bookName()); });
+}
+
+QList<DictionaryServices::ActiveDictionary> LinuxDictionaryServices::activeDictionaries() {
+    const std::lock_guard lock(m_headwords.mutex);
+    scan(m_headwords);
+    QList<ActiveDictionary> active;
+    for (const auto &dictionary : m_headwords.dictionaries)
+        active += ActiveDictionary{.name = dictionary->bookName(),
+                                   .wordCount = dictionary->wordCount(),
+                                   .path = dictionary->ifoPath()};
+    return active;
 }
 
 QStringList LinuxDictionaryServices::directoryContents(const QString &path) {

@@ -29,6 +29,14 @@ public:
     /// punctuation around it and in its likely base forms ("went": "go").
     std::optional<QString> copyTextDefinition(const QString &word) override;
 
+    /// The dictionaries are asked in the same order, on files of their own, so that a definition never waits.
+    QStringList headwordsStartingWith(const QString &prefix, qsizetype limit,
+                                      const std::stop_token &stop) override;
+    QStringList headwordsSimilarTo(const QString &word, qsizetype limit,
+                                   const std::stop_token &stop) override;
+
+    QList<ActiveDictionary> activeDictionaries() override;
+
     QStringList directoryContents(const QString &path) override;
 
     /// Does nothing: Linux has no system-wide list of active dictionaries that a program could replace.
@@ -38,15 +46,21 @@ public:
     static QStringList standardDirectories();
 
 private:
+    /// The dictionaries in the order in which they are asked.
+    struct Shelf {
+        std::vector<std::unique_ptr<stardict::Dictionary>> dictionaries;
+        bool isScanned = false;
+        std::mutex mutex;
+    };
+
     std::optional<QString> firstAnswer(const QString &word);
-    void scan();
+    void scan(Shelf &shelf) const;
 
     QStringList m_directories;
     QStringList m_bundledDirectories;
     QString m_cacheDirectory;
-    std::vector<std::unique_ptr<stardict::Dictionary>> m_dictionaries;
-    bool m_scanned = false;
-    std::mutex m_mutex;
+    Shelf m_definitions;
+    Shelf m_headwords;
 };
 
 } // namespace lexiquill

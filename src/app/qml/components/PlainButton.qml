@@ -27,7 +27,8 @@ T.Button {
     Keys.onEnterPressed: control.clicked()
 
     contentItem: Item {
-        implicitWidth: row.implicitWidth
+        // Not that of the row, whose text gives way when there is not enough room.
+        implicitWidth: label.implicitWidth + (control.symbol === "" ? 0 : 16 + row.spacing)
         implicitHeight: row.implicitHeight
 
         Row {
@@ -45,6 +46,8 @@ T.Button {
                 color: control.tint
             }
             Text {
+                id: label
+
                 anchors.verticalCenter: parent.verticalCenter
                 visible: text !== ""
                 width: Math.min(implicitWidth, Math.max(0, control.availableWidth - (control.symbol === "" ? 0 : 22)))

@@ -6,7 +6,7 @@ import Lexiquill
 T.Switch {
     id: control
 
-    implicitWidth: 38 + (text === "" ? 0 : Theme.unit + label.implicitWidth)
+    implicitWidth: text === "" ? 38 : label.implicitWidth
     implicitHeight: Math.max(24, label.implicitHeight)
     focusPolicy: Qt.StrongFocus
     opacity: enabled ? 1 : 0.45

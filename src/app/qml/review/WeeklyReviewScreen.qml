@@ -1,10 +1,94 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Lexiquill
 
+/// The review plan of the week: as flash cards, or as a list; and its export.
 FocusScope {
-    ThemedText {
-        anchors.centerIn: parent
-        role: ThemedText.Title
-        text: "每周复习"
+    id: screen
+
+    property bool isList: false
+
+    onVisibleChanged: if (visible)
+        (isList ? list : cards).focus = true
+
+    WeeklyReview {
+        id: review
+
+        active: screen.visible
+    }
+    ReviewHeader {
+        id: header
+
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: parent.top
+        anchors.margins: 3 * Theme.unit
+        anchors.topMargin: screen.height < 480 ? 12 : 2.5 * Theme.unit
+        review: review
+        isList: screen.isList
+        onListChosen: isChosen => {
+            screen.isList = isChosen;
+            (isChosen ? list : cards).forceActiveFocus();
+        }
+        onExportPressed: {
+            saveDialog.active = true;
+            saveDialog.open();
+        }
+    }
+    FlashCards {
+        id: cards
+
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: header.bottom
+        anchors.bottom: parent.bottom
+        visible: !screen.isList
+        focus: true
+        isActive: screen.visible && !screen.isList
+    }
+    PlanList {
+        id: list
+
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: header.bottom
+        anchors.bottom: parent.bottom
+        visible: screen.isList
+        isActive: screen.visible && screen.isList
+        onWordChosen: word => ContentView.handleExternalWordLookup(word)
+    }
+    Loader {
+        id: saveDialog
+
+        /// Shows the dialog, which is made when it is first wanted.
+        function open(): void {
+            const dialog = saveDialog.item as PlanSaveDialog;
+            dialog?.openWith(review.suggestedFile());
+        }
+
+        active: false
+        source: "PlanSaveDialog.qml"
+        onStatusChanged: if (status === Loader.Error)
+            toast.show("导出失败：缺少文件对话框组件 (qml6-module-qtquick-dialogs)", "", null)
+
+        Connections {
+            target: saveDialog.item
+            ignoreUnknownSignals: true
+
+            function onFileChosen(file: url): void {
+                const error = review.exportTo(file);
+                const path = decodeURIComponent(`${file}`.replace(/^file:\/\//, ""));
+                toast.show(error === "" ? "已导出到 " + path : error, "", null);
+            }
+        }
+    }
+    Toast {
+        id: toast
+    }
+    Shortcut {
+        enabled: screen.visible
+        sequence: "Ctrl+E"
+        onActivated: header.exportPressed()
     }
 }

@@ -1,6 +1,196 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Lexiquill
 
+/// The user's choices, where the data lives, and the backups.
 Sheet {
+    id: sheet
+
     title: "偏好设置"
+    width: Math.min(600, parent ? parent.width - 4 * Theme.unit : 600)
+
+    Column {
+        width: parent?.width ?? 0
+        spacing: 2.5 * Theme.unit
+
+        HotKeySection {
+            width: parent.width
+        }
+        PreferenceSection {
+            width: parent.width
+            title: "词典数据源"
+
+            Column {
+                width: parent.width
+                spacing: 4
+
+                Repeater {
+                    model: [Lexiquill.YoudaoOnline, Lexiquill.AppleOffline]
+
+                    ChoiceRow {
+                        required property int modelData
+
+                        width: parent?.width ?? 0
+                        symbol: DictionarySources.iconName(modelData)
+                        text: DictionarySources.title(modelData)
+                        detail: DictionarySources.descriptionText(modelData)
+                        checked: DictionaryService.currentMode === modelData
+                        onClicked: DictionaryService.currentMode = modelData
+                    }
+                }
+            }
+        }
+        PreferenceSection {
+            width: parent.width
+            title: "离线词典"
+            note: "按以上顺序查找，书名中写明英汉的词典优先。把 StarDict 格式的词典放进 ~/.local/share/stardict/dic，重新启动后即可使用。"
+            spacingOfRows: 0
+
+            OfflineDictionaryModel {
+                id: dictionaries
+            }
+            ThemedText {
+                visible: dictionaryRows.count === 0
+                height: 28
+                verticalAlignment: Text.AlignVCenter
+                role: ThemedText.Caption
+                text: dictionaries.isLoading ? "正在查找词典..." : "没有找到离线词典"
+            }
+            Repeater {
+                id: dictionaryRows
+
+                model: dictionaries
+
+                Item {
+                    id: dictionary
+
+                    required property int index
+                    required property string name
+                    required property double wordCount
+                    required property string path
+
+                    width: parent?.width ?? 0
+                    height: 48
+
+                    Column {
+                        anchors.left: parent.left
+                        anchors.right: count.left
+                        anchors.rightMargin: Theme.unit
+                        anchors.verticalCenter: parent.verticalCenter
+                        spacing: 2
+
+                        ThemedText {
+                            width: parent.width
+                            text: (dictionary.index + 1) + ". " + dictionary.name
+                            elide: Text.ElideRight
+                        }
+                        ThemedText {
+                            width: parent.width
+                            role: ThemedText.Caption
+                            text: dictionary.path
+                            elide: Text.ElideMiddle
+                        }
+                    }
+                    ThemedText {
+                        id: count
+
+                        anchors.right: parent.right
+                        anchors.rightMargin: Theme.unit
+                        anchors.verticalCenter: parent.verticalCenter
+                        role: ThemedText.Caption
+                        text: dictionary.wordCount + " 词"
+                    }
+                }
+            }
+        }
+        PreferenceSection {
+            width: parent.width
+            title: "服务器地址"
+            note: addresses.isChanged ? "新地址在下次启动时生效。" : "留空即使用内置地址。"
+
+            ServerAddressEditor {
+                id: addresses
+            }
+            ServerAddressRow {
+                width: parent.width
+                editor: addresses
+                label: "有道词典"
+                storedText: addresses.youdaoText
+                builtIn: addresses.builtInYoudao
+                onStored: text => addresses.storeYoudao(text)
+            }
+            ServerAddressRow {
+                width: parent.width
+                editor: addresses
+                label: "同步与更新服务器"
+                storedText: addresses.serverText
+                builtIn: addresses.builtInServer
+                onStored: text => addresses.storeServer(text)
+            }
+        }
+        PreferenceSection {
+            width: parent.width
+            title: "数据位置"
+            spacingOfRows: 0
+
+            DataPlaces {
+                id: places
+            }
+            PlaceRow {
+                width: parent.width
+                label: "生词本"
+                path: places.wordbook
+                onOpened: places.openFolder(path)
+            }
+            PlaceRow {
+                width: parent.width
+                label: "备份"
+                path: places.backups
+                onOpened: places.openFolder(path)
+            }
+            PlaceRow {
+                width: parent.width
+                label: "设置"
+                path: places.settings
+                onOpened: places.openFolder(path)
+            }
+            PlaceRow {
+                width: parent.width
+                label: "缓存"
+                path: places.caches
+                onOpened: places.openFolder(path)
+            }
+        }
+        BackupSection {
+            width: parent.width
+        }
+        PreferenceSection {
+            width: parent.width
+            title: "软件更新"
+
+            Item {
+                width: parent.width
+                height: check.height
+
+                ThemedText {
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: "Lexiquill " + UpdateManager.currentVersion + " (" + UpdateManager.currentBuild + ")"
+                }
+                PlainButton {
+                    id: check
+
+                    anchors.right: parent.right
+                    text: UpdateManager.isChecking ? "正在检查..." : "检查更新..."
+                    enabled: !UpdateManager.isChecking
+                    onClicked: UpdateManager.checkForUpdates(true)
+                }
+            }
+            MessageLine {
+                width: parent.width
+                kind: UpdateManager.errorMessage === "" ? MessageLine.Neutral : MessageLine.Failure
+                text: UpdateManager.errorMessage === "" ? UpdateManager.statusMessage : UpdateManager.errorMessage
+            }
+        }
+    }
 }

@@ -1,6 +1,176 @@
 import QtQuick
 import Lexiquill
 
+/// Presents a newer release and shows how its download goes.
 Sheet {
+    id: sheet
+
+    readonly property var update: UpdateManager.availableUpdate
+    readonly property bool hasUpdate: update !== undefined && update !== null
+
     title: "软件更新"
+
+    Column {
+        width: parent?.width ?? 0
+        spacing: 2 * Theme.unit
+
+        ThemedText {
+            width: parent.width
+            visible: !sheet.hasUpdate
+            text: "暂无可用更新"
+            horizontalAlignment: Text.AlignHCenter
+        }
+        Row {
+            width: parent.width
+            visible: sheet.hasUpdate
+            spacing: 2 * Theme.unit
+
+            SymbolIcon {
+                id: icon
+
+                width: 48
+                height: 48
+                symbol: "arrow.triangle.2.circlepath.circle.fill"
+                color: Theme.accent
+            }
+            Column {
+                anchors.verticalCenter: icon.verticalCenter
+                width: parent.width - icon.width - parent.spacing
+                spacing: 4
+
+                ThemedText {
+                    width: parent.width
+                    role: ThemedText.Heading
+                    text: "发现新版本 Lexiquill"
+                    elide: Text.ElideRight
+                }
+                Row {
+                    spacing: 6
+
+                    ThemedText {
+                        role: ThemedText.Caption
+                        text: "v" + UpdateManager.currentVersion
+                    }
+                    SymbolIcon {
+                        anchors.verticalCenter: parent.verticalCenter
+                        width: 12
+                        height: 12
+                        symbol: "arrow.right"
+                        color: Theme.secondaryText
+                    }
+                    ThemedText {
+                        width: Math.min(implicitWidth, 240)
+                        role: ThemedText.Caption
+                        color: Theme.accent
+                        font.weight: Font.DemiBold
+                        text: sheet.hasUpdate ? "v" + sheet.update.version : ""
+                        elide: Text.ElideRight
+                    }
+                }
+            }
+        }
+        Column {
+            width: parent.width
+            visible: sheet.hasUpdate
+            spacing: Theme.unit
+
+            ThemedText {
+                text: "更新内容说明："
+                font.weight: Font.Medium
+            }
+            InsetPanel {
+                width: parent.width
+                height: Math.min(notes.implicitHeight, 160) + 3 * Theme.unit
+
+                ScrollArea {
+                    id: notesArea
+
+                    anchors.fill: parent
+                    anchors.margins: 1.5 * Theme.unit
+                    contentHeight: notes.implicitHeight
+                    activeFocusOnTab: contentHeight > height
+                    Keys.onUpPressed: contentY = Math.max(0, contentY - 40)
+                    Keys.onDownPressed: contentY = Math.min(contentHeight - height, contentY + 40)
+
+                    ThemedText {
+                        id: notes
+
+                        width: notesArea.contentWidth - Theme.unit
+                        text: sheet.hasUpdate ? sheet.update.releaseNotes : ""
+                        wrapMode: Text.Wrap
+                        lineHeight: Theme.lineHeight
+                    }
+                }
+                FocusRing {
+                    shown: notesArea.activeFocus
+                }
+            }
+        }
+        MessageLine {
+            width: parent.width
+            kind: MessageLine.Failure
+            text: sheet.hasUpdate ? UpdateManager.errorMessage : ""
+        }
+        Column {
+            width: parent.width
+            visible: sheet.hasUpdate && UpdateManager.isDownloading
+            spacing: Theme.unit
+
+            Item {
+                width: parent.width
+                height: status.implicitHeight
+
+                ThemedText {
+                    id: status
+
+                    width: parent.width - percentage.width - Theme.unit
+                    role: ThemedText.Caption
+                    text: UpdateManager.statusMessage
+                    elide: Text.ElideRight
+                }
+                ThemedText {
+                    id: percentage
+
+                    anchors.right: parent.right
+                    role: ThemedText.Caption
+                    text: Math.trunc(UpdateManager.downloadProgress * 100) + "%"
+                }
+            }
+            ProgressBar {
+                width: parent.width
+                value: UpdateManager.downloadProgress
+                Accessible.name: UpdateManager.statusMessage
+            }
+        }
+        MessageLine {
+            width: parent.width
+            text: sheet.hasUpdate && !UpdateManager.canInstall ? UpdateManager.installActionText : ""
+        }
+        Row {
+            anchors.right: parent.right
+            visible: sheet.hasUpdate && !UpdateManager.isDownloading
+            spacing: Theme.unit
+
+            PlainButton {
+                text: "稍后再说"
+                focus: !UpdateManager.canInstall
+                onClicked: {
+                    UpdateManager.showUpdateSheet = false;
+                    sheet.dismissed();
+                }
+            }
+            PrimaryButton {
+                visible: UpdateManager.canInstall
+                text: UpdateManager.installActionText
+                focus: UpdateManager.canInstall
+                onClicked: UpdateManager.startDownloadAndInstall(sheet.update)
+            }
+        }
+        PrimaryButton {
+            anchors.right: parent.right
+            visible: !sheet.hasUpdate
+            text: "好"
+            onClicked: sheet.dismissed()
+        }
+    }
 }

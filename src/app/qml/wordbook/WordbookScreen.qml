@@ -1,10 +1,297 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
+import QtQuick.Templates as T
 import Lexiquill
 
+/// Every record of the wordbook in a list, and the chosen one beside it; in a narrow window in its place.
 FocusScope {
-    ThemedText {
-        anchors.centerIn: parent
-        role: ThemedText.Title
-        text: "生词本与历史"
+    id: screen
+
+    readonly property bool isNarrow: width < 620
+    /// In a narrow window, whether the chosen record is shown in place of the list.
+    property bool showsDetail: false
+    readonly property bool isDetailLevel: isNarrow && showsDetail && words.selectedCount > 0
+
+    function deleteSelected(): void {
+        const message = words.deleteSelected();
+        if (message === "")
+            return;
+        screen.showsDetail = false;
+        list.forceActiveFocus();
+        toast.show(message, "撤销", () => screen.undo());
+    }
+
+    function undo(): void {
+        toast.hide();
+        words.undoDeletion();
+        list.showCurrent();
+    }
+
+    function showList(): void {
+        screen.showsDetail = false;
+        list.forceActiveFocus();
+    }
+
+    function openInDictionary(): void {
+        if (list.currentItem)
+            ContentView.handleExternalWordLookup((list.currentItem as WordRowItem).word);
+    }
+
+    focus: true
+    Keys.onPressed: event => {
+        if (event.matches(StandardKey.Find)) {
+            screen.showsDetail = false;
+            search.forceActiveFocus();
+            search.selectAll();
+        } else if (event.matches(StandardKey.Undo)) {
+            screen.undo();
+        } else if (event.key === Qt.Key_Escape && screen.isDetailLevel) {
+            screen.showList();
+        } else if (event.key === Qt.Key_Escape && search.length > 0) {
+            search.clear();
+        } else {
+            return;
+        }
+        event.accepted = true;
+    }
+
+    WordListModel {
+        id: words
+
+        searchText: search.text
+    }
+
+    Item {
+        id: listPane
+
+        anchors.left: parent.left
+        anchors.top: parent.top
+        anchors.bottom: parent.bottom
+        width: screen.isNarrow ? parent.width : Math.round(Math.max(290, Math.min(400, parent.width * 0.42)))
+        visible: !screen.isDetailLevel
+
+        Item {
+            id: tools
+
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.top: parent.top
+            anchors.margins: 2 * Theme.unit
+            height: 2 * Theme.controlHeight + Theme.unit
+
+            SearchField {
+                id: search
+
+                anchors.left: parent.left
+                anchors.right: parent.right
+                focus: true
+                placeholderText: "筛选单词、释义或笔记"
+                Keys.onDownPressed: list.enter()
+                Keys.onReturnPressed: list.enter()
+            }
+            OrderBox {
+                id: filterBox
+
+                anchors.left: parent.left
+                anchors.bottom: parent.bottom
+                width: (parent.width - Theme.unit) / 2
+                name: "状态"
+                model: words.filterNames
+                currentIndex: words.filter
+                onActivated: index => words.filter = index
+            }
+            OrderBox {
+                anchors.right: parent.right
+                anchors.bottom: parent.bottom
+                width: filterBox.width
+                name: "排序"
+                model: words.orderNames
+                currentIndex: words.order
+                onActivated: index => words.order = index
+            }
+        }
+        ListView {
+            id: list
+
+            function enter(): void {
+                if (words.currentRow < 0)
+                    words.choose(0, WordListModel.Replace);
+                list.forceActiveFocus();
+                list.showCurrent();
+            }
+
+            function move(row: int, extend: bool): void {
+                words.choose(row, extend ? WordListModel.Extend : WordListModel.Replace);
+                list.showCurrent();
+            }
+
+            function showCurrent(): void {
+                if (words.currentRow >= 0)
+                    list.positionViewAtIndex(words.currentRow, ListView.Contain);
+            }
+
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.top: tools.bottom
+            anchors.topMargin: Theme.unit
+            anchors.bottom: footer.top
+            clip: true
+            activeFocusOnTab: true
+            reuseItems: true
+            cacheBuffer: 224
+            boundsBehavior: Flickable.StopAtBounds
+            keyNavigationEnabled: false
+            highlightFollowsCurrentItem: false
+            model: words
+            currentIndex: words.currentRow
+            T.ScrollBar.vertical: ThinScrollBar {}
+            Accessible.role: Accessible.List
+            Accessible.name: "单词列表"
+
+            delegate: WordRowItem {
+                id: row
+
+                onPressed: modifiers => {
+                    list.forceActiveFocus();
+                    words.choose(row.index, modifiers & Qt.ShiftModifier ? WordListModel.Extend : modifiers & Qt.ControlModifier ? WordListModel.Toggle : WordListModel.Replace);
+                    screen.showsDetail = !(modifiers & (Qt.ShiftModifier | Qt.ControlModifier));
+                }
+                onDoubleClicked: screen.openInDictionary()
+            }
+
+            Keys.onPressed: event => {
+                const page = Math.max(1, Math.floor(list.height / 56) - 1);
+                const extend = (event.modifiers & Qt.ShiftModifier) !== 0;
+                if (event.matches(StandardKey.SelectAll))
+                    words.selectAll();
+                else if (event.key === Qt.Key_Delete || event.key === Qt.Key_Backspace)
+                    screen.deleteSelected();
+                else if (event.key === Qt.Key_Up && words.currentRow === 0 && !extend)
+                    search.forceActiveFocus();
+                else if (event.key === Qt.Key_Up)
+                    list.move(words.currentRow - 1, extend);
+                else if (event.key === Qt.Key_Down)
+                    list.move(words.currentRow + 1, extend);
+                else if (event.key === Qt.Key_PageUp)
+                    list.move(words.currentRow - page, extend);
+                else if (event.key === Qt.Key_PageDown)
+                    list.move(words.currentRow + page, extend);
+                else if (event.key === Qt.Key_Home)
+                    list.move(0, extend);
+                else if (event.key === Qt.Key_End)
+                    list.move(words.count - 1, extend);
+                else if (event.key === Qt.Key_Return || event.key === Qt.Key_Enter)
+                    screen.isNarrow ? screen.showsDetail = true : screen.openInDictionary();
+                else
+                    return;
+                event.accepted = true;
+            }
+
+            EmptyHint {
+                anchors.centerIn: parent
+                width: parent.width - 6 * Theme.unit
+                visible: words.count === 0
+                symbol: words.totalCount === 0 ? "text.book.closed" : "magnifyingglass"
+                title: words.totalCount === 0 ? "生词本还是空的" : "没有符合条件的单词"
+                text: words.totalCount === 0 ? "查过的单词会自动收录在这里，并安排复习。" : "换一个关键词，或选择其他状态。"
+                action: words.totalCount === 0 ? "去查词" : "显示全部"
+                onTaken: {
+                    if (words.totalCount === 0) {
+                        ContentView.postFocusSearchInput();
+                    } else {
+                        search.clear();
+                        words.filter = 0;
+                    }
+                }
+            }
+        }
+        Item {
+            id: footer
+
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.bottom: parent.bottom
+            height: 32
+
+            Separator {
+                anchors.left: parent.left
+                anchors.right: parent.right
+            }
+            ThemedText {
+                anchors.left: parent.left
+                anchors.leftMargin: 2.5 * Theme.unit
+                anchors.verticalCenter: parent.verticalCenter
+                role: ThemedText.Small
+                text: words.selectedCount > 1 ? "已选择 " + words.selectedCount + " 个，共 " + words.countText : words.countText
+            }
+            IconButton {
+                anchors.right: parent.right
+                anchors.rightMargin: 1.5 * Theme.unit
+                anchors.verticalCenter: parent.verticalCenter
+                width: 26
+                height: 26
+                iconSize: 16
+                visible: words.selectedCount > 0
+                symbol: "trash"
+                text: "删除所选单词"
+                onClicked: screen.deleteSelected()
+            }
+        }
+    }
+    Separator {
+        anchors.left: listPane.right
+        anchors.top: parent.top
+        anchors.bottom: parent.bottom
+        visible: !screen.isNarrow
+    }
+    Item {
+        id: detailPane
+
+        anchors.left: screen.isNarrow ? parent.left : listPane.right
+        anchors.right: parent.right
+        anchors.top: parent.top
+        anchors.bottom: parent.bottom
+        anchors.leftMargin: 2 * Theme.unit
+        anchors.rightMargin: 4
+        visible: !screen.isNarrow || screen.isDetailLevel
+
+        PlainButton {
+            id: back
+
+            anchors.left: parent.left
+            anchors.top: parent.top
+            anchors.topMargin: Theme.unit
+            visible: screen.isNarrow
+            symbol: "chevron.left"
+            ground: "transparent"
+            tint: Theme.accent
+            text: "生词本"
+            onClicked: screen.showList()
+        }
+        WordDetail {
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.top: back.visible ? back.bottom : parent.top
+            anchors.topMargin: back.visible ? Theme.unit : 2 * Theme.unit
+            anchors.bottom: parent.bottom
+            visible: words.selectedId !== ""
+            wordId: words.selectedId
+            toast: toast
+            onDeleteRequested: screen.deleteSelected()
+        }
+        EmptyHint {
+            anchors.centerIn: parent
+            width: parent.width - 4 * Theme.unit
+            visible: words.selectedId === "" && words.totalCount > 0
+            symbol: words.selectedCount > 1 ? "rectangle.stack" : "text.book.closed"
+            title: words.selectedCount > 1 ? "已选择 " + words.selectedCount + " 个单词" : "选择一个单词"
+            text: words.selectedCount > 1 ? "按 Delete 删除，删除后可以撤销。" : "它的释义、笔记和复习历史会显示在这里。"
+            action: words.selectedCount > 1 ? "删除" : ""
+            onTaken: screen.deleteSelected()
+        }
+    }
+    Toast {
+        id: toast
     }
 }

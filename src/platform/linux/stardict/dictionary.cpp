@@ -43,6 +43,7 @@ std::unique_ptr<Dictionary> Dictionary::fromIfo(const QString &ifoPath, const QS
         return nullptr;
     std::unique_ptr<Dictionary> dictionary(new Dictionary(ifoPath, cacheDirectory));
     dictionary->m_bookName = info->bookName;
+    dictionary->m_wordCount = info->wordCount;
     return dictionary;
 }
 
@@ -78,6 +79,7 @@ bool Dictionary::ready() {
 }
 
 void Dictionary::close() {
+    m_headwords.reset();
     m_table.reset();
     m_packedArticles.reset();
     m_index.close();
@@ -118,6 +120,7 @@ void Dictionary::openTable(bool rebuild) {
     if (m_table && !rebuild)
         return;
     const TableSource source{m_info, m_index.data(), m_indexIsPacked, m_synonyms.data()};
+    m_headwords.reset();
     m_table = LookupTable::build(source, m_basePath, m_stamps);
     if (!QDir().mkpath(QFileInfo(m_cachePath).path()) || !m_table->save(m_cachePath))
         return;
@@ -225,6 +228,20 @@ std::optional<Dictionary::Answer> Dictionary::find(const QString &word) {
     if (answer.articles.empty())
         return std::nullopt;
     return answer;
+}
+
+const Headwords *Dictionary::headwords() {
+    if (!ready())
+        return nullptr;
+    if (!m_headwords) {
+        QByteArrayView index = m_indexIsPacked ? m_table->wholeIndex() : m_index.data();
+        if (m_indexIsPacked && m_table->damaged()) {
+            openTable(true);
+            index = m_table->wholeIndex();
+        }
+        m_headwords.emplace(index, m_info.offsetBytes);
+    }
+    return &*m_headwords;
 }
 
 } // namespace lexiquill::stardict

@@ -2,6 +2,7 @@
 
 #include "platform/linux/stardict/article.h"
 #include "platform/linux/stardict/compressed.h"
+#include "platform/linux/stardict/headwords.h"
 #include "platform/linux/stardict/ifo_file.h"
 #include "platform/linux/stardict/index_entry.h"
 #include "platform/linux/stardict/lookup_table.h"
@@ -30,10 +31,16 @@ public:
     static std::unique_ptr<Dictionary> fromIfo(const QString &ifoPath, const QString &cacheDirectory);
 
     const QString &bookName() const { return m_bookName; }
+    /// As the .ifo file had it when it was read.
+    qint64 wordCount() const { return m_wordCount; }
+    QString ifoPath() const { return m_basePath + QStringLiteral(".ifo"); }
 
     /// Looks the word up as typed, then among the synonyms, then both without regard to case. Nothing when it
     /// is unknown or the dictionary unusable.
     std::optional<Answer> find(const QString &word);
+
+    /// The dictionary's headwords; nothing when it is unusable. To be asked for anew before every use.
+    const Headwords *headwords();
 
 private:
     struct Match {
@@ -59,6 +66,7 @@ private:
     QString m_basePath;
     QString m_cachePath;
     QString m_bookName;
+    qint64 m_wordCount = 0;
     State m_state = State::Unopened;
     SourceStamps m_stamps;
     IfoInfo m_info;
@@ -68,6 +76,7 @@ private:
     std::optional<DictZip> m_packedArticles;
     MappedFile m_synonyms;
     std::unique_ptr<LookupTable> m_table;
+    std::optional<Headwords> m_headwords;
 };
 
 } // namespace lexiquill::stardict

@@ -57,6 +57,9 @@ public:
     /// The unpacked index from `offset` on, enough for one entry; empty when the table does not keep one.
     QByteArrayView indexBytes(quint64 offset) const;
 
+    /// All of the unpacked index; empty when the table does not keep one.
+    QByteArrayView wholeIndex() const { return payload(0, m_indexSize); }
+
     /// Places in the index, in bytes, of words with this hash, in the order of the index.
     std::vector<quint32> words(quint32 hash) const;
 

@@ -1,0 +1,81 @@
+import QtQuick
+import Lexiquill
+
+/// The week, its counts, and what can be done with the plan.
+Item {
+    id: header
+
+    required property WeeklyReview review
+    required property bool isList
+
+    signal listChosen(bool isChosen)
+    signal exportPressed
+
+    implicitHeight: titles.height + 1.5 * Theme.unit + counts.height
+
+    Column {
+        id: titles
+
+        anchors.left: parent.left
+        anchors.right: actions.left
+        anchors.rightMargin: Theme.unit
+        spacing: 2
+
+        ThemedText {
+            width: parent.width
+            role: ThemedText.Title
+            text: "每周复习"
+            elide: Text.ElideRight
+            Accessible.role: Accessible.Heading
+        }
+        ThemedText {
+            width: parent.width
+            role: ThemedText.Caption
+            text: header.review.week + " · " + header.review.period
+            elide: Text.ElideRight
+        }
+    }
+    Row {
+        id: actions
+
+        anchors.right: parent.right
+        anchors.verticalCenter: titles.verticalCenter
+        spacing: Theme.unit
+
+        SegmentedControl {
+            name: "复习方式"
+            choices: ["闪卡", "列表"]
+            currentIndex: header.isList ? 1 : 0
+            onChosen: index => header.listChosen(index === 1)
+        }
+        PlainButton {
+            text: "导出"
+            symbol: "square.and.arrow.up"
+            Accessible.description: "导出本周复习清单为 Markdown 文件"
+            onClicked: header.exportPressed()
+        }
+    }
+    Row {
+        id: counts
+
+        anchors.left: parent.left
+        anchors.bottom: parent.bottom
+        spacing: 3 * Theme.unit
+
+        PlanCount {
+            title: "待复习总数"
+            value: header.review.totalCount
+            tint: Theme.blue
+        }
+        PlanCount {
+            title: "重点攻坚"
+            value: header.review.difficultCount
+            tint: Theme.orange
+        }
+        PlanCount {
+            title: "新词录入"
+            value: header.review.newCount
+            tint: Theme.purple
+        }
+    }
+}

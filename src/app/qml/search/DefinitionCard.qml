@@ -1,0 +1,307 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Lexiquill
+
+/// A word of the wordbook: its definition, what is remembered of it, and what can be done with it. Give it a
+/// width; its height follows from the content, so it belongs into a ScrollArea.
+Card {
+    id: card
+
+    /// The id of the record in the wordbook; the card is empty without one.
+    property string wordId: ""
+    /// Where the definition came from, in a few words; empty when that is of no interest.
+    property string sourceText: ""
+    property bool showsAnswers: true
+    property bool showsDelete: true
+    /// Tells about what was done, and offers to undo a deletion; without one that is not told.
+    property Toast toast: null
+    readonly property alias word: record.headword
+    readonly property alias exists: record.exists
+
+    /// The user deleted the word.
+    signal deleted(word: string)
+
+    function pronounce(): void {
+        pronunciation.fetch(record.headword);
+    }
+
+    function say(message: string): void {
+        if (card.toast)
+            card.toast.show(message, "", null);
+    }
+
+    function remove(): void {
+        note.finish();
+        const word = record.headword;
+        const key = record.remove();
+        if (card.toast)
+            card.toast.show("已删除“" + word + "”", "撤销", () => record.restore(key));
+        card.deleted(word);
+    }
+
+    padding: 3 * Theme.unit
+    visible: exists
+    implicitHeight: column.implicitHeight + 2 * padding
+    Accessible.role: Accessible.Grouping
+    Accessible.name: word
+    // What was typed belongs to the word that was shown.
+    onWordIdChanged: {
+        note.finish();
+        pronunciation.cancel();
+        record.wordId = wordId;
+    }
+    Component.onCompleted: record.wordId = wordId
+
+    WordCard {
+        id: record
+    }
+    Pronunciation {
+        id: pronunciation
+
+        onFailed: message => card.say(message)
+        onReady: file => {
+            player.active = true;
+            if (player.status === Loader.Ready)
+                (player.item as SoundPlayer).play(file);
+            else
+                card.say("无法播放发音：没有安装多媒体组件。");
+        }
+    }
+    Loader {
+        id: player
+
+        active: false
+        source: "SoundPlayer.qml"
+    }
+    Connections {
+        target: player.item
+        ignoreUnknownSignals: true
+
+        function onFailed(message: string): void {
+            card.say(message);
+        }
+    }
+
+    Column {
+        id: column
+
+        width: parent.width
+        spacing: 2 * Theme.unit
+
+        Item {
+            width: parent.width
+            height: Math.max(titles.height, actions.height)
+
+            Column {
+                id: titles
+
+                anchors.left: parent.left
+                anchors.right: actions.left
+                anchors.rightMargin: Theme.unit
+                spacing: 4
+
+                ThemedText {
+                    width: parent.width
+                    role: ThemedText.Headword
+                    text: record.headword
+                    wrapMode: Text.Wrap
+                    maximumLineCount: 4
+                    elide: Text.ElideRight
+                    Accessible.role: Accessible.Heading
+                }
+                Row {
+                    spacing: Theme.unit
+
+                    ThemedText {
+                        anchors.verticalCenter: parent.verticalCenter
+                        visible: text !== ""
+                        width: Math.min(implicitWidth, titles.width - 40)
+                        text: record.phonetic
+                        color: Theme.secondaryText
+                        elide: Text.ElideRight
+                    }
+                    IconButton {
+                        symbol: "speaker.wave.2"
+                        text: pronunciation.isFetching ? "正在获取发音" : "朗读"
+                        tint: Theme.accent
+                        opacity: pronunciation.isFetching ? 0.5 : 1
+                        onClicked: card.pronounce()
+                    }
+                }
+            }
+            Row {
+                id: actions
+
+                anchors.right: parent.right
+                anchors.top: parent.top
+
+                IconButton {
+                    symbol: "doc.on.doc"
+                    text: "复制释义"
+                    onClicked: {
+                        record.copy();
+                        card.say("已复制到剪贴板");
+                    }
+                }
+                IconButton {
+                    visible: card.showsDelete
+                    symbol: "trash"
+                    text: "从生词本删除"
+                    onClicked: card.remove()
+                }
+            }
+        }
+
+        Repeater {
+            model: record.groups
+
+            Column {
+                id: group
+
+                required property var modelData
+
+                width: column.width
+                spacing: Theme.unit
+
+                Row {
+                    spacing: Theme.unit
+
+                    Tag {
+                        text: group.modelData.abbreviation
+                        tint: Theme.badgeColor(group.modelData.colorName)
+                    }
+                    ThemedText {
+                        anchors.verticalCenter: parent.verticalCenter
+                        role: ThemedText.Caption
+                        text: group.modelData.name
+                    }
+                }
+                Repeater {
+                    model: group.modelData.senses
+
+                    SenseRow {
+                        required property var modelData
+
+                        width: group.width
+                        number: modelData.number
+                        context: modelData.context
+                        meaning: modelData.meaning
+                        examples: modelData.examples
+                    }
+                }
+            }
+        }
+        PlainButton {
+            visible: record.hiddenSenses > 0
+            text: "显示其余 " + record.hiddenSenses + " 个义项"
+            onClicked: record.showMore()
+        }
+        ThemedText {
+            width: parent.width
+            visible: text !== ""
+            text: record.rawText
+            wrapMode: Text.Wrap
+            lineHeight: Theme.lineHeight
+        }
+        Column {
+            width: parent.width
+            visible: record.examples.length > 0
+            spacing: Theme.unit
+
+            ThemedText {
+                role: ThemedText.Caption
+                font.weight: Font.DemiBold
+                text: "双语例句"
+            }
+            Repeater {
+                model: record.examples
+
+                Column {
+                    id: example
+
+                    required property var modelData
+
+                    width: column.width
+                    spacing: 2
+
+                    ThemedText {
+                        width: parent.width
+                        text: example.modelData.en
+                        textFormat: Text.StyledText
+                        wrapMode: Text.Wrap
+                        lineHeight: 1.25
+                        Accessible.name: example.modelData.en.replace(/<[^>]*>/g, "")
+                    }
+                    ThemedText {
+                        width: parent.width
+                        text: example.modelData.cn
+                        color: Theme.secondaryText
+                        font.pixelSize: Theme.bodySize - 1
+                        wrapMode: Text.Wrap
+                        lineHeight: 1.25
+                    }
+                }
+            }
+        }
+
+        Separator {
+            width: parent.width
+        }
+        Flow {
+            width: parent.width
+            spacing: Theme.unit
+
+            Item {
+                width: status.width
+                height: Theme.controlHeight
+
+                Tag {
+                    id: status
+
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: record.statusText
+                    tint: Theme.badgeColor(record.statusColorName)
+                }
+            }
+            ThemedText {
+                height: Theme.controlHeight
+                role: ThemedText.Caption
+                text: record.memoryText
+                verticalAlignment: Text.AlignVCenter
+            }
+            Row {
+                visible: card.showsAnswers
+                spacing: Theme.unit
+
+                PlainButton {
+                    symbol: "checkmark"
+                    tint: Theme.onTint(Theme.green)
+                    ground: Theme.tint(Theme.green)
+                    text: "记住了"
+                    onClicked: record.answer(true)
+                }
+                PlainButton {
+                    symbol: "xmark"
+                    tint: Theme.onTint(Theme.red)
+                    ground: Theme.tint(Theme.red)
+                    text: "没记住"
+                    onClicked: record.answer(false)
+                }
+            }
+        }
+        NoteEditor {
+            id: note
+
+            width: parent.width
+            stored: record.userNotes
+            onEdited: notes => record.saveNotes(notes)
+        }
+        ThemedText {
+            visible: text !== ""
+            role: ThemedText.Small
+            text: card.sourceText
+            color: Theme.tertiaryText
+        }
+    }
+}

@@ -1,0 +1,72 @@
+import QtQuick
+import QtQuick.Templates as T
+import Lexiquill
+
+/// The user's note on a word. What is typed is kept until it is left, whatever changes meanwhile.
+FocusScope {
+    id: editor
+
+    /// The note as it is stored.
+    property string stored: ""
+    property bool isEdited: false
+
+    signal edited(notes: string)
+
+    /// Hands over what has been typed.
+    function finish(): void {
+        if (!editor.isEdited)
+            return;
+        editor.isEdited = false;
+        editor.edited(area.text);
+    }
+
+    implicitHeight: Math.max(60, area.implicitHeight)
+    onStoredChanged: if (!isEdited && area.text !== stored)
+        area.text = stored
+    onVisibleChanged: if (!visible)
+        finish()
+    Component.onCompleted: area.text = stored
+    Component.onDestruction: finish()
+
+    T.TextArea {
+        id: area
+
+        anchors.fill: parent
+        implicitHeight: contentHeight + topPadding + bottomPadding
+        focus: true
+        padding: 10
+        wrapMode: TextEdit.Wrap
+        color: Theme.text
+        selectionColor: Theme.accent
+        selectedTextColor: "#FFFFFF"
+        font.pixelSize: Theme.bodySize
+        selectByMouse: true
+        activeFocusOnTab: true
+        textFormat: TextEdit.PlainText
+        Accessible.role: Accessible.EditableText
+        Accessible.name: "我的笔记"
+        Keys.priority: Keys.BeforeItem
+        Keys.onTabPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
+        Keys.onBacktabPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
+        onTextChanged: if (activeFocus)
+            editor.isEdited = true
+        onActiveFocusChanged: if (!activeFocus)
+            editor.finish()
+
+        background: Rectangle {
+            radius: Theme.controlRadius
+            color: Theme.isDark ? Theme.field : Theme.ground
+            border.width: area.activeFocus ? 2 : 0
+            border.color: Theme.accent
+        }
+
+        ThemedText {
+            x: 10
+            y: 10
+            visible: area.length === 0 && area.preeditText === ""
+            text: "写下联想、例句或易错点…"
+            color: Theme.tertiaryText
+            Accessible.ignored: true
+        }
+    }
+}

@@ -1,0 +1,96 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Lexiquill
+
+/// Words to choose from. The keyboard stays in the field, which moves the selection.
+ListView {
+    id: list
+
+    signal chosen(word: string)
+
+    /// Moves the selection, also out of the list at its start.
+    function move(rows: int): void {
+        const next = list.currentIndex + rows;
+        list.currentIndex = Math.max(-1, Math.min(next, list.count - 1));
+    }
+
+    clip: true
+    currentIndex: -1
+    reuseItems: true
+    keyNavigationEnabled: false
+    highlightMoveDuration: 0
+    boundsBehavior: Flickable.StopAtBounds
+    activeFocusOnTab: false
+    implicitHeight: contentHeight
+    Accessible.role: Accessible.List
+    Accessible.name: "建议"
+    T.ScrollBar.vertical: ThinScrollBar {}
+    // Rows come and go while the user types; what was chosen among the former ones is not meant any more.
+    onCountChanged: currentIndex = -1
+
+    delegate: T.ItemDelegate {
+        id: row
+
+        required property int index
+        required property string word
+        required property string summary
+        required property string symbol
+
+        width: list.width
+        height: 36
+        focusPolicy: Qt.NoFocus
+        hoverEnabled: true
+        highlighted: ListView.isCurrentItem
+        text: word
+        Accessible.role: Accessible.ListItem
+        Accessible.name: summary === "" ? word : word + "，" + summary
+        Accessible.selected: highlighted
+        Accessible.onPressAction: list.chosen(word)
+        onClicked: list.chosen(word)
+
+        background: Rectangle {
+            radius: Theme.controlRadius
+            color: row.highlighted ? Theme.selection : row.down ? Theme.pressed : row.hovered ? Theme.hover : "transparent"
+        }
+        contentItem: Item {
+            SymbolIcon {
+                id: icon
+
+                x: 12
+                anchors.verticalCenter: parent.verticalCenter
+                width: 15
+                height: 15
+                symbol: row.symbol
+                color: Theme.tertiaryText
+            }
+            ThemedText {
+                id: wordText
+
+                anchors.left: icon.right
+                anchors.leftMargin: 10
+                anchors.verticalCenter: parent.verticalCenter
+                width: Math.min(implicitWidth, parent.width * (summaryText.visible ? 0.5 : 0.85))
+                text: row.word
+                elide: Text.ElideRight
+                Accessible.ignored: true
+            }
+            ThemedText {
+                id: summaryText
+
+                anchors.left: wordText.right
+                anchors.leftMargin: 12
+                anchors.right: parent.right
+                anchors.rightMargin: 12
+                anchors.verticalCenter: parent.verticalCenter
+                visible: text !== ""
+                role: ThemedText.Caption
+                text: row.summary
+                elide: Text.ElideRight
+                maximumLineCount: 1
+                Accessible.ignored: true
+            }
+        }
+    }
+}

@@ -1,0 +1,105 @@
+import QtQuick
+import QtQuick.Templates as T
+import Lexiquill
+
+/// One choice of several, below each other.
+T.AbstractButton {
+    id: control
+
+    /// A symbol before the text; empty for none.
+    property string symbol: ""
+    /// At the end of the row.
+    property string trailing: ""
+    /// Below the text.
+    property string detail: ""
+
+    implicitHeight: Math.max(32, texts.implicitHeight + 10)
+    hoverEnabled: true
+    focusPolicy: Qt.StrongFocus
+    Accessible.role: Accessible.RadioButton
+    Accessible.name: text
+    Accessible.description: detail === "" ? trailing : detail
+    Accessible.checkable: true
+    Accessible.checked: checked
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
+    Keys.onUpPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
+    Keys.onDownPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
+
+    background: Rectangle {
+        radius: Theme.controlRadius
+        color: control.down ? Theme.pressed : control.hovered ? Theme.hover : "transparent"
+
+        FocusRing {
+            shown: control.visualFocus
+        }
+    }
+    contentItem: Item {
+        Rectangle {
+            id: mark
+
+            x: 6
+            y: 7
+            width: 18
+            height: 18
+            radius: 9
+            color: control.checked ? Theme.accent : "transparent"
+            border.width: control.checked ? 0 : 1.5
+            border.color: Theme.tertiaryText
+
+            Rectangle {
+                anchors.centerIn: parent
+                width: 7
+                height: 7
+                radius: 3.5
+                visible: control.checked
+                color: "#FFFFFF"
+            }
+        }
+        SymbolIcon {
+            id: icon
+
+            anchors.left: mark.right
+            anchors.leftMargin: Theme.unit
+            y: 7
+            width: control.symbol === "" ? 0 : 18
+            height: 18
+            visible: control.symbol !== ""
+            symbol: control.symbol
+            color: Theme.accent
+        }
+        Column {
+            id: texts
+
+            anchors.left: icon.right
+            anchors.leftMargin: control.symbol === "" ? 2 : Theme.unit
+            anchors.right: shortText.left
+            anchors.rightMargin: Theme.unit
+            y: 7
+            spacing: 2
+
+            ThemedText {
+                width: parent.width
+                text: control.text
+                elide: Text.ElideRight
+            }
+            ThemedText {
+                width: parent.width
+                visible: control.detail !== ""
+                role: ThemedText.Caption
+                text: control.detail
+                wrapMode: Text.Wrap
+                lineHeight: Theme.lineHeight
+            }
+        }
+        ThemedText {
+            id: shortText
+
+            anchors.right: parent.right
+            anchors.rightMargin: Theme.unit
+            y: 7
+            text: control.trailing
+            color: Theme.secondaryText
+        }
+    }
+}

@@ -1,0 +1,126 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Lexiquill
+
+/// The system-wide hotkey: presets, a combination of the user's own, and how the registration went.
+PreferenceSection {
+    id: section
+
+    readonly property bool hasFailed: HotKeyManager.registerStatusDescription.startsWith("注册失败")
+
+    title: "全局快捷键"
+    note: "在任何程序中按下快捷键，都会打开查词窗口。Option 即 Alt 键，Command 即 Super（Windows 徽标）键。"
+
+    ShortcutEditor {
+        id: editor
+    }
+    Item {
+        width: parent.width
+        height: reset.height
+
+        MessageLine {
+            anchors.left: parent.left
+            anchors.right: reset.left
+            anchors.rightMargin: Theme.unit
+            anchors.verticalCenter: parent.verticalCenter
+            kind: section.hasFailed ? MessageLine.Failure : MessageLine.Success
+            text: HotKeyManager.registerStatusDescription
+        }
+        PlainButton {
+            id: reset
+
+            anchors.right: parent.right
+            text: "恢复默认"
+            Accessible.description: "恢复默认的全局快捷键"
+            onClicked: HotKeyManager.resetToDefault()
+        }
+    }
+    Column {
+        width: parent.width
+
+        Repeater {
+            model: editor.presetNames
+
+            ChoiceRow {
+                required property int index
+                required property string modelData
+
+                width: parent?.width ?? 0
+                text: modelData
+                trailing: editor.presetSymbols[index]
+                checked: editor.currentPreset === index
+                onClicked: editor.choosePreset(index)
+            }
+        }
+        ChoiceRow {
+            width: parent.width
+            text: "自定义"
+            trailing: editor.currentPreset < 0 ? HotKeyManager.currentShortcut.symbolString : ""
+            checked: editor.currentPreset < 0
+            onClicked: editor.useCustom()
+        }
+    }
+    Separator {
+        width: parent.width
+    }
+    Flow {
+        width: parent.width
+        spacing: 1.5 * Theme.unit
+
+        Toggle {
+            text: "⌃ Control"
+            checked: editor.control
+            onToggled: editor.control = checked
+        }
+        Toggle {
+            text: "⌥ Option"
+            checked: editor.option
+            onToggled: editor.option = checked
+        }
+        Toggle {
+            text: "⇧ Shift"
+            checked: editor.shift
+            onToggled: editor.shift = checked
+        }
+        Toggle {
+            text: "⌘ Command"
+            checked: editor.command
+            onToggled: editor.command = checked
+        }
+    }
+    Item {
+        width: parent.width
+        height: Theme.controlHeight
+
+        KeyPicker {
+            id: picker
+
+            model: editor.keyNames
+            currentIndex: editor.keyIndex
+            onActivated: index => editor.keyIndex = index
+        }
+        ThemedText {
+            anchors.left: picker.right
+            anchors.leftMargin: 2 * Theme.unit
+            anchors.right: use.left
+            anchors.rightMargin: Theme.unit
+            anchors.verticalCenter: parent.verticalCenter
+            role: ThemedText.Heading
+            text: editor.symbolString
+            elide: Text.ElideRight
+        }
+        PrimaryButton {
+            id: use
+
+            anchors.right: parent.right
+            text: "使用此组合"
+            enabled: editor.hasModifier
+            onClicked: editor.useCustom()
+        }
+    }
+    MessageLine {
+        width: parent.width
+        text: editor.hasModifier ? "" : "请至少打开一个修饰键，否则这个按键在其他程序中将无法使用。"
+    }
+}

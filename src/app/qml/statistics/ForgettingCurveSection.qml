@@ -1,0 +1,68 @@
+import QtQuick
+import Lexiquill
+
+/// How the memory of a word fades, or of the average word.
+Card {
+    id: section
+
+    required property Statistics statistics
+    property bool isUnknown: false
+
+    /// The keyboard has got to an item that should be seen.
+    signal focused(item: Item)
+
+    Column {
+        width: section.width - 2 * section.padding
+        spacing: 10
+
+        Item {
+            width: parent.width
+            height: Theme.controlHeight
+
+            ThemedText {
+                anchors.left: parent.left
+                anchors.right: field.left
+                anchors.rightMargin: Theme.unit
+                anchors.verticalCenter: parent.verticalCenter
+                font.pixelSize: 14
+                font.weight: Font.DemiBold
+                text: "📉 遗忘曲线"
+                elide: Text.ElideRight
+            }
+            SearchField {
+                id: field
+
+                anchors.right: parent.right
+                width: Math.min(220, parent.width - 120)
+                placeholderText: "平均单词（输入单词查看）"
+                Accessible.name: "遗忘曲线的单词"
+                onTextChanged: section.isUnknown = !section.statistics.selectWord(text)
+                onActiveFocusChanged: if (activeFocus)
+                    section.focused(section)
+            }
+        }
+        ThemedText {
+            width: parent.width
+            text: section.isUnknown ? "生词本里没有这个单词，显示平均单词" : section.statistics.curveSummary
+            elide: Text.ElideRight
+        }
+        ForgettingCurveChart {
+            width: parent.width
+            height: 180
+            statistics: section.statistics
+            color: Theme.accent
+            faintColor: Theme.fill
+            textColor: Theme.secondaryText
+            groundColor: Theme.card
+            Accessible.role: Accessible.Chart
+            Accessible.name: "遗忘曲线"
+            Accessible.description: section.statistics.curveSummary
+        }
+        ThemedText {
+            width: parent.width
+            role: ThemedText.Caption
+            text: "按指数遗忘模型估算：保持率 = 0.9 ^ (距上次复习的天数 ÷ 复习间隔)，即到期时约为 90%。每次记住后间隔延长：1天 → 6天 → 15天 → 38天 → 95天..."
+            wrapMode: Text.Wrap
+        }
+    }
+}

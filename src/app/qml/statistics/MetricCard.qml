@@ -1,0 +1,55 @@
+import QtQuick
+import Lexiquill
+
+/// One figure with its name, in a colour of its own.
+Card {
+    id: card
+
+    required property string title
+    required property string subtitle
+    required property string symbol
+    required property color tint
+    required property real value
+
+    Accessible.role: Accessible.StaticText
+    Accessible.name: title + " " + value + "，" + subtitle
+
+    Column {
+        width: card.width - 2 * card.padding
+        spacing: 6
+
+        Row {
+            spacing: 6
+
+            SymbolIcon {
+                width: 18
+                height: 18
+                symbol: card.symbol
+                color: card.tint
+            }
+            ThemedText {
+                anchors.verticalCenter: parent.verticalCenter
+                role: ThemedText.Caption
+                text: card.title
+                Accessible.ignored: true
+            }
+        }
+        ThemedText {
+            width: parent.width
+            text: card.value.toFixed(0)
+            color: card.tint
+            font.pixelSize: 26
+            font.weight: Font.Bold
+            elide: Text.ElideRight
+            Accessible.ignored: true
+        }
+        ThemedText {
+            width: parent.width
+            role: ThemedText.Small
+            text: card.subtitle
+            color: card.tint
+            elide: Text.ElideRight
+            Accessible.ignored: true
+        }
+    }
+}

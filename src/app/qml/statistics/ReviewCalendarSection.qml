@@ -1,0 +1,46 @@
+import QtQuick
+import Lexiquill
+
+/// The reviews of the last year, day by day.
+Card {
+    id: section
+
+    required property Statistics statistics
+
+    Column {
+        width: section.width - 2 * section.padding
+        spacing: 10
+
+        ThemedText {
+            font.pixelSize: 14
+            font.weight: Font.DemiBold
+            text: "🗓️ 过去一年复习日历"
+        }
+        ReviewCalendar {
+            id: calendar
+
+            width: parent.width
+            height: implicitHeight
+            statistics: section.statistics
+            color: Theme.green
+            faintColor: Theme.fill
+            textColor: Theme.secondaryText
+            groundColor: Theme.card
+            Accessible.role: Accessible.Chart
+            Accessible.name: "过去一年复习日历"
+            Accessible.description: dayText === "" ? section.statistics.reviewSummary : dayText
+            Accessible.focusable: true
+
+            FocusRing {
+                anchors.margins: -4
+                shown: calendar.activeFocus
+            }
+        }
+        ThemedText {
+            width: parent.width
+            role: ThemedText.Caption
+            text: calendar.dayText === "" ? section.statistics.reviewSummary : calendar.dayText
+            elide: Text.ElideRight
+        }
+    }
+}

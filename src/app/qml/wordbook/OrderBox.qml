@@ -1,0 +1,108 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Lexiquill
+
+/// A choice from a short list that opens below it.
+T.ComboBox {
+    id: control
+
+    /// What is chosen, for assistive tools and the help text.
+    property string name: ""
+
+    implicitWidth: 124
+    implicitHeight: Theme.controlHeight
+    leftPadding: 10
+    rightPadding: 28
+    focusPolicy: Qt.StrongFocus
+    hoverEnabled: true
+    Accessible.name: name
+    Keys.onReturnPressed: popup.open()
+
+    contentItem: ThemedText {
+        text: control.displayText
+        elide: Text.ElideRight
+        verticalAlignment: Text.AlignVCenter
+        Accessible.ignored: true
+    }
+    indicator: SymbolIcon {
+        x: control.width - width - 8
+        anchors.verticalCenter: parent.verticalCenter
+        width: 15
+        height: 15
+        symbol: "chevron.up.chevron.down"
+        color: Theme.secondaryText
+    }
+    background: Rectangle {
+        radius: Theme.controlRadius
+        color: control.pressed ? Theme.pressed : Theme.fill
+
+        FocusRing {
+            shown: control.visualFocus
+        }
+    }
+    delegate: T.ItemDelegate {
+        id: item
+
+        required property int index
+        required property string modelData
+
+        width: ListView.view.width
+        implicitHeight: 32
+        text: modelData
+        highlighted: control.highlightedIndex === index
+        Accessible.name: modelData
+
+        contentItem: Item {
+            SymbolIcon {
+                x: 8
+                anchors.verticalCenter: parent.verticalCenter
+                width: 13
+                height: 13
+                visible: control.currentIndex === item.index
+                symbol: "checkmark"
+                color: item.highlighted ? "#FFFFFF" : Theme.text
+            }
+            Text {
+                x: 28
+                width: parent.width - x
+                height: parent.height
+                text: item.text
+                color: item.highlighted ? "#FFFFFF" : Theme.text
+                font.pixelSize: Theme.bodySize
+                verticalAlignment: Text.AlignVCenter
+                textFormat: Text.PlainText
+            }
+        }
+        background: Rectangle {
+            radius: 6
+            color: item.highlighted ? Theme.accent : "transparent"
+        }
+    }
+    popup: T.Popup {
+        y: control.height + 4
+        x: control.width - width
+        width: 140
+        implicitHeight: contentItem.implicitHeight + 10
+        padding: 5
+
+        contentItem: ListView {
+            implicitHeight: contentHeight
+            model: control.delegateModel
+            currentIndex: control.highlightedIndex
+            interactive: false
+        }
+        background: Rectangle {
+            radius: 10
+            color: Theme.sheet
+            border.width: 1
+            border.color: Theme.fieldBorder
+        }
+    }
+
+    HelpText {
+        text: control.name
+        shown: control.hovered && !control.pressed && !control.popup.visible
+    }
+}

@@ -1,0 +1,104 @@
+#include "app/review/weekly_review.h"
+
+#include "app/services.h"
+#include "storage/storage_manager.h"
+
+#include <QDir>
+#include <QSaveFile>
+#include <QStandardPaths>
+
+namespace lexiquill {
+
+namespace {
+
+QString dayText(const std::optional<QDate> &day, bool hasYear) {
+    if (!day)
+        return QStringLiteral("—");
+    return day->toString(hasYear ? QStringLiteral("yyyy年M月d日") : QStringLiteral("M月d日"));
+}
+
+QString reasonOf(const QFileDevice &file) {
+    switch (file.error()) {
+    case QFileDevice::PermissionsError:
+        return QStringLiteral("没有写入权限");
+    case QFileDevice::ResourceError:
+        return QStringLiteral("磁盘空间或系统资源不足");
+    case QFileDevice::OpenError:
+        return QStringLiteral("无法写入该位置（文件夹不存在、只读或没有权限）");
+    default:
+        return QStringLiteral("写入文件时出错");
+    }
+}
+
+} // namespace
+
+WeeklyReview::WeeklyReview(QObject *parent) : WeeklyReview(Services::current().storage(), parent) {}
+
+WeeklyReview::WeeklyReview(StorageManager &storage, QObject *parent)
+    : QObject(parent),
+      m_storage(storage),
+      m_day([&storage] { return storage.now(); }) {
+    connect(&m_storage, &StorageManager::weeklyPlanChanged, this, [this] {
+        m_isOutdated = true;
+        update();
+    });
+    connect(&m_day, &Expiry::expired, &m_storage, &StorageManager::refreshWeeklyPlan);
+}
+
+void WeeklyReview::setActive(bool isActive) {
+    if (isActive == m_isActive)
+        return;
+    m_isActive = isActive;
+    Q_EMIT activeChanged();
+    update();
+}
+
+void WeeklyReview::update() {
+    if (!m_isActive || !m_isOutdated)
+        return;
+    const auto &plan = m_storage.weeklyPlan();
+    if (!plan)
+        return;
+    m_isOutdated = false;
+    const Calendar calendar = m_storage.calendar();
+    const auto first = calendar.date(plan->startOfWeek);
+    auto last = calendar.date(plan->endOfWeek);
+    if (last)
+        last = last->addDays(-1);
+    const bool isWithinYear = first && last && first->year() == last->year();
+    m_week = QStringLiteral("%1年第%2周").arg(plan->year).arg(plan->weekNumber);
+    m_period = dayText(first, !isWithinYear) + QStringLiteral(" 至 ") + dayText(last, !isWithinYear);
+    m_totalCount = static_cast<int>(plan->totalCount());
+    m_dueCount = static_cast<int>(plan->dueWords.size());
+    m_difficultCount = static_cast<int>(plan->difficultWords.size());
+    m_newCount = static_cast<int>(plan->newSearches.size());
+    const auto today = calendar.date(m_storage.now());
+    if (const auto tomorrow = today ? calendar.startOfDay(today->addDays(1)) : std::nullopt)
+        m_day.start(*tomorrow);
+    Q_EMIT planChanged();
+}
+
+QUrl WeeklyReview::suggestedFile() const {
+    const auto &plan = m_storage.weeklyPlan();
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    const QDir directory(QDir(documents).exists() ? documents : QDir::homePath());
+    return QUrl::fromLocalFile(directory.filePath(plan ? plan->markdownFileName() : QString()));
+}
+
+QString WeeklyReview::exportTo(const QUrl &file) const {
+    const auto &plan = m_storage.weeklyPlan();
+    if (!file.isLocalFile())
+        return QStringLiteral("导出失败：只能保存到本机的文件");
+    if (!plan)
+        return QStringLiteral("导出失败：还没有复习计划");
+    QSaveFile target(file.toLocalFile());
+    // A folder may let its files be written but none be made in it.
+    target.setDirectWriteFallback(true);
+    const QByteArray text =
+        WeeklyReviewScheduler::shared().exportMarkdown(*plan, m_storage.calendar()).toUtf8();
+    if (target.open(QIODevice::WriteOnly) && target.write(text) == text.size() && target.commit())
+        return {};
+    return QStringLiteral("导出失败：") + reasonOf(target);
+}
+
+} // namespace lexiquill

@@ -1,0 +1,232 @@
+#include "app/search/search_session.h"
+
+#include "app/services.h"
+#include "storage/storage_manager.h"
+#include "support/text.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace lexiquill {
+
+namespace {
+
+constexpr qsizetype maxFromWordbook = 6;
+constexpr qsizetype maxSuggestions = 14;
+constexpr qsizetype maxRecent = 30;
+constexpr qsizetype maxNearSpellings = 8;
+/// A phrase; what is longer is a text.
+constexpr qsizetype maxSuggestedLength = 64;
+
+Suggestion suggestionOf(const WordRecord &record, Suggestion::Origin origin) {
+    return {.word = record.word, .summary = record.conciseSummary, .origin = origin};
+}
+
+/// The best `count` of the wordbook's records that are wanted; equally good ones in the wordbook's order.
+template <typename Wanted, typename Better>
+QList<const WordRecord *> best(const QList<WordRecord> &words, qsizetype count, Wanted wanted,
+                               Better better) {
+    QList<const WordRecord *> found;
+    for (const WordRecord &record : words) {
+        if (wanted(record))
+            found += &record;
+    }
+    const auto end = found.begin() + std::min(count, found.size());
+    std::partial_sort(found.begin(), end, found.end(), [&](const WordRecord *left, const WordRecord *right) {
+        return better(*left, *right) || (!better(*right, *left) && left < right);
+    });
+    found.erase(end, found.end());
+    return found;
+}
+
+/// A source's title without the note that it is the default.
+QString plainTitle(DictionarySourceMode mode) {
+    return title(mode).section(QStringLiteral(" ("), 0, 0);
+}
+
+} // namespace
+
+SearchSession::SearchSession(QObject *parent) : SearchSession(Services::current(), parent) {}
+
+SearchSession::SearchSession(Services &services, QObject *parent)
+    : QObject(parent),
+      m_dictionary(services.dictionary()),
+      m_offline(services.offlineDictionaries()),
+      m_storage(services.storage()) {
+    m_thread.setMaxThreadCount(1);
+    connect(&m_storage, &StorageManager::wordsChanged, this, &SearchSession::refreshSuggestions);
+    suggestRecent();
+}
+
+SearchSession::~SearchSession() {
+    m_stop.request_stop();
+    m_thread.clear();
+    m_thread.waitForDone();
+}
+
+void SearchSession::setText(const QString &text) {
+    if (text == m_text)
+        return;
+    m_text = text;
+    abandon();
+    Q_EMIT textChanged();
+    setState(State::Suggesting);
+    suggest();
+}
+
+void SearchSession::lookUp(const QString &word) {
+    const QString trimmed = word.trimmed();
+    if (trimmed.isEmpty())
+        return;
+    abandon();
+    m_word = trimmed;
+    if (m_text != trimmed) {
+        m_text = trimmed;
+        Q_EMIT textChanged();
+    }
+    m_cancellation = std::make_unique<Cancellation>();
+    setState(State::LookingUp);
+    ask(trimmed, m_cancellation->token());
+}
+
+void SearchSession::forget() {
+    if (m_state != State::Found)
+        return;
+    m_text.clear();
+    Q_EMIT textChanged();
+    setState(State::Suggesting);
+    suggest();
+}
+
+QCoro::Task<> SearchSession::ask(QString word, CancellationToken cancellation) {
+    const LookupResult result = co_await m_dictionary.lookup(word, cancellation);
+    if (!cancellation.isCancelled())
+        finish(result);
+}
+
+void SearchSession::finish(const LookupResult &result) {
+    if (result.entry) {
+        m_wordId = m_storage.addOrUpdateSearch(*result.entry).id.toString(QUuid::WithoutBraces);
+        m_sourceText = QStringLiteral("来源：") + plainTitle(result.actualMode);
+        setState(State::Found);
+        return;
+    }
+    const QString offline = plainTitle(DictionarySourceMode::AppleOffline);
+    m_missingText = result.actualMode == DictionarySourceMode::YoudaoOnline
+                        ? QStringLiteral("%1和%2都没有给出释义。请检查拼写；如果没有联网，请检查网络连接。")
+                              .arg(plainTitle(DictionarySourceMode::YoudaoOnline), offline)
+                        : QStringLiteral("%1没有收录这个词；当前设置不查询%2。")
+                              .arg(offline, plainTitle(DictionarySourceMode::YoudaoOnline));
+    m_suggestions.setSuggestions({});
+    setState(State::NotFound);
+    inBackground(
+        [&offline = m_offline, word = m_word](const std::stop_token &stop) {
+            return offline.nearSpellings(word, maxNearSpellings, stop);
+        },
+        Suggestion::Origin::Spelling);
+}
+
+void SearchSession::setState(State state) {
+    // The word may be another one in the same state.
+    m_state = state;
+    Q_EMIT stateChanged();
+}
+
+void SearchSession::abandon() {
+    m_cancellation.reset();
+    m_stop.request_stop();
+    m_stop = std::stop_source();
+}
+
+void SearchSession::suggest() {
+    const QString typed = m_text.simplified();
+    if (typed.isEmpty()) {
+        suggestRecent();
+        return;
+    }
+    if (typed.size() > maxSuggestedLength) {
+        m_suggestions.setSuggestions({});
+        return;
+    }
+    const bool isChinese = containsHan(typed);
+    const auto isWanted = [&](const WordRecord &record) {
+        return record.word.startsWith(typed, Qt::CaseInsensitive) ||
+               (isChinese && record.conciseSummary.contains(typed));
+    };
+    QList<Suggestion> suggestions;
+    for (const WordRecord *record :
+         best(m_storage.words(), maxFromWordbook, isWanted,
+              [](const auto &left, const auto &right) { return left.word.size() < right.word.size(); }))
+        suggestions += suggestionOf(*record, Suggestion::Origin::Wordbook);
+    // What the dictionaries said to the beginning still stands until they answer.
+    QStringList earlier;
+    for (const Suggestion &each : m_suggestions.suggestions()) {
+        if (each.origin == Suggestion::Origin::Dictionary && each.word.startsWith(typed, Qt::CaseInsensitive))
+            earlier += each.word;
+    }
+    // In one step, so that rows that stay do not go and come.
+    for (const QString &word : std::as_const(earlier)) {
+        if (std::ranges::none_of(suggestions, [&](const Suggestion &each) {
+                return each.word.compare(word, Qt::CaseInsensitive) == 0;
+            }))
+            suggestions += {.word = word, .summary = {}, .origin = Suggestion::Origin::Dictionary};
+    }
+    m_suggestions.setSuggestions(suggestions.first(std::min(suggestions.size(), maxSuggestions)));
+    inBackground(
+        [&offline = m_offline, typed](const std::stop_token &stop) {
+            return offline.completions(typed, maxSuggestions, stop);
+        },
+        Suggestion::Origin::Dictionary);
+}
+
+void SearchSession::suggestRecent() {
+    QList<Suggestion> suggestions;
+    for (const WordRecord *record : best(
+             m_storage.words(), maxRecent, [](const WordRecord &) { return true; },
+             [](const auto &left, const auto &right) {
+                 return left.lastSearchedDate > right.lastSearchedDate;
+             }))
+        suggestions += suggestionOf(*record, Suggestion::Origin::Recent);
+    m_suggestions.setSuggestions(suggestions);
+}
+
+/// The wordbook has changed, here or in another process.
+void SearchSession::refreshSuggestions() {
+    if (m_state == State::Suggesting)
+        suggest();
+}
+
+/// Searches the dictionaries on a thread of their own and adds what is found, unless the user types on.
+void SearchSession::inBackground(Search search, Suggestion::Origin origin) {
+    m_stop.request_stop();
+    m_stop = std::stop_source();
+    m_thread.start([this, search = std::move(search), origin, stop = m_stop.get_token()] {
+        if (stop.stop_requested())
+            return;
+        const QStringList words = search(stop);
+        // The thread has ended before this is destroyed; what waits in the queue then goes with it.
+        QMetaObject::invokeMethod(
+            this,
+            [this, words, origin, stop] {
+                if (!stop.stop_requested())
+                    add(words, origin);
+            },
+            Qt::QueuedConnection);
+    });
+}
+
+/// Puts a source's words behind those of others, in place of what it has said before.
+void SearchSession::add(const QStringList &words, Suggestion::Origin origin) {
+    QList<Suggestion> suggestions = m_suggestions.suggestions();
+    suggestions.removeIf([origin](const Suggestion &each) { return each.origin == origin; });
+    QSet<QString> known;
+    for (const Suggestion &each : std::as_const(suggestions))
+        known.insert(wordKey(each.word));
+    for (const QString &word : words) {
+        if (suggestions.size() < maxSuggestions && !known.contains(wordKey(word)))
+            suggestions += {.word = word, .summary = {}, .origin = origin};
+    }
+    m_suggestions.setSuggestions(suggestions);
+}
+
+} // namespace lexiquill

@@ -1,0 +1,94 @@
+#pragma once
+
+#include "app/search/suggestion_model.h"
+#include "lookup/dictionary_service.h"
+#include "support/cancellation.h"
+
+#include <QObject>
+#include <QQmlEngine>
+#include <QThreadPool>
+
+#include <functional>
+#include <memory>
+#include <stop_token>
+
+namespace lexiquill {
+
+class Services;
+class StorageManager;
+
+/// What happens on the search screen: words are offered while the user types, one is looked up and recorded,
+/// and if it is not found, others are offered in its place. Typing on gives up whatever is under way.
+class SearchSession : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    /// What stands in the field.
+    Q_PROPERTY(QString text READ text WRITE setText NOTIFY textChanged)
+    Q_PROPERTY(State state READ state NOTIFY stateChanged)
+    Q_PROPERTY(lexiquill::SuggestionModel *suggestions READ suggestions CONSTANT)
+    /// The id of the record of the word that was found.
+    Q_PROPERTY(QString wordId READ wordId NOTIFY stateChanged)
+    /// The word that is or was looked up.
+    Q_PROPERTY(QString word READ word NOTIFY stateChanged)
+    /// Names the source of what was found.
+    Q_PROPERTY(QString sourceText READ sourceText NOTIFY stateChanged)
+    /// What to say of a word that was not found: which sources do not know it.
+    Q_PROPERTY(QString missingText READ missingText NOTIFY stateChanged)
+
+public:
+    enum class State { Suggesting, LookingUp, Found, NotFound };
+    Q_ENUM(State)
+
+    explicit SearchSession(QObject *parent = nullptr);
+    explicit SearchSession(Services &services, QObject *parent = nullptr);
+    /// Waits for the thread that reads the dictionaries to notice.
+    ~SearchSession() override;
+
+    const QString &text() const { return m_text; }
+    /// Gives up the lookup and offers words for the new text, or recent ones when it is blank.
+    void setText(const QString &text);
+    State state() const { return m_state; }
+    SuggestionModel *suggestions() { return &m_suggestions; }
+    const QString &wordId() const { return m_wordId; }
+    const QString &word() const { return m_word; }
+    const QString &sourceText() const { return m_sourceText; }
+    const QString &missingText() const { return m_missingText; }
+
+    /// Looks a word up, puts it into the field, and records it when it is found; a blank one is ignored.
+    Q_INVOKABLE void lookUp(const QString &word);
+    /// The word found has been deleted from the wordbook.
+    Q_INVOKABLE void forget();
+
+Q_SIGNALS:
+    void textChanged();
+    void stateChanged();
+
+private:
+    using Search = std::function<QStringList(const std::stop_token &stop)>;
+
+    QCoro::Task<> ask(QString word, CancellationToken cancellation);
+    void finish(const LookupResult &result);
+    void setState(State state);
+    void abandon();
+    void suggest();
+    void suggestRecent();
+    void refreshSuggestions();
+    void inBackground(Search search, Suggestion::Origin origin);
+    void add(const QStringList &words, Suggestion::Origin origin);
+
+    DictionaryService &m_dictionary;
+    SystemDictionaryService &m_offline;
+    StorageManager &m_storage;
+    QString m_text;
+    State m_state = State::Suggesting;
+    SuggestionModel m_suggestions;
+    QString m_wordId;
+    QString m_word;
+    QString m_sourceText;
+    QString m_missingText;
+    std::unique_ptr<Cancellation> m_cancellation;
+    std::stop_source m_stop;
+    QThreadPool m_thread;
+};
+
+} // namespace lexiquill

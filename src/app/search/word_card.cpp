@@ -1,0 +1,154 @@
+#include "app/search/word_card.h"
+
+#include "app/search/definition_rows.h"
+#include "app/services.h"
+#include "storage/storage_manager.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+namespace lexiquill {
+
+namespace {
+
+/// Senses shown at first, so that a card is there at once however long the entry is.
+constexpr qsizetype firstSenses = 60;
+constexpr qsizetype furtherSenses = 200;
+constexpr qsizetype maxRawLength = 20'000;
+
+} // namespace
+
+WordCard::WordCard(QObject *parent) : WordCard(Services::current().storage(), parent) {}
+
+WordCard::WordCard(StorageManager &storage, QObject *parent) : QObject(parent), m_storage(storage) {
+    connect(&m_storage, &StorageManager::wordsChanged, this, &WordCard::refresh);
+}
+
+void WordCard::setWordId(const QString &wordId) {
+    if (wordId == m_wordId)
+        return;
+    m_wordId = wordId;
+    m_senseLimit = firstSenses;
+    Q_EMIT wordIdChanged();
+    refresh();
+}
+
+void WordCard::refresh() {
+    const qsizetype index = indexOfWord(m_storage.words(), QUuid::fromString(m_wordId));
+    show(m_wordId.isEmpty() || index < 0 ? std::nullopt : std::optional(m_storage.words().at(index)));
+}
+
+void WordCard::show(std::optional<WordRecord> record) {
+    const std::optional<WordRecord> previous = std::exchange(m_record, std::move(record));
+    if (!previous && !m_record)
+        return;
+    if (!previous || !m_record || previous->id != m_record->id || previous->word != m_record->word ||
+        previous->phonetic != m_record->phonetic || previous->posGroups != m_record->posGroups ||
+        previous->examples != m_record->examples || previous->rawDefinition != m_record->rawDefinition)
+        describe();
+    Q_EMIT changed();
+    if (!previous || !m_record || previous->id != m_record->id || previous->userNotes != m_record->userNotes)
+        Q_EMIT userNotesChanged();
+}
+
+void WordCard::describe() {
+    m_groups = m_record ? definitionRows(m_record->posGroups, m_record->word, m_senseLimit) : QVariantList();
+    m_examples = m_record ? exampleRows(m_record->examples, m_record->word) : QVariantList();
+    Q_EMIT contentChanged();
+}
+
+QString WordCard::headword() const {
+    return m_record ? m_record->word : QString();
+}
+
+QString WordCard::phonetic() const {
+    const QString text = m_record ? m_record->phonetic.value_or(QString()).trimmed() : QString();
+    if (text.isEmpty() || QStringLiteral("/[(").contains(text.front()))
+        return text;
+    return u'/' + text + u'/';
+}
+
+int WordCard::hiddenSenses() const {
+    const qsizetype count = m_record ? senseCount(m_record->posGroups) - m_senseLimit : 0;
+    return static_cast<int>(std::clamp<qsizetype>(count, 0, std::numeric_limits<int>::max()));
+}
+
+QString WordCard::rawText() const {
+    if (!m_record || !m_groups.isEmpty())
+        return {};
+    return (m_record->rawDefinition.isEmpty() ? m_record->conciseSummary : m_record->rawDefinition)
+        .left(maxRawLength);
+}
+
+QString WordCard::statusText() const {
+    return m_record ? rawValue(m_record->memoryStatus) : QString();
+}
+
+QString WordCard::statusColorName() const {
+    return m_record ? badgeColorName(m_record->memoryStatus) : QString();
+}
+
+QString WordCard::memoryText() const {
+    if (!m_record)
+        return {};
+    QStringList parts;
+    if (m_record->lastReviewDate)
+        parts += QStringLiteral("间隔 %1 天").arg(m_record->intervalDays);
+    else
+        parts += QStringLiteral("尚未复习");
+    const QString next = m_record->nextReviewRelativeDescription(Instant::now(), Calendar::current());
+    const bool isFuture = !m_record->isMastered && !isDue() && !next.contains(QStringLiteral("复习"));
+    parts += isFuture ? next + QStringLiteral("复习") : next;
+    parts += QStringLiteral("查询 %1 次").arg(m_record->searchCount);
+    return parts.join(QStringLiteral(" · "));
+}
+
+bool WordCard::isDue() const {
+    return m_record && m_record->isDue(Instant::now());
+}
+
+QString WordCard::userNotes() const {
+    return m_record ? m_record->userNotes : QString();
+}
+
+void WordCard::showMore() {
+    m_senseLimit += furtherSenses;
+    describe();
+}
+
+void WordCard::answer(bool remembered) {
+    if (m_record)
+        m_storage.recordReview(m_record->id,
+                               remembered ? ReviewFeedback::Remembered : ReviewFeedback::Forgot);
+}
+
+void WordCard::saveNotes(const QString &notes) {
+    if (m_record && notes != m_record->userNotes)
+        m_storage.setUserNotes(m_record->id, notes);
+}
+
+void WordCard::copy() {
+    if (!m_record)
+        return;
+    QGuiApplication::clipboard()->setText(plainDefinition(m_record->word, phonetic(), m_record->posGroups,
+                                                          m_record->examples, m_record->rawDefinition));
+}
+
+QString WordCard::remove() {
+    if (!m_record)
+        return {};
+    const QString key = m_record->id.toString(QUuid::WithoutBraces);
+    m_removed = {{key, m_storage.deleteWords({QUuid(m_record->id)})}};
+    return key;
+}
+
+void WordCard::restore(const QString &key) {
+    if (m_removed.contains(key))
+        m_storage.restoreWords(m_removed.take(key));
+}
+
+} // namespace lexiquill

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "model/word_record.h"
+#include "storage/wordbook_change.h"
+
+#include <QHash>
+#include <QObject>
+#include <QQmlEngine>
+#include <QVariantList>
+
+namespace lexiquill {
+
+class StorageManager;
+
+/// What a definition card shows of one record of the wordbook, and what can be done with it there.
+class WordCard : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    /// The record's id; an unknown or empty one leaves the card empty.
+    Q_PROPERTY(QString wordId READ wordId WRITE setWordId NOTIFY wordIdChanged)
+    Q_PROPERTY(bool exists READ exists NOTIFY changed)
+    Q_PROPERTY(QString headword READ headword NOTIFY contentChanged)
+    Q_PROPERTY(QString phonetic READ phonetic NOTIFY contentChanged)
+    Q_PROPERTY(QVariantList groups READ groups NOTIFY contentChanged)
+    /// Senses that are not among the groups yet; see showMore().
+    Q_PROPERTY(int hiddenSenses READ hiddenSenses NOTIFY contentChanged)
+    Q_PROPERTY(QVariantList examples READ examples NOTIFY contentChanged)
+    /// The source's text; empty when there is anything better.
+    Q_PROPERTY(QString rawText READ rawText NOTIFY contentChanged)
+    Q_PROPERTY(QString statusText READ statusText NOTIFY changed)
+    Q_PROPERTY(QString statusColorName READ statusColorName NOTIFY changed)
+    Q_PROPERTY(QString memoryText READ memoryText NOTIFY changed)
+    Q_PROPERTY(bool isDue READ isDue NOTIFY changed)
+    Q_PROPERTY(QString userNotes READ userNotes NOTIFY userNotesChanged)
+
+public:
+    explicit WordCard(QObject *parent = nullptr);
+    explicit WordCard(StorageManager &storage, QObject *parent = nullptr);
+
+    const QString &wordId() const { return m_wordId; }
+    void setWordId(const QString &wordId);
+    bool exists() const { return m_record.has_value(); }
+    QString headword() const;
+    /// Between slashes, unless the source has put it between marks of its own.
+    QString phonetic() const;
+    const QVariantList &groups() const { return m_groups; }
+    int hiddenSenses() const;
+    const QVariantList &examples() const { return m_examples; }
+    QString rawText() const;
+    QString statusText() const;
+    QString statusColorName() const;
+    /// Such as "间隔 6 天 · 6 天后复习 · 查询 3 次"
+    QString memoryText() const;
+    bool isDue() const;
+    QString userNotes() const;
+
+    Q_INVOKABLE void showMore();
+    /// Records one review answer.
+    Q_INVOKABLE void answer(bool remembered);
+    /// Keeps the note; does nothing when it is as before.
+    Q_INVOKABLE void saveNotes(const QString &notes);
+    /// Puts the definition on the clipboard as text.
+    Q_INVOKABLE void copy();
+    /// Deletes the word from the wordbook. restore() with the returned key brings it back with its history.
+    Q_INVOKABLE QString remove();
+    Q_INVOKABLE void restore(const QString &key);
+
+Q_SIGNALS:
+    void wordIdChanged();
+    void changed();
+    void contentChanged();
+    void userNotesChanged();
+
+private:
+    void refresh();
+    void show(std::optional<WordRecord> record);
+    void describe();
+
+    StorageManager &m_storage;
+    QString m_wordId;
+    std::optional<WordRecord> m_record;
+    QHash<QString, WordsRestored> m_removed;
+    QVariantList m_groups;
+    QVariantList m_examples;
+    qsizetype m_senseLimit = 0;
+};
+
+} // namespace lexiquill

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QPointer>
+#include <QThreadPool>
+
+#include <utility>
+
+namespace lexiquill {
+
+/// Runs `work` on another thread and then, on the main thread, `done` with its result, unless `owner` is gone
+/// by then. `work` must not touch the owner.
+template <typename Owner, typename Work, typename Done>
+void runInBackground(Owner *owner, Work work, Done done) {
+    QThreadPool::globalInstance()->start(
+        [owner = QPointer(owner), work = std::move(work), done = std::move(done)]() mutable {
+            auto finish = [owner, done = std::move(done), result = work()]() mutable {
+                if (owner)
+                    done(std::move(result));
+            };
+            QMetaObject::invokeMethod(QCoreApplication::instance(), std::move(finish), Qt::QueuedConnection);
+        });
+}
+
+} // namespace lexiquill

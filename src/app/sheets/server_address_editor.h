@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QObject>
+#include <QQmlEngine>
+#include <QString>
+
+namespace lexiquill {
+
+class UserDefaults;
+
+/// The addresses of the servers as the user has set them.
+class ServerAddressEditor : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(QString youdaoText READ youdaoText NOTIFY changed)
+    Q_PROPERTY(QString serverText READ serverText NOTIFY changed)
+    Q_PROPERTY(QString builtInYoudao READ builtInYoudao CONSTANT)
+    Q_PROPERTY(QString builtInServer READ builtInServer CONSTANT)
+    Q_PROPERTY(bool isChanged READ isChanged NOTIFY changed)
+
+public:
+    explicit ServerAddressEditor(QObject *parent = nullptr);
+
+    /// As stored; empty while the built-in address counts.
+    QString youdaoText() const;
+    QString serverText() const;
+    static QString builtInYoudao();
+    /// Empty when the program has been built without a server of its own.
+    static QString builtInServer();
+    /// Whether something has been stored that counts from the next start only.
+    bool isChanged() const { return m_isChanged; }
+
+    /// Why the text cannot be stored, for the user; empty when it can.
+    Q_INVOKABLE static QString problem(const QString &text);
+    /// Stores an address, or goes back to the built-in one with a blank text. False when it is not
+    /// acceptable.
+    Q_INVOKABLE bool storeYoudao(const QString &text);
+    Q_INVOKABLE bool storeServer(const QString &text);
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    bool store(const QString &key, const QString &text);
+
+    UserDefaults &m_defaults;
+    bool m_isChanged = false;
+};
+
+} // namespace lexiquill

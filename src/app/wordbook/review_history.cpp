@@ -1,0 +1,81 @@
+#include "app/wordbook/review_history.h"
+
+#include "app/services.h"
+#include "app/wordbook/day_texts.h"
+#include "storage/storage_manager.h"
+
+#include <algorithm>
+
+namespace lexiquill {
+
+ReviewHistory::ReviewHistory(QObject *parent) : ReviewHistory(Services::current().storage(), parent) {}
+
+ReviewHistory::ReviewHistory(StorageManager &storage, QObject *parent) : QObject(parent), m_storage(storage) {
+    connect(&m_storage, &StorageManager::wordsChanged, this, &ReviewHistory::refresh);
+}
+
+void ReviewHistory::setWordId(const QString &wordId) {
+    if (wordId == m_wordId)
+        return;
+    m_wordId = wordId;
+    Q_EMIT wordIdChanged();
+    refresh();
+}
+
+void ReviewHistory::refresh() {
+    const QList<WordRecord> &words = m_storage.words();
+    const qsizetype index = m_wordId.isEmpty() ? -1 : indexOfWord(words, QUuid::fromString(m_wordId));
+    QList<ReviewLog> reviews;
+    QString searches;
+    if (index >= 0) {
+        const WordRecord &record = words.at(index);
+        reviews = record.reviewHistory;
+        // Files may hold them in any order.
+        std::stable_sort(reviews.begin(), reviews.end(),
+                         [](const ReviewLog &a, const ReviewLog &b) { return a.reviewDate < b.reviewDate; });
+        const Instant now = m_storage.now();
+        const Calendar calendar = m_storage.calendar();
+        searches = QStringLiteral("首次查询 %1 · 最近查询 %2")
+                       .arg(relativeDay(record.firstSearchedDate, now, calendar),
+                            relativeDay(record.lastSearchedDate, now, calendar));
+    }
+    if (reviews == m_reviews && searches == m_searches)
+        return;
+    m_reviews = std::move(reviews);
+    m_searches = std::move(searches);
+    Q_EMIT changed();
+}
+
+QString ReviewHistory::date(Instant instant) const {
+    return m_storage.calendar().isoDate(instant);
+}
+
+QString ReviewHistory::summary() const {
+    if (m_reviews.isEmpty())
+        return QStringLiteral("还没有复习记录");
+    const auto remembered = std::count_if(m_reviews.cbegin(), m_reviews.cend(), [](const ReviewLog &review) {
+        return review.feedback == ReviewFeedback::Remembered;
+    });
+    const ReviewLog &last = m_reviews.last();
+    return QStringLiteral("复习 %1 次，记住 %2 次，间隔 %3 天，难度系数 %4")
+        .arg(QString::number(m_reviews.size()), QString::number(remembered),
+             QString::number(last.resultingIntervalDays), QString::number(last.resultingEaseFactor, 'f', 2));
+}
+
+QVariantList ReviewHistory::latest() const {
+    constexpr qsizetype mostRows = 12;
+    QVariantList rows;
+    for (qsizetype i = m_reviews.size() - 1; i >= 0 && rows.size() < mostRows; --i) {
+        const ReviewLog &review = m_reviews.at(i);
+        rows += QVariantMap{
+            {QStringLiteral("date"), date(review.reviewDate)},
+            {QStringLiteral("answer"), rawValue(review.feedback)},
+            {QStringLiteral("remembered"), review.feedback == ReviewFeedback::Remembered},
+            {QStringLiteral("result"), QStringLiteral("间隔 %1 天 · 系数 %2")
+                                           .arg(QString::number(review.resultingIntervalDays),
+                                                QString::number(review.resultingEaseFactor, 'f', 2))}};
+    }
+    return rows;
+}
+
+} // namespace lexiquill

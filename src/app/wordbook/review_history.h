@@ -1,0 +1,55 @@
+#pragma once
+
+#include "model/word_record.h"
+
+#include <QObject>
+#include <QQmlEngine>
+#include <QVariantList>
+
+namespace lexiquill {
+
+class StorageManager;
+
+/// The reviews of one record of the wordbook. Follows the wordbook.
+class ReviewHistory : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    /// The record's id; an unknown or empty one has no reviews.
+    Q_PROPERTY(QString wordId READ wordId WRITE setWordId NOTIFY wordIdChanged)
+    Q_PROPERTY(int count READ count NOTIFY changed)
+    /// All of it in one sentence.
+    Q_PROPERTY(QString summary READ summary NOTIFY changed)
+    /// When the word was first and last searched for, in a line.
+    Q_PROPERTY(QString searches READ searches NOTIFY changed)
+    /// The latest reviews, newest first: objects of `date`, `answer`, `remembered` and `result`.
+    Q_PROPERTY(QVariantList latest READ latest NOTIFY changed)
+
+public:
+    explicit ReviewHistory(QObject *parent = nullptr);
+    explicit ReviewHistory(StorageManager &storage, QObject *parent = nullptr);
+
+    const QString &wordId() const { return m_wordId; }
+    void setWordId(const QString &wordId);
+    /// Oldest first.
+    const QList<ReviewLog> &reviews() const { return m_reviews; }
+    /// The local date of an instant, "2025-03-14".
+    QString date(Instant instant) const;
+    int count() const { return static_cast<int>(m_reviews.size()); }
+    QString summary() const;
+    const QString &searches() const { return m_searches; }
+    QVariantList latest() const;
+
+Q_SIGNALS:
+    void wordIdChanged();
+    void changed();
+
+private:
+    void refresh();
+
+    StorageManager &m_storage;
+    QString m_wordId;
+    QString m_searches;
+    QList<ReviewLog> m_reviews;
+};
+
+} // namespace lexiquill

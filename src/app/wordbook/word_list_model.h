@@ -1,0 +1,124 @@
+#pragma once
+
+#include "app/row_list_model.h"
+#include "app/wordbook/word_list.h"
+#include "storage/wordbook_change.h"
+
+#include <QDate>
+#include <QQmlEngine>
+#include <QSet>
+#include <QTimer>
+
+namespace lexiquill {
+
+class StorageManager;
+
+struct WordRow {
+    QUuid id;
+    ListedWordPointer word;
+
+    friend bool operator==(const WordRow &, const WordRow &) = default;
+};
+
+/// The records of the wordbook that a text and a status leave, in one of several orders, with those that the
+/// user has selected. A change of the wordbook is reported row by row, another choice as a new list.
+class WordListModel : public RowListModel<WordRow> {
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(QString searchText READ searchText WRITE setSearchText NOTIFY searchTextChanged)
+    /// Indexes into the names.
+    Q_PROPERTY(int filter READ filter WRITE setFilter NOTIFY filterChanged)
+    Q_PROPERTY(int order READ order WRITE setOrder NOTIFY orderChanged)
+    Q_PROPERTY(QStringList filterNames READ filterNames CONSTANT)
+    Q_PROPERTY(QStringList orderNames READ orderNames CONSTANT)
+    /// Of all records, and of those listed.
+    Q_PROPERTY(int totalCount READ totalCount NOTIFY countChanged)
+    Q_PROPERTY(int count READ count NOTIFY countChanged)
+    /// Such as "1234 个单词"
+    Q_PROPERTY(QString countText READ countText NOTIFY countChanged)
+    /// Of the listed records.
+    Q_PROPERTY(int selectedCount READ selectedCount NOTIFY selectionChanged)
+    /// The row that the keyboard is on; -1 for none.
+    Q_PROPERTY(int currentRow READ currentRow NOTIFY selectionChanged)
+    /// The id of the only selected record; empty when there are none or several.
+    Q_PROPERTY(QString selectedId READ selectedId NOTIFY selectionChanged)
+
+public:
+    enum Role {
+        WordRole = Qt::UserRole,
+        SummaryRole, ///< one line
+        StatusRole,  ///< "新查询", …
+        BadgeRole,   ///< the name of the status's colour
+        DetailRole,  ///< what the order goes by, e.g. "今天查询" or "查询 3 次"
+        SelectedRole,
+        SpokenRole, ///< all of it in one text
+    };
+    /// What becomes of the selection when a row is chosen.
+    enum class Selection { Replace, Toggle, Extend };
+    Q_ENUM(Selection)
+
+    explicit WordListModel(QObject *parent = nullptr);
+    explicit WordListModel(StorageManager &storage, QObject *parent = nullptr);
+
+    const QString &searchText() const { return m_searchText; }
+    void setSearchText(const QString &text);
+    int filter() const { return static_cast<int>(m_filter); }
+    void setFilter(int filter);
+    int order() const { return static_cast<int>(m_order); }
+    void setOrder(int order);
+    static QStringList filterNames();
+    static QStringList orderNames();
+    int totalCount() const { return static_cast<int>(m_list.size()); }
+    int count() const { return rowCount(); }
+    QString countText() const;
+    int selectedCount() const { return m_selectedCount; }
+    int currentRow() const { return m_currentRow; }
+    QString selectedId() const;
+
+    /// Chooses a row: alone, in addition or not any longer, or with all up to the one chosen before. A row
+    /// outside the list is taken for the nearest one.
+    Q_INVOKABLE void choose(int row, lexiquill::WordListModel::Selection selection);
+    Q_INVOKABLE void selectAll();
+    Q_INVOKABLE void clearSelection();
+    /// Deletes the selected records and returns a text that says so, e.g. "已删除 3 个单词"; empty when there
+    /// was none. The record after them is selected in their place.
+    Q_INVOKABLE QString deleteSelected();
+    /// Undoes the last deletion that has not been undone.
+    Q_INVOKABLE void undoDeletion();
+
+    QVariant data(const QModelIndex &index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+Q_SIGNALS:
+    void searchTextChanged();
+    void filterChanged();
+    void orderChanged();
+    void countChanged();
+    void selectionChanged();
+
+private:
+    QList<WordRow> select() const;
+    void reload();
+    void choiceChanged();
+    void followClock();
+    void setSelection(QSet<QUuid> selected, const QUuid &current);
+    void findSelection();
+    QString detail(const WordRecord &record) const;
+    QString spoken(const WordRecord &record) const;
+
+    StorageManager &m_storage;
+    WordList m_list;
+    QString m_searchText;
+    WordFilter m_filter = WordFilter::All;
+    WordOrder m_order = WordOrder::LastSearched;
+    std::optional<QDate> m_day; ///< that relative dates are told from
+    QTimer m_timer;
+    QSet<QUuid> m_selected; ///< may hold records that are not listed at the moment
+    QUuid m_current;
+    QUuid m_anchor; ///< where an extended selection starts
+    int m_selectedCount = 0;
+    int m_currentRow = -1;
+    QList<WordsRestored> m_deletions;
+};
+
+} // namespace lexiquill

@@ -1,0 +1,259 @@
+#include "app/review/review_session.h"
+#include "app/review/weekly_plan_model.h"
+#include "app/review/weekly_review.h"
+#include "app/test_services.h"
+#include "e2e/program.h"
+#include "model/record_codec.h"
+#include "support/table.h"
+
+#include <QAbstractItemModelTester>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <unistd.h>
+
+using namespace lexiquill;
+
+namespace {
+
+const Instant start = *Instant::fromIso8601(u"2025-03-12T10:00:00Z");
+
+WordRecord wordRecord(const QString &word, double daysOverdue, qint64 searchCount = 1) {
+    WordRecord record;
+    record.word = word;
+    record.phonetic = word;
+    record.conciseSummary = QStringLiteral("释义");
+    record.firstSearchedDate = record.lastSearchedDate = start;
+    record.nextReviewDate = start.adding(-daysOverdue * secondsPerDay);
+    record.searchCount = searchCount;
+    return record;
+}
+
+/// A wordbook of apple, pear and plum, by urgency; its clock stands still until it is moved.
+class Wordbook {
+public:
+    explicit Wordbook(const QList<WordRecord> &words = {wordRecord(QStringLiteral("plum"), 1),
+                                                        wordRecord(QStringLiteral("apple"), 2),
+                                                        wordRecord(QStringLiteral("pear"), 3, 2)}) {
+        writeFile(file(QStringLiteral("vocabulary.json")), encodeWordRecords(words, JsonForm::File));
+        StorageManager::Dependencies dependencies{file(QStringLiteral("vocabulary.json")),
+                                                  m_services.defaults(), m_services.offlineDictionaries(),
+                                                  m_services.spotlight()};
+        dependencies.clock = [this] {
+            return now;
+        };
+        dependencies.calendar = [] {
+            return Calendar{QTimeZone::utc()};
+        };
+        m_store = std::make_unique<StorageManager>(dependencies);
+    }
+
+    QString file(const QString &name) const { return m_directory.filePath(name); }
+    StorageManager &store() { return *m_store; }
+    const WordRecord &word(const char *text) const {
+        return m_store->words().at(indexOfWord(m_store->words(), QString::fromLatin1(text)));
+    }
+    void search(const char *text) {
+        m_store->addOrUpdateSearch({.headword = QString::fromLatin1(text), .posGroups = {}, .rawText = {}});
+    }
+
+    Instant now = start;
+
+private:
+    QTemporaryDir m_directory;
+    TestServices m_services{"[]"};
+    std::unique_ptr<StorageManager> m_store;
+};
+
+/// The state of a round, e.g. "asking pear 1/3".
+QString stateOf(const ReviewSession &session) {
+    const QString state = QString::fromLatin1(
+        QMetaEnum::fromType<ReviewSession::State>().valueToKey(static_cast<int>(session.state())));
+    return QStringLiteral("%1 %2 %3/%4")
+        .arg(state.toLower(), session.word().isEmpty() ? QStringLiteral("-") : session.word())
+        .arg(session.position())
+        .arg(session.count());
+}
+
+QString wordsOf(const WeeklyPlanModel &model) {
+    QStringList words;
+    for (int row = 0; row < model.rowCount(); ++row)
+        words += model.index(row).data(WeeklyPlanModel::WordRole).toString();
+    return words.join(u' ');
+}
+
+} // namespace
+
+class ReviewScreensTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void rounds_data() {
+        addRows(R"(
+            nothing yet                    |                     | asking pear 0/3
+            no answer before the meaning   | yes                 | asking pear 0/3
+            meaning                        | show                | revealed pear 0/3
+            next card, though the plan has another order | show no | asking apple 1/3
+            all cards                      | show no show yes show no | finished - 3/3
+            answer taken back              | show yes undo       | revealed pear 0/3
+            two answers taken back         | show yes show no undo undo | revealed pear 0/3
+            taken back and answered anew   | show no undo yes    | asking apple 1/3
+            taken back at the end          | show no show no show no undo | revealed plum 2/3
+            a word deleted elsewhere       | show yes -apple     | asking plum 2/3
+            the last word deleted          | show yes show yes -plum | finished - 3/3
+            taken back, but deleted        | show yes -pear undo | asking apple 1/3
+            a new word waits for the next round | show yes +fig  | asking apple 1/3
+            ended early                    | show yes finish     | finished apple 1/3
+            nothing to end                 | finish              | asking pear 0/3
+            the forgotten ones again       | show no show yes show no forgotten show yes | asking plum 1/2
+            the next round of the day      | show yes start      | asking apple 0/2
+            everything once more           | show yes show yes show yes all | asking pear 0/3
+            nothing left today             | show yes show yes show yes start | empty - 0/0
+            the next day                   | show no show no show no day | asking pear 0/3)");
+    }
+    void rounds() {
+        QFETCH(const QStringList, cells);
+        Wordbook wordbook;
+        ReviewSession session(wordbook.store());
+        QCOMPARE(stateOf(session), QStringLiteral("empty - 0/0"));
+        session.setActive(true);
+        for (const QString &step : cells[1].split(u' ', Qt::SkipEmptyParts)) {
+            if (step == u"show")
+                session.reveal();
+            else if (step == u"yes" || step == u"no")
+                session.answer(step == u"yes");
+            else if (step == u"undo")
+                session.undo();
+            else if (step == u"finish")
+                session.finish();
+            else if (step == u"forgotten")
+                session.startWithForgotten();
+            else if (step == u"start" || step == u"all")
+                session.start(step == u"all");
+            else if (step == u"day") {
+                session.setActive(false);
+                wordbook.now = wordbook.now.adding(secondsPerDay);
+                wordbook.store().refreshWeeklyPlan();
+                session.setActive(true);
+            } else if (step.startsWith(u'-'))
+                wordbook.store().deleteWord(step.sliced(1));
+            else
+                wordbook.search(step.sliced(1).toLatin1().constData());
+        }
+        QCOMPARE(stateOf(session), cells[2]);
+        QCOMPARE(session.canUndo(), session.rememberedCount() + session.forgottenCount() > 0);
+    }
+
+    void answersReachTheWordbook() {
+        Wordbook wordbook;
+        ReviewSession session(wordbook.store());
+        session.setActive(true);
+        const WordRecord before = wordbook.word("pear");
+        session.reveal();
+        session.answer(false);
+        QVERIFY(wordbook.word("pear").memoryStatus == MemoryStatus::Learning);
+        QCOMPARE(session.forgottenWords(), QStringList{QStringLiteral("pear")});
+        session.undo();
+        QVERIFY(haveSameContent(wordbook.word("pear"), before));
+        session.answer(true);
+        QCOMPARE(wordbook.word("pear").reviewHistory.size(), 1);
+        QCOMPARE(session.rememberedCount(), 1);
+    }
+
+    void cards() {
+        WordRecord word = wordRecord(QStringLiteral("set"), 0);
+        QList<SenseItem> senses(50);
+        senses[0] = {
+            .number = 1, .context = QStringLiteral("网球"), .chineseMeaning = QStringLiteral("一盘")};
+        word.posGroups = {PartOfSpeechGroup::named(QStringLiteral("noun"), senses),
+                          PartOfSpeechGroup::named(QStringLiteral("verb"), senses)};
+        word.intervalDays = 6;
+        Wordbook wordbook({word});
+        ReviewSession session(wordbook.store());
+        session.setActive(true);
+        QCOMPARE(session.memory(), QStringLiteral("今天待复习 · 间隔 6 天 · 查过 1 次"));
+        const QVariantList groups = session.groups();
+        QCOMPARE(groups.size(), 2);
+        QCOMPARE(groups[0].toMap().value(QStringLiteral("pos")), QStringLiteral("n."));
+        QCOMPARE(groups[0].toMap().value(QStringLiteral("senses")).toStringList().first(),
+                 QStringLiteral("1. 〔网球〕一盘"));
+        QCOMPARE(groups[1].toMap().value(QStringLiteral("senses")).toStringList().size(), 10);
+    }
+
+    void listFollowsThePlan() {
+        Wordbook wordbook;
+        WeeklyPlanModel model(wordbook.store());
+        const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        QCOMPARE(model.rowCount(), 0);
+        model.setActive(true);
+        QCOMPARE(wordsOf(model), QStringLiteral("pear apple plum"));
+        const QSignalSpy resets(&model, &QAbstractItemModel::modelReset);
+        const QSignalSpy inserted(&model, &QAbstractItemModel::rowsInserted);
+        const QSignalSpy removed(&model, &QAbstractItemModel::rowsRemoved);
+        const QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
+        wordbook.store().deleteWord(QStringLiteral("apple"));
+        QCOMPARE(wordsOf(model), QStringLiteral("pear plum"));
+        QVERIFY(removed.size() == 1 && inserted.isEmpty() && changed.isEmpty());
+        wordbook.search("fig");
+        QCOMPARE(wordsOf(model), QStringLiteral("pear plum fig"));
+        QVERIFY(removed.size() == 1 && inserted.size() == 1 && changed.isEmpty());
+        // Searched often, plum becomes the most urgent: only one of the two rows moves.
+        for (int i = 0; i < 4; ++i)
+            wordbook.search("plum");
+        QCOMPARE(wordsOf(model), QStringLiteral("plum pear fig"));
+        QVERIFY(removed.size() == 2 && inserted.size() == 2 && changed.size() >= 1);
+        QCOMPARE(model.index(0).data(WeeklyPlanModel::SearchCountRole), 9);
+        QVERIFY(resets.isEmpty());
+
+        model.setFilter(WeeklyPlanModel::Filter::Difficult);
+        QCOMPARE(wordsOf(model), QStringLiteral("plum pear"));
+        model.setActive(false);
+        wordbook.search("fig");
+        QCOMPARE(wordsOf(model), QStringLiteral("plum pear"));
+        model.setActive(true);
+        QCOMPARE(wordsOf(model), QStringLiteral("fig plum pear"));
+        model.setFilter(WeeklyPlanModel::Filter::New);
+        QCOMPARE(model.rowCount(), 3);
+    }
+
+    void manyRowsAtOnce() {
+        QList<WordRecord> words;
+        for (int i = 0; i < 1000; ++i)
+            words += wordRecord(QString::number(i), i % 10);
+        Wordbook wordbook(words);
+        WeeklyPlanModel model(wordbook.store());
+        const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        model.setActive(true);
+        QCOMPARE(model.rowCount(), 1000);
+        for (const auto filter : {WeeklyPlanModel::Filter::Due, WeeklyPlanModel::Filter::Difficult}) {
+            model.setFilter(filter);
+            QCOMPARE(model.rowCount(), filter == WeeklyPlanModel::Filter::Due ? 1000 : 0);
+        }
+    }
+
+    void planAndExport() {
+        Wordbook wordbook;
+        WeeklyReview review(wordbook.store());
+        review.setActive(true);
+        QCOMPARE(review.week(), QStringLiteral("2025年第11周"));
+        QCOMPARE(review.period(), QStringLiteral("3月10日 至 3月16日"));
+        QVERIFY(review.totalCount() == 3 && review.dueCount() == 3 && review.difficultCount() == 1 &&
+                review.newCount() == 3);
+        QCOMPARE(review.suggestedFile().fileName(), QStringLiteral("2025年第11周单词复习清单.md"));
+
+        const QString file = wordbook.file(QStringLiteral("清单.md"));
+        QCOMPARE(review.exportTo(QUrl::fromLocalFile(file)), QString());
+        QCOMPARE(readFile(file),
+                 WeeklyReviewScheduler::shared()
+                     .exportMarkdown(*wordbook.store().weeklyPlan(), wordbook.store().calendar())
+                     .toUtf8());
+        for (const QString &place : {QStringLiteral("file:///nowhere/at/all.md"),
+                                     QStringLiteral("https://example.org/a.md"), QStringLiteral("file:///")})
+            QVERIFY2(review.exportTo(QUrl(place)).startsWith(QStringLiteral("导出失败：")),
+                     qPrintable(place));
+    }
+};
+
+QTEST_MAIN(ReviewScreensTest)
+
+#include "review_screens_test.moc"

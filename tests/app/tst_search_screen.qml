@@ -1,0 +1,93 @@
+import QtQuick
+import QtTest
+import Lexiquill
+
+TestCase {
+    id: tests
+
+    name: "SearchScreen"
+
+    property var window: null
+    property var field: null
+
+    Component {
+        id: mainWindow
+
+        MainWindow {}
+    }
+
+    function find(item, wanted) {
+        if (wanted(item))
+            return item;
+        for (let i = 0; i < item.children.length; ++i) {
+            const found = tests.find(item.children[i], wanted);
+            if (found)
+                return found;
+        }
+        return null;
+    }
+
+    function initTestCase() {
+        window = mainWindow.createObject(null);
+        window.show();
+        window.requestActivate();
+        tryCompare(window, "active", true);
+        field = tests.find(window.contentItem, item => item instanceof SearchField);
+    }
+
+    function cleanupTestCase() {
+        window.destroy();
+    }
+
+    function type(text) {
+        for (const letter of text)
+            keyClick(letter);
+    }
+
+    function card() {
+        return tests.find(window.contentItem, item => item instanceof DefinitionCard);
+    }
+
+    function suggestions() {
+        return tests.find(window.contentItem, item => item instanceof SuggestionList);
+    }
+
+    function test_1_caret_waits_and_return_looks_up() {
+        verify(field.activeFocus);
+        tests.type("concise");
+        keyClick(Qt.Key_Return);
+        tryCompare(tests.card(), "word", "concise");
+        tryCompare(tests.card(), "visible", true);
+        compare(field.selectedText, "concise");
+    }
+
+    function test_2_typing_on_offers_words_and_arrows_choose() {
+        tests.type("eph");
+        compare(tests.card().visible && tests.suggestions().visible, false);
+        tryVerify(() => tests.suggestions().count > 0);
+        keyClick(Qt.Key_Down);
+        const chosen = tests.suggestions().model.wordAt(0);
+        keyClick(Qt.Key_Return);
+        tryCompare(tests.card(), "word", chosen);
+        compare(field.text, chosen);
+    }
+
+    function test_3_deletion_is_undone() {
+        const word = tests.card().word;
+        tests.card().remove();
+        compare(tests.card().exists, false);
+        compare(field.text, "");
+        const toast = tests.find(window.contentItem, item => item instanceof Toast && item.visible);
+        toast.action();
+        compare(tests.card().exists, true);
+        compare(tests.card().word, word);
+    }
+
+    function test_4_external_words_come_here() {
+        ContentView.selectedTab = ContentView.TabItem.Statistics;
+        ContentView.handleExternalWordLookup(" ubiquitous ");
+        tryCompare(tests.card(), "word", "ubiquitous");
+        ContentView.postFocusSearchInput();
+        verify(field.activeFocus);
+    }
+}
