@@ -52,7 +52,7 @@ TestCase {
     function init() {
         window.width = 680;
         tryCompare(screen, "isNarrow", false);
-        verify(waitForRendering(screen));
+        tryVerify(() => !isPolishScheduled(named(screen, "单词列表")));
     }
 
     function test_keys() {

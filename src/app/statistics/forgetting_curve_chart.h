@@ -5,7 +5,7 @@
 namespace lexiquill {
 
 /// Draws the forgetting curve: what has passed as a line, what is to come dashed, and today as a dot.
-class ForgettingCurveChart : public StatisticsChart {
+class ForgettingCurveChart : public lexiquill::StatisticsChart { // in full, for the QML type information
     Q_OBJECT
     QML_ELEMENT
 

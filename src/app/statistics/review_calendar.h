@@ -6,7 +6,7 @@ namespace lexiquill {
 
 /// The reviews of the last year: a column for each week, a square for each day, the darker the more reviews.
 /// The pointer and the arrow keys choose the day that `dayText` tells of.
-class ReviewCalendar : public StatisticsChart {
+class ReviewCalendar : public lexiquill::StatisticsChart { // in full, for the QML type information
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QString dayText READ dayText NOTIFY currentDayChanged)

@@ -18,10 +18,10 @@ class Statistics : public QObject {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(bool active READ isActive WRITE setActive NOTIFY activeChanged)
-    Q_PROPERTY(qint64 total READ total NOTIFY changed)
-    Q_PROPERTY(qint64 masteredCount READ masteredCount NOTIFY changed)
-    Q_PROPERTY(qint64 reviewingCount READ reviewingCount NOTIFY changed)
-    Q_PROPERTY(qint64 dueCount READ dueCount NOTIFY changed)
+    Q_PROPERTY(int total READ total NOTIFY changed)
+    Q_PROPERTY(int masteredCount READ masteredCount NOTIFY changed)
+    Q_PROPERTY(int reviewingCount READ reviewingCount NOTIFY changed)
+    Q_PROPERTY(int dueCount READ dueCount NOTIFY changed)
     Q_PROPERTY(double retentionRate READ retentionRate NOTIFY changed)
     Q_PROPERTY(QString retentionText READ retentionText NOTIFY changed)
     Q_PROPERTY(QVariantList nextSevenDaysForecast READ nextSevenDaysForecast NOTIFY changed)
@@ -36,10 +36,10 @@ public:
     bool isActive() const { return m_isActive; }
     void setActive(bool isActive);
 
-    qint64 total() const { return m_statistics.total; }
-    qint64 masteredCount() const { return m_statistics.masteredCount; }
-    qint64 reviewingCount() const { return m_statistics.reviewingCount; }
-    qint64 dueCount() const { return m_statistics.dueCount; }
+    int total() const { return static_cast<int>(m_statistics.total); }
+    int masteredCount() const { return static_cast<int>(m_statistics.masteredCount); }
+    int reviewingCount() const { return static_cast<int>(m_statistics.reviewingCount); }
+    int dueCount() const { return static_cast<int>(m_statistics.dueCount); }
     double retentionRate() const { return m_statistics.retentionRate(); }
     QString retentionText() const { return m_statistics.retentionText(); }
     /// Objects of `label` and `count`.

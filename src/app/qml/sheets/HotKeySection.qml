@@ -93,9 +93,11 @@ PreferenceSection {
         width: parent.width
         height: Theme.controlHeight
 
-        KeyPicker {
+        ChoiceBox {
             id: picker
 
+            implicitWidth: 140
+            name: "按键"
             model: editor.keyNames
             currentIndex: editor.keyIndex
             onActivated: index => editor.keyIndex = index

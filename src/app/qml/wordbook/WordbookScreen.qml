@@ -56,7 +56,7 @@ FocusScope {
         event.accepted = true;
     }
 
-    WordListModel {
+    readonly property WordListModel model: WordListModel {
         id: words
 
         searchText: search.text
@@ -90,7 +90,7 @@ FocusScope {
                 Keys.onDownPressed: list.enter()
                 Keys.onReturnPressed: list.enter()
             }
-            OrderBox {
+            ChoiceBox {
                 id: filterBox
 
                 anchors.left: parent.left
@@ -101,7 +101,7 @@ FocusScope {
                 currentIndex: words.filter
                 onActivated: index => words.filter = index
             }
-            OrderBox {
+            ChoiceBox {
                 anchors.right: parent.right
                 anchors.bottom: parent.bottom
                 width: filterBox.width

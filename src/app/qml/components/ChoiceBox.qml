@@ -4,7 +4,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Lexiquill
 
-/// A choice from a short list that opens below it.
+/// A choice from a list that opens below it. Typing the start of a name goes to it.
 T.ComboBox {
     id: control
 
@@ -17,7 +17,9 @@ T.ComboBox {
     rightPadding: 28
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
+    Accessible.role: Accessible.ComboBox
     Accessible.name: name
+    Accessible.description: displayText
     Keys.onReturnPressed: popup.open()
 
     contentItem: ThemedText {
@@ -36,7 +38,7 @@ T.ComboBox {
     }
     background: Rectangle {
         radius: Theme.controlRadius
-        color: control.pressed ? Theme.pressed : Theme.fill
+        color: control.down ? Theme.pressed : Theme.fill
 
         FocusRing {
             shown: control.visualFocus
@@ -48,10 +50,11 @@ T.ComboBox {
         required property int index
         required property string modelData
 
-        width: ListView.view.width
+        width: ListView.view?.width ?? 0
         implicitHeight: 32
         text: modelData
         highlighted: control.highlightedIndex === index
+        Accessible.role: Accessible.ListItem
         Accessible.name: modelData
 
         contentItem: Item {
@@ -83,15 +86,18 @@ T.ComboBox {
     popup: T.Popup {
         y: control.height + 4
         x: control.width - width
-        width: 140
-        implicitHeight: contentItem.implicitHeight + 10
+        width: Math.max(140, control.width)
+        height: Math.min(contentItem.implicitHeight + 10, 240)
+        margins: Theme.unit
         padding: 5
 
         contentItem: ListView {
+            clip: true
             implicitHeight: contentHeight
-            model: control.delegateModel
+            model: control.popup.visible ? control.delegateModel : null
             currentIndex: control.highlightedIndex
-            interactive: false
+            highlightMoveDuration: 0
+            T.ScrollBar.vertical: ThinScrollBar {}
         }
         background: Rectangle {
             radius: 10
