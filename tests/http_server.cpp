@@ -1,6 +1,7 @@
 #include "http_server.h"
 
-#include <QFile>
+#include "support/files.h"
+
 #include <QProcess>
 #include <QSslCertificate>
 #include <QSslKey>
@@ -10,6 +11,8 @@
 
 #include <sys/socket.h>
 #include <zlib.h>
+
+using namespace Qt::StringLiterals;
 
 namespace lexiquill {
 
@@ -25,25 +28,17 @@ protected:
     void incomingConnection(qintptr descriptor) override { accept(descriptor); }
 };
 
-QByteArray contentOf(const QString &path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 /// A private key and a certificate for this machine, both new.
 std::pair<QByteArray, QByteArray> selfSigned() {
     const QTemporaryDir directory;
-    const QString key = directory.filePath(QStringLiteral("key.pem"));
-    const QString certificate = directory.filePath(QStringLiteral("certificate.pem"));
+    const QString key = directory.filePath(u"key.pem"_s);
+    const QString certificate = directory.filePath(u"certificate.pem"_s);
     QProcess openssl;
-    openssl.start(QStringLiteral("openssl"),
-                  {QStringLiteral("req"), QStringLiteral("-x509"), QStringLiteral("-newkey"),
-                   QStringLiteral("rsa:2048"), QStringLiteral("-nodes"), QStringLiteral("-subj"),
-                   QStringLiteral("/CN=127.0.0.1"), QStringLiteral("-addext"),
-                   QStringLiteral("subjectAltName=IP:127.0.0.1"), QStringLiteral("-days"),
-                   QStringLiteral("2"), QStringLiteral("-keyout"), key, QStringLiteral("-out"), certificate});
+    const QString command =
+        u"req -x509 -newkey rsa:2048 -nodes -subj /CN=127.0.0.1 -addext subjectAltName=IP:127.0.0.1 -days 2"_s;
+    openssl.start(u"openssl"_s, command.split(u' ') + QStringList{u"-keyout"_s, key, u"-out"_s, certificate});
     openssl.waitForFinished();
-    return {contentOf(key), contentOf(certificate)};
+    return {readFile(key), readFile(certificate)};
 }
 
 /// One connection, worked through with blocking calls that end when the server stops or the peer has gone.
@@ -174,10 +169,6 @@ void send(Connection &connection, const ServedAnswer &answer) {
     case Manner::Trickle:
         connection.trickle(head + answer.body, answer.pause);
         break;
-    case Manner::TrickleBody:
-        connection.write(head);
-        connection.trickle(answer.body, answer.pause);
-        break;
     case Manner::Endless:
         connection.write(head);
         while (connection.isUsable())
@@ -218,8 +209,8 @@ HttpServer::~HttpServer() {
 }
 
 QString HttpServer::base() const {
-    const QString scheme = m_protocol == Protocol::Plain ? QStringLiteral("http") : QStringLiteral("https");
-    return scheme + QStringLiteral("://127.0.0.1:") + QString::number(m_port);
+    const QString scheme = m_protocol == Protocol::Plain ? u"http"_s : u"https"_s;
+    return scheme + u"://127.0.0.1:"_s + QString::number(m_port);
 }
 
 void HttpServer::setHandler(Handler handler) {

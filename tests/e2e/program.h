@@ -1,9 +1,8 @@
 #pragma once
 
 #include "model/record_codec.h"
+#include "support/files.h"
 
-#include <QDir>
-#include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
 
@@ -11,18 +10,6 @@
 #include <optional>
 
 namespace lexiquill {
-
-inline QByteArray readFile(const QString &path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-/// Makes the directories on the way, too.
-inline bool writeFile(const QString &path, const QByteArray &content) {
-    QFile file(path);
-    return QDir().mkpath(QFileInfo(path).absolutePath()) && file.open(QIODevice::WriteOnly) &&
-           file.write(content) == content.size();
-}
 
 /// How a run of the program ended; the status is -1 when it did not exit by itself.
 struct Outcome {

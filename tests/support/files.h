@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+/// Everything in a file; empty when it cannot be read.
+inline QByteArray readFile(const QString &path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// Makes the directories on the way, too.
+inline bool writeFile(const QString &path, const QByteArray &content) {
+    QFile file(path);
+    return QDir().mkpath(QFileInfo(path).absolutePath()) && file.open(QIODevice::WriteOnly) &&
+           file.write(content) == content.size();
+}
