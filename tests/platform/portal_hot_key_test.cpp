@@ -1,12 +1,10 @@
 #include "platform/linux/desktop/portal_hot_key_registrar.h"
-#include "support/table.h"
+#include "support/test.h"
 
 #include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
-#include <QFile>
 #include <QProcess>
-#include <QTemporaryDir>
 
 #include <optional>
 
@@ -16,21 +14,17 @@ namespace {
 
 constexpr quint32 keyD = 2;
 constexpr quint32 keySpace = 49;
-const QString portalName = QStringLiteral("portal");
+const QString portalName = u"portal"_s;
 
 /// A session bus that nobody else is on.
 class Bus {
 public:
     Bus() {
-        QFile config(m_directory.filePath(QStringLiteral("bus.conf")));
-        if (config.open(QIODevice::WriteOnly))
-            config.write("<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen>"
-                         "<policy context='default'><allow send_destination='*' eavesdrop='true'/>"
-                         "<allow eavesdrop='true'/><allow own='*'/></policy></busconfig>");
-        config.close();
-        m_daemon.start(QStringLiteral("dbus-daemon"),
-                       {QStringLiteral("--nofork"), QStringLiteral("--print-address"),
-                        QStringLiteral("--config-file=") + config.fileName()});
+        const QString config = m_directory.filePath(u"bus.conf"_s);
+        writeFile(config, "<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen>"
+                          "<policy context='default'><allow send_destination='*' eavesdrop='true'/>"
+                          "<allow eavesdrop='true'/><allow own='*'/></policy></busconfig>");
+        m_daemon.start(u"dbus-daemon"_s, {u"--nofork"_s, u"--print-address"_s, u"--config-file="_s + config});
         while (!m_daemon.canReadLine() && m_daemon.waitForReadyRead(30'000)) {
         }
         m_address = QString::fromUtf8(m_daemon.readLine().trimmed());
@@ -69,15 +63,15 @@ public:
     void activate(const QString &target, const char *shortcut, qulonglong timestamp) {
         send(Portal::path, "org.freedesktop.portal.GlobalShortcuts", "Activated",
              {QVariant::fromValue(QDBusObjectPath(target)), QString::fromLatin1(shortcut), timestamp,
-              QVariantMap{{QStringLiteral("activation_token"), QStringLiteral("token")}}});
+              QVariantMap{{u"activation_token"_s, u"token"_s}}});
     }
     void closeSession() { send(session, "org.freedesktop.portal.Session", "Closed", {QVariantMap()}); }
 
     QString introspect(const QString &) const override { return {}; }
     bool handleMessage(const QDBusMessage &message, const QDBusConnection &) override;
 
-    QString creation = QStringLiteral("0");
-    QString binding = QStringLiteral("0");
+    QString creation = u"0"_s;
+    QString binding = u"0"_s;
     QStringList calls;    ///< methods, and what they were for
     QStringList sessions; ///< those that have not been closed
     QString session;      ///< the last one
@@ -96,13 +90,12 @@ private:
 };
 
 bool TestPortal::handleMessage(const QDBusMessage &message, const QDBusConnection &) {
-    if (message.member() == QLatin1StringView("Close")) {
+    if (message.member() == "Close"_L1) {
         sessions.removeAll(message.path());
-        calls +=
-            message.path() == m_request ? QStringLiteral("Close request") : QStringLiteral("Close session");
+        calls += message.path() == m_request ? u"Close request"_s : u"Close session"_s;
         return true;
     }
-    const bool isCreation = message.member() == QLatin1StringView("CreateSession");
+    const bool isCreation = message.member() == "CreateSession"_L1;
     const auto options = qdbus_cast<QVariantMap>(message.arguments().last());
     const auto newPath = [&](const char *kind, const char *token) {
         QString sender = message.service().mid(1);
@@ -117,11 +110,11 @@ bool TestPortal::handleMessage(const QDBusMessage &message, const QDBusConnectio
         calls += message.member();
         session = newPath("session", "session_handle_token");
         QVariant handle = session;
-        if (behaviour.contains(QLatin1StringView("as a path")))
+        if (behaviour.contains("as a path"_L1))
             handle = QVariant::fromValue(QDBusObjectPath(session));
-        else if (behaviour.contains(QLatin1StringView("bad path")))
-            handle = QStringLiteral("/no//path");
-        results.insert(QStringLiteral("session_handle"), handle);
+        else if (behaviour.contains("bad path"_L1))
+            handle = u"/no//path"_s;
+        results.insert(u"session_handle"_s, handle);
     } else {
         const QVariant list = message.arguments().at(1);
         QString id;
@@ -130,21 +123,19 @@ bool TestPortal::handleMessage(const QDBusMessage &message, const QDBusConnectio
         argument.beginArray();
         argument.beginStructure();
         argument >> id >> properties;
-        calls += message.member() + u' ' + properties.value(QStringLiteral("preferred_trigger")).toString();
-        if (behaviour.contains(QLatin1StringView("listed")))
-            results.insert(QStringLiteral("shortcuts"), list);
-        if (behaviour.contains(QLatin1StringView("struck out"))) {
+        calls += message.member() + u' ' + properties.value(u"preferred_trigger"_s).toString();
+        if (behaviour.contains("struck out"_L1)) {
             QDBusArgument none;
             none.beginArray(QMetaType::fromName("lexiquill::PortalShortcut"));
             none.endArray();
-            results.insert(QStringLiteral("shortcuts"), QVariant::fromValue(none));
+            results.insert(u"shortcuts"_s, QVariant::fromValue(none));
         }
     }
 
-    if (behaviour == QLatin1StringView("mute"))
+    if (behaviour == "mute"_L1)
         return true;
     if (behaviour.contains(u'.')) {
-        m_connection.send(message.createErrorReply(behaviour, QStringLiteral("no")));
+        m_connection.send(message.createErrorReply(behaviour, u"no"_s));
         return true;
     }
     m_request = newPath("request", "handle_token");
@@ -152,7 +143,7 @@ bool TestPortal::handleMessage(const QDBusMessage &message, const QDBusConnectio
     if (isCreation)
         sessions += session;
     m_response = {behaviour.left(1).toUInt(), results};
-    if (behaviour != QLatin1StringView("silent"))
+    if (behaviour != "silent"_L1)
         respond();
     return true;
 }
@@ -164,8 +155,7 @@ private Q_SLOTS:
     void init() {
         m_bus.emplace();
         m_portal.emplace(*m_bus);
-        const PortalPatience patience{.answer = std::chrono::milliseconds(300),
-                                      .user = std::chrono::milliseconds(300)};
+        const PortalPatience patience{.answer = std::chrono::seconds(2), .user = std::chrono::seconds(2)};
         m_registrar.emplace(m_bus->connect(clientName), patience);
         QCOMPARE(m_registrar->installHandler([this](const HotKeyPress &press) { m_presses += press; }),
                  HotKeyStatus::ok);
@@ -183,20 +173,15 @@ private Q_SLOTS:
     void answers_data() {
         addRows(R"(
             0           | 0          | 0
-            0           | 0 listed   | 0
             0           | 0 struck out | -4
             0 as a path | 0          | 0
             0 bad path  |            | -6
             1           |            | -4
-            2           |            | -6
             silent      |            | -5
-            mute        |            | -5
             0           | 1          | -4
             0           | 2          | -6
-            0           | silent     | -5
             0           | mute       | -5
             org.freedesktop.DBus.Error.UnknownMethod    |  | -1
-            org.freedesktop.DBus.Error.UnknownInterface |  | -1
             org.freedesktop.DBus.Error.AccessDenied     |  | -6
             0           | org.freedesktop.portal.Error.Failed | -6)");
     }
@@ -208,9 +193,9 @@ private Q_SLOTS:
         registerHotKey(keyD, CarbonModifier::command | CarbonModifier::shift);
         QCOMPARE(m_statuses, QList<qint32>()); // never at once
         QTRY_COMPARE(m_statuses, QList<qint32>{cells[2].toInt()});
-        QStringList calls{QStringLiteral("CreateSession")};
+        QStringList calls{u"CreateSession"_s};
         if (!cells[1].isEmpty())
-            calls += QStringLiteral("BindShortcuts LOGO+SHIFT+d");
+            calls += u"BindShortcuts LOGO+SHIFT+d"_s;
         QCOMPARE(m_portal->calls, calls);
         m_registrar->unregisterHotKey();
         QTRY_COMPARE(m_portal->sessions, QStringList());
@@ -219,11 +204,11 @@ private Q_SLOTS:
     void presses() {
         registerHotKey(keySpace, CarbonModifier::option);
         QTRY_COMPARE(m_statuses, QList<qint32>{HotKeyStatus::ok});
-        QCOMPARE(m_portal->calls.last(), QStringLiteral("BindShortcuts ALT+space"));
-        m_portal->activate(QStringLiteral("/of/another"), "focus-search", 1);
+        QCOMPARE(m_portal->calls.last(), u"BindShortcuts ALT+space"_s);
+        m_portal->activate(u"/of/another"_s, "focus-search", 1);
         m_portal->activate(m_portal->session, "another", 2);
         m_portal->activate(m_portal->session, "focus-search", 3);
-        const HotKeyPress third{.timestamp = 3, .activationToken = QStringLiteral("token")};
+        const HotKeyPress third{.timestamp = 3, .activationToken = u"token"_s};
         QTRY_COMPARE(m_presses, QList{third});
         // A change is a new session; the one before is closed and no longer listened to.
         const QString before = m_portal->session;
@@ -237,34 +222,30 @@ private Q_SLOTS:
     }
 
     void changeWhileTheUserIsAsked() {
-        m_portal->binding = QStringLiteral("silent");
+        m_portal->binding = u"silent"_s;
         registerHotKey(keySpace, CarbonModifier::option);
         QTRY_COMPARE(m_portal->calls.size(), 2);
-        m_portal->binding = QStringLiteral("0");
+        m_portal->binding = u"0"_s;
         registerHotKey(keyD, CarbonModifier::option);
         QTRY_COMPARE(m_statuses, QList<qint32>{HotKeyStatus::ok});
-        QCOMPARE(m_portal->calls.mid(2, 2),
-                 (QStringList{QStringLiteral("Close request"), QStringLiteral("Close session")}));
+        QCOMPARE(m_portal->calls.mid(2, 2), (QStringList{u"Close request"_s, u"Close session"_s}));
     }
 
     void lateAnswer() {
-        m_portal->binding = QStringLiteral("silent");
+        m_portal->binding = u"silent"_s;
         registerHotKey(keyD, CarbonModifier::option);
         QTRY_COMPARE(m_statuses, QList<qint32>{HotKeyStatus::timedOut});
         m_portal->respond();
         QTRY_COMPARE(m_statuses.size(), 2);
     }
 
-    void sessionIsClosed() {
-        registerHotKey(keyD, CarbonModifier::option);
-        QTRY_COMPARE(m_statuses, QList<qint32>{HotKeyStatus::ok});
-        m_portal->closeSession();
-        QTRY_COMPARE(m_statuses, (QList<qint32>{HotKeyStatus::ok, HotKeyStatus::connectionLost}));
-    }
-
     void portalComesAndGoes() {
         registerHotKey(keyD, CarbonModifier::option);
         QTRY_COMPARE(m_statuses, QList<qint32>{HotKeyStatus::ok});
+        m_portal->closeSession();
+        QTRY_COMPARE(m_statuses.last(), HotKeyStatus::connectionLost);
+        registerHotKey(keyD, CarbonModifier::option);
+        QTRY_COMPARE(m_statuses.last(), HotKeyStatus::ok);
         m_portal->vanish();
         QTRY_COMPARE(m_statuses.last(), HotKeyStatus::connectionLost);
         registerHotKey(keyD, CarbonModifier::option);
@@ -275,7 +256,7 @@ private Q_SLOTS:
         QTRY_COMPARE(m_statuses.last(), HotKeyStatus::connectionLost);
         registerHotKey(keyD, CarbonModifier::option);
         QCOMPARE(m_statuses.last(), HotKeyStatus::unavailable);
-        QCOMPARE(m_statuses.size(), 6);
+        QCOMPARE(m_statuses.size(), 8);
     }
 
     void chosenUnderWayland() {
@@ -294,7 +275,7 @@ private:
         m_registrar->registerHotKey(keyCode, modifiers, [this](qint32 status) { m_statuses += status; });
     }
 
-    const QString clientName = QStringLiteral("client");
+    const QString clientName = u"client"_s;
     std::optional<Bus> m_bus;
     std::optional<TestPortal> m_portal;
     std::optional<PortalHotKeyRegistrar> m_registrar;
