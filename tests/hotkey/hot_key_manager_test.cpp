@@ -2,10 +2,7 @@
 #include "hotkey/x_server.h"
 #include "platform/linux/desktop/x11_hot_key_registrar.h"
 #include "platform/process.h"
-
-#include <QFile>
-#include <QTemporaryDir>
-#include <QTest>
+#include "support/test.h"
 
 #include <memory>
 #include <optional>
@@ -25,7 +22,7 @@ public:
     }
 
     void activateApplication(const HotKeyPress &press) override {
-        steps += QStringLiteral("activate %1").arg(press.timestamp);
+        steps += u"activate %1"_s.arg(press.timestamp);
     }
     QList<Window> windows() const override { return all; }
     QObject *mainWindow() const override { return main; }
@@ -42,18 +39,18 @@ public:
     bool isMiniaturized(QObject *) const override { return isSmall; }
     void deminiaturize(QObject *window) override { note("deminiaturize", window); }
     void setAlpha(QObject *window, double alpha) override {
-        note(qPrintable(QStringLiteral("alpha %1").arg(alpha)), window);
+        note(qPrintable(u"alpha %1"_s.arg(alpha)), window);
     }
     void setOpaque(QObject *window) override { note("opaque", window); }
     void setVisible(QObject *window) override { note("visible", window); }
     void makeKeyAndOrderFront(QObject *window) override { note("key", window); }
     void orderFrontRegardless(QObject *window) override { note("front", window); }
     void setContentNeedsDisplay(QObject *window) override { note("display", window); }
-    void postFocusSearchInput() override { steps += QStringLiteral("FocusSearchInput"); }
+    void postFocusSearchInput() override { steps += u"FocusSearchInput"_s; }
     QObject *keyWindowContent() const override { return content; }
     QList<QObject *> subviews(QObject *view) const override { return view->children(); }
     bool isEditableTextField(QObject *view) const override {
-        return view->objectName().startsWith(QLatin1StringView("field"));
+        return view->objectName().startsWith("field"_L1);
     }
     void makeFirstResponder(QObject *view) override { note("focus", view); }
 
@@ -89,21 +86,15 @@ private Q_SLOTS:
         m_registrar.reset();
     }
 
-    void firstStart() {
-        QCOMPARE(m_manager->registerStatusDescription(), QStringLiteral("正常运行"));
-        m_manager->setup();
-        QCOMPARE(m_seen, QStringList{QStringLiteral("已监听 [⌥ Space]")});
-        QCOMPARE(m_manager->currentShortcut().id, QStringLiteral("opt_space"));
-        QVERIFY(!QFile::exists(settingsFile()));
-    }
-
     void choosing() {
+        QCOMPARE(m_manager->registerStatusDescription(), u"正常运行"_s);
         m_manager->setup();
+        QCOMPARE(m_manager->currentShortcut().id, u"opt_space"_s);
+        QVERIFY(!QFile::exists(settingsFile()));
         m_manager->updateShortcut(HotKeyShortcut::presets().at(1));
         m_manager->resetToDefault();
         QCOMPARE(m_seen,
-                 QStringLiteral("已监听 [⌥ Space]/cmd_shift_d/已监听 [⌘ ⇧ D]/opt_space/已监听 [⌥ Space]")
-                     .split(u'/'));
+                 u"已监听 [⌥ Space]/cmd_shift_d/已监听 [⌘ ⇧ D]/opt_space/已监听 [⌥ Space]"_s.split(u'/'));
         QCOMPARE(saved(), HotKeyShortcut::defaultShortcut()); // stored like any other choice
 
         const auto custom = HotKeyShortcut::custom({.control = true, .shift = true}, *findVirtualKey(40));
@@ -111,30 +102,20 @@ private Q_SLOTS:
         QCOMPARE(saved(), custom);
         start(m_server.display());
         m_manager->setup();
-        QCOMPARE(m_seen, QStringLiteral("custom_4608_40/已监听 [⌃ ⇧ K]").split(u'/'));
+        QCOMPARE(m_seen, u"custom_4608_40/已监听 [⌃ ⇧ K]"_s.split(u'/'));
         m_manager->setWindows(&*m_windows);
-        m_server.press(QStringLiteral("37+50+45"));
-        QTRY_VERIFY(m_windows->steps.contains(QStringLiteral("FocusSearchInput")));
-        QVERIFY(!m_windows->steps.contains(QStringLiteral("activate 0")));
-    }
-
-    void damagedChoice_data() {
-        QTest::addColumn<QByteArray>("line");
-        QTest::newRow("text") << QByteArray("lexiquill_custom_global_hotkey=cmd_shift_d\n");
-        QTest::newRow("not JSON") << QByteArray("lexiquill_custom_global_hotkey=@ByteArray({)\n");
-        QTest::newRow("fields missing") << QByteArray("lexiquill_custom_global_hotkey=@ByteArray({})\n");
+        m_server.press(u"37+50+45"_s);
+        QTRY_VERIFY(m_windows->steps.contains(u"FocusSearchInput"_s));
+        QVERIFY(!m_windows->steps.contains(u"activate 0"_s));
     }
 
     void damagedChoice() {
-        QFETCH(const QByteArray, line);
-        const QByteArray content = "[General]\n" + line;
-        QFile file(settingsFile());
-        QVERIFY(file.open(QIODevice::ReadWrite) && file.write(content) == content.size() && file.flush());
+        const QByteArray content = "[General]\nlexiquill_custom_global_hotkey=@ByteArray({)\n";
+        QVERIFY(writeFile(settingsFile(), content));
         start(m_server.display());
         m_manager->setup();
-        QCOMPARE(m_seen, QStringList{QStringLiteral("已监听 [⌥ Space]")});
-        file.seek(0);
-        QCOMPARE(file.readAll(), content);
+        QCOMPARE(m_seen, QStringList{u"已监听 [⌥ Space]"_s});
+        QCOMPARE(readFile(settingsFile()), content);
     }
 
     void takenCombination() {
@@ -143,40 +124,8 @@ private Q_SLOTS:
         other.registerHotKey(2, CarbonModifier::option, [](qint32) {});
         m_manager->setup();
         m_manager->updateShortcut(HotKeyShortcut::presets().at(2));
-        QCOMPARE(m_seen.mid(1), QStringLiteral("opt_d/注册失败 (错误码: 10)").split(u'/'));
+        QCOMPARE(m_seen.mid(1), u"opt_d/注册失败 (错误码: 10)"_s.split(u'/'));
         QCOMPARE(saved(), HotKeyShortcut::presets().at(2));
-        // The one before is not held either.
-        other.registerHotKey(49, CarbonModifier::option,
-                             [](qint32 status) { QCOMPARE(status, HotKeyStatus::ok); });
-    }
-
-    /// The handler is installed by the next set-up.
-    void serverThatComesLate() {
-        auto server = std::make_unique<XServer>();
-        const QString display = server->display();
-        server->stop();
-        start(display);
-        m_manager->setup();
-        server = std::make_unique<XServer>(display);
-        m_manager->setup();
-        QCOMPARE(m_seen, QStringLiteral("注册失败 (错误码: -1)/已监听 [⌥ Space]").split(u'/'));
-    }
-
-    void sessionWithoutAServer() {
-        qunsetenv("DISPLAY");
-        qunsetenv("WAYLAND_DISPLAY");
-        const auto registrar = makeHotKeyRegistrar();
-        UserDefaults defaults(settingsFile());
-        HotKeyManager manager(*registrar, defaults);
-        manager.setup();
-        QCOMPARE(manager.registerStatusDescription(), QStringLiteral("注册失败 (错误码: -1)"));
-    }
-
-    void settingsSheet() {
-        m_manager->setShowSettingsSheet(true);
-        m_manager->setShowSettingsSheet(true);
-        m_manager->setShowSettingsSheet(false);
-        QCOMPARE(m_seen, QStringLiteral("sheet/no sheet").split(u'/'));
     }
 
     void press() {
@@ -199,29 +148,25 @@ private Q_SLOTS:
 
         m_manager->handleHotKeyPressed({.timestamp = 7, .activationToken = {}});
         QCOMPARE(m_windows->steps, QStringList()); // after the current event
-        QTRY_VERIFY(m_windows->steps.contains(QStringLiteral("focus field in a box")));
-        QCOMPARE(
-            m_windows->steps,
-            QStringLiteral("activate 7/no tabs first/out first/close first/no tabs main/deminiaturize main/"
-                           "alpha 1 main/opaque main/visible main/key main/front main/activate 7/"
-                           "display main/FocusSearchInput/focus field in a box")
-                .split(u'/'));
+        QTRY_VERIFY(m_windows->steps.contains(u"focus field in a box"_s));
+        QCOMPARE(m_windows->steps,
+                 u"activate 7/no tabs first/out first/close first/no tabs main/deminiaturize main/"
+                 "alpha 1 main/opaque main/visible main/key main/front main/activate 7/"
+                 "display main/FocusSearchInput/focus field in a box"_s.split(u'/'));
     }
 
     void reopening() {
         m_manager->setWindows(&*m_windows);
         m_windows->add("narrow", 300);
         m_manager->reopenMainWindow();
-        QCOMPARE(m_windows->steps, QStringList{QStringLiteral("activate 0")});
+        QCOMPARE(m_windows->steps, QStringList{u"activate 0"_s});
         m_windows->add("first", 301);
         m_windows->add("second");
         m_windows->steps.clear();
         m_manager->reopenMainWindow();
-        QCOMPARE(
-            m_windows->steps,
-            QStringLiteral("no tabs first/adopt first/no tabs second/out second/close second/alpha 1 first/"
-                           "opaque first/visible first/key first/front first/activate 0/display first")
-                .split(u'/'));
+        QCOMPARE(m_windows->steps,
+                 u"no tabs first/adopt first/no tabs second/out second/close second/alpha 1 first/"
+                 "opaque first/visible first/key first/front first/activate 0/display first"_s.split(u'/'));
     }
 
 private:
@@ -237,11 +182,8 @@ private:
                 [&] { m_seen += manager.currentShortcut().id; });
         connect(&manager, &HotKeyManager::registerStatusDescriptionChanged, this,
                 [&] { m_seen += manager.registerStatusDescription(); });
-        connect(&manager, &HotKeyManager::showSettingsSheetChanged, this, [&] {
-            m_seen += manager.showSettingsSheet() ? QStringLiteral("sheet") : QStringLiteral("no sheet");
-        });
     }
-    QString settingsFile() const { return m_directory->filePath(QStringLiteral("settings.conf")); }
+    QString settingsFile() const { return m_directory->filePath(u"settings.conf"_s); }
     std::optional<HotKeyShortcut> saved() const {
         return decodeHotKeyShortcut(UserDefaults(settingsFile()).byteArray(HotKeyManager::userDefaultsKey));
     }
