@@ -1,9 +1,5 @@
 #include "storage/spotlight_manager.h"
-
-#include <QSet>
-#include <QTest>
-
-#include <algorithm>
+#include "support/test.h"
 
 using namespace lexiquill;
 
@@ -33,7 +29,7 @@ WordRecord record(const QString &word, const QString &summary = {}) {
     WordRecord record;
     record.word = word;
     record.conciseSummary = summary;
-    record.rawDefinition = QStringLiteral("raw");
+    record.rawDefinition = u"raw"_s;
     return record;
 }
 
@@ -48,75 +44,55 @@ class SpotlightManagerTest : public QObject {
 
 private Q_SLOTS:
     void attributes() {
-        WordRecord apple = record(QStringLiteral("Apple"), QStringLiteral("n. 苹果"));
-        apple.phonetic = QStringLiteral("ˈæpl");
+        WordRecord apple = record(u"Apple"_s, u"n. 苹果"_s);
+        apple.phonetic = u"ˈæpl"_s;
         const auto sense = [](const char *meaning) {
             return SenseItem{.chineseMeaning = QString::fromUtf8(meaning)};
         };
-        apple.posGroups = {
-            PartOfSpeechGroup::named(QStringLiteral("n."), {sense("苹果；果"), sense("苹果树")}),
-            PartOfSpeechGroup::named(QStringLiteral("v."), {sense("摘苹果")})};
+        apple.posGroups = {PartOfSpeechGroup::named(u"n."_s, {sense("苹果；果"), sense("苹果树")}),
+                           PartOfSpeechGroup::named(u"v."_s, {sense("摘苹果")})};
         const SearchItem expected{
-            .identifier = QStringLiteral("word:apple"),
-            .domain = QStringLiteral("com.lexiquill.vocabulary"),
-            .title = QStringLiteral("Apple"),
-            .displayName = QStringLiteral("Apple - n. 苹果"),
-            .contentDescription = QStringLiteral("n. 苹果"),
+            .identifier = u"word:apple"_s,
+            .domain = u"com.lexiquill.vocabulary"_s,
+            .title = u"Apple"_s,
+            .displayName = u"Apple - n. 苹果"_s,
+            .contentDescription = u"n. 苹果"_s,
             .keywords = list("Apple|词典|单词|生词本|背词|ˈæpl|n.|名词|苹果；果|苹果树|v.|动词|摘苹果")};
         QCOMPARE(SpotlightManager::item(apple), expected);
 
-        const SearchItem bare = SpotlightManager::item(record(QStringLiteral("pear")));
-        QCOMPARE(bare.displayName, QStringLiteral("pear - "));
-        QCOMPARE(bare.contentDescription, QStringLiteral("raw"));
+        const SearchItem bare = SpotlightManager::item(record(u"pear"_s));
+        QCOMPARE(bare.displayName, u"pear - "_s);
+        QCOMPARE(bare.contentDescription, u"raw"_s);
         QCOMPARE(bare.keywords, list("pear|词典|单词|生词本|背词"));
     }
 
-    void batches_data() {
-        QTest::addColumn<bool>("isAvailable");
-        QTest::addColumn<bool>("fails");
-        QTest::addColumn<int>("records");
-        QTest::addColumn<int>("submissions");
-        QTest::addColumn<int>("reported");
-        QTest::newRow("several") << true << false << 3 << 1 << 3;
-        QTest::newRow("none") << true << false << 0 << 0 << 0;
-        QTest::newRow("failing") << true << true << 3 << 1 << 0;
-        QTest::newRow("not available") << false << false << 3 << 0 << 0;
-    }
     void batches() {
-        QFETCH(const bool, isAvailable);
-        QFETCH(const bool, fails);
-        QFETCH(const int, records);
+        const auto reported = [](FakeIndex &index, qsizetype count) {
+            QList<qsizetype> reports;
+            const SpotlightManager spotlight(index);
+            spotlight.indexWordsBatch(QList<WordRecord>(count, record(u"apple"_s)),
+                                      [&](qsizetype indexed) { reports += indexed; });
+            return reports;
+        };
         FakeIndex index;
-        index.isAvailable = isAvailable;
-        if (fails)
-            index.error = QStringLiteral("磁盘空间不足");
-        const SpotlightManager spotlight(index);
-        QList<qsizetype> reports;
-        const QList<WordRecord> words(records, record(QStringLiteral("apple")));
-        spotlight.indexWordsBatch(words, [&](qsizetype count) { reports += count; });
-        QTEST(index.submissions, "submissions");
-        QCOMPARE(reports.size(), 1);
-        QTEST(static_cast<int>(reports.first()), "reported");
-        spotlight.indexWordsBatch(words);
+        QCOMPARE(reported(index, 3), QList<qsizetype>{3});
+        QCOMPARE(reported(index, 0), QList<qsizetype>{0});
+        QCOMPARE(index.submissions, 1);
+        index.error = u"磁盘空间不足"_s;
+        QCOMPARE(reported(index, 3), QList<qsizetype>{0});
+        index.isAvailable = false;
+        QCOMPARE(reported(index, 3), QList<qsizetype>{0});
+        QCOMPARE(index.submissions, 2);
     }
 
     void removals() {
         FakeIndex index;
         const SpotlightManager spotlight(index);
-        spotlight.indexWord(record(QStringLiteral("ÉTUDE")));
-        QCOMPARE(index.items.value(0).identifier, QStringLiteral("word:étude"));
-        spotlight.removeWords({QStringLiteral("Étude")});
+        spotlight.indexWord(record(u"ÉTUDE"_s));
+        QCOMPARE(index.items.value(0).identifier, u"word:étude"_s);
+        spotlight.removeWords({u"Étude"_s});
         spotlight.clearAll();
         QCOMPARE(index.deleted, list("word:étude|com.lexiquill.vocabulary"));
-    }
-
-    void commonWords() {
-        const QStringList &words = SpotlightManager::commonHighFrequencyWords();
-        QCOMPARE(words.size(), 492);
-        QVERIFY(std::is_sorted(words.begin(), words.end()));
-        QCOMPARE(QSet<QString>(words.begin(), words.end()).size(), 492);
-        QCOMPARE(words.first(), QStringLiteral("abandon"));
-        QCOMPARE(words.last(), QStringLiteral("widespread"));
     }
 };
 
