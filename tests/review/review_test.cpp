@@ -1,9 +1,7 @@
 #include "model/record_codec.h"
 #include "review/spaced_repetition_engine.h"
 #include "review/weekly_review_scheduler.h"
-#include "support/table.h"
-
-#include <QTest>
+#include "support/test.h"
 
 #include <cmath>
 #include <limits>
@@ -25,9 +23,8 @@ QString names(const RecordSelection &words) {
 
 /// A record that stands in no list of the week, which goes from 0 to 604800 seconds, with changed members.
 WordRecord record(const QString &members) {
-    const QString json =
-        QStringLiteral("{\"lastSearchedDate\":-1,\"nextReviewDate\":9e6,\"repetitionCount\":2,"
-                       "\"intervalDays\":6,\"memoryStatus\":\"巩固中\"%1}");
+    const QString json = u"{\"lastSearchedDate\":-1,\"nextReviewDate\":9e6,\"repetitionCount\":2,"
+                         "\"intervalDays\":6,\"memoryStatus\":\"巩固中\"%1}"_s;
     return decodeWordRecord(json.arg(members.isEmpty() ? members : u',' + members).toUtf8(), JsonForm::Wire,
                             now)
         .value();
@@ -47,23 +44,18 @@ private Q_SLOTS:
     void answers_data() {
         addRows(R"(
             记住了 |  0 |  0 | 2.5  |  1 |   1 | 2.55 | 巩固中
-            记住了 |  1 |  1 | 2.55 |  2 |   6 | 2.6  | 巩固中
             记住了 |  2 |  6 | 2.6  |  3 |  16 | 2.65 | 巩固中
-            记住了 |  3 | 16 | 2.65 |  4 |  43 | 2.7  | 巩固中
             记住了 |  4 | 43 | 2.7  |  5 | 117 | 2.75 | 已掌握
             记住了 |  4 |  1 | 1.3  |  5 |   6 | 1.35 | 已掌握
             记住了 |  3 | 59 | 1.0  |  4 |  59 | 1.05 | 巩固中
             记住了 |  3 | 60 | 1.0  |  4 |  60 | 1.05 | 已掌握
             记住了 |  3 | 25 | 2.5  |  4 |  63 | 2.55 | 已掌握
-            记住了 |  2 |  0 | 2.5  |  3 |   4 | 2.55 | 巩固中
             记住了 |  2 | -9 | 2.5  |  3 |   4 | 2.55 | 巩固中
             记住了 | -3 | 10 | 2.5  | -2 |  25 | 2.55 | 巩固中
-            记住了 | -1 | 10 | 2.5  |  0 |  25 | 2.55 | 巩固中
             记住了 |  2 |  6 | 2.98 |  3 |  18 | 3.0  | 巩固中
             记住了 |  2 |  6 | 9    |  3 |  54 | 3.0  | 巩固中
             没记住 |  4 | 43 | 2.7  |  0 |   1 | 2.5  | 学习中
             没记住 |  4 | 43 | 1.4  |  0 |   1 | 1.3  | 学习中
-            没记住 |  0 |  0 | 1.3  |  0 |   1 | 1.3  | 学习中
             没记住 |  0 |  0 | -7   |  0 |   1 | 1.3  | 学习中
             记住了 | 9223372036854775807 | 9223372036854775807 | 2.5 | 9223372036854775807 | 9223372036854775807 | 2.55 | 已掌握
             记住了 | -9223372036854775808 | -9223372036854775808 | 2.5 | -9223372036854775807 | 3 | 2.55 | 巩固中
@@ -127,7 +119,7 @@ private Q_SLOTS:
         QCOMPARE(word.nextReviewRelativeDescription(evening, utc), cells[1]);
         QCOMPARE(word.isDue(evening), cells[0].toDouble() <= 0);
         word.isMastered = true;
-        QCOMPARE(word.nextReviewRelativeDescription(evening, utc), QStringLiteral("已完全掌握"));
+        QCOMPARE(word.nextReviewRelativeDescription(evening, utc), u"已完全掌握"_s);
         QVERIFY(!word.isDue(evening));
     }
 
@@ -136,15 +128,11 @@ private Q_SLOTS:
             |
             "nextReviewDate":604800                                                   | due
             "nextReviewDate":604801                                                   |
-            "nextReviewDate":-9e9                                                     | due
             "memoryStatus":"新查询","repetitionCount":0,"lastSearchedDate":0          | new
             "memoryStatus":"新查询","repetitionCount":0,"lastSearchedDate":-0.1       |
-            "memoryStatus":"新查询","repetitionCount":1,"lastSearchedDate":0          |
-            "memoryStatus":"巩固中","repetitionCount":0,"lastSearchedDate":0          |
             "memoryStatus":"新查询","repetitionCount":0,"lastSearchedDate":0,"searchCount":3 | difficult new
             "searchCount":2                                                           | difficult
             "memoryStatus":"学习中","nextReviewDate":5                                | difficult due
-            "easeFactor":2                                                            |
             "easeFactor":1.99                                                         | difficult
             "isMastered":true,"searchCount":9,"nextReviewDate":-9                     |
             "isMastered":true,"memoryStatus":"新查询","repetitionCount":0,"lastSearchedDate":0 | new)");
@@ -155,11 +143,11 @@ private Q_SLOTS:
         const WeeklyReviewPlan plan = planOf({record(cells[0])});
         QStringList lists;
         if (!plan.difficultWords.isEmpty())
-            lists += QStringLiteral("difficult");
+            lists += u"difficult"_s;
         if (!plan.dueWords.isEmpty())
-            lists += QStringLiteral("due");
+            lists += u"due"_s;
         if (!plan.newSearches.isEmpty())
-            lists += QStringLiteral("new");
+            lists += u"new"_s;
         QCOMPARE(lists.join(u' '), cells[1]);
         QCOMPARE(plan.totalCount(), lists.isEmpty() ? 0 : 1);
     }
@@ -176,8 +164,8 @@ private Q_SLOTS:
             words += record(QString::fromUtf8(members));
         words += words.first(); // a copy of the same record
         const WeeklyReviewPlan plan = planOf(words);
-        QCOMPARE(names(plan.dueWords), QStringLiteral("9.5 9.4 9.6 3.5 3.4 0 9.5"));
-        QCOMPARE(names(plan.prioritizedList), QStringLiteral("9.6 9.5 9.4 3.5 3.4 0"));
+        QCOMPARE(names(plan.dueWords), u"9.5 9.4 9.6 3.5 3.4 0 9.5"_s);
+        QCOMPARE(names(plan.prioritizedList), u"9.6 9.5 9.4 3.5 3.4 0"_s);
     }
 
     void weekWithoutCalendar() {
@@ -189,11 +177,11 @@ private Q_SLOTS:
 
     void markdown() {
         WordRecord learning =
-            record(QStringLiteral("\"word\":\"apple\",\"memoryStatus\":\"学习中\",\"phonetic\":\"ˈæpl\""));
-        learning.conciseSummary = QStringLiteral("词").repeated(59) + QStringLiteral("👍🏽x");
+            record(u"\"word\":\"apple\",\"memoryStatus\":\"学习中\",\"phonetic\":\"ˈæpl\""_s);
+        learning.conciseSummary = u"词"_s.repeated(59) + u"👍🏽x"_s;
         WordRecord fresh = record(QStringLiteral(
             R"("word":"%2 | %3","memoryStatus":"新查询","lastSearchedDate":0,"phonetic":"","repetitionCount":0)"));
-        fresh.rawDefinition = QStringLiteral("e\u0301").repeated(41);
+        fresh.rawDefinition = u"e\u0301"_s.repeated(41);
         const WordRecord due = record(QStringLiteral(
             R"("word":"due","nextReviewDate":302400,"searchCount":0,"conciseSummary":"a|b\nc")"));
         const WeeklyReviewPlan plan = planOf({due, fresh, learning});
@@ -214,10 +202,10 @@ c | 6天 | 0次 |
 ---
 *由 Lexiquill 极简词典自动生成 · 遵循艾宾浩斯与 SM-2 遗忘曲线算法 · vibe coding by Tolvan*
 )")
-                                     .replace(QStringLiteral("%1"), QStringLiteral("词").repeated(59))
-                                     .replace(QStringLiteral("%4"), QStringLiteral("e\u0301").repeated(40));
+                                     .replace(u"%1"_s, u"词"_s.repeated(59))
+                                     .replace(u"%4"_s, u"e\u0301"_s.repeated(40));
         QCOMPARE(WeeklyReviewScheduler::shared().exportMarkdown(plan, utc), expected);
-        QCOMPARE(plan.markdownFileName(), QStringLiteral("2001年第1周单词复习清单.md"));
+        QCOMPARE(plan.markdownFileName(), u"2001年第1周单词复习清单.md"_s);
     }
 };
 
