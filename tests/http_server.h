@@ -38,7 +38,6 @@ struct ServedAnswer {
         Silent,         ///< no answer, and the connection stays open
         SilentInMiddle, ///< half the body, then nothing more
         Trickle,        ///< a byte every `pause`, from the status line on
-        TrickleBody,    ///< the head at once, then a byte of the body every `pause`
         Endless,        ///< the body again and again without end
         Raw,            ///< nothing but `body`, which holds the head, too
     };
