@@ -1,8 +1,8 @@
+#include "check.h"
 #include "hotkey/hot_key_shortcut.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 
 using namespace lexiquill;
 
@@ -10,7 +10,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     const QByteArray json(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
     const auto shortcut = decodeHotKeyShortcut(json);
     // What has been read once is written and read again without change.
-    if (shortcut && decodeHotKeyShortcut(encodeHotKeyShortcut(*shortcut)) != shortcut)
-        std::abort();
+    check(!shortcut || decodeHotKeyShortcut(encodeHotKeyShortcut(*shortcut)) == shortcut);
     return 0;
 }

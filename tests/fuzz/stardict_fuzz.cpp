@@ -1,3 +1,5 @@
+#include "../support/files.h"
+#include "check.h"
 #include "platform/linux/stardict/article.h"
 #include "platform/linux/stardict/compressed.h"
 #include "platform/linux/stardict/definition_text.h"
@@ -5,14 +7,11 @@
 #include "platform/linux/stardict/ifo_file.h"
 #include "platform/linux/stardict/inflection.h"
 
-#include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 
 using namespace lexiquill::stardict;
 
@@ -29,18 +28,12 @@ QByteArrayView takePart(QByteArrayView &input) {
     return part;
 }
 
-void write(const QString &path, QByteArrayView data) {
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(data.data(), data.size()) != data.size())
-        std::abort();
-}
-
 /// The line must keep its form whatever it was made of.
 void checkLine(const QString &headword, const std::vector<std::vector<Field>> &articles) {
     const auto line = definitionText(headword, articles);
-    if (line &&
-        (line->contains(u'\n') || line->contains(u'\t') || line->count(u'|') < 1 || line->count(u'|') > 2))
-        std::abort();
+    check(!line || !line->contains(u'\n'));
+    check(!line || !line->contains(u'\t'));
+    check(!line || line->count(u'|') == 1 || line->count(u'|') == 2);
 }
 
 void checkText(QByteArrayView input) {
@@ -75,10 +68,12 @@ void checkFiles(QByteArrayView input) {
         QFile::remove(base + QLatin1StringView(suffix));
     QByteArray ifo = "StarDict's dict ifo file\n";
     ifo += takePart(input);
-    write(base + QStringLiteral(".ifo"), ifo);
-    write(base + (packed ? QStringLiteral(".idx.gz") : QStringLiteral(".idx")), takePart(input));
-    write(base + (packed ? QStringLiteral(".dict.dz") : QStringLiteral(".dict")), takePart(input));
-    write(base + QStringLiteral(".syn"), takePart(input));
+    check(writeFile(base + QStringLiteral(".ifo"), ifo));
+    check(writeFile(base + (packed ? QStringLiteral(".idx.gz") : QStringLiteral(".idx")),
+                    takePart(input).toByteArray()));
+    check(writeFile(base + (packed ? QStringLiteral(".dict.dz") : QStringLiteral(".dict")),
+                    takePart(input).toByteArray()));
+    check(writeFile(base + QStringLiteral(".syn"), takePart(input).toByteArray()));
     const QByteArrayView cache = takePart(input);
 
     const QString cacheDirectory = directory.filePath(QStringLiteral("cache"));
@@ -89,13 +84,11 @@ void checkFiles(QByteArrayView input) {
     };
     const QString word = QString::fromUtf8(takePart(input));
     const auto first = ask(word);
-    if (ask(word) != first)
-        std::abort();
+    check(ask(word) == first);
     if (!cache.isEmpty()) {
         for (const QString &name : QDir(cacheDirectory).entryList(QDir::Files))
-            write(QDir(cacheDirectory).filePath(name), cache);
-        if (ask(word) != first)
-            std::abort();
+            check(writeFile(QDir(cacheDirectory).filePath(name), cache.toByteArray()));
+        check(ask(word) == first);
     }
     QDir(cacheDirectory).removeRecursively();
 }

@@ -1,20 +1,11 @@
+#include "check.h"
 #include "update/remote_update_info.h"
 #include "update/version_order.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 
 using namespace lexiquill;
-
-namespace {
-
-void check(bool holds) {
-    if (!holds)
-        std::abort();
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     const QByteArray input(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));

@@ -10,10 +10,11 @@
 #include <QFile>
 
 using namespace lexiquill;
+using namespace Qt::StringLiterals;
 
 int main(int argc, char **argv) {
     const QCoreApplication application(argc, argv);
-    QFile versionFile(executableDirectory() + QStringLiteral("/../share/version"));
+    QFile versionFile(executableDirectory() + u"/../share/version"_s);
     if (!versionFile.open(QIODevice::ReadOnly))
         return EXIT_FAILURE;
     const QString version = QString::fromUtf8(versionFile.readAll());
@@ -23,24 +24,23 @@ int main(int argc, char **argv) {
     const auto report = [&](const QString &event) {
         reportFile.write((version + u' ' + event + u'\n').toUtf8());
     };
-    report(QStringLiteral("runs with ") + QString::number(argc - 1) + QStringLiteral(" arguments"));
+    report(u"runs with "_s + QString::number(argc - 1) + u" arguments"_s);
 
     HttpClient http;
     const bool isStubborn = qEnvironmentVariableIsSet("TEST_STUBBORN");
-    UpdateManager manager(
-        {.http = http,
-         .updateCheckURL = QUrl(qEnvironmentVariable("TEST_SERVER") + QStringLiteral("/version.json")),
-         .currentVersion = version,
-         .currentBuild = QStringLiteral("1"),
-         .installation = Installation::of(executableDirectory(), QStringLiteral("/nonexistent")),
-         .platform = ScriptPlatform::Linux,
-         .quit =
-             [&](int status) {
-                 report(QStringLiteral("quits"));
-                 if (!isStubborn)
-                     QCoreApplication::exit(status);
-             },
-         .directory = qEnvironmentVariable("TEST_DIRECTORY")});
+    UpdateManager manager({.http = http,
+                           .updateCheckURL = QUrl(qEnvironmentVariable("TEST_SERVER") + u"/version.json"_s),
+                           .currentVersion = version,
+                           .currentBuild = u"1"_s,
+                           .installation = Installation::of(executableDirectory(), u"/nonexistent"_s),
+                           .platform = ScriptPlatform::Linux,
+                           .quit =
+                               [&](int status) {
+                                   report(u"quits"_s);
+                                   if (!isStubborn)
+                                       QCoreApplication::exit(status);
+                               },
+                           .directory = qEnvironmentVariable("TEST_DIRECTORY")});
     observe(manager, report);
     const auto isOver = [&] {
         return !manager.isChecking() && !manager.isDownloading();
@@ -58,7 +58,7 @@ int main(int argc, char **argv) {
         &manager, &UpdateManager::isDownloadingChanged, &application,
         [&] {
             if (isOver()) {
-                report(QStringLiteral("goes on"));
+                report(u"goes on"_s);
                 QCoreApplication::exit();
             }
         },
