@@ -1,16 +1,11 @@
+#include "platform/linux/search_database.h"
 #include "program.h"
-#include "support/user_defaults.h"
+#include "support/test.h"
 
 #include <QElapsedTimer>
 #include <QRandomGenerator>
 #include <QSet>
-#include <QTest>
 #include <QThread>
-
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <csignal>
 
 using namespace lexiquill;
 
@@ -18,8 +13,7 @@ namespace {
 
 /// Words of the starter dictionary that are not among those of the first run.
 QStringList starterWords() {
-    static const QStringList seeds =
-        QStringLiteral("concise ephemeral serendipity ubiquitous eloquent").split(u' ');
+    static const QStringList seeds = u"concise ephemeral serendipity ubiquitous eloquent"_s.split(u' ');
     QStringList words;
     for (const QByteArray &line : readFile(QStringLiteral(LEXIQUILL_STARTER_SOURCE)).split('\n')) {
         const QString word = QString::fromUtf8(line.left(qMax(0, line.indexOf(" ["))));
@@ -42,33 +36,36 @@ class ProcessesTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    /// All of them race for the first run, too.
+    /// All of them race for the first run and for the index, too.
     void fiftySearchesAndOneReview() {
         const Home home;
         const QStringList words = starterWords().first(50);
-        const auto review = home.start({QStringLiteral("review"), QStringLiteral("concise")});
+        const auto review = home.start({u"review"_s, u"concise"_s});
         std::vector<std::unique_ptr<QProcess>> searches;
         for (const QString &word : words)
-            searches.push_back(home.start({QStringLiteral("search"), word}));
+            searches.push_back(home.start({u"search"_s, word}));
         for (const auto &search : searches) {
             const Outcome outcome = Home::finish(*search);
             QCOMPARE(outcome.status, 0);
-            QVERIFY(outcome.output.contains(QStringLiteral("| 查词 1 次\n")));
+            QVERIFY(outcome.output.contains(u"| 查词 1 次\n"_s));
         }
-        QVERIFY(Home::finish(*review, "1\n").output.contains(QStringLiteral("✅")));
+        QVERIFY(Home::finish(*review, "1\n").output.contains(u"✅"_s));
         const auto saved = home.words();
         QVERIFY(saved);
         QCOMPARE(saved->size(), 55);
         QVERIFY(namesOf(*saved).contains(QSet<QString>(words.begin(), words.end())));
         for (const WordRecord &record : *saved)
-            QCOMPARE(record.reviewHistory.size(), record.word == QStringLiteral("concise") ? 1 : 0);
+            QCOMPARE(record.reviewHistory.size(), record.word == u"concise"_s ? 1 : 0);
+        const auto index = SearchDatabase::load(home.path(u"XDG_DATA_HOME/Lexiquill/search-index.sqlite"_s));
+        for (const QString &word : words)
+            QVERIFY2(index->items({u"word:"_s + word.toLower()}).size() == 1, qPrintable(word));
     }
 
     void killedSearches() {
         const Home home;
         const QStringList words = starterWords();
         const auto search = [&](qsizetype i) {
-            return home.start({QStringLiteral("search"), words.at(i)});
+            return home.start({u"search"_s, words.at(i)});
         };
         // The second run takes the usual time: the first one also lays the wordbook and its tables down.
         QCOMPARE(Home::finish(*search(0)).status, 0);
@@ -84,7 +81,7 @@ private Q_SLOTS:
             QThread::usleep(random.bounded(longest));
             process->kill();
             const Outcome outcome = Home::finish(*process);
-            if (outcome.status == 0 && outcome.output.endsWith(QStringLiteral("=\n\n")))
+            if (outcome.status == 0 && outcome.output.endsWith(u"=\n\n"_s))
                 acknowledged += words.at(next);
             else
                 ++killed;
@@ -96,40 +93,6 @@ private Q_SLOTS:
         // Nothing that the killed ones left behind is in the way.
         QCOMPARE(Home::finish(*search(next)).status, 0);
         QVERIFY(namesOf(*home.words()).contains(words.at(next)));
-    }
-
-    void killedSettings() {
-        const Home home;
-        const QString deleted = QStringLiteral("lexiquill_deleted_words");
-        const QString mode = QStringLiteral("dictionarySourceMode");
-        const QStringList some = starterWords().first(20);
-        const QStringList many = starterWords().first(500);
-        {
-            UserDefaults settings(home.settingsPath());
-            settings.set(deleted, some);
-            settings.set(mode, QStringLiteral("appleOffline"));
-        }
-        QRandomGenerator random(20250314);
-        for (int i = 0; i < 60; ++i) {
-            const pid_t child = ::fork();
-            if (child == 0) {
-                UserDefaults settings(home.settingsPath());
-                for (;;) {
-                    settings.set(deleted, many);
-                    settings.set(mode, QStringLiteral("youdaoOnline"));
-                    settings.set(deleted, some);
-                    settings.set(mode, QStringLiteral("appleOffline"));
-                }
-            }
-            QThread::usleep(random.bounded(quint32{10000}));
-            ::kill(child, SIGKILL);
-            QCOMPARE(::waitpid(child, nullptr, 0), child);
-            const UserDefaults settings(home.settingsPath());
-            const QStringList words = settings.stringList(deleted);
-            QVERIFY(words == some || words == many);
-            QVERIFY(settings.string(mode) == QStringLiteral("appleOffline") ||
-                    settings.string(mode) == QStringLiteral("youdaoOnline"));
-        }
     }
 };
 
