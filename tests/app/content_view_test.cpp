@@ -2,9 +2,7 @@
 #include "app/dictionary_service_provider.h"
 #include "app/test_services.h"
 #include "storage/wordbook_watcher.h"
-
-#include <QSignalSpy>
-#include <QTest>
+#include "support/test.h"
 
 using namespace lexiquill;
 
@@ -13,29 +11,18 @@ class ContentViewTest : public QObject {
 
 private Q_SLOTS:
     void addressesNameTheirWord_data() {
-        QTest::addColumn<QString>("address");
-        QTest::addColumn<QString>("word");
-        QTest::newRow("scheme and word") << "lexiquill:apple"
-                                         << "apple";
-        QTest::newRow("host") << "lexiquill://apple"
-                              << "apple";
-        QTest::newRow("host before path") << "lexiquill://apple/pie"
-                                          << "apple";
-        QTest::newRow("last of the path") << "lexiquill:///word/apple"
-                                          << "apple";
-        QTest::newRow("escaped blank") << "lexiquill:ice%20cream"
-                                       << "ice cream";
-        QTest::newRow("blanks only") << "lexiquill:%20%20" << QString();
-        QTest::newRow("nothing") << "lexiquill:" << QString();
+        addRows("lexiquill:apple           | apple\nlexiquill://apple/pie     | apple\n"
+                "lexiquill:///word/apple   | apple\nlexiquill:ice%20cream     | ice cream\n"
+                "lexiquill:%20%20          |\nlexiquill:                |\n");
     }
     void addressesNameTheirWord() {
-        QFETCH(const QString, address);
-        QFETCH(const QString, word);
+        QFETCH(const QStringList, cells);
+        const QString &word = cells[1];
         TestServices services;
         ContentView view(services);
         view.setSelectedTab(ContentView::TabItem::Statistics);
         QSignalSpy lookups(&view, &ContentView::performExternalLookup);
-        view.openUrl(QUrl(address));
+        view.openUrl(QUrl(cells[0]));
         QCOMPARE(view.externalSelectedWord(), word);
         QCOMPARE(lookups.size(), word.isEmpty() ? 0 : 1);
         QCOMPARE(view.selectedTab(),
@@ -45,8 +32,8 @@ private Q_SLOTS:
     void searchResultsNameTheirWord() {
         TestServices services;
         ContentView view(services);
-        view.continueSearchActivity(QStringLiteral("word:apple"));
-        QCOMPARE(view.externalSelectedWord(), QStringLiteral("apple"));
+        view.continueSearchActivity(u"word:apple"_s);
+        QCOMPARE(view.externalSelectedWord(), u"apple"_s);
         view.postFocusSearchInput();
         QVERIFY(view.externalSelectedWord().isNull());
     }
@@ -55,8 +42,8 @@ private Q_SLOTS:
         TestServices services;
         ContentView view(services);
         QSignalSpy lookups(&view, &ContentView::performExternalLookup);
-        view.handleExternalWordLookup(QStringLiteral(" apple\n"));
-        view.handleExternalWordLookup(QStringLiteral("apple"));
+        view.handleExternalWordLookup(u" apple\n"_s);
+        view.handleExternalWordLookup(u"apple"_s);
         QCOMPARE(lookups.size(), 2);
     }
 
@@ -64,9 +51,8 @@ private Q_SLOTS:
         TestServices services("[]");
         ContentView view(services);
         QCOMPARE(view.dueCount(), 0);
-        DictionaryEntry entry;
-        entry.headword = QStringLiteral("apple");
-        const WordRecord record = services.storage().addOrUpdateSearch(entry);
+        const WordRecord record =
+            services.storage().addOrUpdateSearch({.headword = u"apple"_s, .posGroups = {}, .rawText = {}});
         QCOMPARE(view.dueCount(), 1);
         services.storage().recordReview(record.id, ReviewFeedback::Remembered);
         QCOMPARE(view.dueCount(), 0);
@@ -81,17 +67,17 @@ private Q_SLOTS:
         QVERIFY(ends.wait(30'000));
         QVERIFY(!view.isIndexingSpotlight());
         QCOMPARE(view.spotlightAlertMessage(),
-                 QStringLiteral("已成功向 macOS Spotlight 提交 0 个词汇索引！现在按下 Command+空格 "
-                                "即可直接搜索这些单词。"));
+                 u"已成功向 macOS Spotlight 提交 0 个词汇索引！现在按下 Command+空格 "
+                 "即可直接搜索这些单词。"_s);
     }
 
     void lookupsOfOtherProgramsAreTrimmed() {
         QStringList texts;
         const DictionaryServiceProvider provider([&](const QString &text) { texts += text; });
-        QCOMPARE(provider.lookup(QStringLiteral(" \n ")), QStringLiteral("No valid text provided."));
-        QVERIFY(!provider.lookup(QStringLiteral("  apple\n")));
+        QCOMPARE(provider.lookup(u" \n "_s), u"No valid text provided."_s);
+        QVERIFY(!provider.lookup(u"  apple\n"_s));
         QVERIFY(texts.isEmpty());
-        QTRY_COMPARE(texts, QStringList{QStringLiteral("apple")});
+        QTRY_COMPARE(texts, QStringList{u"apple"_s});
     }
 
     void wordsOfOtherProcessesAppear() {
@@ -101,11 +87,9 @@ private Q_SLOTS:
                               .defaults = services.defaults(),
                               .dictionary = services.offlineDictionaries(),
                               .spotlight = services.spotlight()});
-        for (const char *word : {"apple", "banana"}) {
-            DictionaryEntry entry;
-            entry.headword = QString::fromLatin1(word);
-            other.addOrUpdateSearch(entry);
-            QTRY_COMPARE(services.storage().words().value(0).word, entry.headword);
+        for (const QString &word : {u"apple"_s, u"banana"_s}) {
+            other.addOrUpdateSearch({.headword = word, .posGroups = {}, .rawText = {}});
+            QTRY_COMPARE(services.storage().words().value(0).word, word);
         }
     }
 };

@@ -1,9 +1,7 @@
 #include "app/statistics/forgetting_curve.h"
 #include "app/statistics/memory_statistics.h"
 #include "app/statistics/review_calendar.h"
-#include "support/table.h"
-
-#include <QTest>
+#include "support/test.h"
 
 #include <cmath>
 #include <limits>
@@ -105,14 +103,6 @@ private Q_SLOTS:
             const auto statistics = MemoryStatistics::of(QList<WordRecord>(2), Instant{seconds}, berlin);
             QVERIFY(statistics.total == 2 && statistics.nextSevenDaysForecast.isEmpty());
         }
-    }
-
-    void shades() {
-        QCOMPARE(ReviewCalendar::level(0, 9), 0);
-        QCOMPARE(ReviewCalendar::level(1, 100), 1);
-        QCOMPARE(ReviewCalendar::level(26, 100), 2);
-        QCOMPARE(ReviewCalendar::level(100, 100), 4);
-        QCOMPARE(ReviewCalendar::level(1, 1), 4);
     }
 
     void curveOfAWord() {

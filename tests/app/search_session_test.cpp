@@ -3,10 +3,9 @@
 #include "app/search/search_session.h"
 #include "app/search/word_card.h"
 #include "app/test_services.h"
+#include "support/test.h"
 
 #include <QAbstractItemModelTester>
-#include <QSignalSpy>
-#include <QTest>
 
 #include <coroutine>
 #include <utility>
@@ -27,7 +26,7 @@ public:
         co_await Decision{*this};
         if (cancellation.isCancelled() || !knows)
             co_return std::nullopt;
-        co_return DictionaryEntry{.headword = word, .posGroups = {}, .rawText = QStringLiteral("网上")};
+        co_return DictionaryEntry{.headword = word, .posGroups = {}, .rawText = u"网上"_s};
     }
 
     QStringList asked;
@@ -66,7 +65,7 @@ QStringList offered(SearchSession &session) {
 }
 
 DictionaryEntry entryOf(const QString &word) {
-    return {.headword = word, .posGroups = {}, .rawText = QStringLiteral("释义")};
+    return {.headword = word, .posGroups = {}, .rawText = u"释义"_s};
 }
 
 } // namespace
@@ -77,18 +76,18 @@ class SearchSessionTest : public QObject {
 private Q_SLOTS:
     void wordbookComesBeforeTheDictionaries() {
         SlowServices services;
-        services.storage().addOrUpdateSearch(entryOf(QStringLiteral("concordat")));
-        services.storage().addOrUpdateSearch(entryOf(QStringLiteral("apple")));
+        services.storage().addOrUpdateSearch(entryOf(u"concordat"_s));
+        services.storage().addOrUpdateSearch(entryOf(u"apple"_s));
         SearchSession session(services);
         const QAbstractItemModelTester tester(session.suggestions(),
                                               QAbstractItemModelTester::FailureReportingMode::QtTest);
-        QCOMPARE(offered(session), QStringList({QStringLiteral("apple"), QStringLiteral("concordat")}));
-        session.setText(QStringLiteral(" CONC"));
-        QCOMPARE(offered(session), QStringList(QStringLiteral("concordat")));
-        QTRY_VERIFY(offered(session).contains(QStringLiteral("concise")));
-        QCOMPARE(offered(session).first(), QStringLiteral("concordat"));
-        session.setText(QStringLiteral("concise"));
-        QTRY_COMPARE(offered(session), QStringList(QStringLiteral("concise")));
+        QCOMPARE(offered(session), QStringList({u"apple"_s, u"concordat"_s}));
+        session.setText(u" CONC"_s);
+        QCOMPARE(offered(session), QStringList(u"concordat"_s));
+        QTRY_VERIFY(offered(session).contains(u"concise"_s));
+        QCOMPARE(offered(session).first(), u"concordat"_s);
+        session.setText(u"concise"_s);
+        QTRY_COMPARE(offered(session), QStringList(u"concise"_s));
         session.setText(QString());
         QCOMPARE(offered(session).size(), 2);
     }
@@ -96,28 +95,28 @@ private Q_SLOTS:
     void typingOnAbandonsTheLookup() {
         SlowServices services;
         SearchSession session(services);
-        session.lookUp(QStringLiteral(" concise "));
+        session.lookUp(u" concise "_s);
         QCOMPARE(session.state(), SearchSession::State::LookingUp);
-        QCOMPARE(session.text(), QStringLiteral("concise"));
-        session.setText(QStringLiteral("concis"));
+        QCOMPARE(session.text(), u"concise"_s);
+        session.setText(u"concis"_s);
         QCOMPARE(session.state(), SearchSession::State::Suggesting);
         services.source.decide();
         QCOMPARE(session.state(), SearchSession::State::Suggesting);
         QVERIFY(services.storage().words().isEmpty());
-        QCOMPARE(services.source.asked, QStringList(QStringLiteral("concise")));
+        QCOMPARE(services.source.asked, QStringList(u"concise"_s));
     }
 
     void theWordFoundIsRecorded() {
         SlowServices services;
         SearchSession session(services);
-        session.lookUp(QStringLiteral("first"));
-        session.lookUp(QStringLiteral("second"));
+        session.lookUp(u"first"_s);
+        session.lookUp(u"second"_s);
         services.source.decide();
         QCOMPARE(session.state(), SearchSession::State::Found);
         QCOMPARE(services.storage().words().size(), 1);
         QCOMPARE(QUuid::fromString(session.wordId()), services.storage().words().constFirst().id);
-        QCOMPARE(session.sourceText(), QStringLiteral("来源：有道在线词典"));
-        session.lookUp(QStringLiteral("  "));
+        QCOMPARE(session.sourceText(), u"来源：有道在线词典"_s);
+        session.lookUp(u"  "_s);
         QCOMPARE(session.state(), SearchSession::State::Found);
     }
 
@@ -125,22 +124,22 @@ private Q_SLOTS:
         SlowServices services;
         services.source.knows = false;
         SearchSession session(services);
-        session.lookUp(QStringLiteral("concize"));
+        session.lookUp(u"concize"_s);
         services.source.decide();
         QCOMPARE(session.state(), SearchSession::State::NotFound);
-        QVERIFY(session.missingText().contains(QStringLiteral("有道在线词典")));
-        QVERIFY(session.missingText().contains(QStringLiteral("苹果本地离线词典")));
+        QVERIFY(session.missingText().contains(u"有道在线词典"_s));
+        QVERIFY(session.missingText().contains(u"苹果本地离线词典"_s));
         QVERIFY(services.storage().words().isEmpty());
         QTRY_VERIFY(!offered(session).isEmpty());
-        QCOMPARE(offered(session).first(), QStringLiteral("concise"));
+        QCOMPARE(offered(session).first(), u"concise"_s);
     }
 
     void sessionsMayEndAtAnyTime() {
         SlowServices services;
         for (int i = 0; i < 20; ++i) {
             SearchSession session(services);
-            session.setText(QStringLiteral("a"));
-            session.lookUp(QStringLiteral("ab"));
+            session.setText(u"a"_s);
+            session.lookUp(u"ab"_s);
         }
         services.source.decide();
         QCoreApplication::processEvents();
@@ -162,7 +161,7 @@ private Q_SLOTS:
         QCOMPARE(inserted.constFirst().mid(1), QVariantList({1, 2}));
         model.setSuggestions({row("a"), row("d")});
         model.setSuggestions({row("a"), row("a"), row("d")});
-        QCOMPARE(model.wordAt(1), QStringLiteral("a"));
+        QCOMPARE(model.wordAt(1), u"a"_s);
         QCOMPARE(model.wordAt(-1), QString());
         model.setSuggestions({});
         QCOMPARE(model.rowCount(), 0);
@@ -171,73 +170,47 @@ private Q_SLOTS:
     void cardFollowsTheWordbook() {
         SlowServices services;
         StorageManager &storage = services.storage();
-        const QUuid id = storage.addOrUpdateSearch(entryOf(QStringLiteral("apple"))).id;
+        const QUuid id = storage.addOrUpdateSearch(entryOf(u"apple"_s)).id;
         WordCard card(storage);
         card.setWordId(id.toString());
-        QCOMPARE(card.rawText(), QStringLiteral("释义"));
-        QCOMPARE(card.memoryText(), QStringLiteral("尚未复习 · 今天待复习 · 查询 1 次"));
+        QCOMPARE(card.rawText(), u"释义"_s);
+        QCOMPARE(card.memoryText(), u"尚未复习 · 今天待复习 · 查询 1 次"_s);
         QSignalSpy content(&card, &WordCard::contentChanged);
         card.answer(true);
-        QCOMPARE(card.memoryText(), QStringLiteral("间隔 1 天 · 明天复习 · 查询 1 次"));
-        QCOMPARE(card.statusText(), QStringLiteral("巩固中"));
-        card.saveNotes(QStringLiteral("笔记"));
-        QCOMPARE(storage.words().constFirst().userNotes, QStringLiteral("笔记"));
+        QCOMPARE(card.memoryText(), u"间隔 1 天 · 明天复习 · 查询 1 次"_s);
+        QCOMPARE(card.statusText(), u"巩固中"_s);
+        card.saveNotes(u"笔记"_s);
+        QCOMPARE(storage.words().constFirst().userNotes, u"笔记"_s);
         QCOMPARE(content.size(), 0);
         const QString key = card.remove();
         QVERIFY(!card.exists());
-        QVERIFY(storage.deletedWords().contains(QStringLiteral("apple")));
+        QVERIFY(storage.deletedWords().contains(u"apple"_s));
         card.restore(key);
-        QCOMPARE(card.userNotes(), QStringLiteral("笔记"));
-        QCOMPARE(card.statusText(), QStringLiteral("巩固中"));
+        QCOMPARE(card.userNotes(), u"笔记"_s);
+        QCOMPARE(card.statusText(), u"巩固中"_s);
         QVERIFY(storage.deletedWords().isEmpty());
     }
 
-    void aLongEntryIsShownInParts() {
-        SlowServices services;
-        QList<SenseItem> senses;
-        for (int i = 0; i < 300; ++i)
-            senses += {.number = i + 1, .chineseMeaning = QString::number(i)};
-        DictionaryEntry entry = entryOf(QStringLiteral("set"));
-        entry.posGroups = {PartOfSpeechGroup::named(QStringLiteral("n."), senses),
-                           PartOfSpeechGroup::named(QStringLiteral("v."), senses.first(10))};
-        WordCard card(services.storage());
-        card.setWordId(services.storage().addOrUpdateSearch(entry).id.toString());
-        QCOMPARE(card.groups().size(), 1);
-        QCOMPARE(card.hiddenSenses(), 250);
-        card.showMore();
-        card.showMore();
-        QCOMPARE(card.groups().size(), 2);
-        QCOMPARE(card.hiddenSenses(), 0);
-    }
-
+    /// A word, a text, and the text with the word's forms emphasised.
     void emphasis_data() {
-        QTest::addColumn<QString>("word");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("styled");
-        const auto row = [](const char *word, const char *text, const char *styled) {
-            QTest::newRow(text) << QString::fromUtf8(word) << QString::fromUtf8(text)
-                                << QString::fromUtf8(styled);
-        };
-        row("apple", "Apples, pineapple and apple's", "<b>Apples</b>, pineapple and <b>apple's</b>");
-        row("make", "He makes, is making, made", "He <b>makes</b>, is <b>making</b>, made");
-        row("try", "She tried.", "She <b>tried</b>.");
-        row("go", "<i>go</i> & Godot", "&lt;i&gt;<b>go</b>&lt;/i&gt; &amp; Godot");
-        row("c++", "in C++ (new)", "in <b>C++</b> (new)");
-        row("", "nothing", "nothing");
-        row("été", "un Été chaud", "un <b>Été</b> chaud");
+        addRows("apple | Apples, pineapple and apple's | <b>Apples</b>, pineapple and <b>apple's</b>\n"
+                "make  | He makes, is making, made | He <b>makes</b>, is <b>making</b>, made\n"
+                "go    | <i>go</i> & Godot | &lt;i&gt;<b>go</b>&lt;/i&gt; &amp; Godot\n"
+                "c++   | in C++ (new)      | in <b>C++</b> (new)\n"
+                "      | nothing           | nothing\n"
+                "été   | un Été chaud      | un <b>Été</b> chaud\n");
     }
 
     void emphasis() {
-        QFETCH(QString, word);
-        QFETCH(QString, text);
-        QTEST(emphasised(text, word), "styled");
+        QFETCH(const QStringList, cells);
+        QCOMPARE(emphasised(cells[1], cells[0]), cells[2]);
     }
 
     void audioAddress() {
-        const QString base = QStringLiteral("https://dict.example");
-        QCOMPARE(pronunciationUrl(base, QStringLiteral(" ice cream ")).toEncoded(),
-                 QByteArray("https://dict.example/dictvoice?audio=ice%20cream&type=2"));
-        QVERIFY(!pronunciationUrl(base, QStringLiteral(" ")).isValid());
+        const QString base = u"https://dict.example"_s;
+        QCOMPARE(pronunciationUrl(base, u" ice cream "_s).toEncoded(),
+                 "https://dict.example/dictvoice?audio=ice%20cream&type=2"_ba);
+        QVERIFY(!pronunciationUrl(base, u" "_s).isValid());
     }
 };
 
