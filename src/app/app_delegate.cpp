@@ -13,7 +13,6 @@
 #include <QGuiApplication>
 #include <QQuickItem>
 #include <QTimer>
-#include <QUrl>
 
 #include <cstdlib>
 
@@ -104,8 +103,8 @@ ApplicationRequests AppDelegate::requests() {
 void AppDelegate::open(const QStringList &urls, const ActivationTokens &tokens) {
     reopen(tokens);
     for (const QString &url : urls) {
-        if (const QUrl address(url); address.scheme() == QLatin1StringView("lexiquill"))
-            ContentView::shared().openUrl(address);
+        if (url.startsWith(QLatin1StringView("lexiquill:"), Qt::CaseInsensitive))
+            ContentView::shared().openUrl(url);
     }
 }
 

@@ -9,8 +9,10 @@
 #include "sync/sync_manager.h"
 #include "update/update_manager.h"
 
+#include <QRegularExpression>
 #include <QSet>
 #include <QThread>
+#include <QUrl>
 
 #include <algorithm>
 #include <chrono>
@@ -34,6 +36,18 @@ QList<WordRecord> commonWords(const QList<WordRecord> &words, SystemDictionarySe
             records += newRecord({.entry = *entry, .date = Instant::now()});
     }
     return records;
+}
+
+/// The host, or without one the last part of the path: "lexiquill://apple", "lexiquill:apple",
+/// "lexiquill:///word/apple". QUrl refuses hosts such as "ice%20cream" and changes others, for a word is no
+/// host name.
+QString wordOfAddress(const QString &address) {
+    static const QRegularExpression form(QStringLiteral("^[^:]*:(?://(?:[^/?#@]*@)?([^/?#:]*))?([^?#]*)"));
+    const QRegularExpressionMatch match = form.match(address);
+    const QString host = match.captured(1);
+    const QString word =
+        host.isEmpty() ? match.captured(2).section(u'/', -1, -1, QString::SectionSkipEmpty) : host;
+    return QUrl::fromPercentEncoding(word.toUtf8());
 }
 
 } // namespace
@@ -123,10 +137,8 @@ void ContentView::handleExternalWordLookup(const QString &word) {
     Q_EMIT performExternalLookup(trimmed);
 }
 
-void ContentView::openUrl(const QUrl &url) {
-    const QString host = url.host();
-    // An address without a host has its word last in the path: "lexiquill:apple", "lexiquill:///word/apple".
-    handleExternalWordLookup(host.isEmpty() ? url.path(QUrl::FullyDecoded).section(u'/', -1) : host);
+void ContentView::openUrl(const QString &address) {
+    handleExternalWordLookup(wordOfAddress(address));
 }
 
 void ContentView::continueSearchActivity(const QString &itemIdentifier) {

@@ -6,7 +6,6 @@
 #include <QQmlEngine>
 #include <QString>
 #include <QTimer>
-#include <QUrl>
 
 namespace lexiquill {
 
@@ -61,7 +60,7 @@ public:
     /// Looks the word up on the search screen; a blank one changes nothing.
     Q_INVOKABLE void handleExternalWordLookup(const QString &word);
     /// Opens an address such as "lexiquill:apple" or "lexiquill://apple".
-    void openUrl(const QUrl &url);
+    void openUrl(const QString &address);
     /// Opens a result of the system's search, such as "word:apple".
     void continueSearchActivity(const QString &itemIdentifier);
     /// The content has appeared: does the silent work of the background.

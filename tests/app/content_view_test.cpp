@@ -13,6 +13,8 @@ private Q_SLOTS:
     void addressesNameTheirWord_data() {
         addRows("lexiquill:apple           | apple\nlexiquill://apple/pie     | apple\n"
                 "lexiquill:///word/apple   | apple\nlexiquill:ice%20cream     | ice cream\n"
+                "lexiquill:and%2For        | and/or\nLEXIQUILL:///apple/       | apple\n"
+                "lexiquill://It's%20me?x#y | It's me\nlexiquill://苹果          | 苹果\n"
                 "lexiquill:%20%20          |\nlexiquill:                |\n");
     }
     void addressesNameTheirWord() {
@@ -22,7 +24,7 @@ private Q_SLOTS:
         ContentView view(services);
         view.setSelectedTab(ContentView::TabItem::Statistics);
         QSignalSpy lookups(&view, &ContentView::performExternalLookup);
-        view.openUrl(QUrl(cells[0]));
+        view.openUrl(cells[0]);
         QCOMPARE(view.externalSelectedWord(), word);
         QCOMPARE(lookups.size(), word.isEmpty() ? 0 : 1);
         QCOMPARE(view.selectedTab(),
