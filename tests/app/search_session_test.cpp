@@ -182,12 +182,12 @@ private Q_SLOTS:
         card.saveNotes(u"笔记"_s);
         QCOMPARE(storage.words().constFirst().userNotes, u"笔记"_s);
         QCOMPARE(content.size(), 0);
-        const QString key = card.remove();
+        QCOMPARE(card.remove(), QStringLiteral("已删除“apple”"));
         QVERIFY(!card.exists());
-        QVERIFY(storage.deletedWords().contains(u"apple"_s));
-        card.restore(key);
-        QCOMPARE(card.userNotes(), u"笔记"_s);
-        QCOMPARE(card.statusText(), u"巩固中"_s);
+        QVERIFY(storage.deletedWords().contains(QStringLiteral("apple")));
+        card.undoRemoval();
+        QCOMPARE(card.userNotes(), QStringLiteral("笔记"));
+        QCOMPARE(card.statusText(), QStringLiteral("巩固中"));
         QVERIFY(storage.deletedWords().isEmpty());
     }
 

@@ -1,6 +1,7 @@
 #include "app/review/review_session.h"
 
 #include "app/services.h"
+#include "app/wordbook/day_texts.h"
 #include "storage/storage_manager.h"
 #include "support/text.h"
 
@@ -178,7 +179,7 @@ QString ReviewSession::memory() const {
     if (m_record.word.isEmpty())
         return {};
     return QStringLiteral("%1 · 间隔 %2 天 · 查过 %3 次")
-        .arg(m_record.nextReviewRelativeDescription(m_storage.now(), m_storage.calendar()))
+        .arg(nextReviewText(m_record, m_storage.now(), m_storage.calendar()))
         .arg(m_record.intervalDays)
         .arg(m_record.searchCount);
 }

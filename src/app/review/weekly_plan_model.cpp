@@ -1,6 +1,7 @@
 #include "app/review/weekly_plan_model.h"
 
 #include "app/services.h"
+#include "app/wordbook/day_texts.h"
 #include "storage/storage_manager.h"
 
 namespace lexiquill {
@@ -96,7 +97,7 @@ QVariant WeeklyPlanModel::data(const QModelIndex &index, int role) const {
         WordRecord record;
         record.nextReviewDate = row.nextReviewDate;
         record.isMastered = row.isMastered;
-        return record.nextReviewRelativeDescription(m_storage.now(), m_storage.calendar());
+        return nextReviewText(record, m_storage.now(), m_storage.calendar());
     }
     case SearchCountRole:
         return row.searchCount;

@@ -2,6 +2,7 @@
 
 #include "app/search/definition_rows.h"
 #include "app/services.h"
+#include "app/wordbook/day_texts.h"
 #include "storage/storage_manager.h"
 
 #include <QClipboard>
@@ -24,7 +25,10 @@ constexpr qsizetype maxRawLength = 20'000;
 
 WordCard::WordCard(QObject *parent) : WordCard(Services::current().storage(), parent) {}
 
-WordCard::WordCard(StorageManager &storage, QObject *parent) : QObject(parent), m_storage(storage) {
+WordCard::WordCard(StorageManager &storage, QObject *parent)
+    : QObject(parent),
+      m_storage(storage),
+      m_deletions(storage) {
     connect(&m_storage, &StorageManager::wordsChanged, this, &WordCard::refresh);
 }
 
@@ -100,15 +104,9 @@ QString WordCard::memoryText() const {
         parts += QStringLiteral("间隔 %1 天").arg(m_record->intervalDays);
     else
         parts += QStringLiteral("尚未复习");
-    const QString next = m_record->nextReviewRelativeDescription(Instant::now(), Calendar::current());
-    const bool isFuture = !m_record->isMastered && !isDue() && !next.contains(QStringLiteral("复习"));
-    parts += isFuture ? next + QStringLiteral("复习") : next;
+    parts += nextReviewText(*m_record, m_storage.now(), m_storage.calendar());
     parts += QStringLiteral("查询 %1 次").arg(m_record->searchCount);
     return parts.join(QStringLiteral(" · "));
-}
-
-bool WordCard::isDue() const {
-    return m_record && m_record->isDue(Instant::now());
 }
 
 QString WordCard::userNotes() const {
@@ -139,16 +137,11 @@ void WordCard::copy() {
 }
 
 QString WordCard::remove() {
-    if (!m_record)
-        return {};
-    const QString key = m_record->id.toString(QUuid::WithoutBraces);
-    m_removed = {{key, m_storage.deleteWords({QUuid(m_record->id)})}};
-    return key;
+    return m_record ? m_deletions.remove({QUuid(m_record->id)}) : QString();
 }
 
-void WordCard::restore(const QString &key) {
-    if (m_removed.contains(key))
-        m_storage.restoreWords(m_removed.take(key));
+void WordCard::undoRemoval() {
+    m_deletions.undo();
 }
 
 } // namespace lexiquill

@@ -1,9 +1,8 @@
 #pragma once
 
+#include "app/wordbook/word_deletions.h"
 #include "model/word_record.h"
-#include "storage/wordbook_change.h"
 
-#include <QHash>
 #include <QObject>
 #include <QQmlEngine>
 #include <QVariantList>
@@ -30,7 +29,6 @@ class WordCard : public QObject {
     Q_PROPERTY(QString statusText READ statusText NOTIFY changed)
     Q_PROPERTY(QString statusColorName READ statusColorName NOTIFY changed)
     Q_PROPERTY(QString memoryText READ memoryText NOTIFY changed)
-    Q_PROPERTY(bool isDue READ isDue NOTIFY changed)
     Q_PROPERTY(QString userNotes READ userNotes NOTIFY userNotesChanged)
 
 public:
@@ -51,7 +49,6 @@ public:
     QString statusColorName() const;
     /// Such as "间隔 6 天 · 6 天后复习 · 查询 3 次"
     QString memoryText() const;
-    bool isDue() const;
     QString userNotes() const;
 
     Q_INVOKABLE void showMore();
@@ -61,9 +58,10 @@ public:
     Q_INVOKABLE void saveNotes(const QString &notes);
     /// Puts the definition on the clipboard as text.
     Q_INVOKABLE void copy();
-    /// Deletes the word from the wordbook. restore() with the returned key brings it back with its history.
+    /// Deletes the word from the wordbook and returns a text that says so.
     Q_INVOKABLE QString remove();
-    Q_INVOKABLE void restore(const QString &key);
+    /// Brings the word that was deleted last back with its history.
+    Q_INVOKABLE void undoRemoval();
 
 Q_SIGNALS:
     void wordIdChanged();
@@ -79,7 +77,7 @@ private:
     StorageManager &m_storage;
     QString m_wordId;
     std::optional<WordRecord> m_record;
-    QHash<QString, WordsRestored> m_removed;
+    WordDeletions m_deletions;
     QVariantList m_groups;
     QVariantList m_examples;
     qsizetype m_senseLimit = 0;

@@ -18,7 +18,8 @@ WordListModel::WordListModel(QObject *parent) : WordListModel(Services::current(
 
 WordListModel::WordListModel(StorageManager &storage, QObject *parent)
     : RowListModel(parent),
-      m_storage(storage) {
+      m_storage(storage),
+      m_deletions(storage) {
     connect(&m_storage, &StorageManager::wordsChanged, this, &WordListModel::reload);
     connect(&m_timer, &QTimer::timeout, this, &WordListModel::followClock);
     m_timer.start(std::chrono::seconds{30});
@@ -185,38 +186,30 @@ void WordListModel::findSelection() {
 QString WordListModel::deleteSelected() {
     QList<QUuid> ids;
     QUuid following;
-    QString word;
     for (const WordRow &row : rows()) {
         if (m_selected.contains(row.id)) {
             ids += row.id;
-            word = row.word->record.word;
             following = {};
         } else if (following.isNull()) {
             following = row.id;
         }
     }
-    const WordsRestored undo = m_storage.deleteWords(ids);
-    if (undo.records.isEmpty())
-        return {};
-    m_deletions += undo;
+    QString message = m_deletions.remove(ids);
+    if (message.isEmpty())
+        return message;
     if (following.isNull() && count() > 0)
         following = rows().last().id;
     m_anchor = following;
     setSelection(following.isNull() ? QSet<QUuid>() : QSet{following}, following);
-    return ids.size() == 1 ? QStringLiteral("已删除“%1”").arg(word)
-                           : QStringLiteral("已删除 %1 个单词").arg(ids.size());
+    return message;
 }
 
 void WordListModel::undoDeletion() {
-    if (m_deletions.isEmpty())
+    const QList<QUuid> restored = m_deletions.undo();
+    if (restored.isEmpty())
         return;
-    const WordsRestored undo = m_deletions.takeLast();
-    m_storage.restoreWords(undo);
-    QSet<QUuid> restored;
-    for (const WordRecord &record : undo.records)
-        restored += record.id;
-    m_anchor = undo.records.first().id;
-    setSelection(std::move(restored), m_anchor);
+    m_anchor = restored.first();
+    setSelection({restored.begin(), restored.end()}, m_anchor);
 }
 
 QString WordListModel::detail(const WordRecord &record) const {

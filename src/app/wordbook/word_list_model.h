@@ -1,8 +1,8 @@
 #pragma once
 
 #include "app/row_list_model.h"
+#include "app/wordbook/word_deletions.h"
 #include "app/wordbook/word_list.h"
-#include "storage/wordbook_change.h"
 
 #include <QDate>
 #include <QQmlEngine>
@@ -118,7 +118,7 @@ private:
     QUuid m_anchor; ///< where an extended selection starts
     int m_selectedCount = 0;
     int m_currentRow = -1;
-    QList<WordsRestored> m_deletions;
+    WordDeletions m_deletions;
 };
 
 } // namespace lexiquill

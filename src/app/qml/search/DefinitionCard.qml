@@ -34,9 +34,9 @@ Card {
     function remove(): void {
         note.finish();
         const word = record.headword;
-        const key = record.remove();
+        const message = record.remove();
         if (card.toast)
-            card.toast.show("已删除“" + word + "”", "撤销", () => record.restore(key));
+            card.toast.show(message, "撤销", () => record.undoRemoval());
         card.deleted(word);
     }
 

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "storage/wordbook_change.h"
+
+#include <QList>
+#include <QString>
+#include <QUuid>
+
+namespace lexiquill {
+
+class StorageManager;
+
+/// Deletes words at the user's wish and takes that back, the last deletion first.
+class WordDeletions {
+public:
+    /// `storage` must outlive the instance.
+    explicit WordDeletions(StorageManager &storage) : m_storage(storage) {}
+
+    /// Deletes the words that the ids name and returns a text that says so, e.g. "已删除“apple”" or
+    /// "已删除 3 个单词"; empty when there was none.
+    QString remove(const QList<QUuid> &ids);
+    /// Undoes the last deletion that has not been undone, and returns the ids of its records.
+    QList<QUuid> undo();
+
+private:
+    StorageManager &m_storage;
+    QList<WordsRestored> m_deletions;
+};
+
+} // namespace lexiquill
