@@ -10,8 +10,9 @@
 
 namespace lexiquill {
 
-/// A list of values that tells views exactly which rows change. A `Row` has an `id` and can be compared.
-template <typename Row> class RowListModel : public QAbstractListModel {
+/// A list of values that tells views exactly which rows change. A `Row` can be compared and has an identity,
+/// the member `id`.
+template <typename Row, auto id = &Row::id> class RowListModel : public QAbstractListModel {
 public:
     using QAbstractListModel::QAbstractListModel;
 
@@ -84,17 +85,17 @@ private:
     /// For each present row its place among `rows`, or -1 when it is gone or is to be moved: the rows left
     /// are a longest increasing subsequence.
     std::vector<qsizetype> keptTargets(const QList<Row> &rows) const {
-        using Id = std::decay_t<decltype(Row::id)>;
+        using Id = std::decay_t<decltype(std::declval<Row>().*id)>;
         QHash<Id, qsizetype> places;
         places.reserve(rows.size());
         for (qsizetype row = 0; row < rows.size(); ++row)
-            places.insert(rows.at(row).id, row);
+            places.insert(rows.at(row).*id, row);
         const auto count = static_cast<std::size_t>(m_rows.size());
         std::vector<qsizetype> targets(count, -1);
         std::vector<std::size_t> ends; // of the best subsequence of each length
         std::vector<std::size_t> previous(count, count);
         for (std::size_t row = 0; row < count; ++row) {
-            const qsizetype target = places.value(m_rows.at(static_cast<qsizetype>(row)).id, -1);
+            const qsizetype target = places.value(m_rows.at(static_cast<qsizetype>(row)).*id, -1);
             targets[row] = target;
             if (target < 0)
                 continue;

@@ -59,7 +59,7 @@ struct SlowServices : TestServices {
 
 QStringList offered(SearchSession &session) {
     QStringList words;
-    for (const Suggestion &each : session.suggestions()->suggestions())
+    for (const Suggestion &each : session.suggestions()->rows())
         words += each.word;
     return words;
 }
@@ -118,6 +118,22 @@ private Q_SLOTS:
         QCOMPARE(session.sourceText(), u"来源：有道在线词典"_s);
         session.lookUp(u"  "_s);
         QCOMPARE(session.state(), SearchSession::State::Found);
+    }
+
+    void theWordFoundMayGoAndComeBack() {
+        SlowServices services;
+        StorageManager &storage = services.storage();
+        SearchSession session(services);
+        session.lookUp(QStringLiteral("apple"));
+        services.source.decide();
+        const WordsRestored undo = storage.deleteWords({storage.words().constFirst().id});
+        QCOMPARE(session.state(), SearchSession::State::Suggesting);
+        QCOMPARE(session.text(), QStringLiteral("apple"));
+        session.lookUp(QStringLiteral("apple"));
+        services.source.decide();
+        storage.restoreWords(undo); // unites the records
+        QCOMPARE(session.state(), SearchSession::State::Found);
+        QCOMPARE(QUuid::fromString(session.wordId()), storage.words().constFirst().id);
     }
 
     void nearSpellingsAreOfferedForAnUnknownWord() {

@@ -54,7 +54,7 @@ SearchSession::SearchSession(Services &services, QObject *parent)
       m_offline(services.offlineDictionaries()),
       m_storage(services.storage()) {
     m_thread.setMaxThreadCount(1);
-    connect(&m_storage, &StorageManager::wordsChanged, this, &SearchSession::refreshSuggestions);
+    connect(&m_storage, &StorageManager::wordsChanged, this, &SearchSession::takeWords);
     suggestRecent();
 }
 
@@ -90,8 +90,6 @@ void SearchSession::lookUp(const QString &word) {
 }
 
 void SearchSession::forget() {
-    if (m_state != State::Found)
-        return;
     m_text.clear();
     Q_EMIT textChanged();
     setState(State::Suggesting);
@@ -106,7 +104,9 @@ QCoro::Task<> SearchSession::ask(QString word, CancellationToken cancellation) {
 
 void SearchSession::finish(const LookupResult &result) {
     if (result.entry) {
-        m_wordId = m_storage.addOrUpdateSearch(*result.entry).id.toString(QUuid::WithoutBraces);
+        const WordRecord record = m_storage.addOrUpdateSearch(*result.entry);
+        m_wordId = record.id.toString(QUuid::WithoutBraces);
+        m_headword = record.word;
         m_sourceText = QStringLiteral("来源：") + plainTitle(result.actualMode);
         setState(State::Found);
         return;
@@ -160,7 +160,7 @@ void SearchSession::suggest() {
         suggestions += suggestionOf(*record, Suggestion::Origin::Wordbook);
     // What the dictionaries said to the beginning still stands until they answer.
     QStringList earlier;
-    for (const Suggestion &each : m_suggestions.suggestions()) {
+    for (const Suggestion &each : m_suggestions.rows()) {
         if (each.origin == Suggestion::Origin::Dictionary && each.word.startsWith(typed, Qt::CaseInsensitive))
             earlier += each.word;
     }
@@ -191,9 +191,20 @@ void SearchSession::suggestRecent() {
 }
 
 /// The wordbook has changed, here or in another process.
-void SearchSession::refreshSuggestions() {
+void SearchSession::takeWords() {
     if (m_state == State::Suggesting)
+        return suggest();
+    if (m_state != State::Found)
+        return;
+    const qsizetype index = indexOfWord(m_storage.words(), QUuid::fromString(m_wordId), m_headword);
+    if (index < 0) {
+        setState(State::Suggesting);
         suggest();
+    } else if (const QString id = m_storage.words().at(index).id.toString(QUuid::WithoutBraces);
+               id != m_wordId) {
+        m_wordId = id;
+        Q_EMIT stateChanged();
+    }
 }
 
 /// Searches the dictionaries on a thread of their own and adds what is found, unless the user types on.
@@ -217,7 +228,7 @@ void SearchSession::inBackground(Search search, Suggestion::Origin origin) {
 
 /// Puts a source's words behind those of others, in place of what it has said before.
 void SearchSession::add(const QStringList &words, Suggestion::Origin origin) {
-    QList<Suggestion> suggestions = m_suggestions.suggestions();
+    QList<Suggestion> suggestions = m_suggestions.rows();
     suggestions.removeIf([origin](const Suggestion &each) { return each.origin == origin; });
     QSet<QString> known;
     for (const Suggestion &each : std::as_const(suggestions))

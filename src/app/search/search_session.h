@@ -72,7 +72,7 @@ private:
     void abandon();
     void suggest();
     void suggestRecent();
-    void refreshSuggestions();
+    void takeWords();
     void inBackground(Search search, Suggestion::Origin origin);
     void add(const QStringList &words, Suggestion::Origin origin);
 
@@ -83,6 +83,7 @@ private:
     State m_state = State::Suggesting;
     SuggestionModel m_suggestions;
     QString m_wordId;
+    QString m_headword;
     QString m_word;
     QString m_sourceText;
     QString m_missingText;

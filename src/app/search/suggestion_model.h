@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QAbstractListModel>
-#include <QList>
+#include "app/row_list_model.h"
+
 #include <QQmlEngine>
 #include <QString>
 
@@ -19,7 +19,7 @@ struct Suggestion {
 };
 
 /// The offered words, most likely first. Reports exactly the rows that change.
-class SuggestionModel : public QAbstractListModel {
+class SuggestionModel : public RowListModel<Suggestion, &Suggestion::word> {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("belongs to a search")
@@ -27,20 +27,15 @@ class SuggestionModel : public QAbstractListModel {
 public:
     enum Role { WordRole = Qt::UserRole, SummaryRole, SymbolRole };
 
-    using QAbstractListModel::QAbstractListModel;
+    using RowListModel::RowListModel;
 
-    const QList<Suggestion> &suggestions() const { return m_suggestions; }
-    void setSuggestions(const QList<Suggestion> &suggestions);
+    void setSuggestions(QList<Suggestion> suggestions) { setRows(std::move(suggestions)); }
 
     /// The word of a row; empty when there is no such row.
     Q_INVOKABLE QString wordAt(int row) const;
 
-    int rowCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
-
-private:
-    QList<Suggestion> m_suggestions;
 };
 
 } // namespace lexiquill

@@ -32,8 +32,11 @@ FocusScope {
     SearchSession {
         id: session
 
-        onTextChanged: if (field.text !== text)
-            field.text = text
+        onTextChanged: {
+            suggestionList.deselect();
+            if (field.text !== text)
+                field.text = text;
+        }
         onStateChanged: {
             scroll.contentY = 0;
             if (state === SearchSession.State.LookingUp)
@@ -64,22 +67,22 @@ FocusScope {
         onTextChanged: session.text = text
         Keys.onReturnPressed: screen.confirm()
         Keys.onEnterPressed: screen.confirm()
-        Keys.onDownPressed: if (suggestions.visible)
-            suggestions.move(1)
+        Keys.onDownPressed: if (suggestionList.visible)
+            suggestionList.move(1)
         else
             scroll.flick(0, -600)
-        Keys.onUpPressed: if (suggestions.visible)
-            suggestions.move(-1)
+        Keys.onUpPressed: if (suggestionList.visible)
+            suggestionList.move(-1)
         else
             scroll.flick(0, 600)
-        Keys.onEscapePressed: if (suggestions.currentIndex >= 0)
-            suggestions.currentIndex = -1
+        Keys.onEscapePressed: if (suggestionList.selected() !== "")
+            suggestionList.deselect()
         else
             clear()
     }
 
     function confirm(): void {
-        const chosen = suggestions.visible ? session.suggestions.wordAt(suggestions.currentIndex) : "";
+        const chosen = suggestionList.visible ? suggestionList.selected() : "";
         screen.lookUp(chosen !== "" ? chosen : field.text);
     }
 
@@ -149,13 +152,13 @@ FocusScope {
 
             x: 2 * Theme.unit + 12
             y: missing.visible ? missing.height + 2 * Theme.unit : 0
-            visible: suggestions.visible && suggestions.count > 0 && text !== ""
+            visible: suggestionList.visible && suggestionList.count > 0 && text !== ""
             role: ThemedText.Caption
             font.weight: Font.DemiBold
             text: missing.visible ? "你要找的是不是" : field.text.trim() === "" ? "最近查询" : ""
         }
         SuggestionList {
-            id: suggestions
+            id: suggestionList
 
             anchors.left: parent.left
             anchors.right: parent.right
@@ -165,13 +168,13 @@ FocusScope {
             anchors.leftMargin: 2 * Theme.unit
             anchors.rightMargin: 2 * Theme.unit
             visible: session.state === SearchSession.State.Suggesting || session.state === SearchSession.State.NotFound
-            model: session.suggestions
+            suggestions: session.suggestions
             onChosen: word => screen.lookUp(word)
         }
         ThemedText {
             anchors.horizontalCenter: parent.horizontalCenter
             y: Math.min(80, parent.height / 4)
-            visible: session.state === SearchSession.State.Suggesting && suggestions.count === 0
+            visible: session.state === SearchSession.State.Suggesting && suggestionList.count === 0
             text: field.text.trim() === "" ? "查过的单词会出现在这里" : "按回车键查询“" + field.text.trim() + "”"
             width: Math.min(implicitWidth, parent.width - 4 * Theme.unit)
             elide: Text.ElideMiddle

@@ -8,15 +8,32 @@ import Lexiquill
 ListView {
     id: list
 
+    required property SuggestionModel suggestions
+    /// The word that has been gone to; rows may come and go around it.
+    property string wanted: ""
+
     signal chosen(word: string)
+
+    /// The selected word, if it is still among the rows.
+    function selected(): string {
+        const word = list.suggestions.wordAt(list.currentIndex);
+        return word === list.wanted ? word : "";
+    }
 
     /// Moves the selection, also out of the list at its start.
     function move(rows: int): void {
-        const next = list.currentIndex + rows;
-        list.currentIndex = Math.max(-1, Math.min(next, list.count - 1));
+        const from = list.selected() === "" ? -1 : list.currentIndex;
+        list.currentIndex = Math.max(-1, Math.min(from + rows, list.count - 1));
+        list.wanted = list.suggestions.wordAt(list.currentIndex);
+    }
+
+    function deselect(): void {
+        list.currentIndex = -1;
+        list.wanted = "";
     }
 
     clip: true
+    model: suggestions
     currentIndex: -1
     reuseItems: true
     keyNavigationEnabled: false
@@ -27,8 +44,6 @@ ListView {
     Accessible.role: Accessible.List
     Accessible.name: "建议"
     T.ScrollBar.vertical: ThinScrollBar {}
-    // Rows come and go while the user types; what was chosen among the former ones is not meant any more.
-    onCountChanged: currentIndex = -1
 
     delegate: T.ItemDelegate {
         id: row
@@ -42,7 +57,7 @@ ListView {
         height: 36
         focusPolicy: Qt.NoFocus
         hoverEnabled: true
-        highlighted: ListView.isCurrentItem
+        highlighted: ListView.isCurrentItem && word === list.wanted
         text: word
         Accessible.role: Accessible.ListItem
         Accessible.name: summary === "" ? word : word + "，" + summary
