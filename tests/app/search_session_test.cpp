@@ -95,15 +95,15 @@ private Q_SLOTS:
     void typingOnAbandonsTheLookup() {
         SlowServices services;
         SearchSession session(services);
-        session.lookUp(u" concise "_s);
+        session.lookUp(QStringLiteral(" con\ncise "));
         QCOMPARE(session.state(), SearchSession::State::LookingUp);
-        QCOMPARE(session.text(), u"concise"_s);
-        session.setText(u"concis"_s);
+        QCOMPARE(session.text(), QStringLiteral("con cise"));
+        session.setText(QStringLiteral("concis"));
         QCOMPARE(session.state(), SearchSession::State::Suggesting);
         services.source.decide();
         QCOMPARE(session.state(), SearchSession::State::Suggesting);
         QVERIFY(services.storage().words().isEmpty());
-        QCOMPARE(services.source.asked, QStringList(u"concise"_s));
+        QCOMPARE(services.source.asked, QStringList(QStringLiteral("con cise")));
     }
 
     void theWordFoundIsRecorded() {

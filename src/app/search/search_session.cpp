@@ -75,18 +75,19 @@ void SearchSession::setText(const QString &text) {
 }
 
 void SearchSession::lookUp(const QString &word) {
-    const QString trimmed = word.trimmed();
-    if (trimmed.isEmpty())
+    // A phrase selected elsewhere may run over the end of a line.
+    const QString plain = word.simplified();
+    if (plain.isEmpty())
         return;
     abandon();
-    m_word = trimmed;
-    if (m_text != trimmed) {
-        m_text = trimmed;
+    m_word = plain;
+    if (m_text != plain) {
+        m_text = plain;
         Q_EMIT textChanged();
     }
     m_cancellation = std::make_unique<Cancellation>();
     setState(State::LookingUp);
-    ask(trimmed, m_cancellation->token());
+    ask(plain, m_cancellation->token());
 }
 
 void SearchSession::forget() {
