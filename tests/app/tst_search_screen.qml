@@ -16,6 +16,12 @@ TestCase {
         MainWindow {}
     }
 
+    Component {
+        id: noteEditor
+
+        NoteEditor {}
+    }
+
     function find(item, wanted) {
         if (wanted(item))
             return item;
@@ -81,6 +87,23 @@ TestCase {
         toast.action();
         compare(tests.card().exists, true);
         compare(tests.card().word, word);
+    }
+
+    function test_5_note_stays_with_its_word() {
+        const editor = noteEditor.createObject(window.contentItem);
+        const area = tests.find(editor, item => item.Accessible.name === "我的笔记");
+        area.forceActiveFocus();
+        tests.type("abc");
+        editor.stored = "xyz";
+        compare(area.text, "abc");
+        // Nobody takes it, as when the word has been deleted in the meantime.
+        editor.finish();
+        compare(area.text, "xyz");
+        // What came from outside has not been typed.
+        editor.stored = "";
+        compare(area.text, "");
+        compare(editor.isEdited, false);
+        editor.destroy();
     }
 
     function test_4_external_words_come_here() {

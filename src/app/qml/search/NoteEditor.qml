@@ -14,18 +14,28 @@ FocusScope {
 
     /// Hands over what has been typed.
     function finish(): void {
+        if (area.preeditText !== "")
+            Qt.inputMethod.commit();
         if (!editor.isEdited)
             return;
         editor.isEdited = false;
         editor.edited(area.text);
+        // A word that is gone has not taken it, and the next word must not get it.
+        editor.showStored();
+    }
+
+    function showStored(): void {
+        if (area.text !== editor.stored)
+            area.text = editor.stored;
+        editor.isEdited = false;
     }
 
     implicitHeight: Math.max(60, area.implicitHeight)
-    onStoredChanged: if (!isEdited && area.text !== stored)
-        area.text = stored
+    onStoredChanged: if (!isEdited)
+        showStored()
     onVisibleChanged: if (!visible)
         finish()
-    Component.onCompleted: area.text = stored
+    Component.onCompleted: showStored()
     Component.onDestruction: finish()
 
     T.TextArea {
