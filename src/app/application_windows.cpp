@@ -99,6 +99,8 @@ void ApplicationWindows::postFocusSearchInput() {
 }
 
 QObject *ApplicationWindows::keyWindowContent() const {
+    if (ContentView::shared().hasSheet())
+        return nullptr;
     QQuickWindow *const window = asWindow(QGuiApplication::focusWindow());
     return window != nullptr ? window->contentItem() : nullptr;
 }

@@ -1,6 +1,7 @@
 #include "app/content_view.h"
 
 #include "app/services.h"
+#include "hotkey/hot_key_manager.h"
 #include "lookup/system_dictionary_service.h"
 #include "storage/spotlight_manager.h"
 #include "storage/storage_manager.h"
@@ -86,6 +87,11 @@ void ContentView::setShowSpotlightAlert(bool isShown) {
         return;
     m_showSpotlightAlert = isShown;
     Q_EMIT showSpotlightAlertChanged();
+}
+
+bool ContentView::hasSheet() const {
+    return m_services.hotKeys().showSettingsSheet() || m_services.sync().showAccountSheet() ||
+           m_services.updater().showUpdateSheet() || m_showSpotlightAlert;
 }
 
 QString ContentView::serverBase() const {

@@ -46,6 +46,8 @@ public:
     const QString &spotlightAlertMessage() const { return m_spotlightAlertMessage; }
     bool showSpotlightAlert() const { return m_showSpotlightAlert; }
     void setShowSpotlightAlert(bool isShown);
+    /// Whether a sheet lies above the screens, which then leave the keyboard to it.
+    Q_INVOKABLE bool hasSheet() const;
     /// The server's base URL without a slash at the end.
     QString serverBase() const;
 

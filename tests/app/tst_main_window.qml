@@ -25,6 +25,15 @@ TestCase {
         window.destroy();
     }
 
+    function test_sheet_keeps_the_keyboard() {
+        window.requestActivate();
+        tryCompare(window, "active", true);
+        HotKeyManager.showSettingsSheet = true;
+        ContentView.postFocusSearchInput();
+        keyClick(Qt.Key_Escape);
+        compare(HotKeyManager.showSettingsSheet, false);
+    }
+
     function test_shortcuts_select_the_tabs_data() {
         return [
             {tag: "review", key: Qt.Key_2, tab: ContentView.TabItem.WeeklyReview},

@@ -9,7 +9,14 @@ FocusScope {
 
     function lookUp(word: string): void {
         session.lookUp(word);
-        field.forceActiveFocus();
+        screen.takeKeyboard();
+    }
+
+    function takeKeyboard(): void {
+        if (ContentView.hasSheet())
+            field.focus = true;
+        else
+            field.forceActiveFocus();
         field.selectAll();
     }
 
@@ -22,8 +29,7 @@ FocusScope {
         target: ContentView
 
         function onFocusSearchInput(): void {
-            field.forceActiveFocus();
-            field.selectAll();
+            screen.takeKeyboard();
         }
         function onPerformExternalLookup(word: string): void {
             screen.lookUp(word);
