@@ -94,7 +94,8 @@ public:
     /// go of the wordbook or when the one or the other could not be written.
     bool restoreBackup(const QList<WordRecord> &backup);
 
-    const QString &storageFile() const { return m_dependencies.storageFile; }
+    /// The file itself, not a link to it: what stands beside it and is replaced.
+    const QString &storageFile() const { return m_file.path(); }
     /// Whether a change is in memory only.
     bool hasUnsavedChanges() const { return !m_unsavedChanges.isEmpty(); }
 

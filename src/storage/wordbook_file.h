@@ -34,6 +34,8 @@ public:
     /// A symbolic link is followed once and for all, so that everything beside the file has one place.
     explicit WordbookFile(const QString &path);
 
+    /// What the link leads to, if the path was one.
+    const QString &path() const { return m_path; }
     bool exists() const;
     Content load(Instant now);
     /// Whether there is a file that is not the one last loaded or saved through this object.

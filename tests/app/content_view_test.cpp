@@ -4,6 +4,8 @@
 #include "storage/wordbook_watcher.h"
 #include "support/test.h"
 
+#include <QFile>
+
 using namespace lexiquill;
 
 class ContentViewTest : public QObject {
@@ -84,13 +86,18 @@ private Q_SLOTS:
 
     void wordsOfOtherProcessesAppear() {
         TestServices services("[]");
-        const WordbookWatcher watcher(services.storage(), services.storage().storageFile());
-        StorageManager other({.storageFile = services.storage().storageFile(),
+        const QString file = services.storage().storageFile();
+        const WordbookWatcher watcher(services.storage(), file);
+        const QTemporaryDir directory;
+        const QString link = directory.filePath(QStringLiteral("link.json"));
+        QVERIFY(QFile::link(file, link));
+        StorageManager other({.storageFile = link,
                               .defaults = services.defaults(),
                               .dictionary = services.offlineDictionaries(),
                               .spotlight = services.spotlight()});
         for (const QString &word : {u"apple"_s, u"banana"_s}) {
             other.addOrUpdateSearch({.headword = word, .posGroups = {}, .rawText = {}});
+            QCOMPARE(other.storageFile(), file); // where a watcher would look, too
             QTRY_COMPARE(services.storage().words().value(0).word, word);
         }
     }
