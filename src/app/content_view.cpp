@@ -17,6 +17,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 namespace lexiquill {
 
@@ -57,8 +58,9 @@ ContentView::ContentView(Services &services, QObject *parent) : QObject(parent),
     connect(&m_services.storage(), &StorageManager::wordsChanged, this, &ContentView::countDueWords);
     // Words become due as time goes by.
     m_dueTimer.setInterval(30s);
-    connect(&m_dueTimer, &QTimer::timeout, this, &ContentView::countDueWords);
+    connect(&m_dueTimer, &QTimer::timeout, this, &ContentView::followClock);
     m_dueTimer.start();
+    m_day = today();
     // The batch ends on a thread of the index's.
     connect(this, &ContentView::spotlightBatchEnded, this, &ContentView::finishSpotlight,
             Qt::QueuedConnection);
@@ -189,6 +191,17 @@ void ContentView::setExternalSelectedWord(const QString &word) {
         return;
     m_externalSelectedWord = word;
     Q_EMIT externalSelectedWordChanged();
+}
+
+std::optional<QDate> ContentView::today() const {
+    return m_services.storage().calendar().date(m_services.storage().now());
+}
+
+void ContentView::followClock() {
+    countDueWords();
+    // The plan, and whatever is told in days, is another one then.
+    if (std::exchange(m_day, today()) != m_day)
+        m_services.storage().refreshWeeklyPlan();
 }
 
 void ContentView::countDueWords() {

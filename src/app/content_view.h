@@ -2,10 +2,13 @@
 
 #include "lookup/dictionary_source_mode.h"
 
+#include <QDate>
 #include <QObject>
 #include <QQmlEngine>
 #include <QString>
 #include <QTimer>
+
+#include <optional>
 
 namespace lexiquill {
 
@@ -89,6 +92,8 @@ Q_SIGNALS:
 
 private:
     void setExternalSelectedWord(const QString &word);
+    std::optional<QDate> today() const;
+    void followClock();
     void countDueWords();
     void finishSpotlight(qsizetype count);
 
@@ -100,6 +105,7 @@ private:
     QString m_spotlightAlertMessage;
     bool m_showSpotlightAlert = false;
     QTimer m_dueTimer;
+    std::optional<QDate> m_day; ///< the one that the screens go by
 };
 
 } // namespace lexiquill

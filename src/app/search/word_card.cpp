@@ -29,7 +29,8 @@ WordCard::WordCard(StorageManager &storage, QObject *parent)
     : QObject(parent),
       m_storage(storage),
       m_deletions(storage) {
-    connect(&m_storage, &StorageManager::wordsChanged, this, &WordCard::refresh);
+    // The plan is made anew after every change, and when a day begins.
+    connect(&m_storage, &StorageManager::weeklyPlanChanged, this, &WordCard::refresh);
 }
 
 void WordCard::setWordId(const QString &wordId) {

@@ -11,7 +11,8 @@ namespace lexiquill {
 ReviewHistory::ReviewHistory(QObject *parent) : ReviewHistory(Services::current().storage(), parent) {}
 
 ReviewHistory::ReviewHistory(StorageManager &storage, QObject *parent) : QObject(parent), m_storage(storage) {
-    connect(&m_storage, &StorageManager::wordsChanged, this, &ReviewHistory::refresh);
+    // The plan is made anew after every change, and when a day begins.
+    connect(&m_storage, &StorageManager::weeklyPlanChanged, this, &ReviewHistory::refresh);
 }
 
 void ReviewHistory::setWordId(const QString &wordId) {
