@@ -28,6 +28,31 @@ xcb_atom_t atom(xcb_connection_t *connection, const char *name) {
     return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
 }
 
+xcb_window_t rootOf(xcb_connection_t *connection) {
+    return xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
+}
+
+/// Tells the desktop that the start is over which it shows as under way. The text comes in pieces.
+void endStartUp(xcb_connection_t *connection, quint32 window, QString startupId) {
+    startupId.replace(u'\\', QStringLiteral("\\\\")).replace(u'"', QStringLiteral("\\\""));
+    QByteArray message = QByteArrayLiteral("remove: ID=\"") + startupId.toUtf8() + QByteArrayLiteral("\"");
+    message += '\0';
+    xcb_client_message_event_t event{};
+    event.response_type = XCB_CLIENT_MESSAGE;
+    event.format = 8;
+    event.window = window;
+    event.type = atom(connection, "_NET_STARTUP_INFO_BEGIN");
+    constexpr qsizetype pieceSize = sizeof(event.data.data8);
+    for (qsizetype start = 0; start < message.size(); start += pieceSize) {
+        const QByteArray piece = message.mid(start, pieceSize).leftJustified(pieceSize, '\0');
+        std::memcpy(event.data.data8, piece.constData(), pieceSize);
+        xcb_send_event(connection, 0, rootOf(connection), XCB_EVENT_MASK_PROPERTY_CHANGE,
+                       reinterpret_cast<const char *>(&event));
+        event.type = atom(connection, "_NET_STARTUP_INFO");
+    }
+    xcb_flush(connection);
+}
+
 /// Asks the window manager in the name of the user: it may refuse a program of its own accord.
 void activateX11Window(xcb_connection_t *connection, quint32 window, quint32 timestamp) {
     xcb_client_message_event_t event{};
@@ -38,8 +63,7 @@ void activateX11Window(xcb_connection_t *connection, quint32 window, quint32 tim
     constexpr quint32 sourceUser = 2;
     event.data.data32[0] = sourceUser;
     event.data.data32[1] = timestamp;
-    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
-    xcb_send_event(connection, 0, root,
+    xcb_send_event(connection, 0, rootOf(connection),
                    XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
                    reinterpret_cast<const char *>(&event));
     xcb_flush(connection);
@@ -53,11 +77,16 @@ void bringForward(QWindow *window, const ActivationTokens &tokens, quint64 times
         qputenv("XDG_ACTIVATION_TOKEN", tokens.activationToken.toUtf8());
     window->raise();
     window->requestActivate();
-    if (auto *const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>())
-        activateX11Window(x11->connection(), static_cast<quint32>(window->winId()),
-                          timestamp != 0 ? static_cast<quint32>(timestamp) : timeOf(tokens.startupId));
-    else
+    auto *const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    if (x11 == nullptr) {
         qunsetenv("XDG_ACTIVATION_TOKEN");
+        return;
+    }
+    const auto id = static_cast<quint32>(window->winId());
+    activateX11Window(x11->connection(), id,
+                      timestamp != 0 ? static_cast<quint32>(timestamp) : timeOf(tokens.startupId));
+    if (!tokens.startupId.isEmpty())
+        endStartUp(x11->connection(), id, tokens.startupId);
 }
 
 } // namespace lexiquill
