@@ -34,6 +34,11 @@ TestCase {
         compare(HotKeyManager.showSettingsSheet, false);
     }
 
+    function test_update_check_tells_its_outcome() {
+        window.checkForUpdates();
+        tryVerify(() => window.contentItem.children.some(item => item instanceof Toast && item.visible && item.message !== ""), 20000);
+    }
+
     function test_shortcuts_select_the_tabs_data() {
         return [
             {tag: "review", key: Qt.Key_2, tab: ContentView.TabItem.WeeklyReview},

@@ -7,6 +7,21 @@ Window {
     id: window
 
     readonly property bool isNarrow: width < 720
+    /// The user waits for the outcome of an update check.
+    property bool awaitsUpdateCheck: false
+
+    function checkForUpdates(): void {
+        window.awaitsUpdateCheck = !UpdateManager.isChecking;
+        UpdateManager.checkForUpdates(true);
+    }
+
+    /// A newer release has a sheet of its own.
+    function tellOfUpdateCheck(): void {
+        window.awaitsUpdateCheck = false;
+        const message = UpdateManager.errorMessage || UpdateManager.statusMessage;
+        if (message && !UpdateManager.showUpdateSheet)
+            toast.show(message, "", null);
+    }
 
     title: "Lexiquill"
     width: 880
@@ -24,6 +39,7 @@ Window {
         anchors.top: parent.top
         anchors.bottom: parent.bottom
         isCollapsed: window.isNarrow
+        onUpdateCheckRequested: window.checkForUpdates()
     }
     Item {
         id: detail
@@ -51,6 +67,19 @@ Window {
         }
     }
 
+    Connections {
+        target: UpdateManager
+
+        // The message follows.
+        function onIsCheckingChanged(): void {
+            if (window.awaitsUpdateCheck && !UpdateManager.isChecking)
+                Qt.callLater(window.tellOfUpdateCheck);
+        }
+    }
+    Toast {
+        id: toast
+    }
+
     SheetLoader {
         sheet: "sheets/PreferencesSheet.qml"
         shown: HotKeyManager.showSettingsSheet
@@ -74,7 +103,7 @@ Window {
 
     Shortcut {
         sequence: "Ctrl+U"
-        onActivated: UpdateManager.checkForUpdates(true)
+        onActivated: window.checkForUpdates()
     }
     Shortcut {
         sequence: "Ctrl+,"

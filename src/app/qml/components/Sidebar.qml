@@ -10,6 +10,8 @@ Rectangle {
     /// Symbols only.
     property bool isCollapsed: false
 
+    signal updateCheckRequested
+
     width: isCollapsed ? 56 : 200
     color: Theme.sidebarGround
 
@@ -81,7 +83,7 @@ Rectangle {
             isBusy: UpdateManager.isChecking
             text: "检查更新..."
             help: "检查远程 OTA 升级 (" + ContentView.serverBase + ")"
-            onClicked: UpdateManager.checkForUpdates(true)
+            onClicked: sidebar.updateCheckRequested()
         }
         SidebarRow {
             width: parent.width
