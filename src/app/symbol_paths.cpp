@@ -29,6 +29,7 @@ const QHash<QString, QLatin1StringView> &symbols() {
         {u"sparkle.magnifyingglass"_s, "O 10.5 10.5 6.7 M 15.5 15.5 L 20.5 20.5 F M 10.5 6.6 Q 11 10 14.4 "
                                        "10.5 Q 11 11 10.5 14.4 Q 10 11 6.6 10.5 Q "
                                        "10 10 10.5 6.6 Z"_L1},
+        {u"line.3.horizontal"_s, "M 4 7 L 20 7 M 4 12 L 20 12 M 4 17 L 20 17"_L1},
         {u"magnifyingglass"_s, "O 10.5 10.5 6.5 M 15.4 15.4 L 20.5 20.5"_L1},
         {u"keyboard"_s, "R 2.5 6 19 12 2.5 M 8 15 L 16 15 F O 6.3 9.4 0.9 O 10.1 9.4 0.9 O 13.9 9.4 0.9 O "
                         "17.7 9.4 0.9 O 6.3 12.2 0.9 "

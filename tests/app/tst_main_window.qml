@@ -39,6 +39,15 @@ TestCase {
         tryVerify(() => window.contentItem.children.some(item => item instanceof Toast && item.visible && item.message !== ""), 20000);
     }
 
+    function test_menu_opens_the_preferences() {
+        window.requestActivate();
+        tryCompare(window, "active", true);
+        for (const key of [Qt.Key_F10, Qt.Key_Down, Qt.Key_Down, Qt.Key_Return])
+            keyClick(key);
+        tryCompare(HotKeyManager, "showSettingsSheet", true);
+        HotKeyManager.showSettingsSheet = false;
+    }
+
     function test_shortcuts_select_the_tabs_data() {
         return [
             {tag: "review", key: Qt.Key_2, tab: ContentView.TabItem.WeeklyReview},

@@ -40,6 +40,7 @@ Window {
         anchors.bottom: parent.bottom
         isCollapsed: window.isNarrow
         onUpdateCheckRequested: window.checkForUpdates()
+        onCloseRequested: window.close()
     }
     Item {
         id: detail
@@ -116,6 +117,10 @@ Window {
     Shortcut {
         sequence: "Ctrl+Q"
         onActivated: AppDelegate.terminate()
+    }
+    Shortcut {
+        sequence: "F10"
+        onActivated: sidebar.openMenu()
     }
     Shortcut {
         sequence: "Ctrl+1"

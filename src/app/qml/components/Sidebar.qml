@@ -11,6 +11,11 @@ Rectangle {
     property bool isCollapsed: false
 
     signal updateCheckRequested
+    signal closeRequested
+
+    function openMenu(): void {
+        menu.popup(menuRow, menuRow.width, menuRow.height - menu.implicitHeight);
+    }
 
     width: isCollapsed ? 56 : 200
     color: Theme.sidebarGround
@@ -94,5 +99,23 @@ Rectangle {
             isTall: !isCollapsed
             onClicked: HotKeyManager.showSettingsSheet = true
         }
+        SidebarRow {
+            id: menuRow
+
+            width: parent.width
+            isCollapsed: sidebar.isCollapsed
+            isQuiet: true
+            symbol: "line.3.horizontal"
+            text: "菜单"
+            Accessible.role: Accessible.ButtonMenu
+            onClicked: sidebar.openMenu()
+        }
+    }
+
+    ApplicationMenu {
+        id: menu
+
+        onUpdateCheckRequested: sidebar.updateCheckRequested()
+        onCloseRequested: sidebar.closeRequested()
     }
 }

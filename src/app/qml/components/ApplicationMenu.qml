@@ -1,0 +1,59 @@
+import QtQuick
+import QtQuick.Templates as T
+import Lexiquill
+
+/// The commands that concern the whole application. The window gives their keys the same effect.
+T.Menu {
+    id: menu
+
+    signal updateCheckRequested
+    signal closeRequested
+
+    width: 220
+    implicitHeight: contentHeight + 2 * padding
+    padding: 5
+    margins: Theme.unit
+    contentItem: ListView {
+        implicitHeight: contentHeight
+        model: menu.contentModel
+        currentIndex: menu.currentIndex
+        interactive: false
+    }
+    background: Rectangle {
+        radius: 10
+        color: Theme.sheet
+        border.width: 1
+        border.color: Theme.fieldBorder
+    }
+
+    MenuCommand {
+        text: "检查更新..."
+        keys: "Ctrl+U"
+        onTriggered: menu.updateCheckRequested()
+    }
+    T.MenuSeparator {
+        verticalPadding: 4
+        contentItem: Separator {}
+        implicitHeight: 9
+    }
+    MenuCommand {
+        text: "快捷键设置..."
+        keys: "Ctrl+,"
+        onTriggered: HotKeyManager.showSettingsSheet = true
+    }
+    T.MenuSeparator {
+        verticalPadding: 4
+        contentItem: Separator {}
+        implicitHeight: 9
+    }
+    MenuCommand {
+        text: "关闭窗口"
+        keys: "Ctrl+W"
+        onTriggered: menu.closeRequested()
+    }
+    MenuCommand {
+        text: "退出 Lexiquill"
+        keys: "Ctrl+Q"
+        onTriggered: AppDelegate.terminate()
+    }
+}

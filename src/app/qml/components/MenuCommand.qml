@@ -1,0 +1,43 @@
+import QtQuick
+import QtQuick.Templates as T
+import Lexiquill
+
+/// A command of a menu with the keys that give it, too.
+T.MenuItem {
+    id: control
+
+    property string keys: ""
+
+    implicitWidth: label.implicitWidth + keysText.implicitWidth + 48
+    implicitHeight: 30
+    Accessible.role: Accessible.MenuItem
+    Accessible.name: text
+    Accessible.description: keys
+
+    contentItem: Item {
+        ThemedText {
+            id: label
+
+            x: 10
+            anchors.verticalCenter: parent.verticalCenter
+            text: control.text
+            color: control.highlighted ? "#FFFFFF" : Theme.text
+            Accessible.ignored: true
+        }
+        ThemedText {
+            id: keysText
+
+            anchors.right: parent.right
+            anchors.rightMargin: 10
+            anchors.verticalCenter: parent.verticalCenter
+            role: ThemedText.Caption
+            text: control.keys
+            color: control.highlighted ? "#FFFFFF" : Theme.secondaryText
+            Accessible.ignored: true
+        }
+    }
+    background: Rectangle {
+        radius: 6
+        color: control.highlighted ? Theme.accent : "transparent"
+    }
+}
