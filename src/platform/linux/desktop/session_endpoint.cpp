@@ -86,8 +86,9 @@ void FreedesktopApplication::ActivateAction(const QString &name, const QVariantL
     QVariant parameter = parameters.value(0);
     if (parameter.canConvert<QDBusVariant>())
         parameter = parameter.value<QDBusVariant>().variant();
-    m_endpoint.m_requests.activateAction(bounded(name), bounded(parameter.toString()),
-                                         tokensOf(platformData));
+    // Only a text is one.
+    const QString text = parameter.typeId() == QMetaType::QString ? parameter.toString() : QString();
+    m_endpoint.m_requests.activateAction(bounded(name), bounded(text), tokensOf(platformData));
 }
 
 LookupService::LookupService(SessionEndpoint *endpoint)
