@@ -1,5 +1,6 @@
 #include "app/review/review_session.h"
 
+#include "app/search/definition_rows.h"
 #include "app/services.h"
 #include "app/wordbook/day_texts.h"
 #include "storage/storage_manager.h"
@@ -165,6 +166,10 @@ QStringList ReviewSession::forgottenWords() const {
             words += m_cards.at(answer.position).word;
     }
     return words;
+}
+
+QString ReviewSession::phonetic() const {
+    return shownPhonetic(m_record);
 }
 
 QString ReviewSession::status() const {

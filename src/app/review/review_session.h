@@ -62,7 +62,7 @@ public:
 
     // Of the word of the card; empty when there is none.
     QString word() const { return m_record.word; }
-    QString phonetic() const { return m_record.phonetic.value_or(QString()); }
+    QString phonetic() const;
     QString status() const;
     QString badge() const;
     /// When the review is due and how often the word has been searched.

@@ -1,5 +1,6 @@
 #include "app/review/weekly_plan_model.h"
 
+#include "app/search/definition_rows.h"
 #include "app/services.h"
 #include "app/wordbook/day_texts.h"
 #include "storage/storage_manager.h"
@@ -63,7 +64,7 @@ void WeeklyPlanModel::update() {
         for (const WordRecord &word : words) {
             rows += {.id = word.id,
                      .word = word.word,
-                     .phonetic = word.phonetic.value_or(QString()),
+                     .phonetic = shownPhonetic(word),
                      .summary = word.conciseSummary.isEmpty() ? word.rawDefinition : word.conciseSummary,
                      .status = word.memoryStatus,
                      .isMastered = word.isMastered,

@@ -65,6 +65,13 @@ QString shownAbbreviation(const PartOfSpeechGroup &group) {
 
 } // namespace
 
+QString shownPhonetic(const WordRecord &record) {
+    const QString text = record.phonetic.value_or(QString()).trimmed();
+    if (text.isEmpty() || QStringLiteral("/[(").contains(text.front()))
+        return text;
+    return u'/' + text + u'/';
+}
+
 QString emphasised(const QString &text, const QString &word) {
     return emphasised(text, wordPattern(word));
 }

@@ -1,11 +1,15 @@
 #pragma once
 
 #include "model/dictionary_entry.h"
+#include "model/word_record.h"
 
 #include <QString>
 #include <QVariantList>
 
 namespace lexiquill {
+
+/// The phonetic between slashes, unless the source has put it between marks of its own; empty without one.
+QString shownPhonetic(const WordRecord &record);
 
 /// The text as styled text in which the word, also with the usual endings, is bold.
 QString emphasised(const QString &text, const QString &word);

@@ -21,6 +21,11 @@ constexpr qsizetype firstSenses = 60;
 constexpr qsizetype furtherSenses = 200;
 constexpr qsizetype maxRawLength = 20'000;
 
+/// What there is of the definition without groups of senses.
+const QString &plainText(const WordRecord &record) {
+    return record.rawDefinition.isEmpty() ? record.conciseSummary : record.rawDefinition;
+}
+
 } // namespace
 
 WordCard::WordCard(QObject *parent) : WordCard(Services::current().storage(), parent) {}
@@ -71,10 +76,7 @@ QString WordCard::headword() const {
 }
 
 QString WordCard::phonetic() const {
-    const QString text = m_record ? m_record->phonetic.value_or(QString()).trimmed() : QString();
-    if (text.isEmpty() || QStringLiteral("/[(").contains(text.front()))
-        return text;
-    return u'/' + text + u'/';
+    return m_record ? shownPhonetic(*m_record) : QString();
 }
 
 int WordCard::hiddenSenses() const {
@@ -83,10 +85,7 @@ int WordCard::hiddenSenses() const {
 }
 
 QString WordCard::rawText() const {
-    if (!m_record || !m_groups.isEmpty())
-        return {};
-    return (m_record->rawDefinition.isEmpty() ? m_record->conciseSummary : m_record->rawDefinition)
-        .left(maxRawLength);
+    return m_record && m_groups.isEmpty() ? plainText(*m_record).left(maxRawLength) : QString();
 }
 
 QString WordCard::statusText() const {
@@ -133,8 +132,8 @@ void WordCard::saveNotes(const QString &notes) {
 void WordCard::copy() {
     if (!m_record)
         return;
-    QGuiApplication::clipboard()->setText(plainDefinition(m_record->word, phonetic(), m_record->posGroups,
-                                                          m_record->examples, m_record->rawDefinition));
+    QGuiApplication::clipboard()->setText(plainDefinition(
+        m_record->word, phonetic(), m_record->posGroups, m_record->examples, plainText(*m_record)));
 }
 
 QString WordCard::remove() {

@@ -39,7 +39,6 @@ public:
     void setWordId(const QString &wordId);
     bool exists() const { return m_record.has_value(); }
     QString headword() const;
-    /// Between slashes, unless the source has put it between marks of its own.
     QString phonetic() const;
     const QVariantList &groups() const { return m_groups; }
     int hiddenSenses() const;

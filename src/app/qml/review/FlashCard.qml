@@ -63,7 +63,7 @@ Rectangle {
                 width: content.availableWidth
                 visible: text !== ""
                 color: Theme.secondaryText
-                text: card.session.phonetic === "" ? "" : "/" + card.session.phonetic.replace(/^[\/\[]+|[\/\]]+$/g, "") + "/"
+                text: card.session.phonetic
                 font.pixelSize: 16
                 wrapMode: Text.Wrap
                 maximumLineCount: 2
