@@ -151,6 +151,17 @@ bool TestPortal::handleMessage(const QDBusMessage &message, const QDBusConnectio
 class PortalHotKeyTest : public QObject {
     Q_OBJECT
 
+    void registerHotKey(quint32 keyCode, quint32 modifiers) {
+        m_registrar->registerHotKey(keyCode, modifiers, [this](qint32 status) { m_statuses += status; });
+    }
+
+    const QString clientName = u"client"_s;
+    std::optional<Bus> m_bus;
+    std::optional<TestPortal> m_portal;
+    std::optional<PortalHotKeyRegistrar> m_registrar;
+    QList<HotKeyPress> m_presses;
+    QList<qint32> m_statuses;
+
 private Q_SLOTS:
     void init() {
         m_bus.emplace();
@@ -269,18 +280,6 @@ private Q_SLOTS:
                                   [this](qint32 status) { m_statuses += status; });
         QTRY_COMPARE(m_statuses, QList<qint32>{HotKeyStatus::ok});
     }
-
-private:
-    void registerHotKey(quint32 keyCode, quint32 modifiers) {
-        m_registrar->registerHotKey(keyCode, modifiers, [this](qint32 status) { m_statuses += status; });
-    }
-
-    const QString clientName = u"client"_s;
-    std::optional<Bus> m_bus;
-    std::optional<TestPortal> m_portal;
-    std::optional<PortalHotKeyRegistrar> m_registrar;
-    QList<HotKeyPress> m_presses;
-    QList<qint32> m_statuses;
 };
 
 } // namespace
