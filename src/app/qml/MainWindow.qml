@@ -74,8 +74,14 @@ Window {
         // The message follows.
         function onIsCheckingChanged(): void {
             if (window.awaitsUpdateCheck && !UpdateManager.isChecking)
-                Qt.callLater(window.tellOfUpdateCheck);
+                outcome.start();
         }
+    }
+    Timer {
+        id: outcome
+
+        interval: 0
+        onTriggered: window.tellOfUpdateCheck()
     }
     Toast {
         id: toast

@@ -15,7 +15,7 @@ FocusScope {
     /// Hands over what has been typed.
     function finish(): void {
         if (area.preeditText !== "")
-            Qt.inputMethod.commit();
+            (Qt.inputMethod as InputMethod).commit();
         if (!editor.isEdited)
             return;
         editor.isEdited = false;
