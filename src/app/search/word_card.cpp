@@ -132,8 +132,8 @@ void WordCard::saveNotes(const QString &notes) {
 void WordCard::copy() {
     if (!m_record)
         return;
-    QGuiApplication::clipboard()->setText(plainDefinition(
-        m_record->word, phonetic(), m_record->posGroups, m_record->examples, plainText(*m_record)));
+    QGuiApplication::clipboard()->setText(plainDefinition(m_record->word, phonetic(), m_record->posGroups,
+                                                          m_record->examples, plainText(*m_record)));
 }
 
 QString WordCard::remove() {
