@@ -4,8 +4,8 @@
 
 namespace lexiquill {
 
-/// An entry on one line: "headword/phonetic: pos{1 (context) meaning > example; 2 meaning} pos{...}". Without a
-/// phonetic there is no "/".
+/// An entry on one line: "headword/phonetic: pos{1 (context) meaning > example; 2 meaning} pos{...}". Without
+/// a phonetic there is no "/".
 inline QString described(const DictionaryEntry &entry) {
     QString text = entry.headword;
     if (entry.phonetic)
