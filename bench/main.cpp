@@ -15,6 +15,7 @@ int main(int argc, char **argv) {
     registerOnlineBenchmarks();
     const std::vector<std::string> indexOperations = registerIndexBenchmarks();
     const std::vector<std::string> headwordOperations = registerHeadwordBenchmarks();
+    const std::vector<std::string> screenOperations = registerScreenBenchmarks();
     registerProcessBenchmarks();
     MedianReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
@@ -40,6 +41,9 @@ int main(int argc, char **argv) {
     // Completions must be there before the next key; near spellings are awaited, but not for long.
     for (const std::string &operation : headwordOperations)
         limits.push_back({operation, operation.rfind("complete", 0) == 0 ? 0.020 : 0.330});
+    // What belongs to one screen must fit into a frame together.
+    for (const std::string &operation : screenOperations)
+        limits.push_back({operation, operation.rfind("key", 0) == 0 ? 0.005 : 0.008});
 
     reporter.printTimesPerRecord(operations, wordbookSizes);
     const bool areRatiosWithin = reporter.printComparisons(comparisons);

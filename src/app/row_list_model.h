@@ -24,16 +24,17 @@ public:
 protected:
     /// Makes `rows` the rows: what keeps its order stays, the rest is removed and inserted.
     void setRows(QList<Row> rows) {
-        const std::vector<qsizetype> targets = keptTargets(rows);
-        std::vector<bool> isKept(static_cast<std::size_t>(rows.size()), false);
+        const Span span = differing(rows);
+        const std::vector<qsizetype> targets = keptTargets(rows, span);
+        std::vector<bool> isKept(static_cast<std::size_t>(span.newEnd - span.first), false);
         for (const qsizetype target : targets) {
             if (target >= 0)
-                isKept[static_cast<std::size_t>(target)] = true;
+                isKept[static_cast<std::size_t>(target - span.first)] = true;
         }
-        const auto removed = ranges(m_rows.size(), [&](auto row) { return targets[row] < 0; });
-        const auto inserted = ranges(rows.size(), [&](auto row) { return !isKept[row]; });
+        const auto removed = ranges(span.first, span.oldEnd, [&](auto row) { return targets[row] < 0; });
+        const auto inserted = ranges(span.first, span.newEnd, [&](auto row) { return !isKept[row]; });
         if (removed.size() + inserted.size() > mostRanges) {
-            resetRows(std::move(rows));
+            replaceRows(rows);
             return;
         }
         for (auto range = removed.crbegin(); range != removed.crend(); ++range) {
@@ -41,14 +42,10 @@ protected:
             m_rows.remove(range->first, range->second - range->first);
             endRemoveRows();
         }
-        for (const auto &[from, to] : inserted) {
-            beginInsertRows({}, static_cast<int>(from), static_cast<int>(to) - 1);
-            m_rows.insert(from, to - from, Row());
-            std::copy(rows.cbegin() + from, rows.cbegin() + to, m_rows.begin() + from);
-            endInsertRows();
-        }
-        const auto changed = ranges(rows.size(), [&](auto row) {
-            const auto at = static_cast<qsizetype>(row);
+        for (const auto &[from, to] : inserted)
+            insert(rows, from, to);
+        const auto changed = ranges(span.first, span.newEnd, [&](auto row) {
+            const qsizetype at = span.first + static_cast<qsizetype>(row);
             return !(m_rows.at(at) == rows.at(at));
         });
         m_rows = std::move(rows);
@@ -56,23 +53,57 @@ protected:
             Q_EMIT dataChanged(index(static_cast<int>(from)), index(static_cast<int>(to) - 1));
     }
 
-    /// Makes `rows` the rows of a list that is shown from its beginning.
-    void resetRows(QList<Row> rows) {
-        beginResetModel();
-        m_rows = std::move(rows);
-        endResetModel();
+    /// Makes `rows` the rows of another list. Each takes the place of the one that was there, so that a view
+    /// shows other texts, which is quicker than making its items anew.
+    void replaceRows(const QList<Row> &rows) {
+        const qsizetype common = std::min(m_rows.size(), rows.size());
+        std::copy(rows.cbegin(), rows.cbegin() + common, m_rows.begin());
+        if (common > 0)
+            Q_EMIT dataChanged(index(0), index(static_cast<int>(common) - 1));
+        if (m_rows.size() > common) {
+            beginRemoveRows({}, static_cast<int>(common), static_cast<int>(m_rows.size()) - 1);
+            m_rows.resize(common);
+            endRemoveRows();
+        } else if (rows.size() > common) {
+            insert(rows, common, rows.size());
+        }
     }
 
 private:
     using Range = std::pair<qsizetype, qsizetype>; ///< first, and behind the last
 
-    /// More changes than this are cheaper to show anew.
-    static constexpr std::size_t mostRanges = 200;
+    /// Where the present rows and others differ, from `first` to before the two ends.
+    struct Span {
+        qsizetype first;
+        qsizetype oldEnd;
+        qsizetype newEnd;
+    };
 
-    template <typename Holds> static std::vector<Range> ranges(qsizetype count, Holds holds) {
+    /// More changes than this are cheaper to show anew.
+    static constexpr std::size_t mostRanges = 64;
+
+    Span differing(const QList<Row> &rows) const {
+        const auto heads = std::mismatch(m_rows.cbegin(), m_rows.cend(), rows.cbegin(), rows.cend());
+        const auto tails = std::mismatch(m_rows.crbegin(), std::make_reverse_iterator(heads.first),
+                                         rows.crbegin(), std::make_reverse_iterator(heads.second));
+        return {.first = heads.first - m_rows.cbegin(),
+                .oldEnd = tails.first.base() - m_rows.cbegin(),
+                .newEnd = tails.second.base() - rows.cbegin()};
+    }
+
+    void insert(const QList<Row> &rows, qsizetype from, qsizetype to) {
+        beginInsertRows({}, static_cast<int>(from), static_cast<int>(to) - 1);
+        m_rows.insert(from, to - from, Row());
+        std::copy(rows.cbegin() + from, rows.cbegin() + to, m_rows.begin() + from);
+        endInsertRows();
+    }
+
+    /// The runs of rows between `first` and `end` for which `holds`, which counts from `first`, is true.
+    template <typename Holds>
+    static std::vector<Range> ranges(qsizetype first, qsizetype end, Holds holds) {
         std::vector<Range> result;
-        for (qsizetype row = 0; row < count; ++row) {
-            if (!holds(static_cast<std::size_t>(row)))
+        for (qsizetype row = first; row < end; ++row) {
+            if (!holds(static_cast<std::size_t>(row - first)))
                 continue;
             if (!result.empty() && result.back().second == row)
                 ++result.back().second;
@@ -82,20 +113,21 @@ private:
         return result;
     }
 
-    /// For each present row its place among `rows`, or -1 when it is gone or is to be moved: the rows left
-    /// are a longest increasing subsequence.
-    std::vector<qsizetype> keptTargets(const QList<Row> &rows) const {
+    /// For each present row of the span its place among `rows`, or -1 when it is gone or is to be moved: the
+    /// rows left are a longest increasing subsequence.
+    std::vector<qsizetype> keptTargets(const QList<Row> &rows, const Span &span) const {
         using Id = std::decay_t<decltype(std::declval<Row>().*id)>;
         QHash<Id, qsizetype> places;
-        places.reserve(rows.size());
-        for (qsizetype row = 0; row < rows.size(); ++row)
+        places.reserve(span.newEnd - span.first);
+        for (qsizetype row = span.first; row < span.newEnd; ++row)
             places.insert(rows.at(row).*id, row);
-        const auto count = static_cast<std::size_t>(m_rows.size());
+        const auto count = static_cast<std::size_t>(span.oldEnd - span.first);
         std::vector<qsizetype> targets(count, -1);
         std::vector<std::size_t> ends; // of the best subsequence of each length
         std::vector<std::size_t> previous(count, count);
         for (std::size_t row = 0; row < count; ++row) {
-            const qsizetype target = places.value(m_rows.at(static_cast<qsizetype>(row)).*id, -1);
+            const Row &present = m_rows.at(span.first + static_cast<qsizetype>(row));
+            const qsizetype target = places.value(present.*id, -1);
             targets[row] = target;
             if (target < 0)
                 continue;

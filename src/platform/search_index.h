@@ -27,15 +27,17 @@ struct SearchItem {
 class SearchIndex {
 public:
     using Error = std::optional<QString>;
+    using ItemSource = std::function<QList<SearchItem>()>;
     using Completion = std::function<void(const Error &error)>;
 
     virtual ~SearchIndex() = default;
 
     virtual bool isIndexingAvailable() const { return false; }
 
-    /// Publishes all of the items or, on failure, none. The first ones count as the most recent.
-    virtual void indexItems(const QList<SearchItem> &items, const Completion &completion) {
-        Q_UNUSED(items)
+    /// Publishes all of the items or, on failure, none. The first ones count as the most recent. `makeItems`
+    /// is called on the index's thread, when it is its turn.
+    virtual void indexItems(const ItemSource &makeItems, const Completion &completion) {
+        Q_UNUSED(makeItems)
         Q_UNUSED(completion)
     }
     virtual void deleteItems(const QStringList &identifiers, const Completion &completion) {

@@ -52,12 +52,15 @@ void SpotlightManager::indexWordsBatch(const QList<WordRecord> &records, BatchCo
         completion(0);
         return;
     }
-    QList<SearchItem> items;
-    items.reserve(records.size());
-    for (const WordRecord &record : records)
-        items += item(record);
-    const qsizetype count = items.size();
-    m_index.indexItems(items, [count, completion = std::move(completion)](const SearchIndex::Error &error) {
+    const auto makeItems = [records] {
+        QList<SearchItem> items;
+        items.reserve(records.size());
+        for (const WordRecord &record : records)
+            items += item(record);
+        return items;
+    };
+    const qsizetype count = records.size();
+    m_index.indexItems(makeItems, [count, completion = std::move(completion)](const SearchIndex::Error &error) {
         if (error)
             printFailure(*error);
         completion(error ? 0 : count);

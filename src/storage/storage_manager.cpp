@@ -1,5 +1,6 @@
 #include "storage/storage_manager.h"
 
+#include "support/background_task.h"
 #include "support/text.h"
 
 #include <QDateTime>
@@ -65,18 +66,19 @@ void StorageManager::loadData() {
     if (content.state == WordbookFile::State::Unreadable) {
         seed();
     } else if (content.state == WordbookFile::State::Good) {
-        adopt(std::move(content.words));
+        adopt(content.words);
         Q_EMIT wordsChanged();
     }
 }
 
-/// Makes the words of the file the current ones, and makes again on them what has not been saved yet.
-void StorageManager::adopt(QList<WordRecord> words) {
+/// Makes the words of the file the current ones, and makes again on them what has not been saved yet. The
+/// former words take their place in the argument.
+void StorageManager::adopt(QList<WordRecord> &words) {
     // Deleted words may have been restored before the file was written, so the newest list counts.
     m_dependencies.defaults.refresh();
     const QSet<QString> deleted = deletedWords();
     removeDeleted(words, deleted);
-    m_words = std::move(words);
+    m_words.swap(words);
     const ChangeContext context{.calendar = m_dependencies.calendar(), .deletedWords = deleted};
     for (const WordbookChange &change : std::as_const(m_unsavedChanges))
         apply(m_words, change, context);
@@ -94,7 +96,7 @@ void StorageManager::seed() {
         // Another process may have seeded the wordbook in the meantime.
         auto content = m_file.load(m_dependencies.clock());
         if (content.state == WordbookFile::State::Good) {
-            adopt(std::move(content.words));
+            adopt(content.words);
         } else if (content.state == WordbookFile::State::Unreadable) {
             m_words = std::move(seeds);
             write();
@@ -122,13 +124,34 @@ bool StorageManager::catchUp() {
     auto content = m_file.load(m_dependencies.clock());
     // An unreadable file does not take the place of the words in memory.
     if (content.state == WordbookFile::State::Good)
-        adopt(std::move(content.words));
+        adopt(content.words);
     return content.state != WordbookFile::State::Unknown;
 }
 
-void StorageManager::reloadIfReplaced() {
-    if (!m_file.isReplaced() || !catchUp())
+void StorageManager::followFile() {
+    if (m_isReading || !m_file.isReplaced())
         return;
+    m_isReading = true;
+    const auto read = [path = m_file.path(), now = m_dependencies.clock(), known = m_words] {
+        return std::make_shared<WordbookFile::Reading>(WordbookFile::Reading::of(path, now, known));
+    };
+    runInBackground(this, read, [this, revision = m_file.revision()](const auto &reading) {
+        m_isReading = false;
+        if (reading->state != WordbookFile::State::Good)
+            return;
+        // A change that was made meanwhile has taken in this file or a newer one.
+        if (m_file.revision() == revision)
+            takeReading(*reading);
+        followFile();
+    });
+}
+
+/// The reading is newer than what is known of the file. It needs no lock, for nothing is written.
+void StorageManager::takeReading(WordbookFile::Reading &reading) {
+    m_file.take(reading);
+    m_weeklyPlan.reset(); // it shares the former list
+    adopt(reading.words);
+    discardInBackground(std::exchange(reading, {}));
     Q_EMIT wordsChanged();
     refreshWeeklyPlan();
 }
@@ -309,7 +332,8 @@ bool StorageManager::restoreBackup(const QList<WordRecord> &backup) {
         if (!held || !catchUp())
             return false;
         // What is in memory only must not be lost to the backup either.
-        write();
+        if (hasUnsavedChanges() || !m_file.exists() || m_file.isReplaced())
+            write();
         if (!hasUnsavedChanges()) {
             replaced = m_words;
             isRestored = replaceFile(backup);
@@ -317,6 +341,7 @@ bool StorageManager::restoreBackup(const QList<WordRecord> &backup) {
     }
     if (isRestored)
         publishRestored(replaced);
+    discardInBackground(std::move(replaced));
     Q_EMIT wordsChanged();
     refreshWeeklyPlan();
     return isRestored;
@@ -337,7 +362,7 @@ bool StorageManager::replaceFile(const QList<WordRecord> &backup) {
             setDeletedWords(deleted);
         return false;
     }
-    m_weeklyPlan.reset();
+    m_weeklyPlan.reset(); // or it would keep a copy of the whole list alive
     m_words = backup;
     return true;
 }

@@ -61,8 +61,9 @@ public:
     void setDeletedWords(const QSet<QString> &words);
 
     void loadData();
-    /// Takes in the file if another process has replaced it.
-    void reloadIfReplaced();
+    /// Takes in the file if another process has replaced it. It is read on another thread; the words change
+    /// after the call has returned, and not at all if a change made meanwhile has taken in the file.
+    void followFile();
     /// Waits for other processes at most `patience`.
     void saveData(std::chrono::milliseconds patience = usualPatience);
     void refreshWeeklyPlan();
@@ -109,7 +110,8 @@ Q_SIGNALS:
     void wordDeleted(const QString &word);
 
 private:
-    void adopt(QList<WordRecord> words);
+    void adopt(QList<WordRecord> &words);
+    void takeReading(WordbookFile::Reading &reading);
     void seed();
     std::unique_ptr<FileLock> lock(std::chrono::milliseconds patience);
     bool catchUp();
@@ -128,6 +130,7 @@ private:
     Instant m_planDate;
     QList<WordbookChange> m_unsavedChanges;
     bool m_hasWaitedInVain = false;
+    bool m_isReading = false; ///< on another thread
 };
 
 } // namespace lexiquill

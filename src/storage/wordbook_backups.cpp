@@ -61,11 +61,11 @@ void WordbookBackup::prune(const QString &directory) {
     }
 }
 
-std::optional<QList<WordRecord>> WordbookBackup::read(Instant now) const {
-    auto content = WordbookFile(path).load(now);
-    if (content.state != WordbookFile::State::Good)
+std::optional<QList<WordRecord>> WordbookBackup::read(Instant now, const QList<WordRecord> &known) const {
+    auto reading = WordbookFile::Reading::of(path, now, known);
+    if (reading.state != WordbookFile::State::Good)
         return std::nullopt;
-    return std::move(content.words);
+    return std::move(reading.words);
 }
 
 } // namespace lexiquill

@@ -31,8 +31,8 @@ struct WordbookBackup {
     static void prune(const QString &directory);
 
     /// The words; nothing when the file is gone or damaged, or when there is not enough memory for it. Takes
-    /// long for a large one.
-    std::optional<QList<WordRecord>> read(Instant now) const;
+    /// long for a large one. What is the same among `known` shares its memory, and is quickly restored.
+    std::optional<QList<WordRecord>> read(Instant now, const QList<WordRecord> &known = {}) const;
 };
 
 } // namespace lexiquill

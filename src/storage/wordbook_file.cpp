@@ -16,6 +16,18 @@ namespace {
 
 constexpr qsizetype parserPadding = 64;
 
+void share(QList<WordRecord> &words, const QList<WordRecord> &known) {
+    QHash<QUuid, qsizetype> positions;
+    positions.reserve(known.size());
+    for (qsizetype i = 0; i < known.size(); ++i)
+        positions.insert(known.at(i).id, i);
+    for (WordRecord &record : words) {
+        const qsizetype position = positions.value(record.id, -1);
+        if (position >= 0 && haveSameContent(known.at(position), record))
+            record = known.at(position);
+    }
+}
+
 } // namespace
 
 WordbookFile::WordbookFile(const QString &path) : m_path(resolvedFile(path)) {}
@@ -24,29 +36,47 @@ bool WordbookFile::exists() const {
     return QFileInfo::exists(m_path);
 }
 
-WordbookFile::Content WordbookFile::load(Instant now) {
-    m_current.reset();
-    m_texts = {};
+WordbookFile::Reading WordbookFile::Reading::of(const QString &path, Instant now,
+                                                const QList<WordRecord> &known) {
     FileSnapshot::Problem problem = FileSnapshot::Problem::None;
-    auto snapshot = FileSnapshot::open(m_path, &problem);
+    auto snapshot = FileSnapshot::open(path, &problem);
     if (!snapshot)
-        return {problem == FileSnapshot::Problem::Passing ? State::Unknown : State::Unreadable};
+        return {.state = problem == FileSnapshot::Problem::Passing ? State::Unknown : State::Unreadable};
     try {
         // The bytes, and the records, which take about four times as much.
-        expectAllocations(QFileInfo(m_path).size() * 5);
+        expectAllocations(QFileInfo(path).size() * 5);
         auto bytes = snapshot->readAll(parserPadding);
         if (!bytes)
-            return {State::Unknown};
+            return {.state = State::Unknown};
         QList<RecordText> texts;
         auto words = decodeWordRecords(std::move(*bytes), JsonForm::File, now, &texts);
         if (!words)
-            return {State::Unreadable};
-        m_current = std::move(snapshot);
-        m_texts = {*words, std::move(texts)};
-        return {State::Good, std::move(*words)};
+            return {.state = State::Unreadable};
+        share(*words, known);
+        return {.state = State::Good,
+                .words = *words,
+                .texts = {*words, std::move(texts)},
+                .snapshot = std::move(snapshot)};
     } catch (const std::bad_alloc &) {
-        return {State::Unknown};
+        return {.state = State::Unknown};
     }
+}
+
+WordbookFile::Content WordbookFile::load(Instant now) {
+    m_current.reset();
+    m_texts = {};
+    ++m_revision;
+    Reading reading = Reading::of(m_path, now);
+    Content content{.state = reading.state, .words = reading.words};
+    if (reading.state == State::Good)
+        take(reading);
+    return content;
+}
+
+void WordbookFile::take(Reading &reading) {
+    ++m_revision;
+    std::swap(m_current, reading.snapshot);
+    std::swap(m_texts, reading.texts);
 }
 
 bool WordbookFile::isReplaced() const {
@@ -100,6 +130,7 @@ bool WordbookFile::put(const QList<WordRecord> &words, const Keep &keep, bool mu
             QFile::remove(backup);
         return false;
     }
+    ++m_revision;
     m_current = FileSnapshot::open(m_path);
     m_texts = m_current ? RecordTexts(words, std::move(texts)) : RecordTexts();
     return true;

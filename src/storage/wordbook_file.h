@@ -31,6 +31,18 @@ public:
         QList<WordRecord> words = {};
     };
 
+    /// The file as it stood at one moment, with what knowing it takes. To be made on any thread.
+    struct Reading {
+        State state = State::Unreadable;
+        QList<WordRecord> words = {};
+        RecordTexts texts = {};
+        std::unique_ptr<FileSnapshot> snapshot = {};
+
+        /// A record that is the same as one of `known` shares its memory, and so is quickly seen to be the
+        /// same.
+        static Reading of(const QString &path, Instant now, const QList<WordRecord> &known = {});
+    };
+
     /// A symbolic link is followed once and for all, so that everything beside the file has one place.
     explicit WordbookFile(const QString &path);
 
@@ -38,6 +50,10 @@ public:
     const QString &path() const { return m_path; }
     bool exists() const;
     Content load(Instant now);
+    /// Makes a good reading the file that was loaded last, and puts what was kept of the former one into it.
+    void take(Reading &reading);
+    /// Counts what has been loaded, taken and saved: a reading begun at another count is outdated.
+    int revision() const { return m_revision; }
     /// Whether there is a file that is not the one last loaded or saved through this object.
     bool isReplaced() const;
     /// Takes the lock that changes are made under; null when it is not to be had within `patience`.
@@ -62,6 +78,7 @@ private:
     QString m_path;
     std::unique_ptr<FileSnapshot> m_current; ///< the last good file; null when there is none
     RecordTexts m_texts;                     ///< what that file holds
+    int m_revision = 0;
 };
 
 } // namespace lexiquill

@@ -16,7 +16,7 @@ WordbookWatcher::WordbookWatcher(StorageManager &storage, const QString &storage
       m_storage(storage) {
     m_pause.setSingleShot(true);
     m_pause.setInterval(100ms);
-    connect(&m_pause, &QTimer::timeout, this, [this] { m_storage.reloadIfReplaced(); });
+    connect(&m_pause, &QTimer::timeout, this, [this] { m_storage.followFile(); });
     connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, [this] {
         // Not put off by further changes, which may never end.
         if (!m_pause.isActive())

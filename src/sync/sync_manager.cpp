@@ -1,5 +1,6 @@
 #include "sync/sync_manager.h"
 
+#include "support/background_task.h"
 #include "support/secret.h"
 #include "sync/sync_messages.h"
 
@@ -14,6 +15,7 @@ const QString SyncManager::tokenDefaultsKey = QStringLiteral("lexiquill_token");
 namespace {
 
 constexpr qint64 longestAnswer = qint64{64} << 20;
+constexpr int mostDeletionsAtOnce = 4;
 
 /// Overwrites a text when it goes out of scope.
 class WipedAtEnd {
@@ -34,6 +36,22 @@ void complete(const SyncManager::Completion &completion, bool isSuccess,
 
 } // namespace
 
+/// A reply and what it says, read on another thread: a large wordbook takes longer than a frame may.
+struct SyncManager::Response {
+    HttpReply reply;
+    std::optional<ServerAnswer> answer;
+    std::optional<QList<WordRecord>> words;
+
+    static ResponsePointer of(const HttpReply &reply, Instant now) {
+        auto response = std::make_shared<Response>(Response{reply, {}, {}});
+        if (!reply.error)
+            response->answer = decodeServerAnswer(reply.body);
+        if (response->answer && response->answer->isSuccess)
+            response->words = decodeCloudWords(*response->answer, now);
+        return response;
+    }
+};
+
 SyncManager::SyncManager(Dependencies dependencies, QObject *parent)
     : QObject(parent),
       m_dependencies(std::move(dependencies)),
@@ -44,28 +62,30 @@ void SyncManager::registerUser(const QString &username, const QString &password,
     const auto url = endpoint("/auth/register");
     if (!url)
         return;
-    post(*url, encodeCredentials(username, password, m_dependencies.storage.words()),
-         [this, username, completion](const HttpReply &reply) {
-             if (!enterAccount(reply, username, QStringLiteral("注册失败"), completion))
-                 return;
-             setSyncStatusMessage(QStringLiteral("注册并同步完成"));
-             complete(completion, true);
-         });
+    const auto encode = [username, password, words = m_dependencies.storage.words()] {
+        return encodeCredentials(username, password, words);
+    };
+    post(*url, encode, [this, username, completion](const ResponsePointer &response) {
+        if (!enterAccount(*response, username, QStringLiteral("注册失败"), completion))
+            return;
+        setSyncStatusMessage(QStringLiteral("注册并同步完成"));
+        complete(completion, true);
+    });
 }
 
 void SyncManager::login(const QString &username, const QString &password, const Completion &completion) {
     const auto url = endpoint("/auth/login");
     if (!url)
         return;
-    post(*url, encodeCredentials(username, password, m_dependencies.storage.words()),
-         [this, username, completion](const HttpReply &reply) {
-             const auto answer = enterAccount(reply, username, QStringLiteral("登录失败"), completion);
-             if (!answer)
-                 return;
-             if (const auto words = decodeCloudWords(*answer, m_dependencies.clock()))
-                 m_dependencies.storage.mergeCloudWords(*words);
-             complete(completion, true);
-         });
+    const auto encode = [username, password, words = m_dependencies.storage.words()] {
+        return encodeCredentials(username, password, words);
+    };
+    post(*url, encode, [this, username, completion](const ResponsePointer &response) {
+        if (!enterAccount(*response, username, QStringLiteral("登录失败"), completion))
+            return;
+        merge(response);
+        complete(completion, true);
+    });
 }
 
 void SyncManager::logout() {
@@ -83,14 +103,31 @@ void SyncManager::syncWithCloud() {
     // What other processes have deleted must go out, too.
     m_dependencies.defaults.refresh();
     const StorageManager &storage = m_dependencies.storage;
-    post(*url, encodeSync(m_currentUser, storage.words(), storage.deletedWords()),
-         [this](const HttpReply &reply) { finishSync(reply); });
+    const auto encode = [user = m_currentUser, words = storage.words(), deleted = storage.deletedWords()] {
+        return encodeSync(user, words, deleted);
+    };
+    post(*url, encode, [this](const ResponsePointer &response) { finishSync(response); });
 }
 
 void SyncManager::syncDeletionToCloud(const QString &word) {
     const auto url = endpoint("/sync/delete");
-    if (isLoggedIn() && url)
-        post(*url, encodeDeletion(m_currentUser, word), nullptr);
+    if (!isLoggedIn() || !url)
+        return;
+    m_deletions.enqueue(encodeDeletion(m_currentUser, word));
+    if (m_deletionsUnderWay < mostDeletionsAtOnce)
+        tellDeletions(*url);
+}
+
+/// Sends one request after the other until none is left.
+QCoro::Task<> SyncManager::tellDeletions(QUrl url) {
+    const CancellationToken cancellation = m_destruction.token();
+    ++m_deletionsUnderWay;
+    while (!m_deletions.isEmpty()) {
+        co_await m_dependencies.http.send(request(url, m_deletions.dequeue()));
+        if (cancellation.isCancelled())
+            co_return;
+    }
+    --m_deletionsUnderWay;
 }
 
 /// Nothing when the base and the path make no URL.
@@ -99,69 +136,78 @@ std::optional<QUrl> SyncManager::endpoint(const char *path) const {
     return url.isValid() ? std::optional(url) : std::nullopt;
 }
 
-void SyncManager::post(const QUrl &url, const QByteArray &body, const ReplyHandler &handle) {
-    send({.method = HttpRequest::Method::Post,
-          .url = url,
-          .headers = {{"Content-Type", "application/json"}},
-          .body = body,
-          .idleLimit = m_dependencies.idleLimit,
-          .totalLimit = m_dependencies.totalLimit,
-          .bodyLimit = longestAnswer,
-          .staysAtOrigin = true,
-          .cancellation = m_destruction.token()},
-         handle);
+HttpRequest SyncManager::request(const QUrl &url, const QByteArray &body) const {
+    return {.method = HttpRequest::Method::Post,
+            .url = url,
+            .headers = {{"Content-Type", "application/json"}},
+            .body = body,
+            .idleLimit = m_dependencies.idleLimit,
+            .totalLimit = m_dependencies.totalLimit,
+            .bodyLimit = longestAnswer,
+            .staysAtOrigin = true,
+            .cancellation = m_destruction.token()};
+}
+
+/// Makes the body on another thread and sends it.
+void SyncManager::post(const QUrl &url, const std::function<QByteArray()> &encode, const Handler &handle) {
+    runInBackground(this, encode,
+                    [this, url, handle](const QByteArray &body) { send(request(url, body), handle); });
 }
 
 /// Sends a request and overwrites its body. The reply is handled in a turn of its own of the event loop, and
 /// not at all when the manager is gone by then.
-QCoro::Task<> SyncManager::send(HttpRequest request, ReplyHandler handle) {
+QCoro::Task<> SyncManager::send(HttpRequest request, Handler handle) {
     const WipedAtEnd wiped(request.body);
     const HttpReply reply = co_await m_dependencies.http.send(request);
-    if (request.cancellation.isCancelled() || !handle)
+    if (request.cancellation.isCancelled())
         co_return;
-    const auto handleReply = [handle, reply] {
-        handle(reply);
+    const auto read = [reply, now = m_dependencies.clock()] {
+        return Response::of(reply, now);
     };
-    QMetaObject::invokeMethod(this, handleReply, Qt::QueuedConnection);
+    runInBackground(this, read, handle);
 }
 
 /// Enters the state of being logged in if the server says so; else completes with its message or another.
-std::optional<ServerAnswer> SyncManager::enterAccount(const HttpReply &reply, const QString &username,
-                                                      const QString &failureMessage,
-                                                      const Completion &completion) {
-    auto answer = reply.error ? std::nullopt : decodeServerAnswer(reply.body);
+bool SyncManager::enterAccount(const Response &response, const QString &username,
+                               const QString &failureMessage, const Completion &completion) {
+    const auto &[reply, answer, words] = response;
     if (!answer) {
         complete(completion, false, reply.error.value_or(QStringLiteral("服务器响应异常")));
-        return std::nullopt;
+        return false;
     }
     if (!answer->isSuccess) {
         complete(completion, false, answer->message.value_or(failureMessage));
-        return std::nullopt;
+        return false;
     }
     setCurrentUser(username.isNull() ? QStringLiteral("") : username);
     m_dependencies.defaults.set(userDefaultsKey, m_currentUser);
     if (answer->token)
         m_dependencies.defaults.set(tokenDefaultsKey, *answer->token);
     setLastSyncTimeToNow();
-    return answer;
+    return true;
 }
 
-void SyncManager::finishSync(const HttpReply &reply) {
+void SyncManager::finishSync(const ResponsePointer &response) {
+    const auto &[reply, answer, words] = *response;
     setIsSyncing(false);
     if (reply.error)
         return setSyncStatusMessage(QStringLiteral("同步失败: ") + *reply.error);
-    const auto answer = decodeServerAnswer(reply.body);
     if (!answer)
         return setSyncStatusMessage(QStringLiteral("同步响应异常"));
     if (!answer->isSuccess)
         return setSyncStatusMessage(answer->message.value_or(QStringLiteral("同步失败")));
     setLastSyncTimeToNow();
-    const auto words = decodeCloudWords(*answer, m_dependencies.clock());
     if (!words)
         return setSyncStatusMessage(QStringLiteral("同步完成"));
-    m_dependencies.storage.mergeCloudWords(*words);
+    merge(response);
     setSyncStatusMessage(
         QStringLiteral("双向同步完成 (共 %1 词)").arg(m_dependencies.storage.words().size()));
+}
+
+void SyncManager::merge(const ResponsePointer &response) {
+    if (response->words)
+        m_dependencies.storage.mergeCloudWords(*response->words);
+    discardInBackground(std::exchange(response->words, {}));
 }
 
 void SyncManager::setShowAccountSheet(bool isShown) {

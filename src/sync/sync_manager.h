@@ -9,16 +9,16 @@
 #include <QCoroTask>
 #include <QDateTime>
 #include <QObject>
+#include <QQueue>
 #include <QString>
 #include <QUrl>
 
 #include <chrono>
 #include <functional>
+#include <memory>
 #include <optional>
 
 namespace lexiquill {
-
-struct ServerAnswer;
 
 /// The client of the program's own account server: registers and logs in, and keeps the wordbook the same
 /// here and there. Outcomes are told through the properties, or through a completion; both change only after
@@ -76,7 +76,8 @@ public:
     Q_INVOKABLE void logout();
     /// Sends the whole wordbook and takes in the server's. Does nothing when nobody is logged in.
     Q_INVOKABLE void syncWithCloud();
-    /// Tells the server of a deletion; whatever it answers. Does nothing when nobody is logged in.
+    /// Tells the server of a deletion; whatever it answers. Does nothing when nobody is logged in. Of many
+    /// deletions, a few are told at a time, in order.
     void syncDeletionToCloud(const QString &word);
 
     static const QString userDefaultsKey;  ///< "lexiquill_logged_user"
@@ -90,14 +91,19 @@ Q_SIGNALS:
     void showAccountSheetChanged();
 
 private:
-    using ReplyHandler = std::function<void(const HttpReply &)>;
+    struct Response;
+    using ResponsePointer = std::shared_ptr<Response>;
+    using Handler = std::function<void(const ResponsePointer &)>;
 
     std::optional<QUrl> endpoint(const char *path) const;
-    void post(const QUrl &url, const QByteArray &body, const ReplyHandler &handle);
-    QCoro::Task<> send(HttpRequest request, ReplyHandler handle);
-    std::optional<ServerAnswer> enterAccount(const HttpReply &reply, const QString &username,
-                                             const QString &failureMessage, const Completion &completion);
-    void finishSync(const HttpReply &reply);
+    HttpRequest request(const QUrl &url, const QByteArray &body) const;
+    void post(const QUrl &url, const std::function<QByteArray()> &encode, const Handler &handle);
+    QCoro::Task<> send(HttpRequest request, Handler handle);
+    QCoro::Task<> tellDeletions(QUrl url);
+    bool enterAccount(const Response &response, const QString &username, const QString &failureMessage,
+                      const Completion &completion);
+    void finishSync(const ResponsePointer &response);
+    void merge(const ResponsePointer &response);
     void setIsSyncing(bool isSyncing);
     void setLastSyncTimeToNow();
     void setCurrentUser(const QString &user);
@@ -109,6 +115,8 @@ private:
     QDateTime m_lastSyncTime;
     QString m_syncStatusMessage;
     bool m_showAccountSheet = false;
+    QQueue<QByteArray> m_deletions; ///< bodies of requests that are still to be sent
+    int m_deletionsUnderWay = 0;
     Cancellation m_destruction;
 };
 

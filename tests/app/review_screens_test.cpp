@@ -206,14 +206,19 @@ private Q_SLOTS:
         QCOMPARE(review.suggestedFile().fileName(), u"2025年第11周单词复习清单.md"_s);
 
         const QString file = wordbook.file(u"清单.md"_s);
-        QCOMPARE(review.exportTo(QUrl::fromLocalFile(file)), QString());
+        QSignalSpy exported(&review, &WeeklyReview::exported);
+        const auto exportTo = [&](const QUrl &place) {
+            review.exportTo(place);
+            return exported.wait() ? exported.takeFirst().at(1).toString() : u"nothing"_s;
+        };
+        QCOMPARE(exportTo(QUrl::fromLocalFile(file)), QString());
         QCOMPARE(readFile(file),
                  WeeklyReviewScheduler::shared()
                      .exportMarkdown(*wordbook.store().weeklyPlan(), wordbook.store().calendar())
                      .toUtf8());
         for (const QString &place :
              {u"file:///nowhere/at/all.md"_s, u"https://example.org/a.md"_s, u"file:///"_s})
-            QVERIFY2(review.exportTo(QUrl(place)).startsWith(u"导出失败："_s), qPrintable(place));
+            QVERIFY2(exportTo(QUrl(place)).startsWith(u"导出失败："_s), qPrintable(place));
     }
 };
 

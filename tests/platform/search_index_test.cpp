@@ -272,9 +272,9 @@ private Q_SLOTS:
                     events += QString::fromLatin1(name) + error.value_or(QString());
                 };
             };
-            index.indexItems(sampleItems(), noteAs("items"));
+            index.indexItems(sampleItems, noteAs("items"));
             index.deleteItems({u"word:apple"_s}, noteAs("delete"));
-            index.indexItems({item(u"plum"_s)}, {});
+            index.indexItems([] { return QList{item(u"plum"_s)}; }, {});
             index.finish();
             QCOMPARE(events, QStringList({u"items"_s, u"delete"_s}));
             QCOMPARE(found(*file.open(), {u"plum"_s}), u"plum"_s);

@@ -9,10 +9,10 @@ namespace {
 class FakeIndex final : public SearchIndex {
 public:
     bool isIndexingAvailable() const override { return isAvailable; }
-    void indexItems(const QList<SearchItem> &newItems, const Completion &completion) override {
+    void indexItems(const ItemSource &makeItems, const Completion &completion) override {
         ++submissions;
         if (!error)
-            items += newItems;
+            items += makeItems();
         completion(error);
     }
     void deleteItems(const QStringList &identifiers, const Completion &) override { deleted += identifiers; }

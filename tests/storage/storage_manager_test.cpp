@@ -2,7 +2,10 @@
 #include "platform/file_lock.h"
 #include "storage/storage_manager.h"
 #include "storage/wordbook_backups.h"
+#include "storage/wordbook_watcher.h"
 #include "support/test.h"
+
+#include <QThreadPool>
 
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -28,7 +31,8 @@ public:
 class RecordingIndex final : public SearchIndex {
 public:
     bool isIndexingAvailable() const override { return true; }
-    void indexItems(const QList<SearchItem> &items, const Completion &) override {
+    void indexItems(const ItemSource &makeItems, const Completion &) override {
+        const QList<SearchItem> items = makeItems();
         for (const SearchItem &item : items)
             calls += " +" + item.title.toUtf8();
     }
@@ -378,6 +382,83 @@ private Q_SLOTS:
         place.elsewhere([](StorageManager &store) { store.addOrUpdateSearch(entryFor(apple)); });
         here->addOrUpdateSearch(entryFor(plum));
         QCOMPARE(names(place.saved()), "plum apple pear");
+    }
+
+    void followedFiles() {
+        Place place;
+        place.setWords({apple});
+        const auto store = place.open();
+        const QSignalSpy changes(store.get(), &StorageManager::wordsChanged);
+        const auto settle = [] {
+            QThreadPool::globalInstance()->waitForDone();
+            QTest::qWait(0);
+        };
+        place.elsewhere([](StorageManager &other) { other.addOrUpdateSearch(entryFor(pear)); });
+        store->followFile();
+        QCOMPARE(names(store->words()), "apple");
+        settle();
+        QCOMPARE(names(store->words()), "pear apple");
+        QCOMPARE(changes.size(), 1);
+
+        // What has been read in the meantime is older than what a change was made on.
+        place.elsewhere([](StorageManager &other) { other.deleteWord(pear); });
+        store->followFile();
+        QThreadPool::globalInstance()->waitForDone();
+        store->setUserNotes(store->words().at(1).id, plum);
+        store->addOrUpdateSearch(entryFor(plum));
+        settle();
+        QCOMPARE(names(store->words()), "plum apple");
+        QCOMPARE(store->words().at(1).userNotes, plum);
+        QCOMPARE(place.saved().at(1).userNotes, plum);
+
+        // What could not be saved is made again on what has been read.
+        place.elsewhere([](StorageManager &other) { other.deleteWord(plum); });
+        store->followFile();
+        const auto lock = FileLock::acquire(place.wordbook() + QStringLiteral(".lock"), {});
+        store->saveData(std::chrono::milliseconds{0}); // after this one, nothing waits for the lock
+        store->addOrUpdateSearch(entryFor(pear));
+        QCOMPARE(names(store->words()), "pear plum apple");
+        settle();
+        QCOMPARE(names(store->words()), "pear apple");
+        QVERIFY(store->hasUnsavedChanges());
+    }
+
+    /// One process searches while another one follows it, with changes of its own.
+    void followedFilesBetweenChanges() {
+        constexpr int count = 40;
+        Place place;
+        QStringList many;
+        for (int i = 0; i < 1000; ++i)
+            many += u"old%1"_s.arg(i);
+        place.setWords(many);
+        const auto store = place.open();
+        const WordbookWatcher watcher(*store, place.wordbook());
+        const pid_t child = ::fork();
+        if (child == 0) {
+            UserDefaults settings(place.path("Lexiquill.conf"));
+            const auto other = place.open(settings);
+            for (int i = 0; i < count; ++i)
+                other->addOrUpdateSearch(entryFor(u"theirs%1"_s.arg(i)));
+            ::_exit(0);
+        }
+        const auto noteOf = [](int i) {
+            return QString::number(i);
+        };
+        for (int i = 0; i < count; ++i) {
+            QTest::qWait(i % 3 * 10);
+            store->addOrUpdateSearch(entryFor(u"mine%1"_s.arg(i)));
+            QTest::qWait(i % 4 * 5);
+            const qsizetype old = indexOfWord(store->words(), u"old%1"_s.arg(i));
+            store->setUserNotes(store->words().at(old).id, noteOf(i));
+        }
+        QCOMPARE(::waitpid(child, nullptr, 0), child);
+        QTRY_COMPARE(store->words().size(), 1000 + 2 * count);
+        QCOMPARE(names(store->words()), names(place.saved()));
+        for (int i = 0; i < count; ++i) {
+            const qsizetype old = indexOfWord(store->words(), u"old%1"_s.arg(i));
+            QCOMPARE(store->words().at(old).userNotes, noteOf(i));
+            QCOMPARE(place.saved().at(old).userNotes, noteOf(i));
+        }
     }
 
     void backups() {

@@ -323,6 +323,25 @@ private Q_SLOTS:
         QCOMPARE(party.takeNews(), u"syncing"_s);
     }
 
+    void manyDeletionsTakeTurns() {
+        HttpServer server(ServedAnswer{.manner = Manner::Silent});
+        Party party(server.base(), "[]", true);
+        QList<QByteArray> told;
+        for (int i = 0; i < 100; ++i) {
+            party.sync->syncDeletionToCloud(QString::number(i));
+            told += "{\"username\":\"Ann\",\"word\":\"" + QByteArray::number(i) + "\"}";
+        }
+        // Those that wait are of the user who was logged in.
+        party.sync->logout();
+        QTRY_COMPARE(server.requests().size(), 4);
+        QTest::qWait(200);
+        QCOMPARE(server.requests().size(), 4);
+        server.setHandler([](const ServedRequest &) { return ServedAnswer{}; });
+        QTRY_COMPARE(server.requests().size(), told.size());
+        for (const ServedRequest &request : server.requests())
+            QVERIFY(told.removeOne(request.body));
+    }
+
     void secretsAreWiped() {
         const QByteArray body = encodeCredentials(ann, password, {});
         const QByteArrayList shared{body};

@@ -2,6 +2,7 @@
 
 #include "app/services.h"
 #include "storage/storage_manager.h"
+#include "support/background_task.h"
 
 #include <QDir>
 #include <QSaveFile>
@@ -28,6 +29,21 @@ QString reasonOf(const QFileDevice &file) {
     default:
         return QStringLiteral("写入文件时出错");
     }
+}
+
+/// Says why it failed; empty when it has not.
+QString write(const std::optional<WeeklyReviewPlan> &plan, const Calendar &calendar, const QUrl &file) {
+    if (!file.isLocalFile())
+        return QStringLiteral("导出失败：只能保存到本机的文件");
+    if (!plan)
+        return QStringLiteral("导出失败：还没有复习计划");
+    QSaveFile target(file.toLocalFile());
+    // A folder may let its files be written but none be made in it.
+    target.setDirectWriteFallback(true);
+    const QByteArray text = WeeklyReviewScheduler::shared().exportMarkdown(*plan, calendar).toUtf8();
+    if (target.open(QIODevice::WriteOnly) && target.write(text) == text.size() && target.commit())
+        return {};
+    return QStringLiteral("导出失败：") + reasonOf(target);
 }
 
 } // namespace
@@ -85,20 +101,11 @@ QUrl WeeklyReview::suggestedFile() const {
     return QUrl::fromLocalFile(directory.filePath(plan ? plan->markdownFileName() : QString()));
 }
 
-QString WeeklyReview::exportTo(const QUrl &file) const {
-    const auto &plan = m_storage.weeklyPlan();
-    if (!file.isLocalFile())
-        return QStringLiteral("导出失败：只能保存到本机的文件");
-    if (!plan)
-        return QStringLiteral("导出失败：还没有复习计划");
-    QSaveFile target(file.toLocalFile());
-    // A folder may let its files be written but none be made in it.
-    target.setDirectWriteFallback(true);
-    const QByteArray text =
-        WeeklyReviewScheduler::shared().exportMarkdown(*plan, m_storage.calendar()).toUtf8();
-    if (target.open(QIODevice::WriteOnly) && target.write(text) == text.size() && target.commit())
-        return {};
-    return QStringLiteral("导出失败：") + reasonOf(target);
+void WeeklyReview::exportTo(const QUrl &file) {
+    const auto writeCopy = [plan = m_storage.weeklyPlan(), calendar = m_storage.calendar(), file] {
+        return write(plan, calendar, file);
+    };
+    runInBackground(this, writeCopy, [this, file](const QString &error) { Q_EMIT exported(file, error); });
 }
 
 } // namespace lexiquill

@@ -41,10 +41,12 @@ public:
 
     /// Where an export is suggested to go: the plan's file name in the user's documents.
     Q_INVOKABLE QUrl suggestedFile() const;
-    /// Writes the plan as Markdown. Says in Chinese why it failed; empty when it has not.
-    Q_INVOKABLE QString exportTo(const QUrl &file) const;
+    /// Writes the plan as Markdown, on another thread.
+    Q_INVOKABLE void exportTo(const QUrl &file);
 
 Q_SIGNALS:
+    /// How an export ended: `error` says in Chinese why it failed, and is empty when it has not.
+    void exported(const QUrl &file, const QString &error);
     void activeChanged();
     void planChanged();
 

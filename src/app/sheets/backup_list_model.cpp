@@ -1,8 +1,8 @@
 #include "app/sheets/backup_list_model.h"
 
 #include "app/services.h"
-#include "app/sheets/background_task.h"
 #include "storage/storage_manager.h"
+#include "support/background_task.h"
 
 #include <QLocale>
 
@@ -102,8 +102,8 @@ void BackupListModel::restore(int row) {
         return;
     setIsBusy(true);
     setMessages({}, {});
-    const auto readWords = [backup = m_rows.at(row).backup] {
-        return backup.read(Instant::now());
+    const auto readWords = [backup = m_rows.at(row).backup, known = Services::current().storage().words()] {
+        return backup.read(Instant::now(), known);
     };
     runInBackground(this, readWords, [this](const std::optional<QList<WordRecord>> &words) {
         setIsBusy(false);

@@ -1,8 +1,8 @@
 #include "app/sheets/offline_dictionary_model.h"
 
 #include "app/services.h"
-#include "app/sheets/background_task.h"
 #include "lookup/system_dictionary_service.h"
+#include "support/background_task.h"
 
 namespace lexiquill {
 

@@ -64,8 +64,14 @@ QList<int> countReviews(const QList<WordRecord> &words, const std::vector<Instan
         for (const ReviewLog &review : word.reviewHistory) {
             if (starts.empty() || !(review.reviewDate >= starts.front()) || !(review.reviewDate < end))
                 continue;
-            const auto after = std::upper_bound(starts.cbegin(), starts.cend(), review.reviewDate);
-            ++counts[(after - starts.cbegin()) - 1];
+            // Few days are longer or shorter than others, so the right one is near.
+            const double days = (review.reviewDate.seconds - starts.front().seconds) / secondsPerDay;
+            std::size_t day = std::min(static_cast<std::size_t>(days), starts.size() - 1);
+            while (day > 0 && review.reviewDate < starts[day])
+                --day;
+            while (day + 1 < starts.size() && review.reviewDate >= starts[day + 1])
+                ++day;
+            ++counts[static_cast<qsizetype>(day)];
         }
     }
     return counts;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 #include <vector>
 
 namespace lexiquill {
@@ -74,18 +75,28 @@ bool passes(const WordRecord &record, WordFilter filter, Instant now) {
 } // namespace
 
 void WordList::setRecords(const QList<WordRecord> &records) {
-    QHash<QUuid, ListedWordPointer> known;
-    known.reserve(m_words.size());
-    for (const ListedWordPointer &word : std::as_const(m_words))
-        known.insert(word->record.id, word);
-    QList<ListedWordPointer> words;
-    words.reserve(records.size());
+    const QList<ListedWordPointer> former = std::exchange(m_words, {});
+    QHash<QUuid, qsizetype> places; // made when the records are not in the same order
+    qsizetype next = 0;
+    const auto find = [&](const QUuid &id) {
+        if (next < former.size() && former.at(next)->record.id == id)
+            return next;
+        if (places.isEmpty()) {
+            places.reserve(former.size());
+            for (qsizetype i = 0; i < former.size(); ++i)
+                places.insert(former.at(i)->record.id, i);
+        }
+        return places.value(id, former.size());
+    };
+    m_words.reserve(records.size());
     for (const WordRecord &record : records) {
-        const auto former = known.constFind(record.id);
-        const bool isUnchanged = former != known.constEnd() && haveSameContent((*former)->record, record);
-        words += isUnchanged ? *former : listed(record);
+        const qsizetype place = find(record.id);
+        const bool isKnown = place < former.size();
+        if (isKnown)
+            next = place + 1;
+        const bool isUnchanged = isKnown && haveSameContent(former.at(place)->record, record);
+        m_words += isUnchanged ? former.at(place) : listed(record);
     }
-    m_words = std::move(words);
     sort();
 }
 
@@ -95,6 +106,8 @@ void WordList::setOrder(WordOrder order) {
 }
 
 void WordList::sort() {
+    m_texts.clear();
+    m_textEnds.clear();
     struct Key {
         double number = 0;
         quint64 prefix = 0;
@@ -128,17 +141,38 @@ void WordList::sort() {
         m_sorted += m_words.at(key.position);
 }
 
-QList<ListedWordPointer> WordList::select(const QString &text, WordFilter filter, Instant now) const {
+QList<ListedWordPointer> WordList::select(const QString &text, WordFilter filter, Instant now) {
     const QString folded = text.trimmed().toCaseFolded();
-    if (folded.isEmpty() && filter == WordFilter::All)
-        return m_sorted;
-    const QStringMatcher matcher(folded);
-    QList<ListedWordPointer> result;
-    for (const ListedWordPointer &word : m_sorted) {
-        if (passes(word->record, filter, now) && (folded.isEmpty() || matcher.indexIn(word->searchText) >= 0))
-            result += word;
+    QList<ListedWordPointer> words = folded.isEmpty() ? m_sorted : wordsWith(folded);
+    if (filter != WordFilter::All)
+        words.removeIf([&](const ListedWordPointer &word) { return !passes(word->record, filter, now); });
+    return words;
+}
+
+QList<ListedWordPointer> WordList::wordsWith(const QString &folded) {
+    constexpr QChar separator = u'\0';
+    if (m_textEnds.isEmpty()) {
+        for (const ListedWordPointer &word : std::as_const(m_sorted)) {
+            m_texts += word->searchText + separator;
+            m_textEnds += m_texts.size();
+        }
     }
-    return result;
+    QList<ListedWordPointer> words;
+    if (folded.contains(separator))
+        return words;
+    const QStringMatcher matcher(folded);
+    // A single character is found without the matcher's table.
+    const auto find = [&](qsizetype from) {
+        return folded.size() == 1 ? m_texts.indexOf(folded.front(), from) : matcher.indexIn(m_texts, from);
+    };
+    auto end = m_textEnds.cbegin();
+    for (qsizetype found = find(0); found >= 0; found = find(*end++)) {
+        // The next match is near if there are many.
+        while (*end <= found)
+            ++end;
+        words += m_sorted.at(end - m_textEnds.cbegin());
+    }
+    return words;
 }
 
 } // namespace lexiquill

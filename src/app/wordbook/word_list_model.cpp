@@ -27,7 +27,7 @@ WordListModel::WordListModel(StorageManager &storage, QObject *parent)
     reload();
 }
 
-QList<WordRow> WordListModel::select() const {
+QList<WordRow> WordListModel::select() {
     const auto words = m_list.select(m_searchText, m_filter, m_storage.now());
     QList<WordRow> rows;
     rows.reserve(words.size());
@@ -36,7 +36,21 @@ QList<WordRow> WordListModel::select() const {
     return rows;
 }
 
+void WordListModel::setActive(bool isActive) {
+    if (isActive == m_isActive)
+        return;
+    m_isActive = isActive;
+    Q_EMIT activeChanged();
+    if (m_isActive && m_isOutdated)
+        reload();
+    if (m_isActive)
+        followClock();
+}
+
 void WordListModel::reload() {
+    m_isOutdated = !m_isActive;
+    if (!m_isActive)
+        return;
     m_list.setRecords(m_storage.words());
     setRows(select());
     findSelection();
@@ -44,13 +58,16 @@ void WordListModel::reload() {
 }
 
 void WordListModel::choiceChanged() {
-    resetRows(select());
+    replaceRows(select());
     findSelection();
     Q_EMIT countChanged();
+    Q_EMIT listReplaced();
 }
 
 /// Words become due and days pass.
 void WordListModel::followClock() {
+    if (!m_isActive)
+        return;
     if (m_filter == WordFilter::Due) {
         setRows(select());
         findSelection();

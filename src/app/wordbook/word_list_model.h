@@ -26,6 +26,8 @@ class WordListModel : public RowListModel<WordRow> {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QString searchText READ searchText WRITE setSearchText NOTIFY searchTextChanged)
+    /// An inactive model takes in no changes of the wordbook.
+    Q_PROPERTY(bool active READ isActive WRITE setActive NOTIFY activeChanged)
     /// Indexes into the names.
     Q_PROPERTY(int filter READ filter WRITE setFilter NOTIFY filterChanged)
     Q_PROPERTY(int order READ order WRITE setOrder NOTIFY orderChanged)
@@ -60,6 +62,8 @@ public:
     explicit WordListModel(QObject *parent = nullptr);
     explicit WordListModel(StorageManager &storage, QObject *parent = nullptr);
 
+    bool isActive() const { return m_isActive; }
+    void setActive(bool isActive);
     const QString &searchText() const { return m_searchText; }
     void setSearchText(const QString &text);
     int filter() const { return static_cast<int>(m_filter); }
@@ -90,14 +94,17 @@ public:
     QHash<int, QByteArray> roleNames() const override;
 
 Q_SIGNALS:
+    void activeChanged();
     void searchTextChanged();
     void filterChanged();
     void orderChanged();
     void countChanged();
     void selectionChanged();
+    /// Another choice has put a new list in the place of the rows.
+    void listReplaced();
 
 private:
-    QList<WordRow> select() const;
+    QList<WordRow> select();
     void reload();
     void choiceChanged();
     void followClock();
@@ -107,6 +114,8 @@ private:
     QString spoken(const WordRecord &record) const;
 
     StorageManager &m_storage;
+    bool m_isActive = true;
+    bool m_isOutdated = false;
     WordList m_list;
     QString m_searchText;
     WordFilter m_filter = WordFilter::All;

@@ -29,8 +29,8 @@ bool LinuxSearchIndex::isIndexingAvailable() const {
     return SearchDatabase::isAvailable();
 }
 
-void LinuxSearchIndex::indexItems(const QList<SearchItem> &items, const Completion &completion) {
-    enqueue({.work = [items](SearchDatabase &database) { return database.put(items); },
+void LinuxSearchIndex::indexItems(const ItemSource &makeItems, const Completion &completion) {
+    enqueue({.work = [makeItems](SearchDatabase &database) { return database.put(makeItems()); },
              .completion = completion});
 }
 

@@ -26,7 +26,7 @@ public:
     Q_DISABLE_COPY_MOVE(LinuxSearchIndex)
 
     bool isIndexingAvailable() const override;
-    void indexItems(const QList<SearchItem> &items, const Completion &completion) override;
+    void indexItems(const ItemSource &makeItems, const Completion &completion) override;
     void deleteItems(const QStringList &identifiers, const Completion &completion) override;
     void deleteDomain(const QString &domain, const Completion &completion) override;
     void finish() override;

@@ -23,7 +23,10 @@ FocusScope {
         name: "筛选"
         choices: ["全部", "到期", "困难", "新词"]
         currentIndex: words.filter
-        onChosen: index => words.filter = index
+        onChosen: index => {
+            words.filter = index;
+            view.positionViewAtBeginning();
+        }
         Keys.onDownPressed: view.forceActiveFocus()
     }
     ThemedText {

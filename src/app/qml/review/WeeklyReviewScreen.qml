@@ -9,6 +9,8 @@ FocusScope {
 
     property bool isList: false
 
+    focus: true
+
     onVisibleChanged: if (visible)
         (isList ? list : cards).focus = true
 
@@ -16,6 +18,10 @@ FocusScope {
         id: review
 
         active: screen.visible
+        onExported: (file, error) => {
+            const path = decodeURIComponent(`${file}`.replace(/^file:\/\//, ""));
+            toast.show(error === "" ? "已导出到 " + path : error, "", null);
+        }
     }
     ReviewHeader {
         id: header
@@ -77,9 +83,7 @@ FocusScope {
             ignoreUnknownSignals: true
 
             function onFileChosen(file: url): void {
-                const error = review.exportTo(file);
-                const path = decodeURIComponent(`${file}`.replace(/^file:\/\//, ""));
-                toast.show(error === "" ? "已导出到 " + path : error, "", null);
+                review.exportTo(file);
             }
         }
     }

@@ -9,6 +9,8 @@ FocusScope {
 
     readonly property color secondary: Theme.gray
 
+    focus: true
+
     Statistics {
         id: statistics
 

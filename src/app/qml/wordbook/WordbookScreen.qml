@@ -59,7 +59,9 @@ FocusScope {
     readonly property WordListModel model: WordListModel {
         id: words
 
+        active: screen.visible
         searchText: search.text
+        onListReplaced: list.positionViewAtBeginning()
     }
 
     Item {

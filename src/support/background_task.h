@@ -4,6 +4,8 @@
 #include <QPointer>
 #include <QThreadPool>
 
+#include <memory>
+#include <type_traits>
 #include <utility>
 
 namespace lexiquill {
@@ -20,6 +22,12 @@ void runInBackground(Owner *owner, Work work, Done done) {
             };
             QMetaObject::invokeMethod(QCoreApplication::instance(), std::move(finish), Qt::QueuedConnection);
         });
+}
+
+/// Frees a large value on another thread. Nobody else may be using what it holds.
+template <typename Value> void discardInBackground(Value &&value) {
+    auto rest = std::make_shared<std::decay_t<Value>>(std::forward<Value>(value));
+    QThreadPool::globalInstance()->start([rest = std::move(rest)]() mutable { rest.reset(); });
 }
 
 } // namespace lexiquill

@@ -1,0 +1,336 @@
+// Usage: window_probe [--cpu] [RECORDS [HEADWORDS]]
+// Uses the real window as a person would, without a display, on a wordbook of RECORDS words (20,000) beside a
+// dictionary of HEADWORDS words (500,000), and prints how long events and frames hold up the main thread.
+// What a change of the wordbook takes until it is saved stands in a column of its own. With --cpu, only what the
+// main thread computes counts, not what it waits for, so that figures of a busy machine can be compared.
+
+#include "app/content_view.h"
+#include "app/lexiquill_app.h"
+#include "app/review/weekly_review.h"
+#include "app/sheets/backup_list_model.h"
+#include "app/wordbook/word_list_model.h"
+#include "http_server.h"
+#include "main_thread_meter.h"
+#include "model/record_codec.h"
+#include "platform/process.h"
+#include "sample_data.h"
+#include "storage/storage_manager.h"
+#include "storage/wordbook_file.h"
+#include "storage/wordbook_watcher.h"
+#include "support/user_defaults.h"
+#include "sync/sync_manager.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QKeyEvent>
+#include <QProcess>
+#include <QQmlApplicationEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QWheelEvent>
+
+#include <algorithm>
+#include <cstdio>
+#include <numeric>
+
+using namespace lexiquill;
+using namespace lexiquill::bench;
+using Tab = ContentView::TabItem;
+
+namespace {
+
+constexpr int keyPause = 60; // milliseconds; quick typing
+constexpr double limit = 16; // milliseconds
+
+class Probe {
+public:
+    Probe(MeteredApplication &application, QQuickWindow &window)
+        : m_application(application),
+          m_window(window) {}
+
+    /// Prints what `action` costs.
+    template <typename Action> void run(const char *name, Action action) {
+        MeteredApplication::pump(300);
+        m_application.take();
+        action();
+        MeteredApplication::pump(300);
+        const auto times = m_application.take();
+        const auto longest = [](const std::vector<double> &values) {
+            return values.empty() ? 0.0 : *std::ranges::max_element(values);
+        };
+        const auto over = [](const std::vector<double> &values) {
+            return std::ranges::count_if(values, [](double value) { return value > limit; });
+        };
+        std::printf("| %s | %.1f | %td | %.1f | %zu | %.1f | %td |\n", name, longest(times.blocks),
+                    over(times.blocks), longest(times.saves), times.frames.size(), longest(times.frames),
+                    over(times.frames));
+        std::fflush(stdout);
+    }
+
+    void key(int key, const QString &text = {}, Qt::KeyboardModifiers modifiers = {}) {
+        QKeyEvent press(QEvent::KeyPress, key, modifiers, text);
+        QKeyEvent release(QEvent::KeyRelease, key, modifiers, text);
+        QCoreApplication::sendEvent(&m_window, &press);
+        QCoreApplication::sendEvent(&m_window, &release);
+        MeteredApplication::pump(keyPause);
+    }
+    void type(const QString &text) {
+        for (const QChar each : text)
+            key(each.toUpper().unicode(), each);
+    }
+    void erase(qsizetype count) {
+        for (qsizetype i = 0; i < count; ++i)
+            key(Qt::Key_Backspace);
+    }
+    /// Turns the wheel by `notches` at a time, and lets each turn run out.
+    void scroll(int turns, int notches) {
+        const QPointF place(300, 400);
+        for (int i = 0; i < turns; ++i) {
+            QWheelEvent turn(place, place, QPoint(), QPoint(0, -120 * notches), Qt::NoButton, Qt::NoModifier,
+                             Qt::NoScrollPhase, false);
+            // A view takes two turns at one time for one.
+            turn.setTimestamp(static_cast<quint64>(QDateTime::currentMSecsSinceEpoch()));
+            QCoreApplication::sendEvent(&m_window, &turn);
+            MeteredApplication::pump(100);
+        }
+    }
+    void show(Tab tab) {
+        m_application.measure([tab] { ContentView::shared().setSelectedTab(tab); });
+        MeteredApplication::pump(1000);
+    }
+    /// Lets another process look a word up, and returns the milliseconds until the window has it.
+    double lookUpElsewhere(const QString &word) {
+        StorageManager &storage = StorageManager::shared();
+        QProcess other;
+        other.start(QStringLiteral(LEXIQUILL_PROGRAM), {QStringLiteral("search"), word});
+        while (other.state() != QProcess::NotRunning)
+            MeteredApplication::pump(5);
+        QElapsedTimer timer;
+        timer.start();
+        const auto count = [&] {
+            return storage.words().first().word == word;
+        };
+        while (!count() && !timer.hasExpired(20'000))
+            MeteredApplication::pump(2);
+        return static_cast<double>(timer.elapsed());
+    }
+    void measure(const std::function<void()> &work) { m_application.measure(work); }
+
+private:
+    MeteredApplication &m_application;
+    QQuickWindow &m_window;
+};
+
+/// Lays out a user's directories and points the process to them.
+void makeHome(int records, quint32 headwords, const QString &server) {
+    const QDir home(newDirectory());
+    for (const char *name : {"DATA", "CONFIG", "CACHE"})
+        qputenv(("XDG_" + QByteArray(name) + "_HOME").constData(),
+                home.filePath(QString::fromLatin1(name)).toUtf8());
+    qputenv("HOME", home.path().toUtf8());
+    const QString dictionary = home.filePath(QStringLiteral("DATA/stardict/dic"));
+    const QString wordbook = StorageManager::standardStorageFile();
+    if (!home.mkpath(dictionary) || !QDir().mkpath(QFileInfo(wordbook).path()) ||
+        !writeDictionary(dictionary, headwords) ||
+        !WordbookFile(wordbook).save(sampleRecords(records), std::nullopt))
+        std::fprintf(stderr, "the sample data could not be written\n");
+    UserDefaults settings(UserDefaults::standardFilePath());
+    settings.set(QStringLiteral("dictionarySourceMode"), QStringLiteral("appleOffline"));
+    settings.set(QStringLiteral("lexiquill_server_base"), server);
+}
+
+void typeAndLookUp(Probe &probe) {
+    probe.show(Tab::Dictionary);
+    probe.run("search: type a word and erase it", [&] {
+        probe.type(QStringLiteral("abandon"));
+        probe.erase(7);
+    });
+    probe.run("search: type Chinese", [&] {
+        probe.type(QStringLiteral("抛弃"));
+        probe.erase(2);
+    });
+    probe.run("search: look a word up", [&] {
+        probe.type(QString::fromLatin1(madeUpWord(77)));
+        probe.key(Qt::Key_Return);
+    });
+    probe.run("search: answer the card", [&] {
+        const WordRecord record = StorageManager::shared().words().first();
+        probe.measure([&] { StorageManager::shared().recordReview(record.id, ReviewFeedback::Forgot); });
+    });
+    probe.run("search: type during publication to the system's search", [&] {
+        probe.measure([] { ContentView::shared().syncToSpotlight(); });
+        probe.type(QStringLiteral("abandon"));
+        while (ContentView::shared().isIndexingSpotlight())
+            MeteredApplication::pump(100);
+    });
+    ContentView::shared().setShowSpotlightAlert(false);
+}
+
+void useWordbook(Probe &probe, QQuickWindow &window) {
+    probe.run("wordbook: open", [&] { probe.show(Tab::History); });
+    probe.run("wordbook: type an English filter and erase it", [&] {
+        probe.type(QStringLiteral("ation"));
+        probe.erase(5);
+    });
+    probe.run("wordbook: type a Chinese filter and erase it", [&] {
+        probe.type(QStringLiteral("听到的词"));
+        probe.erase(4);
+    });
+    auto &words = *window.findChild<WordListModel *>();
+    probe.run("wordbook: go through statuses and orders", [&] {
+        for (int i = 1; i <= WordListModel::filterNames().size(); ++i) {
+            probe.measure([&] { words.setFilter(i % static_cast<int>(WordListModel::filterNames().size())); });
+            MeteredApplication::pump(keyPause);
+        }
+        for (int i = 1; i <= WordListModel::orderNames().size(); ++i) {
+            probe.measure([&] { words.setOrder(i % static_cast<int>(WordListModel::orderNames().size())); });
+            MeteredApplication::pump(keyPause);
+        }
+    });
+    probe.run("wordbook: turn the wheel slowly", [&] { probe.scroll(50, 1); });
+    probe.run("wordbook: turn the wheel fast", [&] { probe.scroll(50, 10); });
+    probe.run("wordbook: keys down, page down, end, home", [&] {
+        for (const int key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Down, Qt::Key_PageDown, Qt::Key_PageDown,
+                              Qt::Key_End, Qt::Key_Home})
+            probe.key(key);
+    });
+    probe.run("wordbook: select all", [&] { probe.key(Qt::Key_A, {}, Qt::ControlModifier); });
+    probe.run("wordbook: write a note", [&] {
+        const QUuid id = StorageManager::shared().words().at(100).id;
+        probe.measure([&] { StorageManager::shared().setUserNotes(id, QStringLiteral("一条笔记")); });
+    });
+    probe.run("wordbook: delete 2,000 words", [&] {
+        words.choose(0, WordListModel::Selection::Replace);
+        words.choose(1999, WordListModel::Selection::Extend);
+        MeteredApplication::pump(200);
+        probe.measure([&] { words.deleteSelected(); });
+        MeteredApplication::pump(2000);
+    });
+    probe.run("wordbook: undo the deletion", [&] {
+        probe.measure([&] { words.undoDeletion(); });
+        MeteredApplication::pump(200);
+    });
+}
+
+void useOtherScreens(Probe &probe, QQuickWindow &window) {
+    probe.run("review: open", [&] { probe.show(Tab::WeeklyReview); });
+    probe.run("review: answer three cards", [&] {
+        for (int i = 0; i < 3; ++i) {
+            probe.key(Qt::Key_Space, QStringLiteral(" "));
+            probe.key(Qt::Key_1, QStringLiteral("1"));
+        }
+    });
+    probe.run("review: export the plan", [&] {
+        auto &review = *window.findChild<WeeklyReview *>();
+        const QUrl file = QUrl::fromLocalFile(newDirectory() + QStringLiteral("/plan.md"));
+        probe.measure([&] { review.exportTo(file); });
+        MeteredApplication::pump(500);
+    });
+    probe.run("statistics: open", [&] { probe.show(Tab::Statistics); });
+    probe.run("statistics: a review is recorded", [&] {
+        const QUuid id = StorageManager::shared().words().at(200).id;
+        probe.measure([&] { StorageManager::shared().recordReview(id, ReviewFeedback::Remembered); });
+    });
+}
+
+void restoreBackup(Probe &probe) {
+    BackupListModel backups;
+    const auto wait = [&] {
+        while (backups.isBusy())
+            MeteredApplication::pump(20);
+    };
+    wait();
+    probe.run("preferences: restore a backup", [&] {
+        probe.measure([&] { backups.restore(0); });
+        wait();
+    });
+    if (backups.successMessage().isEmpty())
+        std::fprintf(stderr, "the backup was not restored\n");
+}
+
+void watchOtherProcesses(Probe &probe) {
+    struct Case {
+        const char *name;
+        Tab tab;
+    };
+    quint32 number = 1000;
+    for (const auto &[name, tab] : {Case{"another process looks a word up: search", Tab::Dictionary},
+                                    Case{"the same: review", Tab::WeeklyReview},
+                                    Case{"the same: wordbook", Tab::History},
+                                    Case{"the same: statistics", Tab::Statistics}}) {
+        probe.show(tab);
+        double delay = 0;
+        probe.run(name, [&] { delay = probe.lookUpElsewhere(QString::fromLatin1(madeUpWord(++number))); });
+        std::fprintf(stderr, "%s: there after %.0f ms\n", name, delay);
+    }
+}
+
+void useServer(Probe &probe) {
+    probe.show(Tab::Dictionary);
+    const auto wait = [] {
+        while (SyncManager::shared().isSyncing())
+            MeteredApplication::pump(20);
+    };
+    probe.run("log in", [&] {
+        bool isDone = false;
+        probe.measure([&] {
+            SyncManager::shared().login(QStringLiteral("ann"), QStringLiteral("secret"),
+                                        [&](bool, const std::optional<QString> &) { isDone = true; });
+        });
+        while (!isDone)
+            MeteredApplication::pump(20);
+    });
+    probe.run("type during a sync", [&] {
+        probe.measure([] { SyncManager::shared().syncWithCloud(); });
+        probe.type(QStringLiteral("abandon"));
+        wait();
+    });
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_QUICK_BACKEND", "software");
+    const bool countsProcessorTime = argc > 1 && qstrcmp(argv[1], "--cpu") == 0;
+    const int first = countsProcessorTime ? 2 : 1;
+    const int records = argc > first ? std::atoi(argv[first]) : 20'000;
+    const auto headwords = static_cast<quint32>(argc > first + 1 ? std::atoi(argv[first + 1]) : 500'000);
+    QByteArray cloud = R"({"success":true,"words":)" +
+                       encodeWordRecords(sampleRecords(records), JsonForm::Wire) + '}';
+    HttpServer server([&](const ServedRequest &) { return ServedAnswer{.body = cloud}; });
+    makeHome(records, headwords, server.base());
+
+    MeteredApplication application(argc, argv);
+    LexiquillApp::setUpApplication();
+    if (countsProcessorTime)
+        application.countProcessorTime();
+    StorageManager &storage = StorageManager::shared();
+    // The first to know: what the others do afterwards is no part of the save.
+    QObject::connect(&storage, &StorageManager::wordsChanged, &application, &MeteredApplication::markSaved);
+    const WordbookWatcher watcher(storage, storage.storageFile());
+    QQmlApplicationEngine engine;
+    LexiquillApp::prepare(engine);
+    engine.load(LexiquillApp::mainWindowUrl());
+    if (engine.rootObjects().isEmpty())
+        return EXIT_FAILURE;
+    auto &window = *qobject_cast<QQuickWindow *>(engine.rootObjects().constFirst());
+    window.show();
+    window.requestActivate();
+    MeteredApplication::pump(1500);
+
+    Probe probe(application, window);
+    std::printf("| %d records, times in ms | longest event | over 16 | longest save | frames | longest | over "
+                "16 |\n| :--- | ---: | ---: | ---: | ---: | ---: | ---: |\n",
+                records);
+    typeAndLookUp(probe);
+    useWordbook(probe, window);
+    useOtherScreens(probe, window);
+    watchOtherProcesses(probe);
+    restoreBackup(probe);
+    useServer(probe);
+    std::fflush(stdout);
+    // The sample data goes with the directory, which the ordinary end removes.
+    return EXIT_SUCCESS;
+}
