@@ -20,8 +20,8 @@ std::vector<std::string> registerIndexBenchmarks();
 /// letter" and so on. Returns their names.
 std::vector<std::string> registerHeadwordBenchmarks();
 
-/// Benchmarks of what the screens do on the main thread with 20,000 words: "after a change: …" without the save,
-/// and "key: …" the slowest key while a text is typed. Returns their names.
+/// Benchmarks of what the screens do on the main thread with 20,000 words: "after a change: …" without the
+/// save, and "key: …" the slowest key while a text is typed. Returns their names.
 std::vector<std::string> registerScreenBenchmarks();
 
 /// Benchmarks of whole processes: "empty_program", "help", "search" and "sdcv".

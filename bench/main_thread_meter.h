@@ -30,8 +30,8 @@ public:
     /// From here to the end of the present event is what the screens make of a change that has been saved.
     void markSaved();
 
-    /// Milliseconds since the last take: of the events without the time up to a save, of the saves, and of the
-    /// frames.
+    /// Milliseconds since the last take: of the events without the time up to a save, of the saves, and of
+    /// the frames.
     struct Times {
         std::vector<double> blocks;
         std::vector<double> saves;

@@ -72,12 +72,13 @@ private:
 };
 
 /// Measures what an observer of the store does when a change has been saved.
-void followChange(State &state, const std::function<std::shared_ptr<QObject>(StorageManager &)> &makeObserver) {
+void followChange(State &state,
+                  const std::function<std::shared_ptr<QObject>(StorageManager &)> &makeObserver) {
     StorageManager &storage = SampleServices::shared().storage();
     // The store tells in the order of the connections.
     SteadyClock::time_point saved;
-    const auto before = QObject::connect(&storage, &StorageManager::wordsChanged,
-                                         [&] { saved = SteadyClock::now(); });
+    const auto before =
+        QObject::connect(&storage, &StorageManager::wordsChanged, [&] { saved = SteadyClock::now(); });
     const std::shared_ptr<QObject> observer = makeObserver(storage);
     double seconds = 0;
     const auto after = QObject::connect(&storage, &StorageManager::weeklyPlanChanged, [&] {
@@ -164,10 +165,22 @@ std::vector<std::string> registerScreenBenchmarks() {
         {"after a change: list of the plan", following(observerOf<WeeklyPlanModel>)},
         {"after a change: flash cards", following(observerOf<ReviewSession>)},
         {"after a change: statistics", following(observerOf<Statistics>)},
-        {"key: English filter", [](State &state) { filter(state, "ation"); }},
-        {"key: Chinese filter", [](State &state) { filter(state, "听到的词"); }},
-        {"key: English suggestions", [](State &state) { suggest(state, "abandon"); }},
-        {"key: Chinese suggestions", [](State &state) { suggest(state, "抛弃"); }},
+        {"key: English filter",
+         [](State &state) {
+             filter(state, "ation");
+         }},
+        {"key: Chinese filter",
+         [](State &state) {
+             filter(state, "听到的词");
+         }},
+        {"key: English suggestions",
+         [](State &state) {
+             suggest(state, "abandon");
+         }},
+        {"key: Chinese suggestions",
+         [](State &state) {
+             suggest(state, "抛弃");
+         }},
     };
     std::vector<std::string> names;
     for (const auto &[name, function] : functions) {

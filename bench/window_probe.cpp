@@ -1,8 +1,8 @@
 // Usage: window_probe [--cpu] [RECORDS [HEADWORDS]]
 // Uses the real window as a person would, without a display, on a wordbook of RECORDS words (20,000) beside a
 // dictionary of HEADWORDS words (500,000), and prints how long events and frames hold up the main thread.
-// What a change of the wordbook takes until it is saved stands in a column of its own. With --cpu, only what the
-// main thread computes counts, not what it waits for, so that figures of a busy machine can be compared.
+// What a change of the wordbook takes until it is saved stands in a column of its own. With --cpu, only what
+// the main thread computes counts, not what it waits for, so that figures of a busy machine can be compared.
 
 #include "app/content_view.h"
 #include "app/lexiquill_app.h"
@@ -20,7 +20,6 @@
 #include "support/user_defaults.h"
 #include "sync/sync_manager.h"
 
-#include <QDateTime>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QKeyEvent>
@@ -28,7 +27,6 @@
 #include <QQmlApplicationEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
-#include <QWheelEvent>
 
 #include <algorithm>
 #include <cstdio>
@@ -83,16 +81,19 @@ public:
         for (qsizetype i = 0; i < count; ++i)
             key(Qt::Key_Backspace);
     }
-    /// Turns the wheel by `notches` at a time, and lets each turn run out.
-    void scroll(int turns, int notches) {
-        const QPointF place(300, 400);
-        for (int i = 0; i < turns; ++i) {
-            QWheelEvent turn(place, place, QPoint(), QPoint(0, -120 * notches), Qt::NoButton, Qt::NoModifier,
-                             Qt::NoScrollPhase, false);
-            // A view takes two turns at one time for one.
-            turn.setTimestamp(static_cast<quint64>(QDateTime::currentMSecsSinceEpoch()));
-            QCoreApplication::sendEvent(&m_window, &turn);
-            MeteredApplication::pump(100);
+    /// Scrolls the longest list that can be seen by `pixels` for each of `steps` frames.
+    void scroll(int steps, int pixels) {
+        QQuickItem *list = nullptr;
+        for (QQuickItem *const item : m_window.findChildren<QQuickItem *>()) {
+            const auto rows = [](const QQuickItem *view) {
+                return view == nullptr ? 0 : view->property("count").toInt();
+            };
+            if (item->inherits("QQuickListView") && item->isVisible() && rows(item) > rows(list))
+                list = item;
+        }
+        for (int i = 1; list != nullptr && i <= steps; ++i) {
+            m_application.measure([&] { list->setProperty("contentY", i * pixels); });
+            MeteredApplication::pump(17);
         }
     }
     void show(Tab tab) {
@@ -180,7 +181,8 @@ void useWordbook(Probe &probe, QQuickWindow &window) {
     auto &words = *window.findChild<WordListModel *>();
     probe.run("wordbook: go through statuses and orders", [&] {
         for (int i = 1; i <= WordListModel::filterNames().size(); ++i) {
-            probe.measure([&] { words.setFilter(i % static_cast<int>(WordListModel::filterNames().size())); });
+            probe.measure(
+                [&] { words.setFilter(i % static_cast<int>(WordListModel::filterNames().size())); });
             MeteredApplication::pump(keyPause);
         }
         for (int i = 1; i <= WordListModel::orderNames().size(); ++i) {
@@ -188,8 +190,8 @@ void useWordbook(Probe &probe, QQuickWindow &window) {
             MeteredApplication::pump(keyPause);
         }
     });
-    probe.run("wordbook: turn the wheel slowly", [&] { probe.scroll(50, 1); });
-    probe.run("wordbook: turn the wheel fast", [&] { probe.scroll(50, 10); });
+    probe.run("wordbook: scroll slowly", [&] { probe.scroll(200, 10); });
+    probe.run("wordbook: scroll fast", [&] { probe.scroll(200, 900); });
     probe.run("wordbook: keys down, page down, end, home", [&] {
         for (const int key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Down, Qt::Key_PageDown, Qt::Key_PageDown,
                               Qt::Key_End, Qt::Key_Home})
@@ -255,10 +257,10 @@ void watchOtherProcesses(Probe &probe) {
         Tab tab;
     };
     quint32 number = 1000;
-    for (const auto &[name, tab] : {Case{"another process looks a word up: search", Tab::Dictionary},
-                                    Case{"the same: review", Tab::WeeklyReview},
-                                    Case{"the same: wordbook", Tab::History},
-                                    Case{"the same: statistics", Tab::Statistics}}) {
+    for (const auto &[name, tab] :
+         {Case{"another process looks a word up: search", Tab::Dictionary},
+          Case{"the same: review", Tab::WeeklyReview}, Case{"the same: wordbook", Tab::History},
+          Case{"the same: statistics", Tab::Statistics}}) {
         probe.show(tab);
         double delay = 0;
         probe.run(name, [&] { delay = probe.lookUpElsewhere(QString::fromLatin1(madeUpWord(++number))); });
@@ -297,8 +299,8 @@ int main(int argc, char **argv) {
     const int first = countsProcessorTime ? 2 : 1;
     const int records = argc > first ? std::atoi(argv[first]) : 20'000;
     const auto headwords = static_cast<quint32>(argc > first + 1 ? std::atoi(argv[first + 1]) : 500'000);
-    QByteArray cloud = R"({"success":true,"words":)" +
-                       encodeWordRecords(sampleRecords(records), JsonForm::Wire) + '}';
+    QByteArray cloud =
+        R"({"success":true,"words":)" + encodeWordRecords(sampleRecords(records), JsonForm::Wire) + '}';
     HttpServer server([&](const ServedRequest &) { return ServedAnswer{.body = cloud}; });
     makeHome(records, headwords, server.base());
 
@@ -321,9 +323,10 @@ int main(int argc, char **argv) {
     MeteredApplication::pump(1500);
 
     Probe probe(application, window);
-    std::printf("| %d records, times in ms | longest event | over 16 | longest save | frames | longest | over "
-                "16 |\n| :--- | ---: | ---: | ---: | ---: | ---: | ---: |\n",
-                records);
+    std::printf(
+        "| %d records, times in ms | longest event | over 16 | longest save | frames | longest | over "
+        "16 |\n| :--- | ---: | ---: | ---: | ---: | ---: | ---: |\n",
+        records);
     typeAndLookUp(probe);
     useWordbook(probe, window);
     useOtherScreens(probe, window);

@@ -34,7 +34,7 @@ protected:
         const auto removed = ranges(span.first, span.oldEnd, [&](auto row) { return targets[row] < 0; });
         const auto inserted = ranges(span.first, span.newEnd, [&](auto row) { return !isKept[row]; });
         if (removed.size() + inserted.size() > mostRanges) {
-            replaceRows(rows);
+            replaceRows(std::move(rows));
             return;
         }
         for (auto range = removed.crbegin(); range != removed.crend(); ++range) {
@@ -55,9 +55,9 @@ protected:
 
     /// Makes `rows` the rows of another list. Each takes the place of the one that was there, so that a view
     /// shows other texts, which is quicker than making its items anew.
-    void replaceRows(const QList<Row> &rows) {
+    void replaceRows(QList<Row> rows) {
         const qsizetype common = std::min(m_rows.size(), rows.size());
-        std::copy(rows.cbegin(), rows.cbegin() + common, m_rows.begin());
+        std::move(rows.begin(), rows.begin() + common, m_rows.begin());
         if (common > 0)
             Q_EMIT dataChanged(index(0), index(static_cast<int>(common) - 1));
         if (m_rows.size() > common) {
@@ -99,8 +99,7 @@ private:
     }
 
     /// The runs of rows between `first` and `end` for which `holds`, which counts from `first`, is true.
-    template <typename Holds>
-    static std::vector<Range> ranges(qsizetype first, qsizetype end, Holds holds) {
+    template <typename Holds> static std::vector<Range> ranges(qsizetype first, qsizetype end, Holds holds) {
         std::vector<Range> result;
         for (qsizetype row = first; row < end; ++row) {
             if (!holds(static_cast<std::size_t>(row - first)))
@@ -131,8 +130,12 @@ private:
             targets[row] = target;
             if (target < 0)
                 continue;
-            const auto end = std::lower_bound(ends.begin(), ends.end(), target,
-                                              [&](std::size_t a, qsizetype b) { return targets[a] < b; });
+            // Nearly always the row belongs behind all others.
+            const bool isLast = ends.empty() || targets[ends.back()] < target;
+            const auto end =
+                isLast ? ends.end()
+                       : std::lower_bound(ends.begin(), ends.end(), target,
+                                          [&](std::size_t a, qsizetype b) { return targets[a] < b; });
             if (end != ends.begin())
                 previous[row] = *(end - 1);
             if (end == ends.end())

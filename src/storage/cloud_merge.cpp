@@ -14,7 +14,7 @@ bool isAhead(const WordRecord &cloud, const WordRecord &local) {
 } // namespace
 
 bool mergeCloudWords(QList<WordRecord> &words, const QList<WordRecord> &cloudWords,
-                     const QSet<QString> &deletedWords) {
+                     const QSet<QString> &deletedWords, QList<WordRecord> *news) {
     if (cloudWords.isEmpty())
         return false;
     QHash<QString, qsizetype> positions; // of the first record of each word
@@ -30,14 +30,17 @@ bool mergeCloudWords(QList<WordRecord> &words, const QList<WordRecord> &cloudWor
         if (known == positions.constEnd()) {
             positions.insert(key, words.size());
             words.append(cloud);
-            isChanged = true;
         } else if (isAhead(cloud, words.at(*known))) {
             WordRecord &local = words[*known];
             takeReviewState(local, cloud);
             if (local.posGroups.isEmpty())
                 local.posGroups = cloud.posGroups;
-            isChanged = true;
+        } else {
+            continue;
         }
+        isChanged = true;
+        if (news != nullptr)
+            news->append(cloud);
     }
     return isChanged;
 }

@@ -60,11 +60,12 @@ void SpotlightManager::indexWordsBatch(const QList<WordRecord> &records, BatchCo
         return items;
     };
     const qsizetype count = records.size();
-    m_index.indexItems(makeItems, [count, completion = std::move(completion)](const SearchIndex::Error &error) {
-        if (error)
-            printFailure(*error);
-        completion(error ? 0 : count);
-    });
+    m_index.indexItems(makeItems,
+                       [count, completion = std::move(completion)](const SearchIndex::Error &error) {
+                           if (error)
+                               printFailure(*error);
+                           completion(error ? 0 : count);
+                       });
 }
 
 void SpotlightManager::removeWords(const QStringList &words) const {

@@ -323,6 +323,10 @@ void StorageManager::mergeCloudWords(const QList<WordRecord> &cloudWords) {
         change(CloudWordsMerged{.words = cloudWords});
 }
 
+bool StorageManager::areStill(const QList<WordRecord> &words) const {
+    return words.constData() == m_words.constData() && words.size() == m_words.size() && !m_file.isReplaced();
+}
+
 bool StorageManager::restoreBackup(const QList<WordRecord> &backup) {
     QList<WordRecord> replaced;
     bool isRestored = false;

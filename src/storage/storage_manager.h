@@ -90,6 +90,8 @@ public:
     /// Takes in the server's records, under the same rule as every change; see lexiquill::mergeCloudWords().
     /// Nothing is saved when none of them has anything new.
     void mergeCloudWords(const QList<WordRecord> &cloudWords);
+    /// Whether the words are still this list that words() gave, and no other process has replaced their file.
+    bool areStill(const QList<WordRecord> &words) const;
     /// Puts the words of a backup in the place of all words, and keeps those among the backups before. What
     /// was deleted since is there again. False, with everything as it was, when another process does not let
     /// go of the wordbook or when the one or the other could not be written.

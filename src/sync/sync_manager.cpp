@@ -1,5 +1,6 @@
 #include "sync/sync_manager.h"
 
+#include "storage/cloud_merge.h"
 #include "support/background_task.h"
 #include "support/secret.h"
 #include "sync/sync_messages.h"
@@ -41,13 +42,21 @@ struct SyncManager::Response {
     HttpReply reply;
     std::optional<ServerAnswer> answer;
     std::optional<QList<WordRecord>> words;
+    QList<WordRecord> known; ///< the wordbook when the reply came
+    QList<WordRecord> news;  ///< those of the words that it does not know yet
 
-    static ResponsePointer of(const HttpReply &reply, Instant now) {
-        auto response = std::make_shared<Response>(Response{reply, {}, {}});
+    static ResponsePointer of(const HttpReply &reply, const QList<WordRecord> &known, Instant now) {
+        auto response = std::make_shared<Response>();
+        response->reply = reply;
+        response->known = known;
         if (!reply.error)
             response->answer = decodeServerAnswer(reply.body);
         if (response->answer && response->answer->isSuccess)
             response->words = decodeCloudWords(*response->answer, now);
+        if (response->words) {
+            QList<WordRecord> merged = known;
+            lexiquill::mergeCloudWords(merged, *response->words, {}, &response->news);
+        }
         return response;
     }
 };
@@ -161,8 +170,8 @@ QCoro::Task<> SyncManager::send(HttpRequest request, Handler handle) {
     const HttpReply reply = co_await m_dependencies.http.send(request);
     if (request.cancellation.isCancelled())
         co_return;
-    const auto read = [reply, now = m_dependencies.clock()] {
-        return Response::of(reply, now);
+    const auto read = [reply, known = m_dependencies.storage.words(), now = m_dependencies.clock()] {
+        return Response::of(reply, known, now);
     };
     runInBackground(this, read, handle);
 }
@@ -170,9 +179,9 @@ QCoro::Task<> SyncManager::send(HttpRequest request, Handler handle) {
 /// Enters the state of being logged in if the server says so; else completes with its message or another.
 bool SyncManager::enterAccount(const Response &response, const QString &username,
                                const QString &failureMessage, const Completion &completion) {
-    const auto &[reply, answer, words] = response;
+    const auto &answer = response.answer;
     if (!answer) {
-        complete(completion, false, reply.error.value_or(QStringLiteral("服务器响应异常")));
+        complete(completion, false, response.reply.error.value_or(QStringLiteral("服务器响应异常")));
         return false;
     }
     if (!answer->isSuccess) {
@@ -188,26 +197,32 @@ bool SyncManager::enterAccount(const Response &response, const QString &username
 }
 
 void SyncManager::finishSync(const ResponsePointer &response) {
-    const auto &[reply, answer, words] = *response;
+    const auto &answer = response->answer;
     setIsSyncing(false);
-    if (reply.error)
-        return setSyncStatusMessage(QStringLiteral("同步失败: ") + *reply.error);
+    if (response->reply.error)
+        return setSyncStatusMessage(QStringLiteral("同步失败: ") + *response->reply.error);
     if (!answer)
         return setSyncStatusMessage(QStringLiteral("同步响应异常"));
     if (!answer->isSuccess)
         return setSyncStatusMessage(answer->message.value_or(QStringLiteral("同步失败")));
     setLastSyncTimeToNow();
-    if (!words)
+    if (!response->words)
         return setSyncStatusMessage(QStringLiteral("同步完成"));
     merge(response);
     setSyncStatusMessage(
         QStringLiteral("双向同步完成 (共 %1 词)").arg(m_dependencies.storage.words().size()));
 }
 
+/// Takes in the server's words; only the news of them if the wordbook is still what they were compared with.
 void SyncManager::merge(const ResponsePointer &response) {
+    StorageManager &storage = m_dependencies.storage;
+    const bool areStillKnown = storage.areStill(response->known);
+    // Nobody shares a list that is about to change, or it would be copied.
+    if (areStillKnown)
+        response->known.clear();
     if (response->words)
-        m_dependencies.storage.mergeCloudWords(*response->words);
-    discardInBackground(std::exchange(response->words, {}));
+        storage.mergeCloudWords(areStillKnown ? response->news : *response->words);
+    discardInBackground(std::exchange(*response, {}));
 }
 
 void SyncManager::setShowAccountSheet(bool isShown) {

@@ -160,6 +160,7 @@ QList<ListedWordPointer> WordList::wordsWith(const QString &folded) {
     QList<ListedWordPointer> words;
     if (folded.contains(separator))
         return words;
+    words.reserve(m_sorted.size());
     const QStringMatcher matcher(folded);
     // A single character is found without the matcher's table.
     const auto find = [&](qsizetype from) {

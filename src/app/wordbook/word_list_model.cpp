@@ -28,11 +28,13 @@ WordListModel::WordListModel(StorageManager &storage, QObject *parent)
 }
 
 QList<WordRow> WordListModel::select() {
-    const auto words = m_list.select(m_searchText, m_filter, m_storage.now());
+    QList<ListedWordPointer> words = m_list.select(m_searchText, m_filter, m_storage.now());
     QList<WordRow> rows;
     rows.reserve(words.size());
-    for (const ListedWordPointer &word : words)
-        rows += {.id = word->record.id, .word = word};
+    for (ListedWordPointer &word : words) {
+        const QUuid id = word->record.id;
+        rows.emplaceBack(id, std::move(word));
+    }
     return rows;
 }
 
