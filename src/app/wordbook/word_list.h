@@ -45,8 +45,8 @@ private:
 
     QList<ListedWordPointer> m_words; ///< as in the wordbook
     QList<ListedWordPointer> m_sorted;
-    /// The texts of the sorted records one behind the other, for one search goes through them far quicker than
-    /// one for each; made when first needed.
+    /// The texts of the sorted records one behind the other, for one search goes through them far quicker
+    /// than one for each; made when first needed.
     QString m_texts;
     QList<qsizetype> m_textEnds;
     WordOrder m_order = WordOrder::LastSearched;
