@@ -21,10 +21,20 @@ bool isDesktopStart(const QString &firstArgument) {
            firstArgument.startsWith(QLatin1StringView("--desktop-"));
 }
 
-/// Without one the graphics library would abort the process.
 bool hasDisplay() {
     return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
            qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+}
+
+[[noreturn]] void endWithoutDisplay() {
+    terminal::printLine(QStringLiteral("❌ 没有可用的图形桌面，无法打开窗口。请在终端中使用：Lexiquill help"));
+    endProcess(EXIT_FAILURE);
+}
+
+/// The graphics library would abort the process when the display does not answer.
+void takeLibraryMessage(QtMsgType type, const QMessageLogContext &, const QString &) {
+    if (type == QtFatalMsg)
+        endWithoutDisplay();
 }
 
 } // namespace
@@ -47,11 +57,9 @@ int AppLauncher::main(int argc, char **argv) {
         terminal::printLine(QStringLiteral("此版本不含图形界面，请在终端中使用：Lexiquill help"));
         return EXIT_SUCCESS;
     }
-    if (!hasDisplay()) {
-        terminal::printLine(
-            QStringLiteral("❌ 没有可用的图形桌面，无法打开窗口。请在终端中使用：Lexiquill help"));
-        return EXIT_FAILURE;
-    }
+    if (!hasDisplay())
+        endWithoutDisplay();
+    qInstallMessageHandler(takeLibraryMessage);
     return runDesktop(argc, argv);
 }
 

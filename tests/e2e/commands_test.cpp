@@ -117,6 +117,11 @@ private Q_SLOTS:
             QCOMPARE(outcome.status, 1);
         }
         QVERIFY(!QFile::exists(home.wordbookPath()));
+        Home unreachable;
+        unreachable.environment.insert(QStringLiteral("DISPLAY"), QStringLiteral(":none"));
+        const Outcome outcome = unreachable.run(nullptr);
+        QVERIFY(oneLine.match(outcome.output).hasMatch());
+        QCOMPARE(outcome.status, 1);
     }
 
     void search() {
