@@ -5,7 +5,8 @@
 
 namespace lexiquill {
 
-/// Makes closing a window hide it: its content and its state survive until it is shown again.
+/// Makes closing a window hide it: its content and its state survive until it is shown again. Keeps a
+/// shortcut of the application's from the text fields.
 class MainWindowDelegate : public QObject {
     Q_OBJECT
 
