@@ -18,6 +18,20 @@ QQuickWindow *asWindow(QObject *window) {
     return qobject_cast<QQuickWindow *>(window);
 }
 
+/// The item of the sheet that is open above the content, as a window of its own would be; null without one.
+QQuickItem *openSheet(const QQuickItem &content) {
+    for (const QQuickItem *const layer : content.childItems()) {
+        if (!layer->inherits("QQuickOverlay"))
+            continue;
+        for (QQuickItem *const item : layer->childItems()) {
+            const QObject *const popup = item->parent();
+            if (popup != nullptr && item->isVisible() && popup->property("modal").toBool())
+                return item;
+        }
+    }
+    return nullptr;
+}
+
 } // namespace
 
 bool canBecomeMainWindow(const QWindow &window) {
@@ -102,7 +116,10 @@ QObject *ApplicationWindows::keyWindowContent() const {
     if (ContentView::shared().hasSheet())
         return nullptr;
     QQuickWindow *const window = asWindow(QGuiApplication::focusWindow());
-    return window != nullptr ? window->contentItem() : nullptr;
+    if (window == nullptr)
+        return nullptr;
+    QQuickItem *const sheet = openSheet(*window->contentItem());
+    return sheet != nullptr ? sheet : window->contentItem();
 }
 
 QList<QObject *> ApplicationWindows::subviews(QObject *view) const {

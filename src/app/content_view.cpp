@@ -140,7 +140,7 @@ void ContentView::handleExternalWordLookup(const QString &word) {
     const QString trimmed = word.trimmed();
     if (trimmed.isEmpty())
         return;
-    setSelectedTab(TabItem::Dictionary);
+    showSearchScreen();
     setExternalSelectedWord(trimmed);
     Q_EMIT performExternalLookup(trimmed);
 }
@@ -161,7 +161,7 @@ void ContentView::appear() {
 }
 
 void ContentView::postFocusSearchInput() {
-    setSelectedTab(TabItem::Dictionary);
+    showSearchScreen();
     setExternalSelectedWord({});
     Q_EMIT focusSearchInput();
 }
@@ -184,6 +184,14 @@ void ContentView::syncToSpotlight() {
     });
     connect(thread, &QThread::finished, thread, &QObject::deleteLater);
     thread->start();
+}
+
+void ContentView::showSearchScreen() {
+    m_services.hotKeys().setShowSettingsSheet(false);
+    m_services.sync().setShowAccountSheet(false);
+    m_services.updater().setShowUpdateSheet(false);
+    setShowSpotlightAlert(false);
+    setSelectedTab(TabItem::Dictionary);
 }
 
 void ContentView::setExternalSelectedWord(const QString &word) {

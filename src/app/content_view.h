@@ -91,6 +91,8 @@ Q_SIGNALS:
     void performExternalLookup(const QString &word);
 
 private:
+    /// Without a sheet above it, which would keep the keyboard.
+    void showSearchScreen();
     void setExternalSelectedWord(const QString &word);
     std::optional<QDate> today() const;
     void followClock();

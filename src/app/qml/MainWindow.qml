@@ -31,40 +31,53 @@ Window {
     color: Theme.ground
     onVisibleChanged: if (visible)
         ContentView.appear()
+    // A sheet or a menu that closes leaves the keyboard to nothing: what had it before gets it back.
+    onActiveFocusItemChanged: if (active && (activeFocusItem === null || activeFocusItem === contentItem))
+        content.forceActiveFocus()
 
-    Sidebar {
-        id: sidebar
+    FocusScope {
+        id: content
 
-        anchors.left: parent.left
-        anchors.top: parent.top
-        anchors.bottom: parent.bottom
-        isCollapsed: window.isNarrow
-        onUpdateCheckRequested: window.checkForUpdates()
-        onCloseRequested: window.close()
-    }
-    Item {
-        id: detail
+        anchors.fill: parent
+        focus: true
 
-        anchors.left: sidebar.right
-        anchors.right: parent.right
-        anchors.top: parent.top
-        anchors.bottom: parent.bottom
+        Sidebar {
+            id: sidebar
 
-        ScreenLoader {
-            tab: ContentView.TabItem.Dictionary
-            screen: "search/SearchScreen.qml"
+            anchors.left: parent.left
+            anchors.top: parent.top
+            anchors.bottom: parent.bottom
+            isCollapsed: window.isNarrow
+            onUpdateCheckRequested: window.checkForUpdates()
+            onCloseRequested: window.close()
         }
-        ScreenLoader {
-            tab: ContentView.TabItem.WeeklyReview
-            screen: "review/WeeklyReviewScreen.qml"
+        Item {
+            id: detail
+
+            anchors.left: sidebar.right
+            anchors.right: parent.right
+            anchors.top: parent.top
+            anchors.bottom: parent.bottom
+
+            ScreenLoader {
+                tab: ContentView.TabItem.Dictionary
+                screen: "search/SearchScreen.qml"
+            }
+            ScreenLoader {
+                tab: ContentView.TabItem.WeeklyReview
+                screen: "review/WeeklyReviewScreen.qml"
+            }
+            ScreenLoader {
+                tab: ContentView.TabItem.History
+                screen: "wordbook/WordbookScreen.qml"
+            }
+            ScreenLoader {
+                tab: ContentView.TabItem.Statistics
+                screen: "statistics/StatisticsScreen.qml"
+            }
         }
-        ScreenLoader {
-            tab: ContentView.TabItem.History
-            screen: "wordbook/WordbookScreen.qml"
-        }
-        ScreenLoader {
-            tab: ContentView.TabItem.Statistics
-            screen: "statistics/StatisticsScreen.qml"
+        Toast {
+            id: toast
         }
     }
 
@@ -82,9 +95,6 @@ Window {
 
         interval: 0
         onTriggered: window.tellOfUpdateCheck()
-    }
-    Toast {
-        id: toast
     }
 
     SheetLoader {
@@ -118,10 +128,13 @@ Window {
     }
     Shortcut {
         sequence: "Ctrl+W"
+        // Also while a sheet is open.
+        context: Qt.ApplicationShortcut
         onActivated: window.close()
     }
     Shortcut {
         sequence: "Ctrl+Q"
+        context: Qt.ApplicationShortcut
         onActivated: AppDelegate.terminate()
     }
     Shortcut {
