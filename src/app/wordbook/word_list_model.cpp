@@ -249,8 +249,9 @@ QString WordListModel::detail(const WordRecord &record) const {
 }
 
 QString WordListModel::spoken(const WordRecord &record) const {
-    return QStringList{record.word, record.conciseSummary, rawValue(record.memoryStatus), detail(record)}
-        .join(u'，');
+    QStringList parts{record.word, record.conciseSummary, rawValue(record.memoryStatus), detail(record)};
+    parts.removeAll(QString());
+    return parts.join(u'，');
 }
 
 QVariant WordListModel::data(const QModelIndex &index, int role) const {

@@ -20,6 +20,7 @@ T.ComboBox {
     Accessible.role: Accessible.ComboBox
     Accessible.name: name
     Accessible.description: displayText
+    Accessible.onPressAction: popup.open()
     Keys.onReturnPressed: popup.open()
 
     contentItem: ThemedText {
@@ -56,6 +57,7 @@ T.ComboBox {
         highlighted: control.highlightedIndex === index
         Accessible.role: Accessible.ListItem
         Accessible.name: modelData
+        Accessible.onPressAction: item.clicked()
 
         contentItem: Item {
             SymbolIcon {

@@ -17,9 +17,9 @@ T.AbstractButton {
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
     opacity: enabled ? 1 : 0.4
-    Accessible.role: Accessible.Button
     Accessible.name: text
     Accessible.description: help
+    Accessible.onPressAction: control.clicked()
     Keys.onReturnPressed: control.clicked()
     Keys.onEnterPressed: control.clicked()
 

@@ -37,7 +37,7 @@ T.Control {
             Repeater {
                 model: control.choices
 
-                T.AbstractButton {
+                T.RadioButton {
                     id: segment
 
                     required property int index
@@ -47,11 +47,13 @@ T.Control {
                     implicitWidth: label.implicitWidth + 24
                     height: row.height
                     text: modelData
+                    checkable: false
                     checked: index === control.currentIndex
                     focusPolicy: Qt.StrongFocus
-                    Accessible.role: Accessible.RadioButton
                     Accessible.name: text
                     Accessible.checked: checked
+                    Accessible.onPressAction: segment.clicked()
+                    Accessible.onToggleAction: segment.clicked()
                     onClicked: control.chosen(index)
                     Keys.onLeftPressed: if (index > 0)
                         nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)

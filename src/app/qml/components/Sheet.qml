@@ -3,11 +3,9 @@ import QtQuick.Templates as T
 import Lexiquill
 
 /// A modal sheet inside the window on a dimmed ground. Escape and its closing button ask to close it.
-T.Popup {
+T.Dialog {
     id: sheet
 
-    /// The heading, and the sheet's name for assistive tools.
-    property string title: ""
     property bool closable: true
     default property alias body: inner.data
 
@@ -35,8 +33,6 @@ T.Popup {
     }
     contentItem: FocusScope {
         focus: true
-        Accessible.role: Accessible.Dialog
-        Accessible.name: sheet.title
         Keys.onEscapePressed: if (sheet.closable)
             sheet.dismissed()
 

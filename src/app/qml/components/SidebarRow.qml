@@ -25,6 +25,7 @@ T.AbstractButton {
     Accessible.name: badge === "" ? text : text + " " + badge
     Accessible.description: help
     Accessible.selected: checked
+    Accessible.onPressAction: control.clicked()
     Keys.onReturnPressed: control.clicked()
     Keys.onEnterPressed: control.clicked()
     Keys.onUpPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)

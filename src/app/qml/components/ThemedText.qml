@@ -37,4 +37,5 @@ Text {
     renderType: Text.NativeRendering
     Accessible.role: Accessible.StaticText
     Accessible.name: text
+    Accessible.ignored: text === ""
 }

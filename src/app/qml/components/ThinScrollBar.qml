@@ -11,6 +11,7 @@ T.ScrollBar {
     padding: 2
     visible: policy === T.ScrollBar.AlwaysOn || (policy === T.ScrollBar.AsNeeded && size < 1.0)
     minimumSize: 0.06
+    Accessible.ignored: true
 
     contentItem: Rectangle {
         implicitWidth: 6

@@ -6,11 +6,18 @@ import Lexiquill
 T.Switch {
     id: control
 
+    function change(): void {
+        control.toggle();
+        control.toggled();
+    }
+
     implicitWidth: text === "" ? 38 : label.implicitWidth
     implicitHeight: Math.max(24, label.implicitHeight)
     focusPolicy: Qt.StrongFocus
     opacity: enabled ? 1 : 0.45
     Accessible.name: text
+    Accessible.onPressAction: control.change()
+    Accessible.onToggleAction: control.change()
 
     indicator: Rectangle {
         anchors.verticalCenter: parent.verticalCenter

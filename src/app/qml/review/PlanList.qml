@@ -69,6 +69,8 @@ FocusScope {
         delegate: PlanRow {
             width: view.width - view.leftMargin - view.rightMargin
             isCurrent: ListView.isCurrentItem && view.activeFocus
+            ListView.onPooled: visible = false
+            ListView.onReused: visible = true
             onChosen: list.wordChosen(word)
             onPressed: {
                 view.currentIndex = index;

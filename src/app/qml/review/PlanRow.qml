@@ -23,7 +23,7 @@ Rectangle {
     radius: Theme.controlRadius
     color: isCurrent ? Theme.selection : Theme.card
     Accessible.role: Accessible.ListItem
-    Accessible.name: word + "，" + summary
+    Accessible.name: summary === "" ? word : word + "，" + summary
     Accessible.description: status + "，" + nextReview
     Accessible.onPressAction: chosen()
 

@@ -58,6 +58,9 @@ ListView {
         focusPolicy: Qt.NoFocus
         hoverEnabled: true
         highlighted: ListView.isCurrentItem && word === list.wanted
+        // A row that waits to be used again is nothing that assistive tools should find.
+        ListView.onPooled: visible = false
+        ListView.onReused: visible = true
         text: word
         Accessible.role: Accessible.ListItem
         Accessible.name: summary === "" ? word : word + "，" + summary

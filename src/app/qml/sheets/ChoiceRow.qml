@@ -3,7 +3,7 @@ import QtQuick.Templates as T
 import Lexiquill
 
 /// One choice of several, below each other.
-T.AbstractButton {
+T.RadioButton {
     id: control
 
     /// A symbol before the text; empty for none.
@@ -14,13 +14,16 @@ T.AbstractButton {
     property string detail: ""
 
     implicitHeight: Math.max(32, texts.implicitHeight + 10)
+    // Its owner decides.
+    checkable: false
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
-    Accessible.role: Accessible.RadioButton
     Accessible.name: text
     Accessible.description: detail === "" ? trailing : detail
     Accessible.checkable: true
     Accessible.checked: checked
+    Accessible.onPressAction: control.clicked()
+    Accessible.onToggleAction: control.clicked()
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
     Keys.onUpPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
@@ -82,6 +85,7 @@ T.AbstractButton {
                 width: parent.width
                 text: control.text
                 elide: Text.ElideRight
+                Accessible.ignored: true
             }
             ThemedText {
                 width: parent.width
@@ -90,6 +94,7 @@ T.AbstractButton {
                 text: control.detail
                 wrapMode: Text.Wrap
                 lineHeight: Theme.lineHeight
+                Accessible.ignored: true
             }
         }
         ThemedText {
@@ -100,6 +105,7 @@ T.AbstractButton {
             y: 7
             text: control.trailing
             color: Theme.secondaryText
+            Accessible.ignored: true
         }
     }
 }

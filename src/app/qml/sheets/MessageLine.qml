@@ -34,5 +34,6 @@ Row {
         color: line.kind === MessageLine.Neutral ? Theme.secondaryText : Theme.onTint(line.tint)
         wrapMode: Text.Wrap
         lineHeight: Theme.lineHeight
+        Accessible.ignored: true
     }
 }

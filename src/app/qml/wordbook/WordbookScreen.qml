@@ -154,6 +154,8 @@ FocusScope {
             delegate: WordRowItem {
                 id: row
 
+                ListView.onPooled: visible = false
+                ListView.onReused: visible = true
                 onPressed: modifiers => {
                     list.forceActiveFocus();
                     words.choose(row.index, modifiers & Qt.ShiftModifier ? WordListModel.Extend : modifiers & Qt.ControlModifier ? WordListModel.Toggle : WordListModel.Replace);
