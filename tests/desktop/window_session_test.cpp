@@ -1,9 +1,6 @@
-// The built program on a real X server with a window manager and a session bus, driven from outside.
+// The one window and the one process, on a real desktop.
 
-#include "e2e/program.h"
-#include "hotkey/x_server.h"
-
-#include <QTest>
+#include "desktop/desktop_session.h"
 
 using namespace lexiquill;
 
@@ -12,161 +9,118 @@ class WindowSessionTest : public QObject {
 
 private Q_SLOTS:
     void init() {
-        m_home = std::make_unique<Home>();
-        m_x = std::make_unique<XServer>();
-        QVERIFY(m_x->isRunning());
-        m_windowManager = m_x->start(QStringLiteral("openbox"));
-        m_bus.start(QStringLiteral("dbus-daemon"), {QStringLiteral("--session"), QStringLiteral("--nofork"),
-                                                    QStringLiteral("--print-address=1")});
-        QVERIFY(m_bus.waitForReadyRead(30'000));
-        QProcessEnvironment &environment = m_home->environment;
-        environment.insert(QStringLiteral("DISPLAY"), m_x->display());
-        environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"),
-                           QString::fromLatin1(m_bus.readLine().trimmed()));
-        environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_home->path(QStringLiteral("run")));
-        environment.insert(QStringLiteral("QT_QUICK_BACKEND"), QStringLiteral("software"));
-        environment.insert(QStringLiteral("LANG"), QStringLiteral("C.UTF-8"));
+        m_desktop = std::make_unique<DesktopSession>();
+        QVERIFY(m_desktop->isRunning());
     }
-    void cleanup() {
-        for (QProcess *const process : {m_application.get(), m_windowManager.get(), &m_bus}) {
-            process->kill();
-            process->waitForFinished();
-        }
-        m_x.reset();
-        m_home.reset();
-    }
+    void cleanup() { m_desktop.reset(); }
 
-    void aSecondStartBringsTheFirstWindowForward() {
-        startApplication();
-        closeWindow();
-        QCOMPARE(run(QStringLiteral(LEXIQUILL_PROGRAM)).status, 0);
-        QTRY_COMPARE(visibleWindows().size(), 1);
-        QCOMPARE(m_application->state(), QProcess::Running);
-    }
-
-    void theWindowComesBackWhereItWas() {
-        startApplication();
-        xdotool({QStringLiteral("windowmove"), QStringLiteral("--sync"), visibleWindows().constFirst(),
-                 QStringLiteral("60"), QStringLiteral("70")});
+    void theWindowComesBackAsItWas() {
+        m_desktop->home.setWordbook(words(40));
+        m_desktop->startApplication();
+        QTRY_COMPARE(m_desktop->tree().focusedName(), QStringLiteral("查词"));
+        m_desktop->type(QStringLiteral("half"));
+        m_desktop->press(QStringLiteral("ctrl+3"));
+        QTRY_COMPARE(m_desktop->tree().focusedName(), QStringLiteral("筛选单词、释义或笔记"));
+        m_desktop->press(QStringLiteral("Down End"));
+        QTRY_VERIFY(showsWord(QStringLiteral("word0")));
+        m_desktop->xdotool({QStringLiteral("windowmove"), QStringLiteral("--sync"),
+                            m_desktop->visibleWindows().constFirst(), QStringLiteral("60"),
+                            QStringLiteral("70")});
         const QString geometry = windowGeometry();
-        closeWindow();
-        QCOMPARE(run(QStringLiteral(LEXIQUILL_PROGRAM)).status, 0);
-        QTRY_COMPARE(visibleWindows().size(), 1);
+        m_desktop->closeWindow();
+        QCOMPARE(m_desktop->run().status, 0);
+        QTRY_VERIFY(m_desktop->isActive());
         QTRY_COMPARE(windowGeometry(), geometry);
-    }
-
-    void requestsShowTheWindow_data() {
-        QTest::addColumn<QStringList>("command");
-        const QString program = QStringLiteral(LEXIQUILL_PROGRAM);
-        QTest::newRow("address") << QStringList{program, QStringLiteral("lexiquill:apple")};
-        QTest::newRow("lookup") << busCall(QStringLiteral("com.lexiquill.Lexiquill.Lookup"),
-                                           {QStringLiteral("string:  apple\n")});
-    }
-    void requestsShowTheWindow() {
-        QFETCH(const QStringList, command);
-        startApplication();
-        closeWindow();
-        const Outcome outcome = run(command.constFirst(), command.mid(1));
-        QVERIFY2(outcome.status == 0, outcome.errors);
-        QTRY_COMPARE(visibleWindows().size(), 1);
+        QVERIFY(showsWord(QStringLiteral("word0")));
+        QVERIFY(!showsWord(QStringLiteral("word39")));
+        m_desktop->press(QStringLiteral("ctrl+1"));
+        QTRY_COMPARE(m_desktop->tree().find(QStringLiteral("text"), QStringLiteral("查词")).text,
+                     QStringLiteral("half"));
     }
 
     void aBlankLookupIsAnError() {
-        startApplication();
-        const QStringList command =
-            busCall(QStringLiteral("com.lexiquill.Lexiquill.Lookup"), {QStringLiteral("string: \n ")});
-        const Outcome outcome = run(command.constFirst(), command.mid(1));
+        m_desktop->startApplication();
+        const Outcome outcome = m_desktop->callLookup(QStringLiteral(" \n "));
         QVERIFY(outcome.status != 0);
         QVERIFY2(outcome.errors.contains("No valid text provided."), outcome.errors);
     }
 
     void thereIsNeverASecondWindow() {
-        startApplication();
-        pressKey(QStringLiteral("ctrl+n"));
+        m_desktop->startApplication();
+        m_desktop->press(QStringLiteral("ctrl+n"));
         for (int i = 0; i < 3; ++i)
-            QCOMPARE(run(QStringLiteral(LEXIQUILL_PROGRAM)).status, 0);
-        QCOMPARE(visibleWindows().size(), 1);
+            QCOMPARE(m_desktop->run().status, 0);
+        QCOMPARE(m_desktop->visibleWindows().size(), 1);
+        QCOMPARE(m_desktop->application->state(), QProcess::Running);
     }
 
     void quitEndsIt_data() {
-        QTest::addColumn<bool>("byKey");
-        QTest::newRow("key") << true;
-        QTest::newRow("desktop's action") << false;
+        QTest::addColumn<QString>("keys");
+        QTest::newRow("key") << QStringLiteral("ctrl+q");
+        QTest::newRow("key above a sheet") << QStringLiteral("ctrl+comma ctrl+q");
+        QTest::newRow("menu") << QStringLiteral("F10 Up Return");
+        QTest::newRow("desktop's action") << QString();
     }
     void quitEndsIt() {
-        QFETCH(const bool, byKey);
-        startApplication();
-        if (byKey)
-            pressKey(QStringLiteral("ctrl+q"));
+        QFETCH(const QString, keys);
+        m_desktop->startApplication();
+        if (!keys.isEmpty())
+            m_desktop->press(keys);
         else
-            QCOMPARE(run(QStringLiteral(LEXIQUILL_PROGRAM), {QStringLiteral("--desktop-action=quit")}).status,
-                     0);
-        QVERIFY(m_application->waitForFinished(30'000));
-        QCOMPARE(m_application->exitStatus(), QProcess::NormalExit);
-        QCOMPARE(m_application->exitCode(), 0);
+            QCOMPARE(m_desktop->run({QStringLiteral("--desktop-action=quit")}).status, 0);
+        QVERIFY(m_desktop->application->waitForFinished(30'000));
+        QCOMPARE(m_desktop->application->exitStatus(), QProcess::NormalExit);
+        QCOMPARE(m_desktop->application->exitCode(), 0);
+    }
+
+    void aKilledProcessLeavesEverythingGood() {
+        m_desktop->home.setWordbook(words(2));
+        m_desktop->startApplication();
+        m_desktop->type(QStringLiteral("apple"));
+        m_desktop->press(QStringLiteral("Return"));
+        QTRY_COMPARE(m_desktop->home.words()->size(), 3);
+        m_desktop->application->kill();
+        m_desktop->application->waitForFinished();
+        QCOMPARE(m_desktop->home.words()->size(), 3);
+        m_desktop->startApplication();
+        m_desktop->press(QStringLiteral("ctrl+3"));
+        QTRY_VERIFY(showsWord(QStringLiteral("word0")));
     }
 
     void withoutABusASecondStartFindsTheFirst() {
-        m_home->environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"),
-                                   QStringLiteral("unix:path=/nonexistent"));
-        QDir().mkpath(m_home->path(QStringLiteral("run")));
-        startApplication();
-        closeWindow();
-        QCOMPARE(run(QStringLiteral(LEXIQUILL_PROGRAM)).status, 0);
-        QTRY_COMPARE(visibleWindows().size(), 1);
+        m_desktop->home.environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"),
+                                           QStringLiteral("unix:path=/nonexistent"));
+        QDir().mkpath(m_desktop->home.path(QStringLiteral("run")));
+        m_desktop->startApplication();
+        m_desktop->closeWindow();
+        QCOMPARE(m_desktop->run().status, 0);
+        QTRY_COMPARE(m_desktop->visibleWindows().size(), 1);
     }
 
 private:
-    static QStringList busCall(const QString &method, const QStringList &arguments) {
-        return QStringList{QStringLiteral("dbus-send"),
-                           QStringLiteral("--session"),
-                           QStringLiteral("--print-reply"),
-                           QStringLiteral("--dest=com.lexiquill.Lexiquill"),
-                           QStringLiteral("/com/lexiquill/Lexiquill"),
-                           method} +
-               arguments;
+    /// A wordbook, newest words last: "word0" and so on.
+    static QByteArray words(int count) {
+        QByteArrayList records;
+        for (int i = 0; i < count; ++i)
+            records += QStringLiteral(R"({"word": "word%1", "lastSearchedDate": "2025-01-01T00:00:%2Z"})")
+                           .arg(i)
+                           .arg(i, 2, 10, QLatin1Char('0'))
+                           .toUtf8();
+        return '[' + records.join(',') + ']';
     }
-
-    Outcome run(const QString &program, const QStringList &arguments = {}) const {
-        QProcess process;
-        process.setProcessEnvironment(m_home->environment);
-        process.start(program, arguments);
-        if (!process.waitForFinished(30'000))
-            return {};
-        return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
-                process.readAllStandardError()};
-    }
-    QString xdotool(const QStringList &arguments) const {
-        return run(QStringLiteral("xdotool"), arguments).output;
-    }
-    QStringList visibleWindows() const {
-        return xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--name"),
-                        QStringLiteral("^Lexiquill$")})
-            .split(u'\n', Qt::SkipEmptyParts);
+    bool showsWord(const QString &word) const {
+        for (const AccessibleObject &object : m_desktop->tree().objects()) {
+            if (object.role == QStringLiteral("list item") && object.name.startsWith(word + u'，'))
+                return true;
+        }
+        return false;
     }
     QString windowGeometry() const {
-        return xdotool({QStringLiteral("getwindowgeometry"), visibleWindows().value(0)});
-    }
-    void pressKey(const QString &key) const {
-        xdotool({QStringLiteral("windowfocus"), QStringLiteral("--sync"), visibleWindows().value(0)});
-        xdotool({QStringLiteral("key"), key});
-    }
-    void startApplication() {
-        m_application = std::make_unique<QProcess>();
-        m_application->setProcessEnvironment(m_home->environment);
-        m_application->start(QStringLiteral(LEXIQUILL_PROGRAM), QStringList());
-        QTRY_COMPARE_WITH_TIMEOUT(visibleWindows().size(), 1, 30'000);
-    }
-    void closeWindow() const {
-        pressKey(QStringLiteral("ctrl+w"));
-        QTRY_VERIFY_WITH_TIMEOUT(visibleWindows().isEmpty(), 30'000);
+        return m_desktop->xdotool(
+            {QStringLiteral("getwindowgeometry"), m_desktop->visibleWindows().value(0)});
     }
 
-    std::unique_ptr<Home> m_home;
-    std::unique_ptr<XServer> m_x;
-    std::unique_ptr<QProcess> m_windowManager;
-    std::unique_ptr<QProcess> m_application;
-    QProcess m_bus;
+    std::unique_ptr<DesktopSession> m_desktop;
 };
 
 QTEST_GUILESS_MAIN(WindowSessionTest)

@@ -13,10 +13,12 @@ namespace lexiquill {
 /// A real X server on a display of its own, without a screen.
 class XServer {
 public:
-    /// Without a display, the server chooses a free one.
-    explicit XServer(const QString &display = {}) {
+    /// Without a display, the server chooses a free one. Held keys repeat soon unless `options` say
+    /// otherwise.
+    explicit XServer(const QString &display = {},
+                     const QString &options = QStringLiteral("-ardelay 50 -arinterval 10")) {
         QStringList arguments =
-            QStringLiteral("-displayfd 1 -nolisten tcp -noreset -ardelay 50 -arinterval 10").split(u' ');
+            QStringLiteral("-displayfd 1 -nolisten tcp -noreset").split(u' ') + options.split(u' ');
         if (!display.isEmpty())
             arguments.prepend(display);
         m_server.start(QStringLiteral("Xvfb"), arguments);
