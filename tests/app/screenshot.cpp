@@ -1,14 +1,18 @@
-// Usage: screenshot [--screen NAME] [--size WIDTHxHEIGHT] [--scale FACTOR] [--dark] [--wordbook FILE] [--word
-// WORD]
-// [--wait MS] OUTPUT.png Draws the main window as it stands after a moment, without a display, into a
-// picture. NAME is a tab (dictionary, weeklyReview, history, statistics) or a sheet (preferences, account,
-// update). With several pictures in mind, run it several times: every run has services and a wordbook of its
-// own.
+// Usage: screenshot [--screen NAME] [--size WIDTHxHEIGHT] [--scale FACTOR] [--dark] [--wordbook FILE]
+//     [--sample COUNT] [--word WORD] [--user NAME] [--release stalled|broken] [--steps STEPS] [--wait MS]
+//     OUTPUT.png
+// Draws the main window as it stands after a moment, without a display, into a picture. NAME is a tab
+// (dictionary, weeklyReview, history, statistics) or a sheet (preferences, account, update). The wordbook is
+// read from a file, or made of COUNT words; otherwise it is that of the first start. NAME is logged in to a
+// server of its own, which with --release also has a newer release. STEPS are as takeSteps() takes them. With
+// several pictures in mind, run it several times: every run has services and a wordbook of its own.
 
 #include "app/content_view.h"
 #include "app/desktop_appearance.h"
 #include "app/lexiquill_app.h"
+#include "app/screenshot_steps.h"
 #include "app/test_services.h"
+#include "http_server.h"
 
 #include <QCommandLineParser>
 #include <QFile>
@@ -65,7 +69,11 @@ int main(int argc, char **argv) {
     const QCommandLineOption wordbook(QStringLiteral("wordbook"), {}, QStringLiteral("FILE"));
     const QCommandLineOption word(QStringLiteral("word"), {}, QStringLiteral("WORD"));
     const QCommandLineOption wait(QStringLiteral("wait"), {}, QStringLiteral("MS"), QStringLiteral("600"));
-    parser.addOptions({screen, size, scale, dark, wordbook, word, wait});
+    const QCommandLineOption sample(QStringLiteral("sample"), {}, QStringLiteral("COUNT"));
+    const QCommandLineOption user(QStringLiteral("user"), {}, QStringLiteral("NAME"));
+    const QCommandLineOption release(QStringLiteral("release"), {}, QStringLiteral("DOWNLOAD"));
+    const QCommandLineOption steps(QStringLiteral("steps"), {}, QStringLiteral("STEPS"));
+    parser.addOptions({screen, size, scale, dark, wordbook, word, wait, sample, user, release, steps});
     parser.addPositionalArgument(QStringLiteral("output"), {});
     parser.process(application);
     if (parser.positionalArguments().size() != 1)
@@ -79,8 +87,15 @@ int main(int argc, char **argv) {
             return EXIT_FAILURE;
         }
         words = file.readAll();
+    } else if (parser.isSet(sample)) {
+        words = sampleWordbook(TestServices(QByteArrayLiteral("[]")).offlineDictionaries(),
+                               parser.value(sample).toInt());
     }
-    TestServices services(words);
+    HttpServer server(ServedAnswer{});
+    serveSamples(server, parser.value(release));
+    TestServices services(words, server.base());
+    if (parser.isSet(user))
+        services.sync().login(parser.value(user), QStringLiteral("password"), [](bool, const auto &) {});
     Services::setCurrent(&services);
     DesktopAppearance::shared().setPreference(parser.isSet(dark));
     QQmlApplicationEngine engine;
@@ -97,7 +112,8 @@ int main(int argc, char **argv) {
     ContentView::shared().handleExternalWordLookup(parser.value(word));
     int status = EXIT_FAILURE;
     QTimer::singleShot(parser.value(wait).toInt(), &application, [&] {
-        if (window->grabWindow().save(parser.positionalArguments().constFirst()))
+        if (takeSteps(*window, parser.value(steps)) &&
+            window->grabWindow().save(parser.positionalArguments().constFirst(), "PNG", 0))
             status = EXIT_SUCCESS;
         QCoreApplication::quit();
     });

@@ -4,12 +4,12 @@
 
 namespace lexiquill {
 
-TestServices::TestServices(const QByteArray &wordbook)
+TestServices::TestServices(const QByteArray &wordbook, const QString &serverBase)
     : m_updater({.http = m_http,
-                 .updateCheckURL = QUrl(QStringLiteral("http://127.0.0.1:9/version.json")),
+                 .updateCheckURL = QUrl(serverBase + QLatin1StringView("/version.json")),
                  .currentVersion = QStringLiteral("1.0.0"),
                  .currentBuild = QStringLiteral("1"),
-                 .installation = {},
+                 .installation = {.applicationPath = path(QStringLiteral("Lexiquill.app"))},
                  .platform = ScriptPlatform::Linux,
                  .quit = [](int) {},
                  .directory = m_directory.path()}) {
@@ -24,7 +24,7 @@ TestServices::TestServices(const QByteArray &wordbook)
                                                                               .dictionary = m_offline,
                                                                               .spotlight = m_spotlight});
     m_sync = std::make_unique<SyncManager>(
-        SyncManager::Dependencies{.apiBase = QStringLiteral("http://127.0.0.1:9/api"),
+        SyncManager::Dependencies{.apiBase = serverBase + QLatin1StringView("/api"),
                                   .http = m_http,
                                   .storage = *m_storage,
                                   .defaults = m_defaults});

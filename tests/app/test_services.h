@@ -19,10 +19,11 @@ namespace lexiquill {
 
 /// Services of a test's own, in a temporary directory: an empty online source, the starter dictionary, no
 /// search index, a hotkey that always registers. The wordbook starts with `wordbook`, or with the seeded
-/// words without.
+/// words without. Nothing answers at the server's base address unless the test gives one.
 class TestServices : public Services {
 public:
-    explicit TestServices(const QByteArray &wordbook = {});
+    explicit TestServices(const QByteArray &wordbook = {},
+                          const QString &serverBase = QStringLiteral("http://127.0.0.1:9"));
 
     StorageManager &storage() override { return *m_storage; }
     DictionaryService &dictionary() override { return m_dictionary; }
