@@ -3,6 +3,7 @@
 #include "app/search/search_session.h"
 #include "app/search/word_card.h"
 #include "app/test_services.h"
+#include "http_server.h"
 #include "support/test.h"
 
 #include <QAbstractItemModelTester>
@@ -227,6 +228,35 @@ private Q_SLOTS:
         QCOMPARE(pronunciationUrl(base, u" ice cream "_s).toEncoded(),
                  "https://dict.example/dictvoice?audio=ice%20cream&type=2"_ba);
         QVERIFY(!pronunciationUrl(base, u" "_s).isValid());
+    }
+
+    /// Whatever comes in place of a recording, and whatever the machine can play, there is a message.
+    void unplayableSounds_data() {
+        QTest::addColumn<int>("manner");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QString>("message");
+        const auto row = [](const char *name, ServedAnswer::Manner manner, int status, const char *message) {
+            QTest::newRow(name) << static_cast<int>(manner) << status << QString::fromUtf8(message);
+        };
+        row("broken connection", ServedAnswer::Manner::Reset, 200, "无法播放发音：请检查网络连接后重试。");
+        row("no recording", ServedAnswer::Manner::Proper, 404, "无法播放发音：服务器没有提供这个词的发音。");
+        row("no sound", ServedAnswer::Manner::Proper, 200, "无法播放发音：");
+    }
+    void unplayableSounds() {
+        QFETCH(const int, manner);
+        QFETCH(const int, status);
+        QFETCH(const QString, message);
+        const HttpServer server(
+            {.status = status, .body = "no sound", .manner = static_cast<ServedAnswer::Manner>(manner)});
+        TestServices services;
+        services.defaults().set(ServerAddresses::youdaoKey, server.base());
+        Services::setCurrent(&services);
+        Pronunciation pronunciation;
+        QSignalSpy failures(&pronunciation, &Pronunciation::failed);
+        pronunciation.play(QStringLiteral("apple"));
+        QVERIFY(failures.wait(30'000));
+        QVERIFY(failures[0][0].toString().startsWith(message));
+        QVERIFY(!pronunciation.isFetching());
     }
 };
 

@@ -1,12 +1,15 @@
 #include "app/search/pronunciation.h"
 
 #include "app/services.h"
+#include "sound_player/sound_outcome.h"
 #include "support/server_addresses.h"
 #include "support/url_query.h"
 
-#include <QFile>
+#include <QCoreApplication>
+#include <QDir>
 
 #include <chrono>
+#include <utility>
 
 namespace lexiquill {
 
@@ -16,6 +19,30 @@ namespace {
 
 /// A spoken word takes some ten thousand bytes.
 constexpr qint64 maxSoundSize = qint64{4} << 20;
+
+/// The player of this installation or build tree.
+QString usualPlayer() {
+    const QDir programs(QCoreApplication::applicationDirPath());
+    const QString installed =
+        programs.filePath(QStringLiteral(LEXIQUILL_LIBEXEC_FROM_BIN "/lexiquill-sound-player"));
+    return QFile::exists(installed) ? installed
+                                    : programs.filePath(QStringLiteral("../libexec/lexiquill-sound-player"));
+}
+
+/// What to tell the user; null after success.
+QString messageOf(SoundOutcome outcome) {
+    switch (outcome) {
+    case SoundOutcome::Played:
+        return {};
+    case SoundOutcome::NoMultimedia:
+        return QStringLiteral("无法播放发音：没有安装多媒体组件 (qml6-module-qtmultimedia)。");
+    case SoundOutcome::NoDevice:
+        return QStringLiteral("无法播放发音：没有可用的音频输出设备。");
+    case SoundOutcome::Unplayable:
+        return QStringLiteral("无法播放发音：系统无法解码这段录音。");
+    }
+    return QStringLiteral("无法播放发音：系统的多媒体组件出错。");
+}
 
 } // namespace
 
@@ -31,7 +58,7 @@ Pronunciation::Pronunciation(QObject *parent) : QObject(parent) {}
 
 Pronunciation::~Pronunciation() = default;
 
-void Pronunciation::fetch(const QString &word) {
+void Pronunciation::play(const QString &word) {
     cancel();
     const QUrl url = pronunciationUrl(ServerAddresses::from(Services::current().defaults()).youdao, word);
     if (!url.isValid()) {
@@ -45,6 +72,12 @@ void Pronunciation::fetch(const QString &word) {
 
 void Pronunciation::cancel() {
     m_cancellation.reset();
+    if (m_player) {
+        m_player->disconnect(this);
+        connect(m_player, &QProcess::finished, m_player, &QObject::deleteLater);
+        m_player->kill();
+        m_player = nullptr;
+    }
     setFetching(false);
 }
 
@@ -64,11 +97,11 @@ QCoro::Task<> Pronunciation::download(QUrl url, CancellationToken cancellation) 
                                         : QStringLiteral("无法播放发音：服务器没有提供这个词的发音。"));
         co_return;
     }
-    const QUrl file = store(reply.body);
-    if (file.isEmpty())
-        Q_EMIT failed(QStringLiteral("无法播放发音：临时文件无法写入。"));
+    m_file = std::make_unique<QTemporaryFile>();
+    if (m_file->open() && m_file->write(reply.body) == reply.body.size() && m_file->flush())
+        playFile(m_file->fileName());
     else
-        Q_EMIT ready(file);
+        Q_EMIT failed(QStringLiteral("无法播放发音：临时文件无法写入。"));
 }
 
 void Pronunciation::setFetching(bool isFetching) {
@@ -78,13 +111,24 @@ void Pronunciation::setFetching(bool isFetching) {
     Q_EMIT isFetchingChanged();
 }
 
-/// Writes the sound into a file of its own, because a player may still have the last one open.
-QUrl Pronunciation::store(const QByteArray &sound) {
-    m_directory = std::make_unique<QTemporaryDir>();
-    QFile file(m_directory->filePath(QStringLiteral("%1.mp3").arg(++m_files)));
-    if (!m_directory->isValid() || !file.open(QIODevice::WriteOnly) || file.write(sound) != sound.size())
-        return {};
-    return QUrl::fromLocalFile(file.fileName());
+void Pronunciation::playFile(const QString &file) {
+    m_player = new QProcess(this);
+    m_player->setStandardErrorFile(QProcess::nullDevice());
+    connect(m_player, &QProcess::finished, this, [this](int status, QProcess::ExitStatus exit) {
+        // One that crashed has no status of its own.
+        std::exchange(m_player, nullptr)->deleteLater();
+        const QString message =
+            messageOf(static_cast<SoundOutcome>(exit == QProcess::NormalExit ? status : -1));
+        if (!message.isNull())
+            Q_EMIT failed(message);
+    });
+    connect(m_player, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
+        if (error != QProcess::FailedToStart)
+            return;
+        std::exchange(m_player, nullptr)->deleteLater();
+        Q_EMIT failed(messageOf(SoundOutcome::NoMultimedia));
+    });
+    m_player->start(usualPlayer(), {file});
 }
 
 } // namespace lexiquill

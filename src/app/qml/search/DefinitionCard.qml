@@ -23,7 +23,7 @@ Card {
     signal deleted(word: string)
 
     function pronounce(): void {
-        pronunciation.fetch(record.headword);
+        pronunciation.play(record.headword);
     }
 
     function say(message: string): void {
@@ -60,27 +60,6 @@ Card {
         id: pronunciation
 
         onFailed: message => card.say(message)
-        onReady: file => {
-            player.active = true;
-            if (player.status === Loader.Ready)
-                (player.item as SoundPlayer).play(file);
-            else
-                card.say("无法播放发音：没有安装多媒体组件。");
-        }
-    }
-    Loader {
-        id: player
-
-        active: false
-        source: "SoundPlayer.qml"
-    }
-    Connections {
-        target: player.item
-        ignoreUnknownSignals: true
-
-        function onFailed(message: string): void {
-            card.say(message);
-        }
     }
 
     Column {

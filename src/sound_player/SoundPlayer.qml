@@ -1,0 +1,39 @@
+import QtMultimedia
+import QtQuick
+
+/// Plays a sound file once.
+Item {
+    id: player
+
+    required property url file
+
+    /// Ends the process with a SoundOutcome, once events are handled.
+    function finish(outcome: int): void {
+        Qt.callLater(Qt.exit, outcome);
+    }
+
+    Component.onCompleted: {
+        if (devices.audioOutputs.length === 0)
+            player.finish(4);
+        else
+            media.active = true;
+    }
+
+    MediaDevices {
+        id: devices
+    }
+    // Without a device even making a player can end the process.
+    Loader {
+        id: media
+
+        active: false
+        sourceComponent: MediaPlayer {
+            audioOutput: AudioOutput {}
+            source: player.file
+            onErrorOccurred: player.finish(5)
+            onPlaybackStateChanged: if (playbackState === MediaPlayer.StoppedState)
+                player.finish(0)
+            Component.onCompleted: play()
+        }
+    }
+}
