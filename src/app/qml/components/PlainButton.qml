@@ -53,7 +53,8 @@ T.Button {
                 visible: text !== ""
                 width: Math.min(implicitWidth, Math.max(0, control.availableWidth - (control.symbol === "" ? 0 : 22)))
                 text: control.text
-                font: control.font
+                font.pixelSize: control.font.pixelSize
+                font.weight: control.font.weight
                 color: control.tint
                 elide: Text.ElideRight
                 textFormat: Text.PlainText

@@ -49,7 +49,7 @@ FocusScope {
         color: Theme.text
         selectionColor: Theme.accent
         selectedTextColor: "#FFFFFF"
-        font.pixelSize: Theme.bodySize
+        font: DesktopAppearance.font(Theme.bodySize)
         selectByMouse: true
         activeFocusOnTab: true
         textFormat: TextEdit.PlainText

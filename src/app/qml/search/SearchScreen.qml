@@ -67,7 +67,7 @@ FocusScope {
         anchors.margins: 2 * Theme.unit
         focus: true
         height: 40
-        font.pixelSize: Theme.headingSize
+        textSize: Theme.headingSize
         placeholderText: "输入英文单词或短语，也可以输入中文"
         Accessible.name: "查词"
         onTextChanged: session.text = text
@@ -130,8 +130,10 @@ FocusScope {
         Column {
             id: missing
 
-            x: 2 * Theme.unit
-            width: parent.width - 4 * Theme.unit
+            // In line with the suggestions' symbols.
+            x: 2 * Theme.unit + 12
+            y: Theme.unit
+            width: parent.width - x - 2 * Theme.unit
             visible: session.state === SearchSession.State.NotFound
             spacing: Theme.unit
 
@@ -157,7 +159,7 @@ FocusScope {
             id: heading
 
             x: 2 * Theme.unit + 12
-            y: missing.visible ? missing.height + 2 * Theme.unit : 0
+            y: missing.visible ? missing.y + missing.height + 2 * Theme.unit : 0
             visible: suggestionList.visible && suggestionList.count > 0 && text !== ""
             role: ThemedText.Caption
             font.weight: Font.DemiBold
