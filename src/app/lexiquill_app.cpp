@@ -10,12 +10,33 @@
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
 #include <QTimer>
+#include <QTranslator>
 
 #include <cstdlib>
 #include <future>
 #include <memory>
 
 namespace lexiquill {
+
+namespace {
+
+/// What Qt's own file dialog says where the desktop has none.
+class FileDialogTexts : public QTranslator {
+public:
+    using QTranslator::QTranslator;
+
+    bool isEmpty() const override { return false; }
+    QString translate(const char *context, const char *text, const char * /*comment*/,
+                      int /*count*/) const override {
+        if (qstrcmp(context, "FileDialog") != 0)
+            return {};
+        if (qstrcmp(text, "File name") == 0)
+            return QStringLiteral("文件名");
+        return qstrcmp(text, "Filter") == 0 ? QStringLiteral("类型") : QString();
+    }
+};
+
+} // namespace
 
 void LexiquillApp::prepare(QQmlEngine &engine) {
     engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
@@ -30,6 +51,7 @@ void LexiquillApp::setUpApplication() {
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Lexiquill"));
     QGuiApplication::setDesktopFileName(QStringLiteral("com.lexiquill.Lexiquill"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
+    QCoreApplication::installTranslator(new FileDialogTexts(qGuiApp));
     // Chinese in its own forms, whatever the locale would choose.
     QFont font = QGuiApplication::font();
     font.setFamilies({font.family(), QStringLiteral("Noto Sans CJK SC")});
