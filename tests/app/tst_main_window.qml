@@ -67,4 +67,34 @@ TestCase {
         keyClick(row.key, Qt.ControlModifier);
         compare(ContentView.selectedTab, row.tab);
     }
+
+    function test_the_keyboard_returns_when_a_sheet_or_the_menu_closes_data() {
+        return [
+            {tag: "sheet", open: () => keyClick(Qt.Key_Comma, Qt.ControlModifier), isSheet: true},
+            {tag: "menu", open: () => keyClick(Qt.Key_F10), isSheet: false}
+        ];
+    }
+
+    function test_the_keyboard_returns_when_a_sheet_or_the_menu_closes(row) {
+        window.requestActivate();
+        tryCompare(window, "active", true);
+        keyClick(Qt.Key_1, Qt.ControlModifier);
+        tryVerify(() => window.activeFocusItem?.Accessible.name === "查词");
+        const field = window.activeFocusItem;
+        row.open();
+        tryVerify(() => window.activeFocusItem && window.activeFocusItem !== field);
+        compare(HotKeyManager.showSettingsSheet, row.isSheet);
+        keyClick(Qt.Key_Escape);
+        tryCompare(window, "activeFocusItem", field);
+        verify(!HotKeyManager.showSettingsSheet);
+    }
+
+    function test_the_menu_is_used_by_keyboard() {
+        keyClick(Qt.Key_F10);
+        keyClick(Qt.Key_Down);
+        keyClick(Qt.Key_Return);
+        tryCompare(HotKeyManager, "showSettingsSheet", true);
+        keyClick(Qt.Key_Escape);
+        tryCompare(HotKeyManager, "showSettingsSheet", false);
+    }
 }

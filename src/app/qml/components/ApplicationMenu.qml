@@ -18,6 +18,8 @@ T.Menu {
         model: menu.contentModel
         currentIndex: menu.currentIndex
         interactive: false
+        Accessible.role: Accessible.PopupMenu
+        Accessible.name: "菜单"
     }
     background: Rectangle {
         radius: 10

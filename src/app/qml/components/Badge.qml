@@ -7,9 +7,11 @@ Rectangle {
 
     required property string text
     property color tint: Theme.red
+    /// For the corner of a symbol: smaller, and no longer than three characters.
+    property bool isSmall: false
 
-    implicitWidth: Math.max(label.implicitWidth + 12, implicitHeight)
-    implicitHeight: 18
+    implicitWidth: Math.max(label.implicitWidth + (isSmall ? 7 : 12), implicitHeight)
+    implicitHeight: isSmall ? 15 : 18
     radius: implicitHeight / 2
     color: tint
 
@@ -17,9 +19,9 @@ Rectangle {
         id: label
 
         anchors.centerIn: parent
-        text: badge.text
+        text: badge.isSmall && badge.text.length > 2 ? "99+" : badge.text
         color: "#FFFFFF"
-        font.pixelSize: 11
+        font.pixelSize: badge.isSmall ? 9 : 11
         font.bold: true
         textFormat: Text.PlainText
     }

@@ -105,6 +105,7 @@ Rectangle {
             width: parent.width
             isCollapsed: sidebar.isCollapsed
             isQuiet: true
+            isOpen: menu.visible
             symbol: "line.3.horizontal"
             text: "菜单"
             Accessible.role: Accessible.ButtonMenu

@@ -16,9 +16,12 @@ T.AbstractButton {
     /// Some work that the row started is going on.
     property bool isBusy: false
     property string help: ""
+    /// A menu that belongs to the row is open.
+    property bool isOpen: false
 
     implicitHeight: isTall ? 44 : isQuiet ? 30 : 36
-    focusPolicy: Qt.StrongFocus
+    // A click leaves the keyboard to the screen that it selects.
+    focusPolicy: Qt.TabFocus
     hoverEnabled: true
     opacity: enabled ? 1 : 0.5
     Accessible.role: isQuiet ? Accessible.Button : Accessible.PageTab
@@ -49,7 +52,8 @@ T.AbstractButton {
             anchors.rightMargin: Theme.unit
             anchors.verticalCenter: parent.verticalCenter
             visible: !control.isCollapsed
-            text: control.text
+            // A second line begins at the bracket rather than inside it.
+            text: control.isTall ? control.text.replace(" (", "\n(") : control.text
             color: control.checked ? "#FFFFFF" : control.isQuiet ? Theme.secondaryText : Theme.text
             font.pixelSize: control.isQuiet ? Theme.captionSize : Theme.bodySize
             elide: Text.ElideRight
@@ -68,18 +72,26 @@ T.AbstractButton {
         Badge {
             id: badgeItem
 
-            anchors.right: parent.right
-            anchors.rightMargin: control.isCollapsed ? -2 : Theme.unit
-            anchors.verticalCenter: parent.verticalCenter
-            anchors.verticalCenterOffset: control.isCollapsed ? -10 : 0
-            scale: control.isCollapsed ? 0.8 : 1
+            x: control.isCollapsed ? icon.x + icon.width - Theme.unit : parent.width - width - Theme.unit
+            y: control.isCollapsed ? icon.y - 6 : (parent.height - height) / 2
             visible: control.badge !== ""
+            isSmall: control.isCollapsed
             text: control.badge
+
+            // Keeps it apart from the symbol that it lies on.
+            Rectangle {
+                z: -1
+                anchors.fill: parent
+                anchors.margins: -1.5
+                radius: height / 2
+                visible: control.isCollapsed
+                color: control.checked ? Theme.accent : Theme.sidebarGround
+            }
         }
     }
     background: Rectangle {
         radius: Theme.controlRadius
-        color: control.checked ? Theme.accent : control.down ? Theme.pressed : control.hovered ? Theme.hover : "transparent"
+        color: control.checked ? Theme.accent : control.down || control.isOpen ? Theme.pressed : control.hovered ? Theme.hover : "transparent"
 
         FocusRing {
             shown: control.visualFocus
@@ -88,6 +100,6 @@ T.AbstractButton {
 
     HelpText {
         text: control.help !== "" ? control.help : control.isCollapsed ? control.text : ""
-        shown: control.hovered && !control.down
+        shown: control.hovered && !control.down && !control.isOpen
     }
 }
