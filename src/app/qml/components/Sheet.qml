@@ -16,7 +16,7 @@ T.Dialog {
     anchors.centerIn: parent
     width: Math.min(480, parent ? parent.width - 4 * Theme.unit : 480)
     height: Math.min(implicitHeight, parent ? parent.height - 4 * Theme.unit : implicitHeight)
-    implicitHeight: header.height + inner.childrenRect.height + 5 * Theme.unit
+    implicitHeight: header.height + inner.childrenRect.height + (title === "" ? 6 : 4) * Theme.unit
     padding: 0
     modal: true
     focus: true

@@ -32,7 +32,7 @@ QtObject {
 
     readonly property color text: isDark ? "#F2F2F4" : "#1D1D1F"
     readonly property color secondaryText: isDark ? "#A6A6AC" : "#6A6A70"
-    readonly property color tertiaryText: isDark ? "#7C7C82" : "#98989E"
+    readonly property color tertiaryText: isDark ? "#929298" : "#7A7A80"
     readonly property color selection: isDark ? Qt.rgba(0.04, 0.52, 1, 0.28) : Qt.rgba(0.04, 0.52, 1, 0.14)
 
     readonly property int unit: 8

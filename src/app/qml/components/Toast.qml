@@ -67,6 +67,9 @@ Rectangle {
             visible: toast.actionText !== ""
             text: toast.actionText
             tint: "#6CB6FF"
+            ground: "#1FFFFFFF"
+            hoveredGround: "#33FFFFFF"
+            pressedGround: "#47FFFFFF"
             onClicked: {
                 const act = toast.action;
                 toast.hide();

@@ -47,7 +47,7 @@ Card {
             width: parent.width
             role: ThemedText.Small
             text: card.subtitle
-            color: card.tint
+            color: Theme.onTint(card.tint)
             elide: Text.ElideRight
             Accessible.ignored: true
         }
