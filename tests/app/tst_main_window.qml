@@ -88,13 +88,4 @@ TestCase {
         tryCompare(window, "activeFocusItem", field);
         verify(!HotKeyManager.showSettingsSheet);
     }
-
-    function test_the_menu_is_used_by_keyboard() {
-        keyClick(Qt.Key_F10);
-        keyClick(Qt.Key_Down);
-        keyClick(Qt.Key_Return);
-        tryCompare(HotKeyManager, "showSettingsSheet", true);
-        keyClick(Qt.Key_Escape);
-        tryCompare(HotKeyManager, "showSettingsSheet", false);
-    }
 }
