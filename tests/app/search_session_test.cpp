@@ -4,6 +4,7 @@
 #include "app/search/word_card.h"
 #include "app/test_services.h"
 #include "http_server.h"
+#include "support/server_addresses.h"
 #include "support/test.h"
 
 #include <QAbstractItemModelTester>
