@@ -36,9 +36,7 @@ TestCase {
 
     function test_update_check_tells_its_outcome() {
         window.checkForUpdates();
-        let toast = null;
-        for (let i = 0; i < window.contentItem.children.length; ++i)
-            toast = window.contentItem.children[i] instanceof Toast ? window.contentItem.children[i] : toast;
+        const toast = findChild(window.contentItem, "windowToast");
         tryCompare(toast, "visible", true);
         verify(toast.message !== "");
     }

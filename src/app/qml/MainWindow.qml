@@ -78,6 +78,8 @@ Window {
         }
         Toast {
             id: toast
+
+            objectName: "windowToast"
         }
     }
 
