@@ -6,11 +6,21 @@ import Lexiquill
 Flickable {
     id: area
 
+    readonly property Item focusItem: Window.activeFocusItem
+
     clip: true
     contentWidth: width
     contentHeight: contentItem.childrenRect.height
     boundsBehavior: Flickable.StopAtBounds
     T.ScrollBar.vertical: ThinScrollBar {}
+    // The keyboard may go to what is scrolled away.
+    onFocusItemChanged: {
+        let ancestor = focusItem;
+        while (ancestor && ancestor !== contentItem)
+            ancestor = ancestor.parent;
+        if (ancestor)
+            reveal(focusItem);
+    }
 
     /// Scrolls as little as needed to show the item.
     function reveal(item: Item): void {

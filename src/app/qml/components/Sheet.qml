@@ -69,16 +69,6 @@ T.Dialog {
         ScrollArea {
             id: area
 
-            readonly property Item focusItem: Window.activeFocusItem
-
-            // The keyboard may go to what is scrolled away.
-            onFocusItemChanged: {
-                let ancestor = focusItem;
-                while (ancestor && ancestor !== inner)
-                    ancestor = ancestor.parent;
-                if (ancestor)
-                    reveal(focusItem);
-            }
             anchors.top: header.bottom
             anchors.topMargin: sheet.title === "" ? 3 * Theme.unit : Theme.unit
             anchors.bottom: parent.bottom
