@@ -4,6 +4,7 @@
 #include "cli/terminal.h"
 #include "platform/process.h"
 
+#include <QFile>
 #include <QLibrary>
 #include <QStringList>
 
@@ -51,14 +52,19 @@ int AppLauncher::main(int argc, char **argv) {
     if (forwardStart != nullptr && forwardStart(&arguments))
         return EXIT_SUCCESS;
 
-    QLibrary library(libraryDirectory() + QStringLiteral("/liblexiquill_desktop.so"));
-    const auto runDesktop = reinterpret_cast<int (*)(int, char **)>(library.resolve("lexiquill_runDesktop"));
+    const QString desktop = libraryDirectory() + QStringLiteral("/liblexiquill_desktop.so");
+    const bool isInstalled = QFile::exists(desktop);
+    // Before the library is loaded, which takes longer than all that was done until here.
+    if (isInstalled && !hasDisplay())
+        endWithoutDisplay();
+    QLibrary library(desktop);
+    const auto runDesktop =
+        isInstalled ? reinterpret_cast<int (*)(int, char **)>(library.resolve("lexiquill_runDesktop"))
+                    : nullptr;
     if (runDesktop == nullptr) {
         terminal::printLine(QStringLiteral("此版本不含图形界面，请在终端中使用：Lexiquill help"));
         return EXIT_SUCCESS;
     }
-    if (!hasDisplay())
-        endWithoutDisplay();
     qInstallMessageHandler(takeLibraryMessage);
     return runDesktop(argc, argv);
 }
