@@ -52,10 +52,9 @@ void LexiquillApp::setUpApplication() {
     QGuiApplication::setDesktopFileName(QStringLiteral("com.lexiquill.Lexiquill"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QCoreApplication::installTranslator(new FileDialogTexts(qGuiApp));
-    // Chinese in its own forms, whatever the locale would choose.
-    QFont font = QGuiApplication::font();
-    font.setFamilies({font.family(), QStringLiteral("Noto Sans CJK SC")});
-    QGuiApplication::setFont(font);
+    // Chinese in its own forms, whatever the locale would choose. Said of the family, for the controls ask
+    // the desktop for their font and not the application.
+    QFont::insertSubstitution(QGuiApplication::font().family(), QStringLiteral("Noto Sans CJK SC"));
 }
 
 int LexiquillApp::run(int argc, char **argv) {

@@ -62,6 +62,7 @@ TestCase {
         verify(field.activeFocus);
         tests.type("concise");
         keyClick(Qt.Key_Return);
+        tryVerify(() => tests.card() !== null);
         tryCompare(tests.card(), "word", "concise");
         tryCompare(tests.card(), "visible", true);
         compare(field.selectedText, "concise");

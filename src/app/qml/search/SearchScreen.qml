@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Lexiquill
 
@@ -45,6 +47,8 @@ FocusScope {
         }
         onStateChanged: {
             scroll.contentY = 0;
+            if (state === SearchSession.State.Found)
+                card.active = true;
             if (state === SearchSession.State.LookingUp)
                 patience.restart();
             else
@@ -199,22 +203,25 @@ FocusScope {
                 width: scroll.contentWidth
                 height: card.height + 3 * Theme.unit
 
-                DefinitionCard {
+                // Made for the first definition, and kept.
+                Loader {
                     id: card
 
                     x: 2 * Theme.unit
                     width: parent.width - 4 * Theme.unit
-                    height: implicitHeight
-                    wordId: session.wordId
-                    sourceText: session.sourceText
-                    toast: toast
-                    onDeleted: session.forget()
+                    active: false
+                    sourceComponent: DefinitionCard {
+                        wordId: session.wordId
+                        sourceText: session.sourceText
+                        toast: messages
+                        onDeleted: session.forget()
+                    }
                 }
             }
         }
     }
 
     Toast {
-        id: toast
+        id: messages
     }
 }
