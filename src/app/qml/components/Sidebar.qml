@@ -14,6 +14,8 @@ Rectangle {
     signal closeRequested
 
     function openMenu(): void {
+        menuLoader.active = true;
+        const menu = menuLoader.item as ApplicationMenu;
         menu.popup(menuRow, menuRow.width, menuRow.height - menu.implicitHeight);
     }
 
@@ -113,10 +115,14 @@ Rectangle {
         }
     }
 
-    ApplicationMenu {
-        id: menu
+    // Made when it is first opened.
+    Loader {
+        id: menuLoader
 
-        onUpdateCheckRequested: sidebar.updateCheckRequested()
-        onCloseRequested: sidebar.closeRequested()
+        active: false
+        sourceComponent: ApplicationMenu {
+            onUpdateCheckRequested: sidebar.updateCheckRequested()
+            onCloseRequested: sidebar.closeRequested()
+        }
     }
 }
