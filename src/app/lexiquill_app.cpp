@@ -7,7 +7,7 @@
 
 #include <QFont>
 #include <QGuiApplication>
-#include <QQmlApplicationEngine>
+#include <QQmlComponent>
 #include <QQuickWindow>
 #include <QTimer>
 #include <QTranslator>
@@ -71,9 +71,10 @@ int LexiquillApp::run(int argc, char **argv) {
     setUpApplication();
     const QStringList arguments = QGuiApplication::arguments();
     const StartRequest request = StartRequest::fromArguments(arguments);
-    QQmlApplicationEngine engine;
+    QQmlEngine engine;
     prepare(engine);
-    storage.get()->moveToThread(application.thread());
+    // Brings in the screens and their modules, but makes none of them yet.
+    QQmlComponent screens(&engine, mainWindowUrl());
 
     AppDelegate &delegate = AppDelegate::shared();
     const std::unique_ptr<ApplicationEndpoint> endpoint = makeApplicationEndpoint();
@@ -83,10 +84,11 @@ int LexiquillApp::run(int argc, char **argv) {
         if (forwardStart(request, tokens))
             return EXIT_SUCCESS;
     }
-    engine.load(mainWindowUrl());
-    if (engine.rootObjects().isEmpty())
+    storage.get()->moveToThread(application.thread());
+    const std::unique_ptr<QObject> window(screens.create());
+    if (!window)
         return EXIT_FAILURE;
-    delegate.setMainWindow(qobject_cast<QQuickWindow *>(engine.rootObjects().constFirst()));
+    delegate.setMainWindow(qobject_cast<QQuickWindow *>(window.get()));
     delegate.enforceSingleWindowPolicy();
     // Started by the message bus, it waits for what comes next.
     if (!arguments.contains(QLatin1StringView("--desktop-service")))
