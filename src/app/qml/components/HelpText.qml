@@ -5,51 +5,58 @@ import QtQuick.Templates as T
 import Lexiquill
 
 /// The help text of its parent, which appears after a moment of hovering. It is made then, for there are many.
-Loader {
+Item {
     id: help
 
     property string text: ""
     property bool shown: false
+    readonly property bool isWanted: shown && text !== ""
+    property T.ToolTip tip: null
 
-    active: shown && text !== ""
-    sourceComponent: T.ToolTip {
-        id: control
+    onIsWantedChanged: if (isWanted && !tip)
+        tip = toolTip.createObject(parent) as T.ToolTip
 
-        parent: help.parent
-        visible: true
-        text: help.text
-        delay: 600
-        timeout: 8000
-        margins: Theme.unit
-        x: parent ? Math.round((parent.width - implicitWidth) / 2) : 0
-        y: parent ? parent.height + 4 : 0
-        implicitWidth: Math.min(280, metrics.implicitWidth) + leftPadding + rightPadding
-        implicitHeight: implicitContentHeight + topPadding + bottomPadding
-        horizontalPadding: 10
-        verticalPadding: 6
-        closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
+    Component {
+        id: toolTip
 
-        contentItem: Text {
-            text: control.text
-            wrapMode: Text.Wrap
-            color: Theme.text
-            font.pixelSize: Theme.captionSize
-            textFormat: Text.PlainText
+        T.ToolTip {
+            id: control
 
-            Text {
-                id: metrics
+            visible: help.isWanted
+            text: help.text
+            delay: 600
+            timeout: 8000
+            margins: Theme.unit
+            x: parent ? Math.round((parent.width - implicitWidth) / 2) : 0
+            y: parent ? parent.height + 4 : 0
+            implicitWidth: Math.min(280, metrics.implicitWidth) + leftPadding + rightPadding
+            implicitHeight: implicitContentHeight + topPadding + bottomPadding
+            horizontalPadding: 10
+            verticalPadding: 6
+            closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
 
-                visible: false
+            contentItem: Text {
                 text: control.text
+                wrapMode: Text.Wrap
+                color: Theme.text
                 font.pixelSize: Theme.captionSize
                 textFormat: Text.PlainText
+
+                Text {
+                    id: metrics
+
+                    visible: false
+                    text: control.text
+                    font.pixelSize: Theme.captionSize
+                    textFormat: Text.PlainText
+                }
             }
-        }
-        background: Rectangle {
-            radius: 6
-            color: Theme.sheet
-            border.width: 1
-            border.color: Theme.fieldBorder
+            background: Rectangle {
+                radius: 6
+                color: Theme.sheet
+                border.width: 1
+                border.color: Theme.fieldBorder
+            }
         }
     }
 }

@@ -9,14 +9,16 @@ Rectangle {
 
     /// Symbols only.
     property bool isCollapsed: false
+    /// Made when it is first opened.
+    property ApplicationMenu menu: null
 
     signal updateCheckRequested
     signal closeRequested
 
     function openMenu(): void {
-        menuLoader.active = true;
-        const menu = menuLoader.item as ApplicationMenu;
-        menu.popup(menuRow, menuRow.width, menuRow.height - menu.implicitHeight);
+        if (!sidebar.menu)
+            sidebar.menu = menuComponent.createObject(sidebar) as ApplicationMenu;
+        sidebar.menu.popup(menuRow, menuRow.width, menuRow.height - sidebar.menu.implicitHeight);
     }
 
     width: isCollapsed ? 56 : 200
@@ -115,12 +117,10 @@ Rectangle {
         }
     }
 
-    // Made when it is first opened.
-    Loader {
-        id: menuLoader
+    Component {
+        id: menuComponent
 
-        active: false
-        sourceComponent: ApplicationMenu {
+        ApplicationMenu {
             onUpdateCheckRequested: sidebar.updateCheckRequested()
             onCloseRequested: sidebar.closeRequested()
         }

@@ -47,8 +47,8 @@ FocusScope {
         }
         onStateChanged: {
             scroll.contentY = 0;
-            if (state === SearchSession.State.Found)
-                card.active = true;
+            if (state === SearchSession.State.Found && card.children.length === 0)
+                definitionCard.createObject(card);
             if (state === SearchSession.State.LookingUp)
                 patience.restart();
             else
@@ -203,24 +203,30 @@ FocusScope {
                 width: scroll.contentWidth
                 height: card.height + 3 * Theme.unit
 
-                // Made for the first definition, and kept.
-                Loader {
+                Item {
                     id: card
 
                     x: 2 * Theme.unit
                     width: parent.width - 4 * Theme.unit
-                    active: false
-                    sourceComponent: DefinitionCard {
-                        wordId: session.wordId
-                        sourceText: session.sourceText
-                        toast: messages
-                        onDeleted: session.forget()
-                    }
+                    height: childrenRect.height
                 }
             }
         }
     }
 
+    // Made for the first definition, and kept.
+    Component {
+        id: definitionCard
+
+        DefinitionCard {
+            width: parent?.width ?? 0
+            height: implicitHeight
+            wordId: session.wordId
+            sourceText: session.sourceText
+            toast: messages
+            onDeleted: session.forget()
+        }
+    }
     Toast {
         id: messages
     }
