@@ -30,12 +30,6 @@ DesktopAppearance *DesktopAppearance::create(QQmlEngine *, QJSEngine *) {
     return &shared();
 }
 
-QFont DesktopAppearance::font(int pixelSize) const {
-    QFont font = QGuiApplication::font();
-    font.setPixelSize(pixelSize);
-    return font;
-}
-
 void DesktopAppearance::setPreference(std::optional<bool> isDark) {
     m_preference = isDark;
     update();

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QFont>
 #include <QObject>
 #include <QQmlEngine>
 
@@ -8,7 +7,7 @@
 
 namespace lexiquill {
 
-/// Whether the desktop is light or dark, and the font of the application.
+/// Whether the desktop is light or dark.
 class DesktopAppearance : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -20,8 +19,6 @@ public:
     static DesktopAppearance *create(QQmlEngine *engine, QJSEngine *scripts);
 
     bool isDark() const { return m_isDark; }
-    /// The application's font in a size, for controls, which would otherwise take the desktop's.
-    Q_INVOKABLE QFont font(int pixelSize) const;
     /// What the desktop prefers, in place of what its colours look like; nothing takes that back.
     void setPreference(std::optional<bool> isDark);
 

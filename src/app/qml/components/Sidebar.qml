@@ -109,7 +109,7 @@ Rectangle {
             width: parent.width
             isCollapsed: sidebar.isCollapsed
             isQuiet: true
-            isOpen: menu.visible
+            isOpen: sidebar.menu?.visible ?? false
             symbol: "line.3.horizontal"
             text: "菜单"
             Accessible.role: Accessible.ButtonMenu

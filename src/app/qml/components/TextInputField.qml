@@ -8,7 +8,6 @@ T.TextField {
 
     /// A symbol inside the field, before the text; empty for none.
     property string symbol: ""
-    property int textSize: Theme.bodySize
 
     implicitWidth: 200
     implicitHeight: Math.max(contentHeight + topPadding + bottomPadding, Theme.controlHeight)
@@ -20,7 +19,7 @@ T.TextField {
     placeholderTextColor: Theme.tertiaryText
     selectionColor: Theme.accent
     selectedTextColor: "#FFFFFF"
-    font: DesktopAppearance.font(textSize)
+    font.pixelSize: Theme.bodySize
     verticalAlignment: TextInput.AlignVCenter
     selectByMouse: true
     opacity: enabled ? 1 : 0.5

@@ -49,7 +49,7 @@ FocusScope {
         color: Theme.text
         selectionColor: Theme.accent
         selectedTextColor: "#FFFFFF"
-        font: DesktopAppearance.font(Theme.bodySize)
+        font.pixelSize: Theme.bodySize
         selectByMouse: true
         activeFocusOnTab: true
         textFormat: TextEdit.PlainText

@@ -71,7 +71,7 @@ FocusScope {
         anchors.margins: 2 * Theme.unit
         focus: true
         height: 40
-        textSize: Theme.headingSize
+        font.pixelSize: Theme.headingSize
         placeholderText: "输入英文单词或短语，也可以输入中文"
         Accessible.name: "查词"
         onTextChanged: session.text = text
