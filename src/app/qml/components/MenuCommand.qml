@@ -13,6 +13,7 @@ T.MenuItem {
     Accessible.role: Accessible.MenuItem
     Accessible.name: text
     Accessible.description: keys
+    Accessible.onPressAction: control.triggered()
 
     contentItem: Item {
         ThemedText {
