@@ -58,7 +58,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("keys");
         QTest::newRow("key") << QStringLiteral("ctrl+q");
         QTest::newRow("key above a sheet") << QStringLiteral("ctrl+comma ctrl+q");
-        QTest::newRow("menu") << QStringLiteral("F10 Up Return");
+        QTest::newRow("menu") << QStringLiteral("F10 Down Down Down Down Return");
         QTest::newRow("desktop's action") << QString();
     }
     void quitEndsIt() {
