@@ -58,7 +58,6 @@ private Q_SLOTS:
         QTest::addColumn<QString>("keys");
         QTest::newRow("key") << QStringLiteral("ctrl+q");
         QTest::newRow("key above a sheet") << QStringLiteral("ctrl+comma ctrl+q");
-        QTest::newRow("menu") << QStringLiteral("F10 Down Down Down Down Return");
         QTest::newRow("desktop's action") << QString();
     }
     void quitEndsIt() {
@@ -71,6 +70,15 @@ private Q_SLOTS:
         QVERIFY(m_desktop->application->waitForFinished(30'000));
         QCOMPARE(m_desktop->application->exitStatus(), QProcess::NormalExit);
         QCOMPARE(m_desktop->application->exitCode(), 0);
+    }
+
+    void theMenuQuits() {
+        m_desktop->startApplication();
+        m_desktop->xdotool({QStringLiteral("mousemove"), QStringLiteral("0"), QStringLiteral("0")});
+        m_desktop->press(QStringLiteral("F10"));
+        QTRY_VERIFY(m_desktop->tree().shows(QStringLiteral("menu item"), QStringLiteral("退出 Lexiquill")));
+        m_desktop->press(QStringLiteral("Down Down Down Down Return"));
+        QVERIFY(m_desktop->application->waitForFinished(30'000));
     }
 
     void aKilledProcessLeavesEverythingGood() {
