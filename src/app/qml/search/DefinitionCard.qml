@@ -95,7 +95,7 @@ Card {
                     ThemedText {
                         anchors.verticalCenter: parent.verticalCenter
                         visible: text !== ""
-                        width: Math.min(implicitWidth, titles.width - 40)
+                        width: Math.min(implicitWidth, titles.width - 40 - source.width)
                         text: record.phonetic
                         color: Theme.secondaryText
                         elide: Text.ElideRight
@@ -106,6 +106,17 @@ Card {
                         tint: Theme.accent
                         opacity: pronunciation.isFetching ? 0.5 : 1
                         onClicked: card.pronounce()
+                    }
+                    ThemedText {
+                        id: source
+
+                        anchors.verticalCenter: parent.verticalCenter
+                        visible: text !== ""
+                        width: Math.min(implicitWidth, titles.width / 2)
+                        role: ThemedText.Small
+                        text: card.sourceText
+                        color: Theme.tertiaryText
+                        elide: Text.ElideRight
                     }
                 }
             }
@@ -275,12 +286,6 @@ Card {
             width: parent.width
             stored: record.userNotes
             onEdited: notes => record.saveNotes(notes)
-        }
-        ThemedText {
-            visible: text !== ""
-            role: ThemedText.Small
-            text: card.sourceText
-            color: Theme.tertiaryText
         }
     }
 }
