@@ -96,6 +96,9 @@ std::optional<WindowCost> WindowMeter::measure(const std::vector<std::string> &c
     if (process == 0) {
         for (const std::string &variable : variables)
             putenv(const_cast<char *>(variable.c_str()));
+        // What other programs complain of is not of interest.
+        if (std::freopen("/dev/null", "w", stderr) == nullptr)
+            _exit(127);
         execvp(arguments[0], arguments.data());
         _exit(127);
     }

@@ -66,7 +66,7 @@ QString shownAbbreviation(const PartOfSpeechGroup &group) {
 } // namespace
 
 QString shownPhonetic(const WordRecord &record) {
-    const QString text = record.phonetic.value_or(QString()).trimmed();
+    QString text = record.phonetic.value_or(QString()).trimmed();
     if (text.isEmpty() || QStringLiteral("/[(").contains(text.front()))
         return text;
     return u'/' + text + u'/';

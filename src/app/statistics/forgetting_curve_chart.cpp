@@ -50,7 +50,9 @@ void ForgettingCurveChart::paint(QPainter *painter) {
         QPainterPath path(QPointF(xOf(from), yOf(curve.retention(from))));
         qsizetype next = 0;
         const double step = lastDay / plot.width() * pointsPerStep;
-        for (double day = from; day < to; day += step) {
+        const int steps = static_cast<int>(std::ceil((to - from) / step));
+        for (int i = 0; i < steps; ++i) {
+            const double day = from + i * step;
             for (; next < curve.reviews.size() && curve.reviews.at(next).day <= day; ++next) {
                 const ForgettingCurve::Review &review = curve.reviews.at(next);
                 if (next > 0 && review.day > from)
@@ -85,7 +87,7 @@ void ForgettingCurveChart::paint(QPainter *painter) {
         const double x =
             std::clamp(xOf(day) - textWidth / 2, plot.left(), std::max(plot.left(), width() - textWidth));
         painter->drawText(QPointF(x, height() - 5), text);
-        return QPair(x, x + textWidth);
+        return std::pair(x, x + textWidth);
     };
     const auto today = mark(curve.today, QStringLiteral("今天"));
     const auto untilDue = qRound(curve.due - curve.today);

@@ -42,7 +42,8 @@ double ReviewCalendar::pitch() const {
 
 QRectF ReviewCalendar::square(qsizetype day) const {
     const double side = pitch();
-    return {weekdayLabelWidth + side * static_cast<double>(day / daysOfWeek),
+    const qsizetype week = day / daysOfWeek;
+    return {weekdayLabelWidth + side * static_cast<double>(week),
             monthLabelHeight + side * static_cast<double>(day % daysOfWeek), side - gap, side - gap};
 }
 

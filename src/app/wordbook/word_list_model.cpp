@@ -33,7 +33,7 @@ QList<WordRow> WordListModel::select() {
     rows.reserve(words.size());
     for (ListedWordPointer &word : words) {
         const QUuid id = word->record.id;
-        rows.emplaceBack(id, std::move(word));
+        rows.append({.id = id, .word = std::move(word)});
     }
     return rows;
 }
