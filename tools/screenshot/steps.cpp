@@ -1,4 +1,4 @@
-#include "app/screenshot_steps.h"
+#include "steps.h"
 
 #include "http_server.h"
 #include "lookup/system_dictionary_service.h"

@@ -10,9 +10,9 @@
 #include "app/content_view.h"
 #include "app/desktop_appearance.h"
 #include "app/lexiquill_app.h"
-#include "app/screenshot_steps.h"
 #include "app/test_services.h"
 #include "http_server.h"
+#include "steps.h"
 
 #include <QCommandLineParser>
 #include <QFile>
