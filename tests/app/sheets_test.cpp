@@ -26,31 +26,6 @@ using Manner = ServedAnswer::Manner;
 
 namespace {
 
-/// Services whose account and updates are those of a server on this machine.
-class ServedServices : public TestServices {
-public:
-    explicit ServedServices(const QString &base)
-        : m_sync({.apiBase = base + u"/api"_s, .http = m_http, .storage = storage(), .defaults = defaults()}),
-          m_updater({.http = m_http,
-                     .updateCheckURL = QUrl(base + u"/version.json"_s),
-                     .currentVersion = u"1.9.2"_s,
-                     .currentBuild = u"7"_s,
-                     .installation = {.applicationPath = path(u"Lexiquill.app"_s)},
-                     .platform = ScriptPlatform::Linux,
-                     .quit = [](int) {},
-                     .directory = path(u"tmp"_s)}) {
-        QDir().mkdir(path(u"tmp"_s));
-    }
-
-    SyncManager &sync() override { return m_sync; }
-    UpdateManager &updater() override { return m_updater; }
-
-private:
-    HttpClient m_http;
-    SyncManager m_sync;
-    UpdateManager m_updater;
-};
-
 /// A window that shows one sheet.
 class Shown {
 public:
@@ -176,7 +151,7 @@ private Q_SLOTS:
         const bool isRegistration = cells.at(0) == u"register"_s;
         const bool isSuccess = cells.at(1).contains(u"\"success\":true"_s);
         HttpServer server(ServedAnswer{.body = cells.at(1).toUtf8()});
-        ServedServices services(server.base());
+        TestServices services({}, server.base());
         const Shown sheet(services, "AccountSheet");
         QVERIFY(sheet.shows(u"登录/注册以在手机浏览器 ("_s + server.base() + u"/app) 继续在线背诵"_s));
         QVERIFY(!sheet.isEnabled(u"登录"_s));
@@ -212,7 +187,7 @@ private Q_SLOTS:
 
     void syncing() {
         HttpServer server(ServedAnswer{.body = "{\"success\":true}"});
-        ServedServices services(server.base());
+        TestServices services({}, server.base());
         const Shown sheet(services, "AccountSheet");
         services.sync().login(ann, password, {});
         QTRY_VERIFY(sheet.shows(u"云端在线"_s));
@@ -236,14 +211,14 @@ private Q_SLOTS:
             const QByteArray head = "HTTP/1.1 200 OK\r\nContent-Length: 1000\r\n\r\n";
             return ServedAnswer{.body = head + QByteArray(999, 'x'), .manner = Manner::Raw};
         });
-        ServedServices services(server.base());
+        TestServices services({}, server.base());
         UpdateManager &updater = services.updater();
         const Shown sheet(services, "UpdateSheet");
         QVERIFY(sheet.shows(u"暂无可用更新"_s));
         updater.checkForUpdates(false);
         QTRY_VERIFY(updater.showUpdateSheet());
         for (const char *text :
-             {"发现新版本 Lexiquill", "v1.9.2", "v1.10.0", "更新内容说明：", "更快，更稳。"})
+             {"发现新版本 Lexiquill", "v1.0.0", "v1.10.0", "更新内容说明：", "更快，更稳。"})
             QVERIFY2(sheet.shows(QString::fromUtf8(text)), text);
         QVERIFY(!sheet.shows(u"暂无可用更新"_s));
         sheet.click(u"稍后再说"_s);
@@ -267,7 +242,7 @@ private Q_SLOTS:
     }
 
     void hotKey() {
-        ServedServices services(refusingBase());
+        TestServices services;
         HotKeyManager &hotKeys = services.hotKeys();
         hotKeys.setup();
         const Shown sheet(services, "PreferencesSheet");
@@ -298,7 +273,7 @@ private Q_SLOTS:
     }
 
     void source() {
-        ServedServices services(refusingBase());
+        TestServices services;
         const Shown sheet(services, "PreferencesSheet");
         sheet.click(u"苹果本地离线词典"_s);
         QCOMPARE(services.dictionary().currentMode(), DictionarySourceMode::AppleOffline);
@@ -306,7 +281,7 @@ private Q_SLOTS:
     }
 
     void offlineDictionaries() {
-        ServedServices services(refusingBase());
+        TestServices services;
         Services::setCurrent(&services);
         OfflineDictionaryModel model;
         const QAbstractItemModelTester tester(&model);
@@ -326,7 +301,7 @@ private Q_SLOTS:
     }
 
     void addressRow() {
-        ServedServices services(refusingBase());
+        TestServices services;
         const Shown sheet(services, "PreferencesSheet");
         const QString youdao = ServerAddressEditor::builtInYoudao();
         sheet.type(youdao, u"http://example.org"_s);
@@ -340,7 +315,7 @@ private Q_SLOTS:
     }
 
     void backups() {
-        ServedServices services(refusingBase());
+        TestServices services;
         services.storage().deleteWord(u"concise"_s);
         const QString directory = services.path(u"backups/"_s);
         QVERIFY(writeFile(directory + u"vocabulary-2025-03-14.json"_s, wordbook({u"apple"_s, u"pear"_s})));
