@@ -5,16 +5,12 @@
 
 #include <xcb/xcb.h>
 
-#include <algorithm>
-#include <optional>
-
 using namespace lexiquill;
 
 namespace {
 
 constexpr quint32 keyA = 0;
 constexpr quint32 keyD = 2;
-constexpr quint32 keySpace = 49;
 constexpr quint8 firstKeyOfLettersRow = 38; // A on an English keyboard, Q on a French one
 constexpr quint8 firstKeyOfUpperRow = 24;   // Q on an English keyboard, A on a French one
 constexpr qint32 badAccess = 10;
@@ -37,38 +33,9 @@ public:
         XcbPointer<xcb_generic_error_t>(xcb_request_check(m_connection, cookie));
     }
 
-    bool seesWindowManager() {
-        const char name[] = "_NET_SUPPORTING_WM_CHECK";
-        const XcbPointer<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(
-            m_connection, xcb_intern_atom(m_connection, 0, sizeof name - 1, name), nullptr));
-        const auto cookie =
-            xcb_get_property(m_connection, 0, m_screen->root, atom->atom, XCB_ATOM_WINDOW, 0, 1);
-        const XcbPointer<xcb_get_property_reply_t> property(
-            xcb_get_property_reply(m_connection, cookie, nullptr));
-        return property->value_len > 0;
-    }
-    /// Opens a window, which the window manager gives the focus.
-    void openWindow() {
-        const xcb_window_t window = xcb_generate_id(m_connection);
-        const quint32 events = XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_FOCUS_CHANGE;
-        xcb_create_window(m_connection, XCB_COPY_FROM_PARENT, window, m_screen->root, 0, 0, 400, 300, 0,
-                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
-        xcb_map_window(m_connection, window);
-        xcb_flush(m_connection);
-    }
-    /// Whether an event has come for the window: its type, and for keys which one.
-    bool hasReceived(quint8 type, std::optional<quint8> key = {}) {
-        while (const XcbPointer<xcb_generic_event_t> event{xcb_poll_for_event(m_connection)})
-            m_events += *reinterpret_cast<const xcb_key_press_event_t *>(event.get());
-        return std::ranges::any_of(m_events, [&](const xcb_key_press_event_t &event) {
-            return (event.response_type & 0x7f) == type && event.detail == key.value_or(event.detail);
-        });
-    }
-
 private:
     xcb_connection_t *m_connection;
     xcb_screen_t *m_screen;
-    QList<xcb_key_press_event_t> m_events;
 };
 
 /// A registrar with everything that it tells.
@@ -167,35 +134,6 @@ private Q_SLOTS:
         QTRY_COMPARE(recorder.statuses.size(), 4);
         m_server.press(u"64+24"_s);
         QTRY_COMPARE(recorder.presses.size(), 1);
-    }
-
-    /// The program with the focus gets every key but the hotkey.
-    void whileAnotherWindowHasTheFocus() {
-        QTemporaryDir home;
-        const QString config = home.filePath(u"rc.xml"_s);
-        QVERIFY(writeFile(
-            config, "<openbox_config><focus><focusNew>yes</focusNew></focus><keyboard><keybind key='A-space'>"
-                    "<action name='NextWindow'/></keybind></keyboard></openbox_config>"));
-        const auto manager = m_server.start(
-            u"env XDG_CACHE_HOME=%1 openbox --sm-disable --config-file %2"_s.arg(home.path(), config));
-        OtherProgram other(m_server);
-        QTRY_VERIFY(other.seesWindowManager());
-        other.openWindow();
-        QTRY_VERIFY(other.hasReceived(XCB_FOCUS_IN));
-        Recorder recorder(m_server);
-        recorder.registerHotKey(keyD, CarbonModifier::command | CarbonModifier::shift);
-        QCOMPARE(recorder.statuses, QList<qint32>{HotKeyStatus::ok});
-        m_server.press(u"133+50+40"_s);
-        QTRY_COMPARE(recorder.presses.size(), 1);
-        QVERIFY(!other.hasReceived(XCB_KEY_PRESS, 40));
-        m_server.press(u"40"_s);
-        QTRY_VERIFY(other.hasReceived(XCB_KEY_PRESS, 40));
-        QCOMPARE(recorder.presses.size(), 1);
-        // One that the window manager itself holds.
-        recorder.registerHotKey(keySpace, CarbonModifier::option);
-        QCOMPARE(recorder.statuses.last(), badAccess);
-        manager->kill();
-        manager->waitForFinished();
     }
 
     void serverGoesAndReturns() {
