@@ -1,5 +1,4 @@
 #include "app/content_view.h"
-#include "app/dictionary_service_provider.h"
 #include "app/test_services.h"
 #include "storage/wordbook_watcher.h"
 #include "support/test.h"
@@ -73,15 +72,6 @@ private Q_SLOTS:
         QCOMPARE(view.spotlightAlertMessage(),
                  u"已成功向 macOS Spotlight 提交 0 个词汇索引！现在按下 Command+空格 "
                  "即可直接搜索这些单词。"_s);
-    }
-
-    void lookupsOfOtherProgramsAreTrimmed() {
-        QStringList texts;
-        const DictionaryServiceProvider provider([&](const QString &text) { texts += text; });
-        QCOMPARE(provider.lookup(u" \n "_s), u"No valid text provided."_s);
-        QVERIFY(!provider.lookup(u"  apple\n"_s));
-        QVERIFY(texts.isEmpty());
-        QTRY_COMPARE(texts, QStringList{u"apple"_s});
     }
 
     void wordsOfOtherProcessesAppear() {
