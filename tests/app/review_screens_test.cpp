@@ -46,9 +46,6 @@ public:
 
     QString file(const QString &name) const { return m_directory.filePath(name); }
     StorageManager &store() { return *m_store; }
-    const WordRecord &word(const char *text) const {
-        return m_store->words().at(indexOfWord(m_store->words(), QString::fromLatin1(text)));
-    }
     void search(const char *text) {
         m_store->addOrUpdateSearch({.headword = QString::fromLatin1(text), .posGroups = {}, .rawText = {}});
     }
@@ -132,22 +129,6 @@ private Q_SLOTS:
         }
         QCOMPARE(stateOf(session), cells[2]);
         QCOMPARE(session.canUndo(), session.rememberedCount() + session.forgottenCount() > 0);
-    }
-
-    void answersReachTheWordbook() {
-        Wordbook wordbook;
-        ReviewSession session(wordbook.store());
-        session.setActive(true);
-        const WordRecord before = wordbook.word("pear");
-        session.reveal();
-        session.answer(false);
-        QVERIFY(wordbook.word("pear").memoryStatus == MemoryStatus::Learning);
-        QCOMPARE(session.forgottenWords(), QStringList{u"pear"_s});
-        session.undo();
-        QVERIFY(haveSameContent(wordbook.word("pear"), before));
-        session.answer(true);
-        QCOMPARE(wordbook.word("pear").reviewHistory.size(), 1);
-        QCOMPARE(session.rememberedCount(), 1);
     }
 
     void cards() {
