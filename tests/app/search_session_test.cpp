@@ -97,15 +97,15 @@ private Q_SLOTS:
     void typingOnAbandonsTheLookup() {
         SlowServices services;
         SearchSession session(services);
-        session.lookUp(QStringLiteral(" con\ncise "));
+        session.lookUp(u" con\ncise "_s);
         QCOMPARE(session.state(), SearchSession::State::LookingUp);
-        QCOMPARE(session.text(), QStringLiteral("con cise"));
-        session.setText(QStringLiteral("concis"));
+        QCOMPARE(session.text(), u"con cise"_s);
+        session.setText(u"concis"_s);
         QCOMPARE(session.state(), SearchSession::State::Suggesting);
         services.source.decide();
         QCOMPARE(session.state(), SearchSession::State::Suggesting);
         QVERIFY(services.storage().words().isEmpty());
-        QCOMPARE(services.source.asked, QStringList(QStringLiteral("con cise")));
+        QCOMPARE(services.source.asked, QStringList(u"con cise"_s));
     }
 
     void theWordFoundIsRecorded() {
@@ -126,12 +126,12 @@ private Q_SLOTS:
         SlowServices services;
         StorageManager &storage = services.storage();
         SearchSession session(services);
-        session.lookUp(QStringLiteral("apple"));
+        session.lookUp(u"apple"_s);
         services.source.decide();
         const WordsRestored undo = storage.deleteWords({storage.words().constFirst().id});
         QCOMPARE(session.state(), SearchSession::State::Suggesting);
-        QCOMPARE(session.text(), QStringLiteral("apple"));
-        session.lookUp(QStringLiteral("apple"));
+        QCOMPARE(session.text(), u"apple"_s);
+        session.lookUp(u"apple"_s);
         services.source.decide();
         storage.restoreWords(undo); // unites the records
         QCOMPARE(session.state(), SearchSession::State::Found);
@@ -164,27 +164,6 @@ private Q_SLOTS:
         QVERIFY(services.storage().words().isEmpty());
     }
 
-    void rowsChangeExactly() {
-        SuggestionModel model;
-        const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
-        QSignalSpy removed(&model, &QAbstractItemModel::rowsRemoved);
-        QSignalSpy inserted(&model, &QAbstractItemModel::rowsInserted);
-        const auto row = [](const char *word) {
-            return Suggestion{.word = QString::fromLatin1(word), .summary = {}};
-        };
-        model.setSuggestions({row("a"), row("b"), row("c"), row("d")});
-        inserted.clear();
-        model.setSuggestions({row("a"), row("x"), row("y"), row("d")});
-        QCOMPARE(removed.constFirst().mid(1), QVariantList({1, 2}));
-        QCOMPARE(inserted.constFirst().mid(1), QVariantList({1, 2}));
-        model.setSuggestions({row("a"), row("d")});
-        model.setSuggestions({row("a"), row("a"), row("d")});
-        QCOMPARE(model.wordAt(1), u"a"_s);
-        QCOMPARE(model.wordAt(-1), QString());
-        model.setSuggestions({});
-        QCOMPARE(model.rowCount(), 0);
-    }
-
     void cardFollowsTheWordbook() {
         SlowServices services;
         StorageManager &storage = services.storage();
@@ -200,12 +179,12 @@ private Q_SLOTS:
         card.saveNotes(u"笔记"_s);
         QCOMPARE(storage.words().constFirst().userNotes, u"笔记"_s);
         QCOMPARE(content.size(), 0);
-        QCOMPARE(card.remove(), QStringLiteral("已删除“apple”"));
+        QCOMPARE(card.remove(), u"已删除“apple”"_s);
         QVERIFY(!card.exists());
-        QVERIFY(storage.deletedWords().contains(QStringLiteral("apple")));
+        QVERIFY(storage.deletedWords().contains(u"apple"_s));
         card.undoRemoval();
-        QCOMPARE(card.userNotes(), QStringLiteral("笔记"));
-        QCOMPARE(card.statusText(), QStringLiteral("巩固中"));
+        QCOMPARE(card.userNotes(), u"笔记"_s);
+        QCOMPARE(card.statusText(), u"巩固中"_s);
         QVERIFY(storage.deletedWords().isEmpty());
     }
 
@@ -233,28 +212,23 @@ private Q_SLOTS:
 
     /// Whatever comes in place of a recording, and whatever the machine can play, there is a message.
     void unplayableSounds_data() {
-        QTest::addColumn<int>("manner");
-        QTest::addColumn<int>("status");
-        QTest::addColumn<QString>("message");
-        const auto row = [](const char *name, ServedAnswer::Manner manner, int status, const char *message) {
-            QTest::newRow(name) << static_cast<int>(manner) << status << QString::fromUtf8(message);
-        };
-        row("broken connection", ServedAnswer::Manner::Reset, 200, "无法播放发音：请检查网络连接后重试。");
-        row("no recording", ServedAnswer::Manner::Proper, 404, "无法播放发音：服务器没有提供这个词的发音。");
-        row("no sound", ServedAnswer::Manner::Proper, 200, "无法播放发音：");
+        columns<ServedAnswer, QString>("answer", "message");
+        QTest::newRow("broken connection") << ServedAnswer{.manner = ServedAnswer::Manner::Reset}
+                                           << u"无法播放发音：请检查网络连接后重试。"_s;
+        QTest::newRow("no recording")
+            << ServedAnswer{.status = 404} << u"无法播放发音：服务器没有提供这个词的发音。"_s;
+        QTest::newRow("no sound") << ServedAnswer{.body = "no sound"} << u"无法播放发音："_s;
     }
     void unplayableSounds() {
-        QFETCH(const int, manner);
-        QFETCH(const int, status);
+        QFETCH(const ServedAnswer, answer);
         QFETCH(const QString, message);
-        const HttpServer server(
-            {.status = status, .body = "no sound", .manner = static_cast<ServedAnswer::Manner>(manner)});
+        const HttpServer server(answer);
         TestServices services;
         services.defaults().set(ServerAddresses::youdaoKey, server.base());
         Services::setCurrent(&services);
         Pronunciation pronunciation;
         QSignalSpy failures(&pronunciation, &Pronunciation::failed);
-        pronunciation.play(QStringLiteral("apple"));
+        pronunciation.play(u"apple"_s);
         QVERIFY(failures.wait(30'000));
         QVERIFY(failures[0][0].toString().startsWith(message));
         QVERIFY(!pronunciation.isFetching());
