@@ -41,31 +41,6 @@ TestCase {
         verify(toast.message !== "");
     }
 
-    function test_menu_opens_the_preferences() {
-        window.requestActivate();
-        tryCompare(window, "active", true);
-        for (const key of [Qt.Key_F10, Qt.Key_Down, Qt.Key_Down, Qt.Key_Return])
-            keyClick(key);
-        tryCompare(HotKeyManager, "showSettingsSheet", true);
-        HotKeyManager.showSettingsSheet = false;
-    }
-
-    function test_shortcuts_select_the_tabs_data() {
-        return [
-            {tag: "review", key: Qt.Key_2, tab: ContentView.TabItem.WeeklyReview},
-            {tag: "wordbook", key: Qt.Key_3, tab: ContentView.TabItem.History},
-            {tag: "statistics", key: Qt.Key_4, tab: ContentView.TabItem.Statistics},
-            {tag: "search", key: Qt.Key_1, tab: ContentView.TabItem.Dictionary}
-        ];
-    }
-
-    function test_shortcuts_select_the_tabs(row) {
-        window.requestActivate();
-        tryCompare(window, "active", true);
-        keyClick(row.key, Qt.ControlModifier);
-        compare(ContentView.selectedTab, row.tab);
-    }
-
     function test_the_keyboard_returns_when_a_sheet_or_the_menu_closes_data() {
         return [
             {tag: "sheet", open: () => keyClick(Qt.Key_Comma, Qt.ControlModifier), isSheet: true},

@@ -2,7 +2,7 @@ import QtQuick
 import QtTest
 import Lexiquill
 
-TestCase {
+ScreenTest {
     id: tests
 
     name: "SearchScreen"
@@ -20,17 +20,6 @@ TestCase {
         id: noteEditor
 
         NoteEditor {}
-    }
-
-    function find(item, wanted) {
-        if (wanted(item))
-            return item;
-        for (let i = 0; i < item.children.length; ++i) {
-            const found = tests.find(item.children[i], wanted);
-            if (found)
-                return found;
-        }
-        return null;
     }
 
     function initTestCase() {

@@ -2,7 +2,7 @@ import QtQuick
 import QtTest
 import Lexiquill
 
-TestCase {
+ScreenTest {
     id: tests
 
     name: "Wordbook"
@@ -27,18 +27,6 @@ TestCase {
                 focus: true
             }
         }
-    }
-
-    /// The item of this accessible name below another one.
-    function named(item, name) {
-        if (item.Accessible.name === name && item.visible)
-            return item;
-        for (let i = 0; i < item.children.length; ++i) {
-            const found = named(item.children[i], name);
-            if (found)
-                return found;
-        }
-        return null;
     }
 
     function initTestCase() {
