@@ -8,6 +8,8 @@
 #include <QStringList>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 namespace lexiquill {
 
 /// Something that a program tells assistive tools of, at the moment it was asked.
@@ -26,8 +28,7 @@ public:
     /// Starts the session's accessibility bus.
     explicit AccessibleTree(const QString &sessionBus)
         : m_bus(QDBusConnection::connectToBus(
-              addressOfBus(QDBusConnection::connectToBus(sessionBus, QStringLiteral("session"))),
-              QStringLiteral("accessibility"))) {}
+              addressOfBus(QDBusConnection::connectToBus(sessionBus, u"session"_s)), u"accessibility"_s)) {}
     ~AccessibleTree() {
         for (const char *name : {"session", "accessibility"})
             QDBusConnection::disconnectFromBus(QString::fromLatin1(name));
@@ -38,8 +39,7 @@ public:
     /// Everything that can be seen, parents first.
     QList<AccessibleObject> objects() const {
         QList<AccessibleObject> found;
-        QList<AccessibleObject> pending =
-            children({.service = QStringLiteral("org.a11y.atspi.Registry"), .path = root});
+        QList<AccessibleObject> pending = children({.service = u"org.a11y.atspi.Registry"_s, .path = root});
         while (!pending.isEmpty()) {
             AccessibleObject object = pending.takeLast();
             const quint32 states = statesOf(object);
@@ -48,10 +48,10 @@ public:
             if (object.path != root && (states & showing) == 0)
                 continue;
             object.isFocused = (states & focused) != 0;
-            object.role = ask(object, "Accessible", QStringLiteral("GetRoleName")).toString();
-            object.name = property(object, QStringLiteral("Name"));
-            if (object.role == QStringLiteral("text") || object.role == QStringLiteral("password text"))
-                object.text = ask(object, "Text", QStringLiteral("GetText"), {0, -1}).toString();
+            object.role = ask(object, accessible, u"GetRoleName"_s).toString();
+            object.name = nameOf(object);
+            if (object.role == u"text"_s || object.role == u"password text"_s)
+                object.text = ask(object, u"org.a11y.atspi.Text"_s, u"GetText"_s, {0, -1}).toString();
             pending += children(object);
             found += object;
         }
@@ -74,7 +74,7 @@ public:
             return !object.path.isEmpty();
         };
         return QTest::qWaitFor(isThere, 30'000) &&
-               ask(object, "Action", QStringLiteral("DoAction"), {0}).toBool();
+               ask(object, u"org.a11y.atspi.Action"_s, u"DoAction"_s, {0}).toBool();
     }
     /// The name of what has the keyboard; what it stands in has the keyboard, too.
     QString focusedName() const {
@@ -88,34 +88,29 @@ public:
 
 private:
     static QString addressOfBus(const QDBusConnection &session) {
-        const QDBusMessage call =
-            QDBusMessage::createMethodCall(QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus"),
-                                           QStringLiteral("org.a11y.Bus"), QStringLiteral("GetAddress"));
+        const QDBusMessage call = QDBusMessage::createMethodCall(u"org.a11y.Bus"_s, u"/org/a11y/bus"_s,
+                                                                 u"org.a11y.Bus"_s, u"GetAddress"_s);
         return session.call(call).arguments().value(0).toString();
     }
-    QVariant ask(const AccessibleObject &object, const char *interface, const QString &method,
+    QVariant ask(const AccessibleObject &object, const QString &interface, const QString &method,
                  const QVariantList &arguments = {}) const {
-        QDBusMessage call = QDBusMessage::createMethodCall(
-            object.service, object.path, QStringLiteral("org.a11y.atspi.") + QLatin1StringView(interface),
-            method);
+        QDBusMessage call = QDBusMessage::createMethodCall(object.service, object.path, interface, method);
         call.setArguments(arguments);
         return m_bus.call(call).arguments().value(0);
     }
-    QString property(const AccessibleObject &object, const QString &name) const {
-        QDBusMessage call = QDBusMessage::createMethodCall(object.service, object.path,
-                                                           QStringLiteral("org.freedesktop.DBus.Properties"),
-                                                           QStringLiteral("Get"));
-        call.setArguments({QStringLiteral("org.a11y.atspi.Accessible"), name});
-        return m_bus.call(call).arguments().value(0).value<QDBusVariant>().variant().toString();
+    QString nameOf(const AccessibleObject &object) const {
+        const QVariant name =
+            ask(object, u"org.freedesktop.DBus.Properties"_s, u"Get"_s, {accessible, u"Name"_s});
+        return name.value<QDBusVariant>().variant().toString();
     }
     quint32 statesOf(const AccessibleObject &object) const {
-        const QVariant answer = ask(object, "Accessible", QStringLiteral("GetState"));
+        const QVariant answer = ask(object, accessible, u"GetState"_s);
         return qdbus_cast<QList<uint>>(answer).value(0);
     }
     /// The last one first.
     QList<AccessibleObject> children(const AccessibleObject &parent) const {
         QList<AccessibleObject> children;
-        const QVariant answer = ask(parent, "Accessible", QStringLiteral("GetChildren"));
+        const QVariant answer = ask(parent, accessible, u"GetChildren"_s);
         if (!answer.canConvert<QDBusArgument>())
             return children;
         const auto list = answer.value<QDBusArgument>();
@@ -132,7 +127,8 @@ private:
         return children;
     }
 
-    inline static const QString root = QStringLiteral("/org/a11y/atspi/accessible/root");
+    inline static const QString accessible = u"org.a11y.atspi.Accessible"_s;
+    inline static const QString root = u"/org/a11y/atspi/accessible/root"_s;
     QDBusConnection m_bus;
 };
 

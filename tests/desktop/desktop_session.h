@@ -16,19 +16,18 @@ namespace lexiquill {
 class DesktopSession {
 public:
     DesktopSession() {
-        m_windowManager = m_x.start(QStringLiteral("openbox"));
+        m_windowManager = m_x.start(u"openbox"_s);
         QProcessEnvironment &environment = home.environment;
-        environment.insert(QStringLiteral("DISPLAY"), m_x.display());
-        environment.insert(QStringLiteral("QT_QUICK_BACKEND"), QStringLiteral("software"));
-        environment.insert(QStringLiteral("QT_LINUX_ACCESSIBILITY_ALWAYS_ON"), QStringLiteral("1"));
-        environment.insert(QStringLiteral("LANG"), QStringLiteral("C.UTF-8"));
+        environment.insert(u"DISPLAY"_s, m_x.display());
+        environment.insert(u"QT_QUICK_BACKEND"_s, u"software"_s);
+        environment.insert(u"QT_LINUX_ACCESSIBILITY_ALWAYS_ON"_s, u"1"_s);
+        environment.insert(u"LANG"_s, u"C.UTF-8"_s);
         m_bus.setProcessEnvironment(environment);
-        m_bus.start(QStringLiteral("dbus-daemon"), {QStringLiteral("--session"), QStringLiteral("--nofork"),
-                                                    QStringLiteral("--print-address=1")});
+        m_bus.start(u"dbus-daemon"_s, {u"--session"_s, u"--nofork"_s, u"--print-address=1"_s});
         m_bus.waitForReadyRead(30'000);
         const QString address = QString::fromLatin1(m_bus.readLine().trimmed());
-        environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), address);
-        environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), home.path(QStringLiteral("run")));
+        environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, address);
+        environment.insert(u"XDG_RUNTIME_DIR"_s, home.path(u"run"_s));
         m_tree.emplace(address);
         setServer({});
     }
@@ -46,8 +45,7 @@ public:
 
     /// The program's own server; there is none at first.
     void setServer(const QString &base) const {
-        home.setOnlineBase(
-            {}, QStringLiteral("dictionarySourceMode=appleOffline\nlexiquill_server_base=%1\n").arg(base));
+        home.setOnlineBase({}, u"dictionarySourceMode=appleOffline\nlexiquill_server_base=%1\n"_s.arg(base));
     }
 
     bool isRunning() const { return m_x.isRunning() && m_bus.state() == QProcess::Running; }
@@ -64,34 +62,27 @@ public:
     }
     /// Calls the program's own method on the bus; `text` has the form that dbus-send wants.
     Outcome callLookup(const QString &text) const {
-        return run({QStringLiteral("--session"), QStringLiteral("--print-reply"),
-                    QStringLiteral("--dest=com.lexiquill.Lexiquill"),
-                    QStringLiteral("/com/lexiquill/Lexiquill"),
-                    QStringLiteral("com.lexiquill.Lexiquill.Lookup"), QStringLiteral("string:") + text},
-                   QStringLiteral("dbus-send"));
+        return run({u"--session"_s, u"--print-reply"_s, u"--dest=com.lexiquill.Lexiquill"_s,
+                    u"/com/lexiquill/Lexiquill"_s, u"com.lexiquill.Lexiquill.Lookup"_s, u"string:"_s + text},
+                   u"dbus-send"_s);
     }
 
-    QString xdotool(const QStringList &arguments) const {
-        return run(arguments, QStringLiteral("xdotool")).output;
-    }
+    QString xdotool(const QStringList &arguments) const { return run(arguments, u"xdotool"_s).output; }
     QStringList visibleWindows() const {
-        return xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--name"),
-                        QStringLiteral("^Lexiquill$")})
+        return xdotool({u"search"_s, u"--onlyvisible"_s, u"--name"_s, u"^Lexiquill$"_s})
             .split(u'\n', Qt::SkipEmptyParts);
     }
     /// Whether the window is on the screen and has the keyboard.
     bool isActive() const {
         const QString window = visibleWindows().value(0);
-        return !window.isEmpty() && xdotool({QStringLiteral("getactivewindow")}).trimmed() == window;
+        return !window.isEmpty() && xdotool({u"getactivewindow"_s}).trimmed() == window;
     }
     /// Presses keys, given by their names with "+" between those that are held down, one after the other.
-    void press(const QString &keys) const { xdotool(QStringList(QStringLiteral("key")) + keys.split(u' ')); }
-    void type(const QString &text) const {
-        xdotool({QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("20"), text});
-    }
+    void press(const QString &keys) const { xdotool(QStringList(u"key"_s) + keys.split(u' ')); }
+    void type(const QString &text) const { xdotool({u"type"_s, u"--delay"_s, u"20"_s, text}); }
     void closeWindow() const {
         QTRY_VERIFY_WITH_TIMEOUT(isActive(), 30'000);
-        press(QStringLiteral("ctrl+w"));
+        press(u"ctrl+w"_s);
         QTRY_VERIFY_WITH_TIMEOUT(visibleWindows().isEmpty(), 30'000);
     }
 
@@ -108,7 +99,7 @@ public:
         const bool isSaved = reply != nullptr && QDir().mkpath(directory) &&
                              QImage(xcb_get_image_data(reply), screen->width_in_pixels,
                                     screen->height_in_pixels, QImage::Format_RGB32)
-                                 .save(directory + u'/' + name + QStringLiteral(".png"));
+                                 .save(directory + u'/' + name + u".png"_s);
         std::free(reply);
         xcb_disconnect(connection);
         return isSaved;
@@ -119,7 +110,7 @@ public:
 
 private:
     // A key that is held for long because the machine is busy must not repeat.
-    XServer m_x{{}, QStringLiteral("-r")};
+    XServer m_x{{}, u"-r"_s};
     std::unique_ptr<QProcess> m_windowManager;
     QProcess m_bus;
     std::optional<AccessibleTree> m_tree;

@@ -1,6 +1,7 @@
 // The one window and the one process, on a real desktop.
 
 #include "desktop/desktop_session.h"
+#include "support/table.h"
 
 using namespace lexiquill;
 
@@ -17,37 +18,35 @@ private Q_SLOTS:
     void theWindowComesBackAsItWas() {
         m_desktop->home.setWordbook(words(40));
         m_desktop->startApplication();
-        QTRY_COMPARE(m_desktop->tree().focusedName(), QStringLiteral("查词"));
-        m_desktop->type(QStringLiteral("half"));
-        m_desktop->press(QStringLiteral("ctrl+3"));
-        QTRY_COMPARE(m_desktop->tree().focusedName(), QStringLiteral("筛选单词、释义或笔记"));
-        m_desktop->press(QStringLiteral("Down End"));
-        QTRY_VERIFY(showsWord(QStringLiteral("word0")));
-        m_desktop->xdotool({QStringLiteral("windowmove"), QStringLiteral("--sync"),
-                            m_desktop->visibleWindows().constFirst(), QStringLiteral("60"),
-                            QStringLiteral("70")});
+        QTRY_COMPARE(m_desktop->tree().focusedName(), u"查词"_s);
+        m_desktop->type(u"half"_s);
+        m_desktop->press(u"ctrl+3"_s);
+        QTRY_COMPARE(m_desktop->tree().focusedName(), u"筛选单词、释义或笔记"_s);
+        m_desktop->press(u"Down End"_s);
+        QTRY_VERIFY(showsWord(u"word0"_s));
+        m_desktop->xdotool(
+            {u"windowmove"_s, u"--sync"_s, m_desktop->visibleWindows().constFirst(), u"60"_s, u"70"_s});
         const QString geometry = windowGeometry();
         m_desktop->closeWindow();
         QCOMPARE(m_desktop->run().status, 0);
         QTRY_VERIFY(m_desktop->isActive());
         QTRY_COMPARE(windowGeometry(), geometry);
-        QVERIFY(showsWord(QStringLiteral("word0")));
-        QVERIFY(!showsWord(QStringLiteral("word39")));
-        m_desktop->press(QStringLiteral("ctrl+1"));
-        QTRY_COMPARE(m_desktop->tree().find(QStringLiteral("text"), QStringLiteral("查词")).text,
-                     QStringLiteral("half"));
+        QVERIFY(showsWord(u"word0"_s));
+        QVERIFY(!showsWord(u"word39"_s));
+        m_desktop->press(u"ctrl+1"_s);
+        QTRY_COMPARE(m_desktop->tree().find(u"text"_s, u"查词"_s).text, u"half"_s);
     }
 
     void aBlankLookupIsAnError() {
         m_desktop->startApplication();
-        const Outcome outcome = m_desktop->callLookup(QStringLiteral(" \n "));
+        const Outcome outcome = m_desktop->callLookup(u" \n "_s);
         QVERIFY(outcome.status != 0);
         QVERIFY2(outcome.errors.contains("No valid text provided."), outcome.errors);
     }
 
     void thereIsNeverASecondWindow() {
         m_desktop->startApplication();
-        m_desktop->press(QStringLiteral("ctrl+n"));
+        m_desktop->press(u"ctrl+n"_s);
         for (int i = 0; i < 3; ++i)
             QCOMPARE(m_desktop->run().status, 0);
         QCOMPARE(m_desktop->visibleWindows().size(), 1);
@@ -55,18 +54,18 @@ private Q_SLOTS:
     }
 
     void quitEndsIt_data() {
-        QTest::addColumn<QString>("keys");
-        QTest::newRow("key") << QStringLiteral("ctrl+q");
-        QTest::newRow("key above a sheet") << QStringLiteral("ctrl+comma ctrl+q");
-        QTest::newRow("desktop's action") << QString();
+        addRows("key | ctrl+q\n"
+                "key above a sheet | ctrl+comma ctrl+q\n"
+                "desktop's action |\n");
     }
     void quitEndsIt() {
-        QFETCH(const QString, keys);
+        QFETCH(const QStringList, cells);
+        const QString &keys = cells[1];
         m_desktop->startApplication();
         if (!keys.isEmpty())
             m_desktop->press(keys);
         else
-            QCOMPARE(m_desktop->run({QStringLiteral("--desktop-action=quit")}).status, 0);
+            QCOMPARE(m_desktop->run({u"--desktop-action=quit"_s}).status, 0);
         QVERIFY(m_desktop->application->waitForFinished(30'000));
         QCOMPARE(m_desktop->application->exitStatus(), QProcess::NormalExit);
         QCOMPARE(m_desktop->application->exitCode(), 0);
@@ -74,31 +73,30 @@ private Q_SLOTS:
 
     void theMenuQuits() {
         m_desktop->startApplication();
-        m_desktop->xdotool({QStringLiteral("mousemove"), QStringLiteral("0"), QStringLiteral("0")});
-        m_desktop->press(QStringLiteral("F10"));
-        QTRY_VERIFY(m_desktop->tree().shows(QStringLiteral("menu item"), QStringLiteral("退出 Lexiquill")));
-        m_desktop->press(QStringLiteral("Down Down Down Down Return"));
+        m_desktop->xdotool({u"mousemove"_s, u"0"_s, u"0"_s});
+        m_desktop->press(u"F10"_s);
+        QTRY_VERIFY(m_desktop->tree().shows(u"menu item"_s, u"退出 Lexiquill"_s));
+        m_desktop->press(u"Down Down Down Down Return"_s);
         QVERIFY(m_desktop->application->waitForFinished(30'000));
     }
 
     void aKilledProcessLeavesEverythingGood() {
         m_desktop->home.setWordbook(words(2));
         m_desktop->startApplication();
-        m_desktop->type(QStringLiteral("apple"));
-        m_desktop->press(QStringLiteral("Return"));
+        m_desktop->type(u"apple"_s);
+        m_desktop->press(u"Return"_s);
         QTRY_COMPARE(m_desktop->home.words()->size(), 3);
         m_desktop->application->kill();
         m_desktop->application->waitForFinished();
         QCOMPARE(m_desktop->home.words()->size(), 3);
         m_desktop->startApplication();
-        m_desktop->press(QStringLiteral("ctrl+3"));
-        QTRY_VERIFY(showsWord(QStringLiteral("word0")));
+        m_desktop->press(u"ctrl+3"_s);
+        QTRY_VERIFY(showsWord(u"word0"_s));
     }
 
     void withoutABusASecondStartFindsTheFirst() {
-        m_desktop->home.environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"),
-                                           QStringLiteral("unix:path=/nonexistent"));
-        QDir().mkpath(m_desktop->home.path(QStringLiteral("run")));
+        m_desktop->home.environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, u"unix:path=/nonexistent"_s);
+        QDir().mkpath(m_desktop->home.path(u"run"_s));
         m_desktop->startApplication();
         m_desktop->closeWindow();
         QCOMPARE(m_desktop->run().status, 0);
@@ -118,14 +116,13 @@ private:
     }
     bool showsWord(const QString &word) const {
         for (const AccessibleObject &object : m_desktop->tree().objects()) {
-            if (object.role == QStringLiteral("list item") && object.name.startsWith(word + u'，'))
+            if (object.role == u"list item"_s && object.name.startsWith(word + u'，'))
                 return true;
         }
         return false;
     }
     QString windowGeometry() const {
-        return m_desktop->xdotool(
-            {QStringLiteral("getwindowgeometry"), m_desktop->visibleWindows().value(0)});
+        return m_desktop->xdotool({u"getwindowgeometry"_s, m_desktop->visibleWindows().value(0)});
     }
 
     std::unique_ptr<DesktopSession> m_desktop;

@@ -9,6 +9,8 @@
 #include <memory>
 #include <optional>
 
+using namespace Qt::StringLiterals;
+
 namespace lexiquill {
 
 /// How a run of the program ended; the status is -1 when it did not exit by itself.
@@ -27,22 +29,21 @@ public:
             environment.insert(QString::fromLatin1(name), qEnvironmentVariable(name));
         for (const char *name : {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME"})
             environment.insert(QString::fromLatin1(name), path(QString::fromLatin1(name)));
-        environment.insert(QStringLiteral("TZ"), QStringLiteral("UTC"));
-        environment.insert(QStringLiteral("PROGRAM"), QStringLiteral(LEXIQUILL_PROGRAM));
-        setOnlineBase(QStringLiteral("https://dictionary.invalid"));
+        environment.insert(u"TZ"_s, u"UTC"_s);
+        environment.insert(u"PROGRAM"_s, QStringLiteral(LEXIQUILL_PROGRAM));
+        setOnlineBase(u"https://dictionary.invalid"_s);
     }
 
     QString path(const QString &name = {}) const {
-        return QDir::cleanPath(m_directory.filePath(QStringLiteral("某人 的'家/") + name));
+        return QDir::cleanPath(m_directory.filePath(u"某人 的'家/"_s + name));
     }
-    QString wordbookPath() const { return path(QStringLiteral("XDG_DATA_HOME/Lexiquill/vocabulary.json")); }
-    QString settingsPath() const { return path(QStringLiteral("XDG_CONFIG_HOME/Lexiquill/Lexiquill.conf")); }
+    QString wordbookPath() const { return path(u"XDG_DATA_HOME/Lexiquill/vocabulary.json"_s); }
+    QString settingsPath() const { return path(u"XDG_CONFIG_HOME/Lexiquill/Lexiquill.conf"_s); }
 
     /// Where the program finds the Youdao dictionary, and what else the settings file says. At first that is
     /// nowhere.
     void setOnlineBase(const QString &base, const QString &moreSettings = {}) const {
-        const QString settings =
-            QStringLiteral("[General]\nlexiquill_youdao_base=%1\n%2").arg(base, moreSettings);
+        const QString settings = u"[General]\nlexiquill_youdao_base=%1\n%2"_s.arg(base, moreSettings);
         writeFile(settingsPath(), settings.toUtf8());
     }
 
@@ -76,9 +77,7 @@ public:
         return finish(*start(list), input);
     }
     /// Runs a shell script that finds the program in $PROGRAM.
-    Outcome shell(const QString &script) const {
-        return finish(*start({QStringLiteral("-c"), script}, QStringLiteral("/bin/sh")));
-    }
+    Outcome shell(const QString &script) const { return finish(*start({u"-c"_s, script}, u"/bin/sh"_s)); }
 
     QProcessEnvironment environment;
 

@@ -8,6 +8,8 @@
 #include <cstdlib>
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 namespace lexiquill {
 
 /// A real X server on a display of its own, without a screen.
@@ -15,13 +17,11 @@ class XServer {
 public:
     /// Without a display, the server chooses a free one. Held keys repeat soon unless `options` say
     /// otherwise.
-    explicit XServer(const QString &display = {},
-                     const QString &options = QStringLiteral("-ardelay 50 -arinterval 10")) {
-        QStringList arguments =
-            QStringLiteral("-displayfd 1 -nolisten tcp -noreset").split(u' ') + options.split(u' ');
+    explicit XServer(const QString &display = {}, const QString &options = u"-ardelay 50 -arinterval 10"_s) {
+        QStringList arguments = u"-displayfd 1 -nolisten tcp -noreset"_s.split(u' ') + options.split(u' ');
         if (!display.isEmpty())
             arguments.prepend(display);
-        m_server.start(QStringLiteral("Xvfb"), arguments);
+        m_server.start(u"Xvfb"_s, arguments);
         while (!m_server.canReadLine() && m_server.waitForReadyRead(30'000)) {
         }
         m_display = u':' + QString::fromLatin1(m_server.readLine().trimmed());
@@ -38,7 +38,7 @@ public:
     std::unique_ptr<QProcess> start(const QString &command) const {
         auto process = std::make_unique<QProcess>();
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("DISPLAY"), m_display);
+        environment.insert(u"DISPLAY"_s, m_display);
         process->setProcessEnvironment(environment);
         process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
         process->startCommand(command);
