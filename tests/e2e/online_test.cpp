@@ -49,21 +49,6 @@ private Q_SLOTS:
         QCOMPARE(home.words()->first().word, u"Apple"_s);
     }
 
-    void ownServerIsAskedSecond() {
-        const HttpServer server([](const ServedRequest &request) {
-            if (request.target.startsWith("/jsonapi"))
-                return ServedAnswer{.status = 503};
-            return ServedAnswer{.body = R"({"success":true,"entry":{"word":"ice cream","posGroups":[
-                                            {"pos":"n.","meanings":["冰淇淋"]}]}})"};
-        });
-        const Home home;
-        home.setOnlineBase(server.base(), serverBase(server.base()));
-        const Outcome outcome = home.run("search|ice|cream");
-        QVERIFY(outcome.output.contains(u"单词: ice cream"_s + onlineLabel));
-        QVERIFY(outcome.output.contains(u"  1. 冰淇淋\n"_s));
-        QCOMPARE(targets(server), u"/jsonapi?q=ice%20cream /api/dict?w=ice%20cream"_s);
-    }
-
     void fallback_data() {
         columns<ServedAnswer, QString>("answer", "label");
         QTest::newRow("unknown word") << ServedAnswer{.body = "{}"} << offlineLabel;
@@ -127,27 +112,6 @@ private Q_SLOTS:
         QVERIFY(home.shell(trusting + u"away"_s).output.contains(offlineLabel));
         QCOMPARE(targets(server), u"/jsonapi?q=apple /jsonapi?q=away"_s);
         QCOMPARE(plain.connections(), 0);
-    }
-
-    /// A command, the mode, and whether the online dictionary is asked.
-    void networkLibraryIsLoadedOnlyWhenAsked_data() {
-        addRows("search,apple | youdaoOnline | yes\nsearch, | youdaoOnline | no\nsearch,apple | appleOffline "
-                "| no\n"
-                "help | youdaoOnline | no\nlist | youdaoOnline | no\nplan | youdaoOnline | no\n"
-                "review,concise | youdaoOnline | no\nexport | youdaoOnline | no\n");
-    }
-
-    void networkLibraryIsLoadedOnlyWhenAsked() {
-        QFETCH(const QStringList, cells);
-        const bool isLoaded = cells[2] == u"yes";
-        const HttpServer server(youdaoAnswer());
-        Home home;
-        home.setOnlineBase(server.base(), u"dictionarySourceMode=%1\n"_s.arg(cells[1]));
-        home.environment.insert(u"LD_DEBUG"_s, u"files"_s);
-        const Outcome outcome = home.run(QString(cells[0]).replace(u',', u'|').toUtf8().constData());
-        QVERIFY(outcome.errors.contains("libQt6Core"));
-        QCOMPARE(outcome.errors.contains("libQt6Network"), isLoaded);
-        QCOMPARE(server.connections(), isLoaded ? 1 : 0);
     }
 };
 
