@@ -1,10 +1,9 @@
 #include "platform/linux/desktop/portal_hot_key_registrar.h"
-#include "support/test.h"
+#include "support/session_bus.h"
 
 #include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
-#include <QProcess>
 
 #include <optional>
 
@@ -16,41 +15,11 @@ constexpr quint32 keyD = 2;
 constexpr quint32 keySpace = 49;
 const QString portalName = u"portal"_s;
 
-/// A session bus that nobody else is on.
-class Bus {
-public:
-    Bus() {
-        const QString config = m_directory.filePath(u"bus.conf"_s);
-        writeFile(config, "<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen>"
-                          "<policy context='default'><allow send_destination='*' eavesdrop='true'/>"
-                          "<allow eavesdrop='true'/><allow own='*'/></policy></busconfig>");
-        m_daemon.start(u"dbus-daemon"_s, {u"--nofork"_s, u"--print-address"_s, u"--config-file="_s + config});
-        while (!m_daemon.canReadLine() && m_daemon.waitForReadyRead(30'000)) {
-        }
-        m_address = QString::fromUtf8(m_daemon.readLine().trimmed());
-    }
-    ~Bus() { stop(); }
-
-    const QString &address() const { return m_address; }
-    QDBusConnection connect(const QString &name) const {
-        return QDBusConnection::connectToBus(m_address, name);
-    }
-    void stop() {
-        m_daemon.kill();
-        m_daemon.waitForFinished();
-    }
-
-private:
-    QTemporaryDir m_directory;
-    QProcess m_daemon;
-    QString m_address;
-};
-
 /// A portal that answers as it is told: with a number, and behind it what is odd about the answer; with the
 /// name of an error; or not at all.
 class TestPortal : public QDBusVirtualObject {
 public:
-    explicit TestPortal(const Bus &bus) : m_connection(bus.connect(portalName)) {
+    explicit TestPortal(const SessionBus &bus) : m_connection(bus.connect(portalName)) {
         m_connection.registerVirtualObject(Portal::path, this, QDBusConnection::SubPath);
         appear();
     }
@@ -156,7 +125,7 @@ class PortalHotKeyTest : public QObject {
     }
 
     const QString clientName = u"client"_s;
-    std::optional<Bus> m_bus;
+    std::optional<SessionBus> m_bus;
     std::optional<TestPortal> m_portal;
     std::optional<PortalHotKeyRegistrar> m_registrar;
     QList<HotKeyPress> m_presses;

@@ -1,6 +1,6 @@
 #include "e2e/program.h"
 #include "platform/linux/search_database.h"
-#include "support/test.h"
+#include "support/session_bus.h"
 #include "support/user_defaults.h"
 
 #include <QDBusAbstractAdaptor>
@@ -8,6 +8,8 @@
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
+
+#include <optional>
 
 using namespace lexiquill;
 
@@ -38,29 +40,16 @@ public:
                       .arg(providerName, QStringLiteral(LEXIQUILL_SEARCH_PROVIDER))
                       .arg(quietMilliseconds)
                       .toUtf8());
-        const QString configuration = home.path(u"bus.conf"_s);
-        writeFile(configuration, u"<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen>"
-                                 "<servicedir>%1</servicedir><policy context=\"default\">"
-                                 "<allow send_destination=\"*\"/><allow receive_sender=\"*\"/><allow "
-                                 "own=\"*\"/></policy></busconfig>"_s.arg(services)
-                                     .toUtf8());
-        m_daemon = home.start({u"--nofork"_s, u"--print-address"_s, u"--config-file="_s + configuration},
-                              u"dbus-daemon"_s);
-        m_daemon->waitForReadyRead();
-        m_address = QString::fromUtf8(m_daemon->readLine()).trimmed();
-        m_connection = std::make_unique<QDBusConnection>(connect(u"desktop"_s));
+        m_bus.emplace(home.environment, services);
+        m_connection.emplace(connect(u"desktop"_s));
     }
     ~Session() {
         m_connection.reset();
         QDBusConnection::disconnectFromBus(u"desktop"_s);
-        m_daemon->kill();
-        m_daemon->waitForFinished();
     }
     Q_DISABLE_COPY_MOVE(Session)
 
-    QDBusConnection connect(const QString &name) const {
-        return QDBusConnection::connectToBus(m_address, name);
-    }
+    QDBusConnection connect(const QString &name) const { return m_bus->connect(name); }
 
     /// Calls the provider as the desktops do, by what their files say of it.
     QDBusMessage call(const QString &interface, const char *method, const QVariantList &arguments) const {
@@ -85,9 +74,8 @@ public:
     Home home;
 
 private:
-    std::unique_ptr<QProcess> m_daemon;
-    QString m_address;
-    std::unique_ptr<QDBusConnection> m_connection;
+    std::optional<SessionBus> m_bus;
+    std::optional<QDBusConnection> m_connection;
 };
 
 QByteArray record(const char *word, const char *summary) {

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "test.h"
+
+#include <QDBusConnection>
+#include <QProcess>
+
+namespace lexiquill {
+
+/// A session bus that nobody else is on.
+class SessionBus {
+public:
+    /// Starts the services that the files of `services` tell of when they are asked for.
+    explicit SessionBus(const QProcessEnvironment &environment = QProcessEnvironment::systemEnvironment(),
+                        const QString &services = u"/nonexistent"_s) {
+        const QString configuration = m_directory.filePath(u"bus.conf"_s);
+        writeFile(configuration,
+                  u"<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen>"
+                  "<servicedir>%1</servicedir><policy context='default'><allow send_destination='*'/>"
+                  "<allow receive_sender='*'/><allow own='*'/></policy></busconfig>"_s.arg(services)
+                      .toUtf8());
+        m_daemon.setProcessEnvironment(environment);
+        m_daemon.start(u"dbus-daemon"_s,
+                       {u"--nofork"_s, u"--print-address"_s, u"--config-file="_s + configuration});
+        while (!m_daemon.canReadLine() && m_daemon.waitForReadyRead(30'000)) {
+        }
+        m_address = QString::fromUtf8(m_daemon.readLine().trimmed());
+    }
+    ~SessionBus() { stop(); }
+    Q_DISABLE_COPY_MOVE(SessionBus)
+
+    const QString &address() const { return m_address; }
+    QDBusConnection connect(const QString &name) const {
+        return QDBusConnection::connectToBus(m_address, name);
+    }
+    void stop() {
+        m_daemon.kill();
+        m_daemon.waitForFinished();
+    }
+
+private:
+    QTemporaryDir m_directory;
+    QProcess m_daemon;
+    QString m_address;
+};
+
+} // namespace lexiquill
