@@ -88,48 +88,41 @@ private Q_SLOTS:
         QVERIFY(QDir(m_path).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot));
     }
 
-    /// What we left there earlier gives way.
-    void ours_data() { addRows("file\nlink\nhard link\ndirectory\npipe\n"); }
+    /// What we left there earlier gives way; what somebody else put there is left alone, and nothing is done.
+    void existing_data() {
+        addRows("file | us\nlink | us\nhard link | us\npipe | us\ndirectory | us\n"
+                "file | them\nlink | them\nhard link | them\ndirectory | them\n");
+    }
 
-    void ours() {
+    void existing() {
         QFETCH(const QStringList, cells);
         const QString &kind = cells[0];
+        const bool isTheirs = cells[1] == "them"_L1;
+        if (isTheirs && ::geteuid() != 0)
+            QSKIP("only root can make files of others");
+        const QString linked = isTheirs ? file(u"other"_s) : m_precious;
+        writeFile(linked, "precious");
         if (kind == "file"_L1)
             writeFile(file(), "earlier and longer");
         else if (kind == "link"_L1)
             QFile::link(m_precious, file());
         else if (kind == "hard link"_L1)
-            QCOMPARE(::link(encoded(m_precious).constData(), encoded(file()).constData()), 0);
+            QCOMPARE(::link(encoded(linked).constData(), encoded(file()).constData()), 0);
         else if (kind == "pipe"_L1)
             QCOMPARE(::mkfifo(encoded(file()).constData(), 0666), 0);
         else if (writeFile(file() + u"/a/b"_s, {}))
             QVERIFY(QFile::link(m_root->path(), file() + u"/a/link"_s) &&
                     ::chmod(encoded(file() + u"/a"_s).constData(), 0) == 0);
-        use(true, "new");
-    }
-
-    void theirs_data() { addRows("file\nlink\nhard link\ndirectory\n"); }
-
-    /// What somebody else put there is left alone, and nothing is done.
-    void theirs() {
-        QFETCH(const QStringList, cells);
-        if (::geteuid() != 0)
-            QSKIP("only root can make files of others");
-        if (cells[0] == "file"_L1)
-            writeFile(file(), "theirs");
-        else if (cells[0] == "link"_L1)
-            QFile::link(m_precious, file());
-        else if (cells[0] == "directory"_L1)
-            writeFile(file() + u"/a"_s, {});
-        else if (writeFile(file(u"other"_s), {}))
-            QCOMPARE(::link(encoded(file(u"other"_s)).constData(), encoded(file()).constData()), 0);
-        QCOMPARE(::lchown(encoded(file()).constData(), other, other), 0);
-        use(false, "new");
+        if (isTheirs)
+            QCOMPARE(::lchown(encoded(file()).constData(), other, other), 0);
+        use(!isTheirs, "new");
+        if (!isTheirs)
+            return;
         struct stat status {};
         QCOMPARE(::lstat(encoded(file()).constData(), &status), 0);
         QCOMPARE(status.st_uid, other);
-        if (cells[0] == "file"_L1)
-            QCOMPARE(readFile(file()), "theirs"_ba);
+        if (kind == "file"_L1)
+            QCOMPARE(readFile(file()), "earlier and longer"_ba);
     }
 
     void unsafe_data() {
