@@ -416,12 +416,8 @@ private Q_SLOTS:
     }
 
     void noBaseForms() {
-        for (const char *word : {"bed", "sing", "red", "is not", "s", "'s", "", "king"}) {
-            for (const QString &base : stardict::baseForms(QString::fromLatin1(word)))
-                QVERIFY2(base.size() >= 2, word);
-        }
-        for (const QString &word : {u"glass"_s, QString(100'000, u's')})
-            QVERIFY(stardict::baseForms(word).isEmpty());
+        for (const QString &word : {u"glass"_s, u"s"_s, u"'s"_s, QString(), QString(100'000, u's')})
+            QVERIFY2(stardict::baseForms(word).isEmpty(), qPrintable(word.left(9)));
     }
 
     /// What the program makes of an article on "run" in the end.
