@@ -603,18 +603,6 @@ private Q_SLOTS:
         QVERIFY(!store->hasUnsavedChanges());
     }
 
-    void damagedBackups() {
-        Place place;
-        const QString directory = WordbookBackup::directoryFor(place.wordbook());
-        QVERIFY(QDir().mkpath(directory + u"/vocabulary-2025-01-02.json"_s));
-        const QByteArray content = "[{\"word\": \"apple\"}, {\"wo";
-        for (const char *name : {"vocabulary-2025-01-01.json", "vocabulary-2025-13-01.json", "other.json"})
-            QVERIFY(writeFile(directory + u'/' + QString::fromLatin1(name), content));
-        const auto backups = WordbookBackup::list(directory);
-        QCOMPARE(backups.size(), 1);
-        QCOMPARE(backups.first().size, content.size());
-        QVERIFY(!backups.first().read(place.now));
-    }
 };
 
 QTEST_GUILESS_MAIN(StorageManagerTest)
