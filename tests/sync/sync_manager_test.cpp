@@ -159,7 +159,6 @@ private Q_SLOTS:
         };
         const QByteArray success = json("{'success': true}");
         broken("cut", {.body = success, .manner = Manner::Cut}, "连接中断");
-        broken("silent", {.manner = Manner::Silent}, "请求超时");
         broken("too large",
                {.body = "HTTP/1.1 200 OK\r\nContent-Length: 67108865\r\n\r\n", .manner = Manner::Raw},
                "服务器响应过大");
@@ -227,17 +226,13 @@ private Q_SLOTS:
     }
 
     void unreachable() {
-        for (const auto &[server, error] : {std::pair(refusingBase(), u"连接被拒绝"_s),
-                                            {u"https://lexiquill.invalid"_s, u"无法解析主机名"_s},
-                                            {QString(), u"服务器地址无效"_s}}) {
-            Party party(server, "[]", true);
-            party.sync->syncWithCloud();
-            QVERIFY(party.sync->isSyncing());
-            QTRY_VERIFY(!party.sync->isSyncing());
-            QCOMPARE(party.takeNews(), u"syncing | idle | 同步失败: "_s + error);
-            party.login();
-            QCOMPARE(party.takeNews(), error);
-        }
+        Party party(refusingBase(), "[]", true);
+        party.sync->syncWithCloud();
+        QVERIFY(party.sync->isSyncing());
+        QTRY_VERIFY(!party.sync->isSyncing());
+        QCOMPARE(party.takeNews(), u"syncing | idle | 同步失败: 连接被拒绝"_s);
+        party.login();
+        QCOMPARE(party.takeNews(), u"连接被拒绝"_s);
         Party nowhere(u"https://["_s, "[]", true);
         nowhere.sync->syncWithCloud();
         nowhere.sync->login(ann, password, nowhere.completion());
