@@ -229,6 +229,13 @@ QList<ServedRequest> HttpServer::requests() const {
     return m_requests;
 }
 
+QString HttpServer::targets() const {
+    QByteArrayList list;
+    for (const ServedRequest &request : requests())
+        list += request.target;
+    return QString::fromUtf8(list.join(' '));
+}
+
 void HttpServer::listen() {
     Listener listener;
     listener.accept = [this](qintptr descriptor) {

@@ -77,6 +77,8 @@ public:
 
     /// What has arrived, in order.
     QList<ServedRequest> requests() const;
+    /// The targets of the requests, separated by blanks.
+    QString targets() const;
     /// Connections so far, also those on which no request came.
     int connections() const { return m_connections; }
     /// Connections that are open now.

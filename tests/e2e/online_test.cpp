@@ -16,13 +16,6 @@ ServedAnswer youdaoAnswer() {
                         "trs":[{"tr":[{"l":{"i":["n. 在线苹果；\u001b[31m苹果树"]}}]}]}]}})"};
 }
 
-QString targets(const HttpServer &server) {
-    QByteArrayList list;
-    for (const ServedRequest &request : server.requests())
-        list += request.target;
-    return QString::fromUtf8(list.join(' '));
-}
-
 QString serverBase(const QString &base) {
     return u"lexiquill_server_base=%1\n"_s.arg(base);
 }
@@ -43,7 +36,7 @@ private Q_SLOTS:
         QVERIFY(outcome.output.contains(u"查词 1 次\n"_s));
         QCOMPARE(outcome.status, 0);
         QCOMPARE(outcome.errors, QByteArray());
-        QCOMPARE(targets(server), u"/jsonapi?q=apple"_s);
+        QCOMPARE(server.targets(), u"/jsonapi?q=apple"_s);
         server.stop();
         QVERIFY(home.run("s|apple").output.contains(u"查词 3 次\n"_s));
         QCOMPARE(home.words()->first().word, u"Apple"_s);
@@ -110,8 +103,20 @@ private Q_SLOTS:
         QVERIFY(server.requests().isEmpty());
         QVERIFY(home.shell(trusting + u"apple"_s).output.contains(onlineLabel));
         QVERIFY(home.shell(trusting + u"away"_s).output.contains(offlineLabel));
-        QCOMPARE(targets(server), u"/jsonapi?q=apple /jsonapi?q=away"_s);
+        QCOMPARE(server.targets(), u"/jsonapi?q=apple /jsonapi?q=away"_s);
         QCOMPARE(plain.connections(), 0);
+    }
+
+    void offlineModeLoadsNoNetworkLibrary() {
+        const HttpServer server(youdaoAnswer());
+        Home home;
+        home.setOnlineBase(server.base(), u"dictionarySourceMode=appleOffline\n"_s);
+        home.environment.insert(u"LD_DEBUG"_s, u"files"_s);
+        for (const char *command : {"search|apple", "list"}) {
+            const Outcome outcome = home.run(command);
+            QVERIFY(outcome.errors.contains("libQt6Core") && !outcome.errors.contains("libQt6Network"));
+        }
+        QCOMPARE(server.connections(), 0);
     }
 };
 

@@ -27,12 +27,6 @@ struct Surroundings {
         const auto entry = QCoro::waitFor(service.lookup(word, cancellation));
         return entry ? entry->rawText : u"nothing"_s;
     }
-    QString targets() const {
-        QByteArrayList list;
-        for (const ServedRequest &request : server.requests())
-            list += request.target;
-        return QString::fromUtf8(list.join(' '));
-    }
 
     QTemporaryDir directory;
     HttpServer server;
@@ -97,7 +91,7 @@ private Q_SLOTS:
         const Surroundings here(youdao, own);
         QCOMPARE(here.find(u"q"_s), found);
         const bool isFirst = found == u"n. 有道"_s;
-        QCOMPARE(here.targets(), isFirst ? u"/jsonapi?q=q"_s : u"/jsonapi?q=q /api/dict?w=q"_s);
+        QCOMPARE(here.server.targets(), isFirst ? u"/jsonapi?q=q"_s : u"/jsonapi?q=q /api/dict?w=q"_s);
     }
 
     /// Which of three lookups of a word, each by a new process, ask whom.
@@ -125,9 +119,9 @@ private Q_SLOTS:
         const QString found = here.find(u"q"_s);
         QCOMPARE(here.find(u"q "_s), found);
         QCOMPARE(here.find(u"q"_s), found);
-        QTEST(here.targets(), "targets");
+        QTEST(here.server.targets(), "targets");
         here.find(u"Q"_s);
-        QVERIFY(here.targets().contains(u"/jsonapi?q=Q"_s));
+        QVERIFY(here.server.targets().contains(u"/jsonapi?q=Q"_s));
     }
 
     /// Given up while the first request is under way, a lookup makes no second one.
@@ -138,7 +132,7 @@ private Q_SLOTS:
                                         {});
         Cancellation cancellation;
         auto task = service.lookup(u"q"_s, cancellation.token());
-        QTRY_COMPARE(here.targets(), u"/jsonapi?q=q"_s);
+        QTRY_COMPARE(here.server.targets(), u"/jsonapi?q=q"_s);
         cancellation.cancel();
         QVERIFY(task.isReady() && !QCoro::waitFor(task));
         QTRY_COMPARE(here.server.openConnections(), 0);
