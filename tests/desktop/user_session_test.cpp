@@ -2,7 +2,6 @@
 
 #include "desktop/desktop_session.h"
 #include "http_server.h"
-#include "support/table.h"
 
 using namespace lexiquill;
 

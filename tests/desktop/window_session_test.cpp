@@ -1,7 +1,6 @@
 // The one window and the one process, on a real desktop.
 
 #include "desktop/desktop_session.h"
-#include "support/table.h"
 
 using namespace lexiquill;
 
