@@ -79,7 +79,7 @@ ScreenTest {
         compare(tests.card().word, word);
     }
 
-    function test_5_note_stays_with_its_word() {
+    function test_4_note_stays_with_its_word() {
         const editor = noteEditor.createObject(window.contentItem);
         const area = tests.find(editor, item => item.Accessible.name === "我的笔记");
         area.forceActiveFocus();
@@ -94,13 +94,5 @@ ScreenTest {
         compare(area.text, "");
         compare(editor.isEdited, false);
         editor.destroy();
-    }
-
-    function test_4_external_words_come_here() {
-        ContentView.selectedTab = ContentView.TabItem.Statistics;
-        ContentView.handleExternalWordLookup(" ubiquitous ");
-        tryCompare(tests.card(), "word", "ubiquitous");
-        ContentView.postFocusSearchInput();
-        verify(field.activeFocus);
     }
 }
