@@ -248,9 +248,6 @@ private Q_SLOTS:
         QCOMPARE(party.takeNews(), u"user Ann | time | words apple pear | done"_s);
         QCOMPARE(party.sync->lastSyncTime(), QDateTime::fromMSecsSinceEpoch(1741944413250));
         QCOMPARE(party.stored(SyncManager::tokenDefaultsKey), u"one"_s);
-        const auto owner = QFile::ReadOwner | QFile::WriteOwner;
-        QCOMPARE(QFile::permissions(party.home.settingsPath()) & ~(QFile::ReadUser | QFile::WriteUser),
-                 owner);
         QDirIterator files(party.home.path(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
         while (files.hasNext()) {
             const QByteArray content = readFile(files.next());
