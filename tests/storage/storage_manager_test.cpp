@@ -441,23 +441,20 @@ private Q_SLOTS:
                 other->addOrUpdateSearch(entryFor(u"theirs%1"_s.arg(i)));
             ::_exit(0);
         }
-        const auto noteOf = [](int i) {
-            return QString::number(i);
-        };
         for (int i = 0; i < count; ++i) {
             QTest::qWait(i % 3 * 10);
             store->addOrUpdateSearch(entryFor(u"mine%1"_s.arg(i)));
             QTest::qWait(i % 4 * 5);
             const qsizetype old = indexOfWord(store->words(), u"old%1"_s.arg(i));
-            store->setUserNotes(store->words().at(old).id, noteOf(i));
+            store->setUserNotes(store->words().at(old).id, QString::number(i));
         }
         QCOMPARE(::waitpid(child, nullptr, 0), child);
         QTRY_COMPARE(store->words().size(), 1000 + 2 * count);
         QCOMPARE(names(store->words()), names(place.saved()));
         for (int i = 0; i < count; ++i) {
             const qsizetype old = indexOfWord(store->words(), u"old%1"_s.arg(i));
-            QCOMPARE(store->words().at(old).userNotes, noteOf(i));
-            QCOMPARE(place.saved().at(old).userNotes, noteOf(i));
+            QCOMPARE(store->words().at(old).userNotes, QString::number(i));
+            QCOMPARE(place.saved().at(old).userNotes, QString::number(i));
         }
     }
 
@@ -602,7 +599,6 @@ private Q_SLOTS:
         QCOMPARE(store->deletedWords(), QSet<QString>{pear});
         QVERIFY(!store->hasUnsavedChanges());
     }
-
 };
 
 QTEST_GUILESS_MAIN(StorageManagerTest)
