@@ -49,7 +49,7 @@ QString wordOfAddress(const QString &address) {
     const QString host = match.captured(1);
     const QString word =
         host.isEmpty() ? match.captured(2).section(u'/', -1, -1, QString::SectionSkipEmpty) : host;
-    return QUrl::fromPercentEncoding(word.toUtf8());
+    return QUrl::fromPercentEncoding(word.toUtf8()).remove(QChar::Null);
 }
 
 } // namespace

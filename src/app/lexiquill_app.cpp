@@ -3,6 +3,7 @@
 #include "app/app_delegate.h"
 #include "platform/application_endpoint.h"
 #include "platform/process.h"
+#include "platform/termination.h"
 #include "storage/storage_manager.h"
 
 #include <QFont>
@@ -101,6 +102,8 @@ int LexiquillApp::run(int argc, char **argv) {
         else if (!request.url.isEmpty())
             requests.open({request.url}, tokens);
     });
+    // The end of the session must lose no more than quitting does.
+    const auto termination = watchTermination([&delegate] { delegate.terminate(); });
     return QGuiApplication::exec();
 }
 

@@ -152,6 +152,18 @@ private Q_SLOTS:
         QCOMPARE(offered(session).first(), u"concise"_s);
     }
 
+    void aKnownWordIsShownWhenTheSourcesFail() {
+        SlowServices services;
+        services.storage().addOrUpdateSearch(entryOf(u"apple"_s));
+        services.source.knows = false;
+        SearchSession session(services);
+        session.lookUp(u"Apple"_s);
+        services.source.decide();
+        QCOMPARE(session.state(), SearchSession::State::Found);
+        QCOMPARE(session.sourceText(), u"来源：生词本"_s);
+        QCOMPARE(services.storage().words().constFirst().searchCount, 1);
+    }
+
     void sessionsMayEndAtAnyTime() {
         SlowServices services;
         for (int i = 0; i < 20; ++i) {

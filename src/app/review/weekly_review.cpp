@@ -101,7 +101,10 @@ QUrl WeeklyReview::suggestedFile() const {
     return QUrl::fromLocalFile(directory.filePath(plan ? plan->markdownFileName() : QString()));
 }
 
-void WeeklyReview::exportTo(const QUrl &file) {
+void WeeklyReview::exportTo(const QUrl &chosen) {
+    // Qt's own dialog gives the path of a name that was typed without a scheme.
+    const bool isPath = chosen.scheme().isEmpty() && chosen.path().startsWith(u'/');
+    const QUrl file = isPath ? QUrl::fromLocalFile(chosen.path(QUrl::FullyDecoded)) : chosen;
     const auto writeCopy = [plan = m_storage.weeklyPlan(), calendar = m_storage.calendar(), file] {
         return write(plan, calendar, file);
     };

@@ -42,7 +42,7 @@ public:
     /// Where an export is suggested to go: the plan's file name in the user's documents.
     Q_INVOKABLE QUrl suggestedFile() const;
     /// Writes the plan as Markdown, on another thread.
-    Q_INVOKABLE void exportTo(const QUrl &file);
+    Q_INVOKABLE void exportTo(const QUrl &chosen);
 
 Q_SIGNALS:
     /// How an export ended: `error` says in Chinese why it failed, and is empty when it has not.

@@ -112,6 +112,15 @@ void SearchSession::finish(const LookupResult &result) {
         setState(State::Found);
         return;
     }
+    // What was found before is known, whatever the sources say today.
+    if (const qsizetype known = indexOfWord(m_storage.words(), wordKey(m_word)); known >= 0) {
+        const WordRecord &record = m_storage.words().at(known);
+        m_wordId = record.id.toString(QUuid::WithoutBraces);
+        m_headword = record.word;
+        m_sourceText = QStringLiteral("来源：生词本");
+        setState(State::Found);
+        return;
+    }
     const QString offline = plainTitle(DictionarySourceMode::AppleOffline);
     m_missingText = result.actualMode == DictionarySourceMode::YoudaoOnline
                         ? QStringLiteral("%1和%2都没有给出释义。请检查拼写；如果没有联网，请检查网络连接。")

@@ -29,7 +29,7 @@ QVariant BackupListModel::data(const QModelIndex &index, int role) const {
                                                       : QStringLiteral("yyyy-MM-dd"));
     case DetailRole: {
         const QString size =
-            QLocale::c().formattedDataSize(backup.size, 1, QLocale::DataSizeTraditionalFormat);
+            QLocale(QLocale::Chinese).formattedDataSize(backup.size, 1, QLocale::DataSizeTraditionalFormat);
         return wordCount ? QStringLiteral("%1 词 · %2").arg(*wordCount).arg(size)
                          : QStringLiteral("文件已损坏 · ") + size;
     }

@@ -38,6 +38,14 @@ FocusScope {
     Component.onCompleted: showStored()
     Component.onDestruction: finish()
 
+    // A pause keeps what has been typed, should the process not live to see the note left.
+    Timer {
+        id: pause
+
+        interval: 1500
+        onTriggered: if (editor.isEdited && area.preeditText === "")
+            editor.edited(area.text)
+    }
     T.TextArea {
         id: area
 
@@ -58,8 +66,10 @@ FocusScope {
         Keys.priority: Keys.BeforeItem
         Keys.onTabPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
         Keys.onBacktabPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
-        onTextChanged: if (activeFocus)
-            editor.isEdited = true
+        onTextChanged: if (activeFocus) {
+            editor.isEdited = true;
+            pause.restart();
+        }
         onActiveFocusChanged: if (!activeFocus)
             editor.finish()
 

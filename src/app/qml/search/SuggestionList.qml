@@ -90,8 +90,9 @@ ListView {
                 anchors.leftMargin: 10
                 anchors.verticalCenter: parent.verticalCenter
                 width: Math.min(implicitWidth, parent.width * (summaryText.visible ? 0.5 : 0.85))
-                text: row.word
+                text: row.word.replace(/\s+/g, " ")
                 elide: Text.ElideRight
+                maximumLineCount: 1
                 Accessible.ignored: true
             }
             ThemedText {
