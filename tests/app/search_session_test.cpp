@@ -154,10 +154,10 @@ private Q_SLOTS:
 
     void aKnownWordIsShownWhenTheSourcesFail() {
         SlowServices services;
-        services.storage().addOrUpdateSearch(entryOf(u"apple"_s));
+        services.storage().addOrUpdateSearch(entryOf(u"zyzzyva"_s));
         services.source.knows = false;
         SearchSession session(services);
-        session.lookUp(u"Apple"_s);
+        session.lookUp(u"Zyzzyva"_s);
         services.source.decide();
         QCOMPARE(session.state(), SearchSession::State::Found);
         QCOMPARE(session.sourceText(), u"来源：生词本"_s);

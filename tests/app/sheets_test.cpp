@@ -314,7 +314,7 @@ private Q_SLOTS:
         QTRY_VERIFY(!model.isBusy());
         QCOMPARE(model.rowCount(), 3);
         QVERIFY(!model.index(2).data(BackupListModel::IsUsableRole).toBool());
-        QCOMPARE(model.index(2).data(BackupListModel::DetailRole).toString(), u"文件已损坏 · 9 bytes"_s);
+        QCOMPARE(model.index(2).data(BackupListModel::DetailRole).toString(), u"文件已损坏 · 9 字节"_s);
 
         const QList<WordRecord> before = services.storage().words();
         model.restore(2);

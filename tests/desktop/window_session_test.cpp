@@ -55,13 +55,16 @@ private Q_SLOTS:
     void quitEndsIt_data() {
         addRows("key | ctrl+q\n"
                 "key above a sheet | ctrl+comma ctrl+q\n"
-                "desktop's action |\n");
+                "desktop's action |\n"
+                "end of the session | SIGTERM\n");
     }
     void quitEndsIt() {
         QFETCH(const QStringList, cells);
         const QString &keys = cells[1];
         m_desktop->startApplication();
-        if (!keys.isEmpty())
+        if (keys == u"SIGTERM")
+            m_desktop->application->terminate();
+        else if (!keys.isEmpty())
             m_desktop->press(keys);
         else
             QCOMPARE(m_desktop->run({u"--desktop-action=quit"_s}).status, 0);

@@ -33,7 +33,7 @@ bool AccountView::hasServer() const {
 
 QString AccountView::lastSyncText() const {
     const QDateTime &time = m_sync.lastSyncTime();
-    return time.isValid() ? QLocale(QLocale::Chinese).toString(time, QLocale::ShortFormat) : QString();
+    return time.isValid() ? QLocale().toString(time, QLocale::ShortFormat) : QString();
 }
 
 void AccountView::submitAuth() {
