@@ -85,6 +85,9 @@ int LexiquillApp::run(int argc, char **argv) {
         if (forwardStart(request, tokens))
             return EXIT_SUCCESS;
     }
+    // There is nobody to quit.
+    if (request.action == QLatin1StringView("quit"))
+        return EXIT_SUCCESS;
     storage.get()->moveToThread(application.thread());
     const std::unique_ptr<QObject> window(screens.create());
     if (!window)

@@ -46,6 +46,10 @@ public:
         home.setOnlineBase({}, u"dictionarySourceMode=appleOffline\nlexiquill_server_base=%1\n"_s.arg(base));
     }
 
+    void stopBus() {
+        m_tree.reset();
+        m_bus->stop();
+    }
     bool isRunning() const { return m_x.isRunning() && !m_bus->address().isEmpty(); }
     const AccessibleTree &tree() const { return *m_tree; }
 

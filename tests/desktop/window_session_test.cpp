@@ -110,6 +110,16 @@ private Q_SLOTS:
         QTRY_COMPARE(m_desktop->visibleWindows().size(), 1);
     }
 
+    void afterTheEndOfTheBusASecondStartFindsTheFirst() {
+        QDir().mkpath(m_desktop->home.path(u"run"_s));
+        m_desktop->startApplication();
+        m_desktop->closeWindow();
+        m_desktop->stopBus();
+        QTRY_VERIFY(QFile::exists(m_desktop->home.path(u"run/lexiquill.socket"_s)));
+        QCOMPARE(m_desktop->run().status, 0);
+        QTRY_COMPARE(m_desktop->visibleWindows().size(), 1);
+    }
+
 private:
     /// A wordbook, newest words last: "word0" and so on.
     static QByteArray words(int count) {

@@ -54,6 +54,12 @@ Sheet {
             visible: !SyncManager.isLoggedIn
             spacing: Theme.unit
 
+            ThemedText {
+                anchors.verticalCenter: parent.verticalCenter
+                visible: view.isSubmitting
+                role: ThemedText.Caption
+                text: "正在联系服务器…"
+            }
             PlainButton {
                 text: "取消"
                 onClicked: sheet.dismissed()

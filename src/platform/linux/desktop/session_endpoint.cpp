@@ -31,6 +31,9 @@ bool SessionEndpoint::claim(ApplicationRequests requests) {
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected())
         return claimSocket();
+    bus.connect({}, QStringLiteral("/org/freedesktop/DBus/Local"),
+                QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
+                SLOT(outliveBus()));
     // The object is there before its name is, so that no early call is lost.
     new FreedesktopApplication(this);
     new LookupService(this);

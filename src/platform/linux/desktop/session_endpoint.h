@@ -18,6 +18,10 @@ class SessionEndpoint : public QObject, protected QDBusContext, public Applicati
 public:
     bool claim(ApplicationRequests requests) override;
 
+private Q_SLOTS:
+    /// Other starts reach a process that has outlived its bus by the socket.
+    void outliveBus() { claimSocket(); }
+
 private:
     friend class FreedesktopApplication;
     friend class LookupService;
