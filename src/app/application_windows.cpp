@@ -113,7 +113,7 @@ void ApplicationWindows::postFocusSearchInput() {
 }
 
 QObject *ApplicationWindows::keyWindowContent() const {
-    if (ContentView::shared().hasSheet())
+    if (ContentView::shared().hasSheet() || ContentView::shared().isMenuOpen())
         return nullptr;
     QQuickWindow *const window = asWindow(QGuiApplication::focusWindow());
     if (window == nullptr)

@@ -51,6 +51,9 @@ public:
     void setShowSpotlightAlert(bool isShown);
     /// Whether a sheet lies above the screens, which then leave the keyboard to it.
     Q_INVOKABLE bool hasSheet() const;
+    /// The menu tells whether it is open and has the keyboard.
+    Q_INVOKABLE void setIsMenuOpen(bool isOpen) { m_isMenuOpen = isOpen; }
+    bool isMenuOpen() const { return m_isMenuOpen; }
     /// The server's base URL without a slash at the end.
     QString serverBase() const;
 
@@ -105,6 +108,7 @@ private:
     int m_dueCount = 0;
     bool m_isIndexingSpotlight = false;
     QString m_spotlightAlertMessage;
+    bool m_isMenuOpen = false;
     bool m_showSpotlightAlert = false;
     QTimer m_dueTimer;
     std::optional<QDate> m_day; ///< the one that the screens go by

@@ -12,6 +12,8 @@ T.Menu {
     width: 220
     implicitHeight: contentHeight + 2 * padding
     padding: 5
+    onAboutToShow: ContentView.setIsMenuOpen(true)
+    onClosed: ContentView.setIsMenuOpen(false)
     margins: Theme.unit
     contentItem: ListView {
         implicitHeight: contentHeight
