@@ -4,6 +4,7 @@
 #include <QSocketNotifier>
 
 #include <fcntl.h>
+#include <utility>
 
 #include <cerrno>
 #include <csignal>
@@ -26,11 +27,11 @@ void notice(int) {
 
 class SignalWatch : public TerminationWatch {
 public:
-    SignalWatch(int readEnd, int writeEnd, const std::function<void()> &ended)
+    SignalWatch(int readEnd, int writeEnd, std::function<void()> ended)
         : m_readEnd(readEnd),
           m_writeEnd(writeEnd),
           m_notifier(readEnd, QSocketNotifier::Read) {
-        QObject::connect(&m_notifier, &QSocketNotifier::activated, [this, ended] {
+        QObject::connect(&m_notifier, &QSocketNotifier::activated, [this, ended = std::move(ended)] {
             m_notifier.setEnabled(false);
             ended();
         });
@@ -57,7 +58,7 @@ std::unique_ptr<TerminationWatch> watchTermination(std::function<void()> ended) 
     int ends[2];
     if (::pipe2(ends, O_CLOEXEC | O_NONBLOCK) != 0)
         return nullptr;
-    return std::make_unique<SignalWatch>(ends[0], ends[1], ended);
+    return std::make_unique<SignalWatch>(ends[0], ends[1], std::move(ended));
 }
 
 } // namespace lexiquill
