@@ -4,10 +4,10 @@
 #include <QSocketNotifier>
 
 #include <fcntl.h>
-#include <utility>
 
 #include <cerrno>
 #include <csignal>
+#include <utility>
 
 namespace lexiquill {
 
