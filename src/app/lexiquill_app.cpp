@@ -69,6 +69,8 @@ int LexiquillApp::run(int argc, char **argv) {
     const ActivationTokens tokens{.activationToken = qEnvironmentVariable("XDG_ACTIVATION_TOKEN"),
                                   .startupId = qEnvironmentVariable("DESKTOP_STARTUP_ID")};
     QGuiApplication application(argc, argv);
+    // The launcher's handler takes any fatal message for a display that does not answer, and this one does.
+    qInstallMessageHandler(nullptr);
     setUpApplication();
     const QStringList arguments = QGuiApplication::arguments();
     const StartRequest request = StartRequest::fromArguments(arguments);
