@@ -1,5 +1,5 @@
 #include "bench.h"
-#include "platform/linux/linux_dictionary_services.h"
+#include "dictionaries/dictionary_shelf.h"
 #include "sample_data.h"
 #include "stardict_writer.h"
 
@@ -43,31 +43,35 @@ QString writeLargeDictionary(bool isSorted) {
     return directory;
 }
 
+std::unique_ptr<DictionaryShelf> newShelf(const QString &directory, const QString &cache) {
+    return std::make_unique<DictionaryShelf>(
+        DictionaryShelf::Places{.installed = {directory}, .bundled = {}, .cache = cache});
+}
+
 /// The dictionary after it was first asked.
-LinuxDictionaryServices &dictionary(bool isSorted) {
+DictionaryShelf &dictionary(bool isSorted) {
     const auto make = [](bool sorted) {
-        auto services = std::make_unique<LinuxDictionaryServices>(QStringList{writeLargeDictionary(sorted)},
-                                                                  QStringList(), newDirectory());
-        services->headwordsStartingWith(QStringLiteral("a"), 1, {});
-        return services;
+        auto shelf = newShelf(writeLargeDictionary(sorted), newDirectory());
+        shelf->headwordsStartingWith(QStringLiteral("a"), 1, {});
+        return shelf;
     };
-    static const auto sortedServices = make(true);
-    static const auto unsortedServices = make(false);
-    return isSorted ? *sortedServices : *unsortedServices;
+    static const auto sortedShelf = make(true);
+    static const auto unsortedShelf = make(false);
+    return isSorted ? *sortedShelf : *unsortedShelf;
 }
 
 void complete(State &state, const char *prefix, bool isSorted) {
-    LinuxDictionaryServices &services = dictionary(isSorted);
+    DictionaryShelf &shelf = dictionary(isSorted);
     for ([[maybe_unused]] const auto each : state) {
-        if (services.headwordsStartingWith(QString::fromLatin1(prefix), 14, {}).size() != 14)
+        if (shelf.headwordsStartingWith(QString::fromLatin1(prefix), 14, {}).size() != 14)
             state.SkipWithError("not everything was found");
     }
 }
 
 void findSimilar(State &state, const char *word) {
-    LinuxDictionaryServices &services = dictionary(true);
+    DictionaryShelf &shelf = dictionary(true);
     for ([[maybe_unused]] const auto each : state) {
-        if (services.headwordsSimilarTo(QString::fromLatin1(word), 8, {}).isEmpty())
+        if (shelf.headwordsSimilarTo(QString::fromLatin1(word), 8, {}).isEmpty())
             state.SkipWithError("nothing was found");
     }
 }
@@ -76,10 +80,10 @@ void findSimilar(State &state, const char *word) {
 void openHeadwords(State &state) {
     const QString directory = writeLargeDictionary(true);
     const QString cache = newDirectory();
-    LinuxDictionaryServices({directory}, {}, cache).headwordsStartingWith(QStringLiteral("a"), 1, {});
+    newShelf(directory, cache)->headwordsStartingWith(QStringLiteral("a"), 1, {});
     for ([[maybe_unused]] const auto each : state) {
-        LinuxDictionaryServices services({directory}, {}, cache);
-        if (services.headwordsStartingWith(QStringLiteral("a"), 1, {}).isEmpty())
+        const auto shelf = newShelf(directory, cache);
+        if (shelf->headwordsStartingWith(QStringLiteral("a"), 1, {}).isEmpty())
             state.SkipWithError("nothing was found");
     }
 }

@@ -1,7 +1,8 @@
 #include "bench.h"
-#include "platform/linux/search_database.h"
+#include "desktop_search/index/search_database.h"
+#include "desktop_search/spotlight_manager.h"
+#include "main/modules.h"
 #include "sample_data.h"
-#include "storage/spotlight_manager.h"
 
 #include <benchmark/benchmark.h>
 
@@ -24,7 +25,7 @@ const QList<SearchItem> &sampleItems() {
 }
 
 std::unique_ptr<SearchDatabase> newIndex() {
-    return SearchDatabase::load(newDirectory() + QStringLiteral("/index.sqlite"));
+    return loadModule<SearchIndexModule>()->open(newDirectory() + QStringLiteral("/index.sqlite"));
 }
 
 /// An index with all of the sample items.

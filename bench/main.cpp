@@ -33,8 +33,8 @@ int main(int argc, char **argv) {
         comparisons.push_back({"recordReview/" + size, "durable_write/" + size, 3.0});
     }
     comparisons.push_back({"youdao_answer", "youdao_dom_parse", 3.0});
-    comparisons.push_back({"help", "empty_program", 3.0});
-    comparisons.push_back({"search", "sdcv", 8.0});
+    comparisons.push_back({"help", "empty_program", 1.1});
+    comparisons.push_back({"search", "bare_search", 1.5});
 
     std::vector<Limit> limits;
     for (const std::string &operation : indexOperations) {

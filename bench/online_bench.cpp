@@ -1,5 +1,5 @@
 #include "bench.h"
-#include "lookup/youdao_parser.h"
+#include "lookup/online/youdao_parser.h"
 #include "sample_data.h"
 #include "support/json_writer.h"
 

@@ -1,8 +1,9 @@
 #include "sample_data.h"
 
-#include "lookup/system_dictionary_service.h"
-#include "platform/linux/linux_dictionary_services.h"
+#include "dictionaries/dictionary_shelf.h"
+#include "dictionaries/system_dictionary_service.h"
 #include "stardict_writer.h"
+#include "storage/wordbook_file.h"
 
 #include <QDir>
 #include <QFile>
@@ -87,8 +88,10 @@ Instant sampleInstant() {
 
 const QList<DictionaryEntry> &sampleEntries() {
     static const QList<DictionaryEntry> entries = [] {
-        LinuxDictionaryServices services({}, {QStringLiteral(LEXIQUILL_STARTER_DIRECTORY)}, newDirectory());
-        SystemDictionaryService dictionary(services);
+        DictionaryShelf shelf({.installed = {},
+                               .bundled = {QStringLiteral(LEXIQUILL_STARTER_DIRECTORY)},
+                               .cache = newDirectory()});
+        SystemDictionaryService dictionary(shelf);
         QList<DictionaryEntry> found;
         for (const QString &word : starterWords()) {
             if (const auto entry = dictionary.lookup(word))
@@ -112,6 +115,11 @@ QList<WordRecord> sampleRecords(qsizetype count) {
         records += sampleRecord(entry, word, random);
     }
     return records;
+}
+
+bool saveRecords(const QString &wordbook, qsizetype count) {
+    WordbookFile file(wordbook);
+    return file.save(*file.lock(std::chrono::seconds(1)), sampleRecords(count), std::nullopt);
 }
 
 QString newDirectory() {

@@ -16,6 +16,9 @@ QList<WordRecord> sampleRecords(qsizetype count);
 /// Entries of the starter dictionary, parsed.
 const QList<DictionaryEntry> &sampleEntries();
 
+/// Saves so many sample records as a wordbook, as this program would. False when that fails.
+bool saveRecords(const QString &wordbook, qsizetype count);
+
 /// A new directory that lasts as long as this process, on the disk that holds the build tree.
 QString newDirectory();
 

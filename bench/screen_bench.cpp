@@ -1,20 +1,24 @@
-#include "app/content_view.h"
 #include "app/review/review_session.h"
 #include "app/review/weekly_plan_model.h"
 #include "app/review/weekly_review.h"
 #include "app/search/search_session.h"
 #include "app/search/word_card.h"
-#include "app/services.h"
+#include "app/shell/content_view.h"
+#include "app/shell/services.h"
 #include "app/statistics/statistics.h"
 #include "app/wordbook/review_history.h"
 #include "app/wordbook/word_list_model.h"
 #include "bench.h"
+#include "desktop_search/spotlight_manager.h"
+#include "dictionaries/dictionary_shelf.h"
+#include "hotkey/hot_key_manager.h"
 #include "lookup/dictionary_service.h"
 #include "lookup/online_source.h"
-#include "platform/linux/linux_dictionary_services.h"
 #include "sample_data.h"
+#include "storage/current_weekly_plan.h"
 #include "storage/storage_manager.h"
-#include "storage/wordbook_file.h"
+#include "sync/sync_manager.h"
+#include "update/update_manager.h"
 
 #include <benchmark/benchmark.h>
 
@@ -32,56 +36,85 @@ using SteadyClock = std::chrono::steady_clock;
 
 constexpr qsizetype recordCount = 20'000;
 
-/// Services with a wordbook of 20,000 words, which is the same for all benchmarks.
-class SampleServices final : public Services {
+/// A wordbook of 20,000 words, which is the same for all benchmarks, and what the screens need besides.
+class Sample {
 public:
-    StorageManager &storage() override { return m_storage; }
-    DictionaryService &dictionary() override { return m_dictionary; }
-    SystemDictionaryService &offlineDictionaries() override { return m_offline; }
-
-    static SampleServices &shared() {
-        static auto *const instance = new SampleServices;
+    static Sample &shared() {
+        static auto *const instance = new Sample;
         return *instance;
+    }
+
+    StorageManager &storage() { return m_storage; }
+    Services servicesWith(CurrentWeeklyPlan &plan) {
+        return {.storage = m_storage,
+                .plan = plan,
+                .dictionary = m_dictionary,
+                .offlineDictionaries = m_offline,
+                .spotlight = m_spotlight,
+                .hotKeys = m_hotKeys,
+                .http = m_http,
+                .sync = m_sync,
+                .updater = m_updater,
+                .defaults = m_defaults};
     }
 
 private:
     struct NoOnlineSource : OnlineSource {
-        QCoro::Task<std::optional<DictionaryEntry>> lookup(QString, CancellationToken) override {
+        QCoro::Task<std::optional<DictionaryEntry>> lookup(QString, std::stop_token) override {
             co_return std::nullopt;
         }
+    };
+    struct NoRegistrar : HotKeyRegistrar {
+        qint32 installHandler(PressHandler) override { return HotKeyStatus::unavailable; }
+        void registerHotKey(quint32, quint32, StatusHandler) override {}
+        void unregisterHotKey() override {}
     };
 
     static QString writeWordbook(const QString &directory) {
         QString file = directory + QStringLiteral("/vocabulary.json");
-        WordbookFile(file).save(sampleRecords(recordCount), std::nullopt);
+        saveRecords(file, recordCount);
         return file;
     }
 
     QString m_directory = newDirectory();
     UserDefaults m_defaults{m_directory + QStringLiteral("/settings.conf")};
-    LinuxDictionaryServices m_platformDictionaries{{}, {}, m_directory};
-    SystemDictionaryService m_offline{m_platformDictionaries};
+    DictionaryShelf m_shelf{{.installed = {}, .bundled = {}, .cache = m_directory}};
+    SystemDictionaryService m_offline{m_shelf};
     NoOnlineSource m_online;
     DictionaryService m_dictionary{m_online, m_offline, m_defaults};
     SearchIndex m_index;
     SpotlightManager m_spotlight{m_index};
-    StorageManager m_storage{{.storageFile = writeWordbook(m_directory),
-                              .defaults = m_defaults,
-                              .dictionary = m_offline,
-                              .spotlight = m_spotlight}};
+    DeletedWords m_deletedWords{m_defaults};
+    StorageManager m_storage{
+        {.storageFile = writeWordbook(m_directory), .deletedWords = m_deletedWords, .firstWords = [] {
+             return QList<WordRecord>();
+         }}};
+    NoRegistrar m_registrar;
+    HotKeyManager m_hotKeys{m_registrar, m_defaults};
+    HttpClient m_http;
+    SyncManager m_sync{{.apiBase = {}, .http = m_http, .storage = m_storage, .defaults = m_defaults}};
+    UpdateManager m_updater{{.http = m_http,
+                             .updateCheckURL = {},
+                             .currentVersion = {},
+                             .currentBuild = {},
+                             .installation = {},
+                             .platform = ScriptPlatform::Linux,
+                             .quit = [](int) {
+                             }}};
 };
 
-/// Measures what an observer of the store does when a change has been saved.
-void followChange(State &state,
-                  const std::function<std::shared_ptr<QObject>(StorageManager &)> &makeObserver) {
-    StorageManager &storage = SampleServices::shared().storage();
-    // The store tells in the order of the connections.
+/// Measures what an observer of the wordbook does when a change has been saved.
+void followChange(State &state, const std::function<std::shared_ptr<QObject>(Services &)> &makeObserver) {
+    StorageManager &storage = Sample::shared().storage();
+    // Observers are told in the order of their connections.
     SteadyClock::time_point saved;
     const auto before =
         QObject::connect(&storage, &StorageManager::wordsChanged, [&] { saved = SteadyClock::now(); });
-    const std::shared_ptr<QObject> observer = makeObserver(storage);
+    CurrentWeeklyPlan plan(storage);
+    Services services = Sample::shared().servicesWith(plan);
+    const std::shared_ptr<QObject> observer = makeObserver(services);
     double seconds = 0;
-    const auto after = QObject::connect(&storage, &StorageManager::weeklyPlanChanged, [&] {
+    const auto after = QObject::connect(&storage, &StorageManager::wordsChanged, [&] {
         seconds = std::chrono::duration<double>(SteadyClock::now() - saved).count();
     });
     qsizetype position = 0;
@@ -97,22 +130,26 @@ void followChange(State &state,
     QObject::disconnect(after);
 }
 
-template <typename Observer> std::shared_ptr<QObject> observerOf(StorageManager &storage) {
-    auto observer = std::make_shared<Observer>(storage);
+template <typename Observer> std::shared_ptr<QObject> observerOf(Services &services) {
+    std::shared_ptr<Observer> observer;
+    if constexpr (std::is_constructible_v<Observer, Services &>)
+        observer = std::make_shared<Observer>(services);
+    else
+        observer = std::make_shared<Observer>(services.storage);
     if constexpr (requires { observer->setActive(true); })
         observer->setActive(true);
     return observer;
 }
 
-template <typename OfWord> std::shared_ptr<QObject> observerOfWord(StorageManager &storage) {
-    auto observer = std::make_shared<OfWord>(storage);
-    observer->setWordId(storage.words().last().id.toString(QUuid::WithoutBraces));
+template <typename OfWord> std::shared_ptr<QObject> observerOfWord(Services &services) {
+    auto observer = std::make_shared<OfWord>(services);
+    observer->setWordId(services.storage.words().last().id.toString(QUuid::WithoutBraces));
     return observer;
 }
 
 /// Types `text` letter by letter into the filter of the wordbook's list; measures the slowest key.
 void filter(State &state, const char *text) {
-    WordListModel model(SampleServices::shared().storage());
+    WordListModel model(Sample::shared().storage());
     const QString letters = QString::fromUtf8(text);
     for ([[maybe_unused]] const auto each : state) {
         std::chrono::duration<double> longest{};
@@ -128,7 +165,9 @@ void filter(State &state, const char *text) {
 
 /// The same for the field of the search screen; what the dictionaries do on their thread does not count.
 void suggest(State &state, const char *text) {
-    SearchSession session(SampleServices::shared());
+    CurrentWeeklyPlan plan(Sample::shared().storage());
+    Services services = Sample::shared().servicesWith(plan);
+    SearchSession session(services);
     const QString letters = QString::fromUtf8(text);
     for ([[maybe_unused]] const auto each : state) {
         std::chrono::duration<double> longest{};
@@ -149,11 +188,11 @@ std::vector<std::string> registerScreenBenchmarks() {
             followChange(state, makeObserver);
         };
     };
-    const auto session = [](StorageManager &) {
-        return std::make_shared<SearchSession>(SampleServices::shared());
+    const auto session = [](Services &services) {
+        return std::make_shared<SearchSession>(services);
     };
-    const auto badge = [](StorageManager &) {
-        return std::make_shared<ContentView>(SampleServices::shared());
+    const auto badge = [](Services &services) {
+        return std::make_shared<ContentView>(services);
     };
     const std::vector<std::pair<std::string, std::function<void(State &)>>> functions{
         {"after a change: badge of the sidebar", following(badge)},

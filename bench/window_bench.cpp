@@ -40,8 +40,7 @@ std::vector<std::string> newUser(qsizetype words) {
     const QString data = home + QStringLiteral("/data");
     if (words > 0) {
         QDir().mkpath(data + QStringLiteral("/Lexiquill"));
-        WordbookFile(data + QStringLiteral("/Lexiquill/vocabulary.json"))
-            .save(sampleRecords(words), std::nullopt);
+        saveRecords(data + QStringLiteral("/Lexiquill/vocabulary.json"), words);
     }
     // Nobody is asked over the network.
     QDir().mkpath(home + QStringLiteral("/config/Lexiquill"));

@@ -4,20 +4,21 @@
 // What a change of the wordbook takes until it is saved stands in a column of its own. With --cpu, only what
 // the main thread computes counts, not what it waits for, so that figures of a busy machine can be compared.
 
-#include "app/content_view.h"
-#include "app/lexiquill_app.h"
+#include "app/preferences/backup_list_model.h"
 #include "app/review/weekly_review.h"
-#include "app/sheets/backup_list_model.h"
+#include "app/shell/app_context.h"
+#include "app/shell/lexiquill_app.h"
 #include "app/wordbook/word_list_model.h"
 #include "http_server.h"
+#include "main/desktop_services.h"
 #include "main_thread_meter.h"
 #include "model/record_codec.h"
 #include "platform/process.h"
 #include "sample_data.h"
+#include "settings/user_defaults.h"
 #include "storage/storage_manager.h"
 #include "storage/wordbook_file.h"
 #include "storage/wordbook_watcher.h"
-#include "support/user_defaults.h"
 #include "sync/sync_manager.h"
 
 #include <QDir>
@@ -97,12 +98,12 @@ public:
         }
     }
     void show(Tab tab) {
-        m_application.measure([tab] { ContentView::shared().setSelectedTab(tab); });
+        m_application.measure([tab] { AppContext::current().content().setSelectedTab(tab); });
         MeteredApplication::pump(1000);
     }
     /// Lets another process look a word up, and returns the milliseconds until the window has it.
     double lookUpElsewhere(const QString &word) {
-        StorageManager &storage = StorageManager::shared();
+        StorageManager &storage = shared<StorageManager>();
         QProcess other;
         other.start(QStringLiteral(LEXIQUILL_PROGRAM), {QStringLiteral("search"), word});
         while (other.state() != QProcess::NotRunning)
@@ -133,8 +134,7 @@ void makeHome(int records, quint32 headwords, const QString &server) {
     const QString dictionary = home.filePath(QStringLiteral("DATA/stardict/dic"));
     const QString wordbook = StorageManager::standardStorageFile();
     if (!home.mkpath(dictionary) || !QDir().mkpath(QFileInfo(wordbook).path()) ||
-        !writeDictionary(dictionary, headwords) ||
-        !WordbookFile(wordbook).save(sampleRecords(records), std::nullopt))
+        !writeDictionary(dictionary, headwords) || !saveRecords(wordbook, records))
         std::fprintf(stderr, "the sample data could not be written\n");
     UserDefaults settings(UserDefaults::standardFilePath());
     settings.set(QStringLiteral("dictionarySourceMode"), QStringLiteral("appleOffline"));
@@ -156,16 +156,16 @@ void typeAndLookUp(Probe &probe) {
         probe.key(Qt::Key_Return);
     });
     probe.run("search: answer the card", [&] {
-        const WordRecord record = StorageManager::shared().words().first();
-        probe.measure([&] { StorageManager::shared().recordReview(record.id, ReviewFeedback::Forgot); });
+        const WordRecord record = shared<StorageManager>().words().first();
+        probe.measure([&] { shared<StorageManager>().recordReview(record.id, ReviewFeedback::Forgot); });
     });
     probe.run("search: type during publication to the system's search", [&] {
-        probe.measure([] { ContentView::shared().syncToSpotlight(); });
+        probe.measure([] { AppContext::current().content().syncToSpotlight(); });
         probe.type(QStringLiteral("abandon"));
-        while (ContentView::shared().isIndexingSpotlight())
+        while (AppContext::current().content().isIndexingSpotlight())
             MeteredApplication::pump(100);
     });
-    ContentView::shared().setShowSpotlightAlert(false);
+    AppContext::current().content().setShowSpotlightAlert(false);
 }
 
 void useWordbook(Probe &probe, QQuickWindow &window) {
@@ -199,8 +199,8 @@ void useWordbook(Probe &probe, QQuickWindow &window) {
     });
     probe.run("wordbook: select all", [&] { probe.key(Qt::Key_A, {}, Qt::ControlModifier); });
     probe.run("wordbook: write a note", [&] {
-        const QUuid id = StorageManager::shared().words().at(100).id;
-        probe.measure([&] { StorageManager::shared().setUserNotes(id, QStringLiteral("一条笔记")); });
+        const QUuid id = shared<StorageManager>().words().at(100).id;
+        probe.measure([&] { shared<StorageManager>().setUserNotes(id, QStringLiteral("一条笔记")); });
     });
     probe.run("wordbook: delete 2,000 words", [&] {
         words.choose(0, WordListModel::Selection::Replace);
@@ -231,8 +231,8 @@ void useOtherScreens(Probe &probe, QQuickWindow &window) {
     });
     probe.run("statistics: open", [&] { probe.show(Tab::Statistics); });
     probe.run("statistics: a review is recorded", [&] {
-        const QUuid id = StorageManager::shared().words().at(200).id;
-        probe.measure([&] { StorageManager::shared().recordReview(id, ReviewFeedback::Remembered); });
+        const QUuid id = shared<StorageManager>().words().at(200).id;
+        probe.measure([&] { shared<StorageManager>().recordReview(id, ReviewFeedback::Remembered); });
     });
 }
 
@@ -271,20 +271,20 @@ void watchOtherProcesses(Probe &probe) {
 void useServer(Probe &probe) {
     probe.show(Tab::Dictionary);
     const auto wait = [] {
-        while (SyncManager::shared().isSyncing())
+        while (shared<SyncManager>().isSyncing())
             MeteredApplication::pump(20);
     };
     probe.run("log in", [&] {
         bool isDone = false;
         probe.measure([&] {
-            SyncManager::shared().login(QStringLiteral("ann"), QStringLiteral("secret"),
+            shared<SyncManager>().login(QStringLiteral("ann"), QStringLiteral("secret"),
                                         [&](bool, const std::optional<QString> &) { isDone = true; });
         });
         while (!isDone)
             MeteredApplication::pump(20);
     });
     probe.run("type during a sync", [&] {
-        probe.measure([] { SyncManager::shared().syncWithCloud(); });
+        probe.measure([] { shared<SyncManager>().syncWithCloud(); });
         probe.type(QStringLiteral("abandon"));
         wait();
     });
@@ -308,9 +308,10 @@ int main(int argc, char **argv) {
     LexiquillApp::setUpApplication();
     if (countsProcessorTime)
         application.countProcessorTime();
-    StorageManager &storage = StorageManager::shared();
+    StorageManager &storage = shared<StorageManager>();
     // The first to know: what the others do afterwards is no part of the save.
     QObject::connect(&storage, &StorageManager::wordsChanged, &application, &MeteredApplication::markSaved);
+    AppContext context(shared<Services>());
     const WordbookWatcher watcher(storage, storage.storageFile());
     QQmlApplicationEngine engine;
     LexiquillApp::prepare(engine);

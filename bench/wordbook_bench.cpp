@@ -1,9 +1,9 @@
 #include "bench.h"
+#include "dictionaries/dictionary_shelf.h"
+#include "model/record_merge.h"
 #include "platform/durable_file.h"
-#include "platform/linux/linux_dictionary_services.h"
 #include "review/weekly_review_scheduler.h"
 #include "sample_data.h"
-#include "storage/cloud_merge.h"
 #include "storage/storage_manager.h"
 #include "storage/wordbook_file.h"
 
@@ -29,7 +29,7 @@ const QString &sampleFile(int64_t size) {
     QString &path = files[size];
     if (path.isEmpty()) {
         path = newDirectory() + QStringLiteral("/vocabulary.json");
-        WordbookFile(path).save(sampleRecords(size), std::nullopt);
+        saveRecords(path, size);
         std::fprintf(stderr, "%d records: %.0f bytes each\n", static_cast<int>(size),
                      static_cast<double>(QFile(path).size()) / static_cast<double>(size));
     }
@@ -129,7 +129,7 @@ void save(State &state) {
     measure(state, [&] {
         ++words[words.size() / 2].searchCount;
         const auto lock = file.lock(std::chrono::seconds(1));
-        const bool isSaved = file.save(words, std::nullopt);
+        const bool isSaved = file.save(*lock, words, std::nullopt);
         if (!isSaved)
             state.SkipWithError("the file could not be written");
         return isSaved;
@@ -139,13 +139,11 @@ void save(State &state) {
 /// Measures `change(storage, index of a record)` on a store of its own.
 template <typename Change> void measureChange(State &state, Change change) {
     const SampleCopy copy(state.range(0));
-    LinuxDictionaryServices services({}, {}, copy.directory());
-    SystemDictionaryService dictionary(services);
     UserDefaults defaults(copy.directory() + QStringLiteral("/settings.conf"));
-    SearchIndex index;
-    SpotlightManager spotlight(index);
-    StorageManager storage(
-        {.storageFile = copy.path(), .defaults = defaults, .dictionary = dictionary, .spotlight = spotlight});
+    DeletedWords deletedWords(defaults);
+    StorageManager storage({.storageFile = copy.path(), .deletedWords = deletedWords, .firstWords = [] {
+                                return QList<WordRecord>();
+                            }});
     qsizetype position = 0;
     measure(state, [&] {
         position = (position + 7919) % storage.words().size();
@@ -183,16 +181,20 @@ void generatePlan(State &state) {
     measure(
         state, [&] { return loadedRecords(state); },
         [&](const QList<WordRecord> &words) {
-            return WeeklyReviewScheduler::shared().generateWeeklyPlan(words, sampleInstant(), calendar);
+            return WeeklyReviewScheduler::generateWeeklyPlan(words, sampleInstant(), calendar);
         });
 }
 
 void exportPlan(State &state) {
     const Calendar calendar = Calendar::current();
-    const auto &scheduler = WeeklyReviewScheduler::shared();
     measure(
-        state, [&] { return scheduler.generateWeeklyPlan(loadedRecords(state), sampleInstant(), calendar); },
-        [&](const WeeklyReviewPlan &plan) { return scheduler.exportMarkdown(plan, calendar).toUtf8(); });
+        state,
+        [&] {
+            return WeeklyReviewScheduler::generateWeeklyPlan(loadedRecords(state), sampleInstant(), calendar);
+        },
+        [&](const WeeklyReviewPlan &plan) {
+            return WeeklyReviewScheduler::exportMarkdown(plan, calendar).toUtf8();
+        });
 }
 
 /// A server's copy of the wordbook: a third of the records are the same, a third further on, a third new.

@@ -2,8 +2,8 @@
 
 #include "cli/commands.h"
 #include "cli/terminal.h"
+#include "desktop_search/spotlight_manager.h"
 #include "platform/process.h"
-#include "storage/spotlight_manager.h"
 #include "storage/storage_manager.h"
 
 #include <chrono>
@@ -21,34 +21,34 @@ enum class Outcome { Done, MissingWord, RecordsChanged };
 
 struct Command {
     QStringList words;
-    Outcome (*run)(const QStringList &operands);
+    Outcome (*run)(const CommandServices &services, const QStringList &operands);
 };
 
-Outcome search(const QStringList &operands) {
+Outcome search(const CommandServices &services, const QStringList &operands) {
     const QString term = operands.join(u' ');
     if (term.isEmpty())
         return Outcome::MissingWord;
-    return commands::performLookup(term) ? Outcome::RecordsChanged : Outcome::Done;
+    return commands::performLookup(services, term) ? Outcome::RecordsChanged : Outcome::Done;
 }
 
-Outcome list(const QStringList &) {
-    commands::listVocabulary();
+Outcome list(const CommandServices &services, const QStringList &) {
+    commands::listVocabulary(services);
     return Outcome::Done;
 }
 
-Outcome plan(const QStringList &) {
-    commands::showWeeklyPlan();
+Outcome plan(const CommandServices &services, const QStringList &) {
+    commands::showWeeklyPlan(services);
     return Outcome::Done;
 }
 
-Outcome review(const QStringList &operands) {
+Outcome review(const CommandServices &services, const QStringList &operands) {
     if (operands.isEmpty())
-        return plan(operands);
-    return commands::interactiveReview(operands.first()) ? Outcome::RecordsChanged : Outcome::Done;
+        return plan(services, operands);
+    return commands::interactiveReview(services, operands.first()) ? Outcome::RecordsChanged : Outcome::Done;
 }
 
-Outcome exportPlan(const QStringList &) {
-    commands::exportPlan();
+Outcome exportPlan(const CommandServices &services, const QStringList &) {
+    commands::exportPlan(services);
     return Outcome::Done;
 }
 
@@ -76,11 +76,11 @@ void printUsage() {
         "  Lexiquill                    直接启动 macOS 原生图形界面"));
 }
 
-Outcome dispatch(const QStringList &args) {
+Outcome dispatch(const CommandServices &services, const QStringList &args) {
     const QString commandWord = args.isEmpty() ? QStringLiteral("help") : args.first().toLower();
     for (const Command &command : commandTable()) {
         if (command.words.contains(commandWord))
-            return command.run(args.mid(1));
+            return command.run(services, args.mid(1));
     }
     printUsage();
     return Outcome::Done;
@@ -88,8 +88,8 @@ Outcome dispatch(const QStringList &args) {
 
 } // namespace
 
-void run(const QStringList &args) {
-    const Outcome outcome = dispatch(args);
+void run(const CommandServices &services, const QStringList &args) {
+    const Outcome outcome = dispatch(services, args);
     if (outcome == Outcome::MissingWord) {
         terminal::printLine(QStringLiteral("❌ 错误：请提供要查询的单词，例如：Lexiquill search apple"));
         endProcess(EXIT_FAILURE);
@@ -97,9 +97,9 @@ void run(const QStringList &args) {
     if (outcome == Outcome::RecordsChanged) {
         std::fflush(stdout);
         // This process makes no further change that could carry an unsaved one along, so try once more.
-        if (StorageManager::shared().hasUnsavedChanges())
-            StorageManager::shared().saveData(lastPatience);
-        SpotlightManager::shared().finish();
+        if (services.storage().hasUnsavedChanges())
+            services.storage().saveData(lastPatience);
+        services.spotlight().finish();
     }
     endProcess(EXIT_SUCCESS);
 }

@@ -2,14 +2,15 @@
 
 #include "cli/terminal.h"
 #include "cli/terminal_lookup.h"
+#include "dictionaries/system_dictionary_service.h"
 #include "lookup/dictionary_service.h"
-#include "lookup/system_dictionary_service.h"
+#include "platform/durable_file.h"
 #include "review/weekly_review_scheduler.h"
 #include "storage/storage_manager.h"
 #include "support/text.h"
 
 #include <QDir>
-#include <QSaveFile>
+#include <QFileInfo>
 
 #include <algorithm>
 
@@ -56,26 +57,29 @@ void printEntry(const DictionaryEntry &entry, DictionarySourceMode source) {
     printLine(rule(u'-', shortRuleLength));
 }
 
-WeeklyReviewPlan currentPlan(const Calendar &calendar) {
-    return WeeklyReviewScheduler::shared().generateWeeklyPlan(StorageManager::shared().words(),
-                                                              Instant::now(), calendar);
+WeeklyReviewPlan currentPlan(const CommandServices &services, const Calendar &calendar) {
+    return WeeklyReviewScheduler::generateWeeklyPlan(services.storage().words(), services.clock(), calendar);
+}
+
+void printUnknown(const QString &word) {
+    printLine({u"❌ 生词本中未找到 “", word, u"”，请先使用 search 查询录入。"});
 }
 
 } // namespace
 
-bool performLookup(const QString &term) {
-    SystemDictionaryService::shared().ensureDictionariesConfigured();
-    const LookupResult result = terminal::lookUp(term);
+bool performLookup(const CommandServices &services, const QString &term) {
+    services.offlineDictionaries().ensureDictionariesConfigured();
+    const LookupResult result = terminal::lookUp(services, term);
     if (!result.entry) {
-        const bool isOnline = DictionaryService::shared().currentMode() == DictionarySourceMode::YoudaoOnline;
+        const bool isOnline = services.dictionary().currentMode() == DictionarySourceMode::YoudaoOnline;
         const QString source =
             isOnline ? QStringLiteral("有道在线词典与系统离线词典") : QStringLiteral("系统离线词典");
         printLine({u"❌ 未在", source, u"中找到 “", term, u"”"});
         return false;
     }
-    const WordRecord record = StorageManager::shared().addOrUpdateSearch(*result.entry);
+    const WordRecord record = services.storage().addOrUpdateSearch(*result.entry);
     printEntry(*result.entry, result.actualMode);
-    const QString next = record.nextReviewRelativeDescription(Instant::now(), Calendar::current());
+    const QString next = record.nextReviewRelativeDescription(services.clock(), services.calendar());
     printLine({u"🧠 遗忘曲线: 间隔 ", QString::number(record.intervalDays), u" 天 | 下次复习: ", next,
                u" | 查词 ", QString::number(record.searchCount), u" 次"});
     printLine(rule(u'=', shortRuleLength));
@@ -83,10 +87,10 @@ bool performLookup(const QString &term) {
     return true;
 }
 
-void listVocabulary() {
-    const QList<WordRecord> &words = StorageManager::shared().words();
-    const Instant now = Instant::now();
-    const Calendar calendar = Calendar::current();
+void listVocabulary(const CommandServices &services) {
+    const QList<WordRecord> &words = services.storage().words();
+    const Instant now = services.clock();
+    const Calendar calendar = services.calendar();
     printLine({u"\n📚 生词本与搜索记录 (共 ", QString::number(words.size()), u" 词):"});
     printLine(rule(u'-', longRuleLength));
     qsizetype number = 0;
@@ -100,8 +104,8 @@ void listVocabulary() {
     printLine(QString());
 }
 
-void showWeeklyPlan() {
-    const WeeklyReviewPlan plan = currentPlan(Calendar::current());
+void showWeeklyPlan(const CommandServices &services) {
+    const WeeklyReviewPlan plan = currentPlan(services, services.calendar());
     printLine({u"\n📅 ", QString::number(plan.year), u" 年第 ", QString::number(plan.weekNumber),
                u" 周单词复习清单 (共 ", QString::number(plan.totalCount()), u" 词):"});
     printLine({u"重点攻坚: ", QString::number(plan.difficultWords.size()), u" | 本周新词: ",
@@ -117,11 +121,11 @@ void showWeeklyPlan() {
     printLine(QString());
 }
 
-bool interactiveReview(const QString &word) {
-    const QList<WordRecord> &words = StorageManager::shared().words();
+bool interactiveReview(const CommandServices &services, const QString &word) {
+    const QList<WordRecord> &words = services.storage().words();
     const qsizetype index = indexOfWord(words, word.toLower());
     if (index < 0) {
-        printLine({u"❌ 生词本中未找到 “", word, u"”，请先使用 search 查询录入。"});
+        printUnknown(word);
         return false;
     }
     const WordRecord record = words.at(index);
@@ -137,23 +141,27 @@ bool interactiveReview(const QString &word) {
     // Only a clear "1" counts as remembered; whatever else is typed, the word is asked again tomorrow.
     const bool isRemembered = *answer == QLatin1StringView("1");
     const auto feedback = isRemembered ? ReviewFeedback::Remembered : ReviewFeedback::Forgot;
-    StorageManager::shared().recordReview(record.id, feedback);
+    // Another process may have deleted the word while the question stood.
+    if (!services.storage().recordReview(record.id, feedback)) {
+        printUnknown(word);
+        return false;
+    }
     printLine(isRemembered
                   ? QStringLiteral("✅ 已记录为【记住了】，复习周期已自动延展！\n")
                   : QStringLiteral("⚠️ 已记录为【没记住】，已排入明日重点复习！\n"));
     return true;
 }
 
-void exportPlan() {
-    const Calendar calendar = Calendar::current();
-    const WeeklyReviewPlan plan = currentPlan(calendar);
-    const QString path = QDir::current().filePath(plan.markdownFileName());
-    // By its bare name: the path to the directory need not be valid text.
-    QSaveFile file(plan.markdownFileName());
-    const QByteArray text = WeeklyReviewScheduler::shared().exportMarkdown(plan, calendar).toUtf8();
-    // A failure leaves an earlier file as it was and is not reported.
-    if (file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.flush())
-        file.commit();
+void exportPlan(const CommandServices &services) {
+    const Calendar calendar = services.calendar();
+    const WeeklyReviewPlan plan = currentPlan(services, calendar);
+    // By its bare name: the path to the directory need not be valid text. A failure leaves an earlier file as
+    // it was and is not reported.
+    const QString name = plan.markdownFileName();
+    replaceFile(QFileInfo(name).isSymLink() ? resolvedFile(name) : name,
+                WeeklyReviewScheduler::exportMarkdown(plan, calendar).toUtf8(),
+                {.access = DurableFile::Access::Ordinary});
+    const QString path = QDir::current().filePath(name);
     printLine({u"✅ 已成功导出本周复习清单至: ", path});
 }
 

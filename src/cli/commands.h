@@ -1,20 +1,22 @@
 #pragma once
 
+#include "cli/command_services.h"
+
 #include <QString>
 
 /// The terminal commands. Each prints to standard output and returns; soft failures are printed too.
 namespace lexiquill::commands {
 
 /// Looks a term up, records it and prints the entry. Returns whether the wordbook was changed.
-bool performLookup(const QString &term);
+bool performLookup(const CommandServices &services, const QString &term);
 /// Lists the wordbook in its own order.
-void listVocabulary();
+void listVocabulary(const CommandServices &services);
 /// Shows this week's plan.
-void showWeeklyPlan();
+void showWeeklyPlan(const CommandServices &services);
 /// Shows one recorded word and asks on standard input whether it was remembered. Returns whether the
 /// wordbook was changed.
-bool interactiveReview(const QString &word);
+bool interactiveReview(const CommandServices &services, const QString &word);
 /// Writes this week's plan as Markdown into the current directory.
-void exportPlan();
+void exportPlan(const CommandServices &services);
 
 } // namespace lexiquill::commands

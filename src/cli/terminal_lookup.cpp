@@ -1,5 +1,7 @@
 #include "cli/terminal_lookup.h"
 
+#include "support/cancellation.h"
+
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QEventLoop>
@@ -21,9 +23,10 @@ struct Slot {
     QEventLoop *waiting = nullptr;
 };
 
-QCoro::Task<void> lookUpInto(std::shared_ptr<Slot> slot, QString term, CancellationToken cancellation) {
-    LookupResult result = co_await DictionaryService::shared().lookup(term, cancellation);
-    if (cancellation.isCancelled())
+QCoro::Task<void> lookUpInto(std::shared_ptr<Slot> slot, DictionaryService &dictionary, QString term,
+                             std::stop_token stop) {
+    LookupResult result = co_await dictionary.lookup(term, stop);
+    if (stop.stop_requested())
         co_return;
     slot->result = std::move(result);
     if (slot->waiting != nullptr)
@@ -40,14 +43,15 @@ void makeApplication() {
 
 } // namespace
 
-LookupResult lookUp(const QString &term) {
+LookupResult lookUp(const CommandServices &services, const QString &term) {
     const QDeadlineTimer deadline(patience);
-    const DictionarySourceMode mode = DictionaryService::shared().currentMode();
+    DictionaryService &dictionary = services.dictionary();
+    const DictionarySourceMode mode = dictionary.currentMode();
     if (mode == DictionarySourceMode::YoudaoOnline && QCoreApplication::instance() == nullptr)
         makeApplication();
     Cancellation cancellation;
     const auto slot = std::make_shared<Slot>();
-    const auto task = lookUpInto(slot, term, cancellation.token());
+    const auto task = lookUpInto(slot, dictionary, term, cancellation.token());
     if (!task.isReady()) {
         QEventLoop loop;
         QTimer timer;
@@ -61,7 +65,7 @@ LookupResult lookUp(const QString &term) {
     if (slot->result)
         return *slot->result;
     cancellation.cancel();
-    return {.entry = SystemDictionaryService::shared().lookup(term), .actualMode = mode};
+    return {.entry = services.offlineDictionaries().lookup(term), .actualMode = mode};
 }
 
 } // namespace lexiquill::terminal

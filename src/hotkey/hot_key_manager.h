@@ -2,7 +2,7 @@
 
 #include "hotkey/hot_key_shortcut.h"
 #include "hotkey/hot_key_windows.h"
-#include "support/user_defaults.h"
+#include "settings/user_defaults.h"
 
 #include <QObject>
 #include <QTimer>
@@ -26,8 +26,6 @@ public:
     /// The arguments must outlive the instance.
     HotKeyManager(HotKeyRegistrar &registrar, UserDefaults &defaults, QObject *parent = nullptr);
     ~HotKeyManager() override;
-
-    static HotKeyManager &shared();
 
     /// The windows to bring forward, which must outlive the instance or be replaced by null in time. Without
     /// them a press does nothing.

@@ -19,19 +19,21 @@ void DictionaryService::setCurrentMode(DictionarySourceMode mode) {
     Q_EMIT currentModeChanged();
 }
 
-QCoro::Task<LookupResult> DictionaryService::lookup(QString word, CancellationToken cancellation) {
+QCoro::Task<LookupResult> DictionaryService::lookup(QString word, std::stop_token stop) {
     const DictionarySourceMode mode = m_currentMode;
     const QString trimmed = word.trimmed();
     LookupResult result{.entry = std::nullopt, .actualMode = mode};
     if (trimmed.isEmpty())
         co_return result;
     if (mode == DictionarySourceMode::YoudaoOnline)
-        result.entry = co_await m_online.lookup(trimmed, cancellation);
-    if (result.entry || cancellation.isCancelled())
+        result.entry = co_await m_online.lookup(trimmed, stop);
+    if (result.entry || stop.stop_requested())
         co_return result;
-    result.entry = m_offline.lookup(trimmed);
-    if (result.entry)
-        result.actualMode = DictionarySourceMode::AppleOffline;
+    if (auto found = m_offline.find(trimmed)) {
+        result = {.entry = std::move(found->entry),
+                  .actualMode = DictionarySourceMode::AppleOffline,
+                  .askedForm = found->askedForm};
+    }
     co_return result;
 }
 

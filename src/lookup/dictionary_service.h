@@ -1,9 +1,9 @@
 #pragma once
 
+#include "dictionaries/system_dictionary_service.h"
 #include "lookup/dictionary_source_mode.h"
 #include "lookup/online_source.h"
-#include "lookup/system_dictionary_service.h"
-#include "support/user_defaults.h"
+#include "settings/user_defaults.h"
 
 #include <QObject>
 
@@ -15,6 +15,8 @@ namespace lexiquill {
 struct LookupResult {
     std::optional<DictionaryEntry> entry;
     DictionarySourceMode actualMode = DictionarySourceMode::YoudaoOnline;
+    /// The form that was asked for, when the entry is that of its base form ("went": go).
+    std::optional<QString> askedForm = std::nullopt;
 };
 
 /// The one door for lookups: holds the user's choice of source and asks the sources accordingly.
@@ -29,8 +31,6 @@ public:
     DictionaryService(OnlineSource &online, SystemDictionaryService &offline, UserDefaults &defaults,
                       QObject *parent = nullptr);
 
-    static DictionaryService &shared();
-
     DictionarySourceMode currentMode() const { return m_currentMode; }
     /// Stores the mode at once, also when it is the same.
     void setCurrentMode(DictionarySourceMode mode);
@@ -38,7 +38,7 @@ public:
     /// Looks a word up in the current mode: offline, the result is there at once; online, the online source
     /// is asked, and the offline one if that gives nothing. Without an answer `actualMode` is the mode. A
     /// cancelled lookup asks nobody any more and finds nothing.
-    QCoro::Task<LookupResult> lookup(QString word, CancellationToken cancellation = {});
+    QCoro::Task<LookupResult> lookup(QString word, std::stop_token stop = {});
 
     static const QString userDefaultsKey; ///< "dictionarySourceMode"
 

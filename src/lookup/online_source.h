@@ -17,8 +17,7 @@ public:
 
     /// The entry for a word; nothing when it is blank or unknown, when anything goes wrong, or when the
     /// lookup is cancelled. Needs an application object and an event loop.
-    virtual QCoro::Task<std::optional<DictionaryEntry>> lookup(QString word,
-                                                               CancellationToken cancellation) = 0;
+    virtual QCoro::Task<std::optional<DictionaryEntry>> lookup(QString word, std::stop_token stop) = 0;
 };
 
 } // namespace lexiquill

@@ -16,13 +16,10 @@ namespace lexiquill {
 /// with fraction since 2001-01-01 00:00:00 UTC).
 enum class JsonForm { File, Wire };
 
-/// Where the text of a record stands in a JSON document, in bytes. Empty when it stands nowhere, or does not
-/// always read as the same record.
+/// Where the text of a record stands in a JSON document, in bytes.
 struct RecordText {
     qsizetype offset = 0;
     qsizetype size = 0;
-
-    bool isEmpty() const { return size == 0; }
 };
 
 /// How much of a wordbook is parsed at once, in bytes.
@@ -31,11 +28,15 @@ inline constexpr qsizetype usualPieceSize = qsizetype{1} << 16;
 /// Decodes an array of word records. A field that is missing or unreadable takes its default; an array
 /// element that is no object, or a text that is no JSON array, gives nothing. Invalid UTF-8 is read as
 /// U+FFFD, a bare control character in a string as a blank. `now` is the default of dates. Throws
-/// std::bad_alloc when there is not enough memory to tell. `texts` receives the place of each record.
+/// std::bad_alloc when there is not enough memory to tell. `texts` receives the place of each record in a
+/// document that is read as it stands.
 /// `pieceSize` does not change the result.
 std::optional<QList<WordRecord>> decodeWordRecords(QByteArray json, JsonForm form, Instant now,
                                                    QList<RecordText> *texts = nullptr,
                                                    qsizetype pieceSize = usualPieceSize);
+/// Whether a text is JSON, apart from the faults in characters that decodeWordRecords() bears. That function
+/// itself passes over what it need not read. Throws std::bad_alloc when there is not enough memory to tell.
+bool isWellFormed(const QByteArray &json);
 /// Decodes one word record; nothing when the text is no JSON object.
 std::optional<WordRecord> decodeWordRecord(const QByteArray &json, JsonForm form, Instant now);
 /// Decodes an entry; nothing when a required field is missing or unreadable.

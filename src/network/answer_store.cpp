@@ -1,15 +1,15 @@
 #include "network/answer_store.h"
 
+#include "platform/durable_file.h"
+
 #include <QCryptographicHash>
 #include <QDateTime>
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
-#include <QTemporaryFile>
 
 #include <algorithm>
-#include <cstdio>
 
 namespace lexiquill {
 
@@ -65,17 +65,10 @@ void AnswerStore::keep(const QUrl &url, const QByteArray &body) const {
         QDir().mkpath(QFileInfo(m_directory).absolutePath());
         QDir().mkdir(m_directory, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     }
-    // Not synced: after a crash of the system a file that is cut short is no answer, and that is all.
-    QTemporaryFile file(m_directory + QStringLiteral("/XXXXXXXX") + temporarySuffix);
-    if (!file.open() || file.write(header) != header.size() || file.write(body) != body.size() ||
-        !file.flush())
-        return;
-    const QByteArray from = QFile::encodeName(file.fileName());
-    const QByteArray to = QFile::encodeName(pathOf(name));
-    if (std::rename(from.constData(), to.constData()) != 0)
-        return;
-    file.setAutoRemove(false);
-    makeRoom();
+    // After a crash of the system a file that is cut short is no answer, and that is all.
+    if (replaceFile(pathOf(name), header + body, {.durability = DurableFile::Durability::Cached}) ==
+        DurableFile::Problem::None)
+        makeRoom();
 }
 
 void AnswerStore::makeRoom() const {

@@ -1,8 +1,7 @@
 #include "network/http_client.h"
 
 #include "network/http_transfer.h"
-#include "network/transport_error.h"
-#include "support/server_addresses.h"
+#include "support/web_address.h"
 
 #include <QNetworkAccessManager>
 #include <QNetworkProxy>
@@ -50,20 +49,20 @@ QNetworkAccessManager &HttpClient::network() {
 }
 
 QCoro::Task<HttpReply> HttpClient::send(HttpRequest request) {
-    const CancellationToken cancellation = request.cancellation;
-    const QString cancelled = transportErrorText(QNetworkReply::OperationCanceledError);
-    if (cancellation.isCancelled())
-        co_return HttpReply{.error = cancelled};
+    const std::stop_token stop = request.stop;
+    if (stop.stop_requested())
+        co_return HttpReply{.error = HttpError::Cancelled};
     const bool mayBeKept =
         m_store && request.isWorthKeeping && request.method == HttpRequest::Method::Get && !request.sink;
     if (const auto kept = mayBeKept ? m_store->find(request.url) : std::nullopt)
         co_return HttpReply{.status = 200, .body = *kept};
     HttpTransfer transfer(network(), request);
-    const auto abandon = [&transfer, cancelled] {
-        transfer.abandon(cancelled);
+    // Whoever asks for the stop resumes this coroutine there and then.
+    const auto abandon = [&transfer] {
+        transfer.abandon(HttpError::Cancelled);
     };
-    cancellation.onCancelled(&transfer, abandon);
-    m_destruction.token().onCancelled(&transfer, abandon);
+    const std::stop_callback onStop(stop, abandon);
+    const std::stop_callback onDestruction(m_destruction.token(), abandon);
     co_await transfer.end();
     HttpReply reply = transfer.takeReply();
     if (mayBeKept && reply.isOk() && request.isWorthKeeping(reply.body))

@@ -2,6 +2,7 @@
 
 #include "network/answer_store.h"
 #include "network/http_message.h"
+#include "support/cancellation.h"
 
 #include <QCoroTask>
 #include <QObject>
@@ -23,8 +24,6 @@ public:
     /// `store`: keeps the answers that requests want kept; without one none is.
     explicit HttpClient(std::optional<AnswerStore> store = std::nullopt, QObject *parent = nullptr);
     ~HttpClient() override;
-
-    static HttpClient &shared();
 
     /// Never fails but in the reply. The reply to a request to nowhere is there at once.
     QCoro::Task<HttpReply> send(HttpRequest request);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/cancellation.h"
+#include "network/http_error.h"
 
 #include <QByteArray>
 #include <QIODevice>
@@ -11,6 +11,7 @@
 #include <chrono>
 #include <functional>
 #include <optional>
+#include <stop_token>
 #include <utility>
 
 namespace lexiquill {
@@ -46,16 +47,15 @@ struct HttpRequest {
     std::function<void(qint64 received, std::optional<qint64> total)> onProgress = nullptr;
 
     /// When cancelled, the request is aborted and its reply is the error "已取消".
-    CancellationToken cancellation = {};
+    std::stop_token stop = {};
 };
 
 /// The answer to a request.
 struct HttpReply {
     int status = 0; ///< 0 when no answer came
     QByteArray body = {};
-    /// Why there is no complete answer: a short Chinese description without names of hosts. Nothing when
-    /// there is one, whatever its status.
-    std::optional<QString> error = std::nullopt;
+    /// Why there is no complete answer. Nothing when there is one, whatever its status.
+    std::optional<HttpError> error = std::nullopt;
 
     /// Whether a complete answer with status 200 is here.
     bool isOk() const { return !error && status == 200; }

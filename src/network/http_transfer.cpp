@@ -1,7 +1,6 @@
 #include "network/http_transfer.h"
 
-#include "network/transport_error.h"
-#include "support/server_addresses.h"
+#include "support/web_address.h"
 
 #include <QNetworkAccessManager>
 #include <QNetworkRequest>
@@ -86,10 +85,6 @@ bool isSendable(const HttpRequest::Header &header) {
            std::none_of(value.begin(), value.end(), isControl);
 }
 
-QString errorText(QNetworkReply::NetworkError error) {
-    return transportErrorText(error);
-}
-
 } // namespace
 
 HttpTransfer::HttpTransfer(QNetworkAccessManager &network, const HttpRequest &request)
@@ -98,7 +93,7 @@ HttpTransfer::HttpTransfer(QNetworkAccessManager &network, const HttpRequest &re
     for (QTimer *const timer : {&m_idle, &m_total}) {
         timer->setSingleShot(true);
         timer->setTimerType(Qt::PreciseTimer);
-        connect(timer, &QTimer::timeout, this, [this] { finish(errorText(QNetworkReply::TimeoutError)); });
+        connect(timer, &QTimer::timeout, this, [this] { finish(HttpError::TimedOut); });
     }
     m_resumption.setSingleShot(true);
     connect(&m_resumption, &QTimer::timeout, this, &HttpTransfer::resume);
@@ -106,14 +101,14 @@ HttpTransfer::HttpTransfer(QNetworkAccessManager &network, const HttpRequest &re
     if (std::all_of(m_request.headers.begin(), m_request.headers.end(), isSendable))
         open(m_request.url);
     else
-        finish(errorText(QNetworkReply::UnknownContentError));
+        finish(HttpError::Other);
 }
 
 HttpTransfer::~HttpTransfer() {
     drop();
 }
 
-void HttpTransfer::abandon(const QString &error) {
+void HttpTransfer::abandon(HttpError error) {
     if (!m_isOver)
         finish(error);
     resume();
@@ -121,9 +116,9 @@ void HttpTransfer::abandon(const QString &error) {
 
 void HttpTransfer::open(const QUrl &url) {
     if (!isAcceptableUrl(url))
-        return finish(errorText(QNetworkReply::ProtocolUnknownError));
+        return finish(HttpError::BadAddress);
     if (isReservedHost(url))
-        return finish(errorText(QNetworkReply::HostNotFoundError));
+        return finish(HttpError::HostNotFound);
     m_request.url = url;
     m_hasHeaders = false;
     QNetworkRequest request = networkRequest(m_request);
@@ -163,14 +158,14 @@ void HttpTransfer::readHeaders() {
     m_received = 0;
     const QByteArray encoding = m_incoming->rawHeader("Content-Encoding").trimmed().toLower();
     if (encoding == "gzip" || encoding == "x-gzip")
-        m_inflater = std::make_unique<Inflater>();
+        m_inflater = std::make_unique<GzipReader>();
     else if (!encoding.isEmpty() && encoding != "identity")
-        return finish(errorText(QNetworkReply::ProtocolFailure));
+        return finish(HttpError::BadAnswer);
     m_bodyLimit = m_request.sink != nullptr && m_reply.status != 200
                       ? std::min(m_request.bodyLimit, strayBodyLimit)
                       : m_request.bodyLimit;
     if (m_announced.value_or(0) > m_bodyLimit)
-        finish(QStringLiteral("服务器响应过大"));
+        finish(HttpError::TooLarge);
 }
 
 void HttpTransfer::readBody() {
@@ -194,14 +189,14 @@ void HttpTransfer::take(const QByteArray &bytes) {
     if (!m_inflater)
         out += bytes;
     else if (!m_inflater->feed(bytes, out, m_bodyLimit))
-        return finish(errorText(QNetworkReply::ProtocolFailure));
+        return finish(HttpError::BadAnswer);
     m_decoded = isForSink ? m_decoded + piece.size() : m_reply.body.size();
     if (m_decoded > m_bodyLimit)
-        return finish(QStringLiteral("服务器响应过大"));
+        return finish(HttpError::TooLarge);
     if (!isForSink)
         return;
     if (m_request.sink->write(piece) != piece.size())
-        return finish(QStringLiteral("无法写入文件"));
+        return finish(HttpError::CannotWrite);
     // Whoever hears of it may give up the request, which destroys this object.
     if (const auto report = m_request.onProgress)
         report(m_decoded, m_inflater ? std::nullopt : m_announced);
@@ -215,10 +210,10 @@ void HttpTransfer::complete() {
     if (!self || m_isOver || !m_incoming->isFinished())
         return;
     if (error != QNetworkReply::NoError && !isStatusError(error, m_reply.status))
-        return finish(errorText(error));
+        return finish(httpErrorOf(error));
     const bool isWhole = (!m_announced || m_received == *m_announced) &&
                          (!m_inflater || m_inflater->isComplete() || m_received == 0);
-    finish(isWhole ? QString() : errorText(QNetworkReply::RemoteHostClosedError));
+    finish(isWhole ? std::nullopt : std::optional(HttpError::ConnectionLost));
 }
 
 bool HttpTransfer::followRedirect() {
@@ -233,9 +228,9 @@ bool HttpTransfer::followRedirect() {
     m_reply.status = status;
     const bool leavesOrigin = m_request.staysAtOrigin && !isSameOrigin(m_request.url, target);
     if (losesHttps || leavesOrigin || !isAcceptableUrl(target)) {
-        finish(errorText(QNetworkReply::InsecureRedirectError));
+        finish(HttpError::InsecureRedirect);
     } else if (++m_redirects > m_request.redirectLimit) {
-        finish(errorText(QNetworkReply::TooManyRedirectsError));
+        finish(HttpError::TooManyRedirects);
     } else {
         if (status <= 303) {
             m_request.method = HttpRequest::Method::Get;
@@ -250,14 +245,13 @@ bool HttpTransfer::followRedirect() {
     return true;
 }
 
-void HttpTransfer::finish(const QString &error) {
+void HttpTransfer::finish(std::optional<HttpError> error) {
     if (m_isOver)
         return;
     m_isOver = true;
-    if (!error.isEmpty()) {
-        m_reply.error = error;
+    m_reply.error = error;
+    if (error)
         m_reply.body.clear();
-    }
     m_idle.stop();
     m_total.stop();
     drop();

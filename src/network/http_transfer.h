@@ -1,7 +1,7 @@
 #pragma once
 
 #include "network/http_message.h"
-#include "network/inflater.h"
+#include "support/gzip.h"
 
 #include <QCoroTask>
 #include <QNetworkReply>
@@ -31,7 +31,7 @@ public:
 
     HttpReply takeReply() { return std::move(m_reply); }
     /// Ends the transfer at once.
-    void abandon(const QString &error);
+    void abandon(HttpError error);
 
 private:
     void open(const QUrl &url);
@@ -40,14 +40,14 @@ private:
     void take(const QByteArray &bytes);
     void complete();
     bool followRedirect();
-    void finish(const QString &error = {});
+    void finish(std::optional<HttpError> error);
     void drop();
     void resume();
 
     QNetworkAccessManager &m_network;
     HttpRequest m_request;
     QNetworkReply *m_incoming = nullptr;
-    std::unique_ptr<Inflater> m_inflater;
+    std::unique_ptr<GzipReader> m_inflater;
     std::optional<qint64> m_announced; ///< size of the body on the wire
     qint64 m_received = 0;             ///< bytes of the body on the wire
     qint64 m_decoded = 0;

@@ -28,6 +28,9 @@ public:
     /// Reads `size` bytes at `offset`; false when not all of them are there.
     virtual bool read(qint64 offset, char *bytes, qsizetype size) const = 0;
 
+    /// Tells the file, as it was when it was opened, from any other and any later state of it.
+    virtual QByteArray fingerprint() const = 0;
+
     /// Whether the file has not been written to since it was opened.
     virtual bool isUnmodified() const = 0;
 

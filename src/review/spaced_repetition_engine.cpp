@@ -41,14 +41,13 @@ Instant afterDays(Instant date, qint64 days, const Calendar &calendar) {
 } // namespace
 
 void SpacedRepetitionEngine::processReview(WordRecord &word, ReviewFeedback feedback, Instant reviewDate,
-                                           const Calendar &calendar) const {
+                                           const Calendar &calendar) {
     if (feedback == ReviewFeedback::Remembered) {
         const qint64 newRepetition = increment(word.repetitionCount);
         word.intervalDays = nextInterval(word, newRepetition);
         word.repetitionCount = newRepetition;
         word.easeFactor = std::min(word.easeFactor + easeIncrement, maxEaseFactor);
-        word.isMastered = word.intervalDays >= masteryIntervalThresholdDays ||
-                          newRepetition >= masteryConsecutiveRepetitions;
+        word.isMastered = reachesMastery(newRepetition, word.intervalDays);
         word.memoryStatus = word.isMastered ? MemoryStatus::Mastered : MemoryStatus::Reviewing;
     } else {
         word.repetitionCount = 0;
@@ -65,7 +64,7 @@ void SpacedRepetitionEngine::processReview(WordRecord &word, ReviewFeedback feed
                                     .resultingEaseFactor = word.easeFactor};
 }
 
-void SpacedRepetitionEngine::recordSearch(WordRecord &word, Instant searchDate) const {
+void SpacedRepetitionEngine::recordSearch(WordRecord &word, Instant searchDate) {
     word.searchCount = increment(word.searchCount);
     word.lastSearchedDate = searchDate;
     if (!word.isMastered)

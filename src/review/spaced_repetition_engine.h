@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/mastery.h"
 #include "model/word_record.h"
 #include "support/calendar.h"
 
@@ -12,17 +13,15 @@ public:
     static constexpr double defaultEaseFactor = 2.5;
     static constexpr double minEaseFactor = 1.3;
     static constexpr double maxEaseFactor = 3.0;
-    static constexpr qint64 masteryIntervalThresholdDays = 60;
-    static constexpr qint64 masteryConsecutiveRepetitions = 5;
-
-    static const SpacedRepetitionEngine &shared();
+    static constexpr qint64 masteryIntervalThresholdDays = lexiquill::masteryIntervalThresholdDays;
+    static constexpr qint64 masteryConsecutiveRepetitions = lexiquill::masteryConsecutiveRepetitions;
 
     /// Applies one review answer: reschedules the word and appends one entry to its history.
-    void processReview(WordRecord &word, ReviewFeedback feedback, Instant reviewDate,
-                       const Calendar &calendar) const;
+    static void processReview(WordRecord &word, ReviewFeedback feedback, Instant reviewDate,
+                              const Calendar &calendar);
 
     /// Applies one new search of a recorded word; a mastered word comes back into review.
-    void recordSearch(WordRecord &word, Instant searchDate) const;
+    static void recordSearch(WordRecord &word, Instant searchDate);
 };
 
 } // namespace lexiquill

@@ -127,8 +127,7 @@ QString WeeklyReviewPlan::markdownFileName() const {
 }
 
 WeeklyReviewPlan WeeklyReviewScheduler::generateWeeklyPlan(const QList<WordRecord> &records,
-                                                           Instant referenceDate,
-                                                           const Calendar &calendar) const {
+                                                           Instant referenceDate, const Calendar &calendar) {
     const Calendar::Week week = weekOf(referenceDate, calendar);
     WeeklyReviewPlan plan{
         .weekNumber = week.number, .year = week.year, .startOfWeek = week.start, .endOfWeek = week.end};
@@ -152,7 +151,7 @@ WeeklyReviewPlan WeeklyReviewScheduler::generateWeeklyPlan(const QList<WordRecor
     return plan;
 }
 
-QString WeeklyReviewScheduler::exportMarkdown(const WeeklyReviewPlan &plan, const Calendar &calendar) const {
+QString WeeklyReviewScheduler::exportMarkdown(const WeeklyReviewPlan &plan, const Calendar &calendar) {
     QString text = QStringLiteral("# 📅 %1 年第 %2 周单词复习清单\n\n").arg(plan.year).arg(plan.weekNumber);
     text += QStringLiteral("> **周期**：%1 至 %2  \n")
                 .arg(calendar.isoDate(plan.startOfWeek), calendar.isoDate(plan.endOfWeek));

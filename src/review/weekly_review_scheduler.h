@@ -27,15 +27,13 @@ struct WeeklyReviewPlan {
 /// Builds the weekly plan and renders it. Stateless.
 class WeeklyReviewScheduler {
 public:
-    static const WeeklyReviewScheduler &shared();
-
     /// The plan of the week that contains `referenceDate`. Equal priorities keep the order of the lists
     /// (difficult, due, new).
-    WeeklyReviewPlan generateWeeklyPlan(const QList<WordRecord> &records, Instant referenceDate,
-                                        const Calendar &calendar) const;
+    static WeeklyReviewPlan generateWeeklyPlan(const QList<WordRecord> &records, Instant referenceDate,
+                                               const Calendar &calendar);
 
     /// The plan as a Markdown document; dates in the calendar's time zone.
-    QString exportMarkdown(const WeeklyReviewPlan &plan, const Calendar &calendar) const;
+    static QString exportMarkdown(const WeeklyReviewPlan &plan, const Calendar &calendar);
 };
 
 } // namespace lexiquill

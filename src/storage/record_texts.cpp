@@ -13,8 +13,7 @@ qsizetype RecordTexts::find(const WordRecord &record) {
 }
 
 bool RecordTexts::isAt(qsizetype position, const WordRecord &record) const {
-    return position >= 0 && position < m_texts.size() && !m_texts.at(position).isEmpty() &&
-           haveSameContent(m_words.at(position), record);
+    return position >= 0 && position < m_texts.size() && haveSameContent(m_words.at(position), record);
 }
 
 } // namespace lexiquill

@@ -19,7 +19,7 @@ public:
         : m_words(std::move(words)),
           m_texts(std::move(texts)) {}
 
-    /// The position of a record that is the same in every field and has a text; -1 when there is none.
+    /// The position of a record that is the same in every field; -1 when there is none.
     qsizetype find(const WordRecord &record);
     /// Whether the record at `position`, if there is one, is such a record.
     bool isAt(qsizetype position, const WordRecord &record) const;

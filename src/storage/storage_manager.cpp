@@ -9,35 +9,11 @@
 
 namespace lexiquill {
 
-const QString StorageManager::deletedWordsKey = QStringLiteral("lexiquill_deleted_words");
-
-namespace {
-
-const QStringList &seedWords() {
-    static const QStringList words{QStringLiteral("concise"), QStringLiteral("ephemeral"),
-                                   QStringLiteral("serendipity"), QStringLiteral("ubiquitous"),
-                                   QStringLiteral("eloquent")};
-    return words;
-}
-
-QSet<QString> deletedWordsIn(const UserDefaults &defaults) {
-    const QStringList words = defaults.stringList(StorageManager::deletedWordsKey);
-    return {words.begin(), words.end()};
-}
-
-void removeDeleted(QList<WordRecord> &words, const QSet<QString> &deleted) {
-    if (!deleted.isEmpty())
-        words.removeIf([&](const WordRecord &record) { return deleted.contains(record.word.toLower()); });
-}
-
-} // namespace
-
 StorageManager::StorageManager(Dependencies dependencies, QObject *parent)
     : QObject(parent),
       m_dependencies(std::move(dependencies)),
       m_file(m_dependencies.storageFile) {
     loadData();
-    refreshWeeklyPlan();
 }
 
 QString StorageManager::standardStorageFile() {
@@ -45,20 +21,10 @@ QString StorageManager::standardStorageFile() {
     return QDir(directory).filePath(QStringLiteral("Lexiquill/vocabulary.json"));
 }
 
-QList<WordRecord> StorageManager::recordedWords() {
-    auto words = WordbookFile(standardStorageFile()).load(Instant::now()).words;
-    removeDeleted(words, deletedWordsIn(UserDefaults(UserDefaults::standardFilePath())));
+QList<WordRecord> StorageManager::recordedWords(const QString &storageFile, const DeletedWords &deleted) {
+    auto words = WordbookFile(storageFile).load(Instant::now()).words;
+    removeDeleted(words, deleted.words());
     return words;
-}
-
-QSet<QString> StorageManager::deletedWords() const {
-    return deletedWordsIn(m_dependencies.defaults);
-}
-
-void StorageManager::setDeletedWords(const QSet<QString> &words) {
-    QStringList sorted(words.begin(), words.end());
-    sorted.sort();
-    m_dependencies.defaults.set(deletedWordsKey, sorted);
 }
 
 void StorageManager::loadData() {
@@ -75,9 +41,10 @@ void StorageManager::loadData() {
 /// former words take their place in the argument.
 void StorageManager::adopt(QList<WordRecord> &words) {
     // Deleted words may have been restored before the file was written, so the newest list counts.
-    m_dependencies.defaults.refresh();
+    m_dependencies.deletedWords.refresh();
     const QSet<QString> deleted = deletedWords();
     removeDeleted(words, deleted);
+    Q_EMIT aboutToChangeWords();
     m_words.swap(words);
     const ChangeContext context{.calendar = m_dependencies.calendar(), .deletedWords = deleted};
     for (const WordbookChange &change : std::as_const(m_unsavedChanges))
@@ -87,11 +54,7 @@ void StorageManager::adopt(QList<WordRecord> &words) {
 void StorageManager::seed() {
     if (!m_words.isEmpty())
         return;
-    QList<WordRecord> seeds;
-    for (const QString &word : seedWords()) {
-        if (const auto entry = m_dependencies.dictionary.lookup(word))
-            seeds += newRecord({.entry = *entry, .date = m_dependencies.clock()});
-    }
+    QList<WordRecord> seeds = m_dependencies.firstWords();
     if (const auto held = lock(usualPatience)) {
         // Another process may have seeded the wordbook in the meantime.
         auto content = m_file.load(m_dependencies.clock());
@@ -99,13 +62,12 @@ void StorageManager::seed() {
             adopt(content.words);
         } else if (content.state == WordbookFile::State::Unreadable) {
             m_words = std::move(seeds);
-            write();
+            write(*held);
         }
     } else {
         m_words = std::move(seeds);
     }
     Q_EMIT wordsChanged();
-    refreshWeeklyPlan();
 }
 
 /// One operation after another must not each wait for a process that has stopped with the lock.
@@ -149,101 +111,70 @@ void StorageManager::followFile() {
 /// The reading is newer than what is known of the file. It needs no lock, for nothing is written.
 void StorageManager::takeReading(WordbookFile::Reading &reading) {
     m_file.take(reading);
-    m_weeklyPlan.reset(); // it shares the former list
     adopt(reading.words);
     discardInBackground(std::exchange(reading, {}));
     Q_EMIT wordsChanged();
-    refreshWeeklyPlan();
 }
 
 void StorageManager::saveData(std::chrono::milliseconds patience) {
     if (const auto held = lock(patience); held && catchUp())
-        write();
+        write(*held);
     Q_EMIT wordsChanged();
-    refreshWeeklyPlan();
 }
 
 /// Saves under the lock.
-void StorageManager::write() {
-    if (m_file.save(m_words, m_dependencies.calendar().date(m_dependencies.clock())))
+void StorageManager::write(FileLock &held) {
+    if (m_file.save(held, m_words, m_dependencies.calendar().date(m_dependencies.clock())))
         m_unsavedChanges.clear();
 }
 
-void StorageManager::refreshWeeklyPlan() {
-    m_weeklyPlan.reset();
-    m_planDate = m_dependencies.clock();
-    Q_EMIT weeklyPlanChanged();
-}
-
-const std::optional<WeeklyReviewPlan> &StorageManager::weeklyPlan() const {
-    if (!m_weeklyPlan)
-        m_weeklyPlan = WeeklyReviewScheduler::shared().generateWeeklyPlan(m_words, m_planDate,
-                                                                          m_dependencies.calendar());
-    return m_weeklyPlan;
-}
-
-/// Brings the list of deleted words in step with a change.
-void StorageManager::updateDeletedWords(const WordbookChange &change, QSet<QString> &deletedWords) {
-    const QSet<QString> before = deletedWords;
-    if (const auto *search = std::get_if<WordSearched>(&change)) {
-        // Searching a deleted word again restores it.
-        deletedWords.remove(wordKey(search->entry.headword));
-    } else if (const auto *deletion = std::get_if<WordsDeleted>(&change)) {
-        deletedWords += deletion->keys;
-    } else if (const auto *restoration = std::get_if<WordsRestored>(&change)) {
-        for (const WordRecord &record : restoration->records)
-            deletedWords.remove(record.word.toLower());
-    }
-    if (deletedWords != before)
-        setDeletedWords(deletedWords);
-}
-
-/// Makes a change on the current state of the wordbook, saves it and rebuilds the plan. What cannot be saved
-/// stays in memory until the next time. `prepare` sees the words that the change is made on.
-void StorageManager::change(const WordbookChange &change, const std::function<void()> &prepare) {
-    bool isDifferent = false;
+/// Makes a change on the current state of the wordbook and saves it. What cannot be saved stays in memory
+/// until the next time. `prepare` sees the words that the change is made on. False when the change made no
+/// difference.
+bool StorageManager::change(const WordbookChange &change, const std::function<void()> &prepare) {
+    bool isMade = false;
+    bool isReplaced = false;
     {
         const auto held = lock(usualPatience);
-        m_dependencies.defaults.refresh();
-        ChangeContext context{.calendar = m_dependencies.calendar(), .deletedWords = deletedWords()};
+        DeletedWords &deletedWords = m_dependencies.deletedWords;
+        deletedWords.refresh();
+        ChangeContext context{.calendar = m_dependencies.calendar(), .deletedWords = {}};
         const bool isDeletion = std::holds_alternative<WordsDeleted>(change);
         if (!isDeletion)
-            updateDeletedWords(change, context.deletedWords);
-        isDifferent = held && m_file.isReplaced();
+            context.deletedWords = deletedWords.follow(change);
+        isReplaced = held && m_file.isReplaced();
         const bool maySave = held && catchUp();
         if (prepare)
             prepare();
         // A file taken in just now must not hide beforehand what is deleted here, or nothing could undo it.
         if (isDeletion)
-            updateDeletedWords(change, context.deletedWords);
-        m_weeklyPlan.reset(); // or it would keep a copy of the whole list alive
-        if (apply(m_words, change, context)) {
-            isDifferent = true;
+            context.deletedWords = deletedWords.follow(change);
+        Q_EMIT aboutToChangeWords();
+        isMade = apply(m_words, change, context);
+        if (isMade) {
             m_unsavedChanges += change;
-            publish(change);
+            tellOfRecords(change);
             if (maySave)
-                write();
+                write(*held);
         }
     }
-    if (!isDifferent)
-        return;
-    Q_EMIT wordsChanged();
-    refreshWeeklyPlan();
+    if (isMade || isReplaced)
+        Q_EMIT wordsChanged();
+    return isMade;
 }
 
-/// Publishes the record that a change has left. The index works in the background, beside the save.
-void StorageManager::publish(const WordbookChange &change) {
+void StorageManager::tellOfRecords(const WordbookChange &change) {
     qsizetype index = -1;
     if (const auto *search = std::get_if<WordSearched>(&change))
         index = indexOfWord(m_words, wordKey(search->entry.headword));
     else if (const auto *review = std::get_if<WordReviewed>(&change))
         index = indexOfWord(m_words, review->wordId, review->word);
     else if (const auto *restoration = std::get_if<WordsRestored>(&change))
-        m_dependencies.spotlight.indexWordsBatch(restoration->records);
+        Q_EMIT recordsChanged(restoration->records);
     else if (const auto *undo = std::get_if<ReviewUndone>(&change))
         index = indexOfWord(m_words, undo->before.id, undo->before.word);
     if (index >= 0)
-        m_dependencies.spotlight.indexWord(m_words.at(index));
+        Q_EMIT recordsChanged({m_words.at(index)});
 }
 
 WordRecord StorageManager::addOrUpdateSearch(const DictionaryEntry &entry) {
@@ -256,12 +187,12 @@ std::optional<ReviewUndone> StorageManager::recordReview(QUuid wordId, ReviewFee
     if (known < 0)
         return std::nullopt;
     ReviewUndone undo{.reviewId = QUuid::createUuid(), .before = m_words.at(known)};
-    change(WordReviewed{.wordId = wordId,
-                        .word = undo.before.word,
-                        .feedback = feedback,
-                        .date = m_dependencies.clock(),
-                        .reviewId = undo.reviewId});
-    return undo;
+    const bool isMade = change(WordReviewed{.wordId = wordId,
+                                            .word = undo.before.word,
+                                            .feedback = feedback,
+                                            .date = m_dependencies.clock(),
+                                            .reviewId = undo.reviewId});
+    return isMade ? std::optional(undo) : std::nullopt;
 }
 
 void StorageManager::undoReview(const ReviewUndone &undo) {
@@ -296,7 +227,7 @@ WordsRestored StorageManager::deleteWords(const QList<QUuid> &wordIds) {
 
 /// Deletes words that are trimmed and not empty, each only once.
 WordsRestored StorageManager::remove(const QStringList &words) {
-    m_dependencies.spotlight.removeWords(words);
+    Q_EMIT recordsRemoved(words);
     WordsDeleted deletion;
     for (const QString &word : words)
         deletion.keys += wordKey(word);
@@ -332,57 +263,43 @@ bool StorageManager::restoreBackup(const QList<WordRecord> &backup) {
     bool isRestored = false;
     {
         const auto held = lock(usualPatience);
-        m_dependencies.defaults.refresh();
+        m_dependencies.deletedWords.refresh();
         if (!held || !catchUp())
             return false;
         // What is in memory only must not be lost to the backup either.
         if (hasUnsavedChanges() || !m_file.exists() || m_file.isReplaced())
-            write();
+            write(*held);
         if (!hasUnsavedChanges()) {
             replaced = m_words;
-            isRestored = replaceFile(backup);
+            isRestored = replaceFile(*held, backup);
         }
     }
     if (isRestored)
-        publishRestored(replaced);
+        Q_EMIT wordsReplaced(replaced);
     discardInBackground(std::move(replaced));
     Q_EMIT wordsChanged();
-    refreshWeeklyPlan();
     return isRestored;
 }
 
 /// Saves the words of a backup under the lock, and makes them the current ones if that has worked.
-bool StorageManager::replaceFile(const QList<WordRecord> &backup) {
+bool StorageManager::replaceFile(FileLock &held, const QList<WordRecord> &backup) {
     const QSet<QString> deleted = deletedWords();
     QSet<QString> stillDeleted = deleted;
     for (const WordRecord &record : backup)
         stillDeleted.remove(record.word.toLower());
     // First the list, or a process that ends in between would leave the restored words hidden.
     if (stillDeleted != deleted)
-        setDeletedWords(stillDeleted);
+        m_dependencies.deletedWords.set(stillDeleted);
     const auto seconds = static_cast<qint64>(m_dependencies.clock().unixSeconds());
-    if (!m_file.replace(backup, QDateTime::fromSecsSinceEpoch(seconds, m_dependencies.calendar().timeZone))) {
+    if (!m_file.replace(held, backup,
+                        QDateTime::fromSecsSinceEpoch(seconds, m_dependencies.calendar().timeZone))) {
         if (stillDeleted != deleted)
-            setDeletedWords(deleted);
+            m_dependencies.deletedWords.set(deleted);
         return false;
     }
-    m_weeklyPlan.reset(); // or it would keep a copy of the whole list alive
+    Q_EMIT aboutToChangeWords();
     m_words = backup;
     return true;
-}
-
-void StorageManager::publishRestored(const QList<WordRecord> &replaced) {
-    QSet<QString> present;
-    for (const WordRecord &record : std::as_const(m_words))
-        present.insert(record.word.toLower());
-    QStringList gone;
-    for (const WordRecord &record : replaced) {
-        if (!present.contains(record.word.toLower()))
-            gone += record.word;
-    }
-    if (!gone.isEmpty())
-        m_dependencies.spotlight.removeWords(gone);
-    m_dependencies.spotlight.indexWordsBatch(m_words);
 }
 
 } // namespace lexiquill

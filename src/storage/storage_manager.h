@@ -1,13 +1,10 @@
 #pragma once
 
-#include "lookup/system_dictionary_service.h"
 #include "model/word_record.h"
-#include "review/weekly_review_scheduler.h"
-#include "storage/spotlight_manager.h"
+#include "storage/deleted_words.h"
 #include "storage/wordbook_change.h"
 #include "storage/wordbook_file.h"
 #include "support/calendar.h"
-#include "support/user_defaults.h"
 
 #include <QObject>
 #include <QSet>
@@ -19,46 +16,43 @@
 
 namespace lexiquill {
 
-/// The single owner of the user's wordbook: holds it in memory, keeps it on disk, remembers deleted words,
-/// and keeps the weekly plan and the search index in step. Other processes may work on the same file: every
-/// change is made under a lock on the current state of the file. A failed write is silent; the words in
-/// memory then stay authoritative and are written with the next change.
+/// The single owner of the user's words: holds them in memory and changes them, there and on disk. Other
+/// processes may work on the same file, so every change is made under a lock on the current state of the
+/// file. A failed write is silent; the words in memory then stay authoritative and are written with the next
+/// change. What follows from a change elsewhere, such as in the weekly plan or the system's search, listens
+/// to the signals.
 class StorageManager : public QObject {
     Q_OBJECT
 
 public:
     struct Dependencies {
         QString storageFile; ///< path of "vocabulary.json"
-        UserDefaults &defaults;
-        SystemDictionaryService &dictionary; ///< for the words of the first run
-        SpotlightManager &spotlight;
+        DeletedWords &deletedWords;
+        /// The records that a new wordbook begins with.
+        std::function<QList<WordRecord>()> firstWords;
         Clock clock = Instant::now;
         std::function<Calendar()> calendar = Calendar::current;
     };
 
-    /// Loads the wordbook, or seeds it on the first run, and builds the weekly plan.
+    /// Loads the wordbook; on the first run it gets its first words.
     explicit StorageManager(Dependencies dependencies, QObject *parent = nullptr);
 
-    static StorageManager &shared();
     /// "$XDG_DATA_HOME/Lexiquill/vocabulary.json"
     static QString standardStorageFile();
 
-    /// The words of the shared wordbook as its file has them, deleted ones left out, for processes that only
-    /// read it. Nothing when there is no readable file.
-    static QList<WordRecord> recordedWords();
+    /// The words of a wordbook as its file has them, deleted ones left out, for processes that only read it.
+    /// Nothing when there is no readable file.
+    static QList<WordRecord> recordedWords(const QString &storageFile, const DeletedWords &deleted);
 
     /// Most recently added first.
     const QList<WordRecord> &words() const { return m_words; }
-    /// The plan as of the last change. It is built when it is first asked for, for most commands never do.
-    const std::optional<WeeklyReviewPlan> &weeklyPlan() const;
 
     /// The time and the calendar that the wordbook goes by.
     Instant now() const { return m_dependencies.clock(); }
     Calendar calendar() const { return m_dependencies.calendar(); }
 
-    /// Deleted words, trimmed and lower-cased.
-    QSet<QString> deletedWords() const;
-    void setDeletedWords(const QSet<QString> &words);
+    /// Trimmed and lower-cased.
+    QSet<QString> deletedWords() const { return m_dependencies.deletedWords.words(); }
 
     void loadData();
     /// Takes in the file if another process has replaced it. It is read on another thread; the words change
@@ -66,11 +60,11 @@ public:
     void followFile();
     /// Waits for other processes at most `patience`.
     void saveData(std::chrono::milliseconds patience = usualPatience);
-    void refreshWeeklyPlan();
 
     /// Records a successful lookup and returns the record as stored.
     WordRecord addOrUpdateSearch(const DictionaryEntry &entry);
-    /// Applies one review answer and returns what takes it back; an unknown id is ignored.
+    /// Applies one review answer and returns what takes it back; nothing when there is no such word, or not
+    /// any more.
     std::optional<ReviewUndone> recordReview(QUuid wordId, ReviewFeedback feedback);
     /// Takes an answer back: review state and history become what they would be without it. Ignored when the
     /// answer is no longer in the word's history.
@@ -102,12 +96,18 @@ public:
     /// Whether a change is in memory only.
     bool hasUnsavedChanges() const { return !m_unsavedChanges.isEmpty(); }
 
-    static const QString deletedWordsKey; ///< "lexiquill_deleted_words"
     static constexpr std::chrono::seconds usualPatience{5};
 
 Q_SIGNALS:
+    /// The list is about to change: whoever shares it should let go, or it would be copied as a whole.
+    void aboutToChangeWords();
+    /// These records have changed, or are new. Comes before they are saved.
+    void recordsChanged(const QList<WordRecord> &records);
+    /// Every record of these words is about to go. Comes before that is saved.
+    void recordsRemoved(const QStringList &words);
+    /// A backup has taken the place of all words; `former` are those that were there before.
+    void wordsReplaced(const QList<WordRecord> &former);
     void wordsChanged();
-    void weeklyPlanChanged();
     /// The user deleted a word; `word` is trimmed, its case as given.
     void wordDeleted(const QString &word);
 
@@ -117,19 +117,15 @@ private:
     void seed();
     std::unique_ptr<FileLock> lock(std::chrono::milliseconds patience);
     bool catchUp();
-    void updateDeletedWords(const WordbookChange &change, QSet<QString> &deletedWords);
-    void change(const WordbookChange &change, const std::function<void()> &prepare = {});
+    bool change(const WordbookChange &change, const std::function<void()> &prepare = {});
+    void tellOfRecords(const WordbookChange &change);
     WordsRestored remove(const QStringList &words);
-    void publish(const WordbookChange &change);
-    void publishRestored(const QList<WordRecord> &replaced);
-    bool replaceFile(const QList<WordRecord> &backup);
-    void write();
+    bool replaceFile(FileLock &held, const QList<WordRecord> &backup);
+    void write(FileLock &held);
 
     Dependencies m_dependencies;
     WordbookFile m_file;
     QList<WordRecord> m_words;
-    mutable std::optional<WeeklyReviewPlan> m_weeklyPlan; ///< absent while it waits to be built
-    Instant m_planDate;
     QList<WordbookChange> m_unsavedChanges;
     bool m_hasWaitedInVain = false;
     bool m_isReading = false; ///< on another thread

@@ -1,11 +1,11 @@
 #include "storage/wordbook_change.h"
 
+#include "model/record_merge.h"
 #include "review/spaced_repetition_engine.h"
-#include "storage/cloud_merge.h"
+#include "storage/record_healing.h"
 #include "support/text.h"
 
 #include <QHash>
-#include <QtNumeric>
 
 #include <algorithm>
 #include <iterator>
@@ -37,7 +37,8 @@ bool apply(QList<WordRecord> &words, const WordSearched &search, const ChangeCon
     record.rawDefinition = search.entry.rawText;
     record.examples = search.entry.examples;
     // Counts the search once more, which is wanted: a repeated search weighs two.
-    SpacedRepetitionEngine::shared().recordSearch(record, search.date);
+    SpacedRepetitionEngine::recordSearch(record, search.date);
+    healContent(record);
     return true;
 }
 
@@ -45,9 +46,9 @@ bool apply(QList<WordRecord> &words, const WordReviewed &review, const ChangeCon
     const qsizetype index = indexOfWord(words, review.wordId, review.word);
     if (index < 0)
         return false;
-    SpacedRepetitionEngine::shared().processReview(words[index], review.feedback, review.date,
-                                                   context.calendar);
+    SpacedRepetitionEngine::processReview(words[index], review.feedback, review.date, context.calendar);
     words[index].reviewHistory.last().id = review.reviewId;
+    healContent(words[index]);
     return true;
 }
 
@@ -65,21 +66,15 @@ bool apply(QList<WordRecord> &words, const ReviewUndone &undo, const ChangeConte
         std::none_of(history.cbegin() + before.reviewHistory.size(), history.cend(), isUndone))
         return false;
     WordRecord &record = words[index];
-    record.lastReviewDate = before.lastReviewDate;
-    record.nextReviewDate = before.nextReviewDate;
-    record.repetitionCount = before.repetitionCount;
-    record.intervalDays = before.intervalDays;
-    record.easeFactor = before.easeFactor;
-    record.isMastered = before.isMastered;
-    record.memoryStatus = before.memoryStatus;
+    takeReviewState(record, before);
     record.reviewHistory = before.reviewHistory;
     for (const ReviewLog &review : history.sliced(before.reviewHistory.size())) {
         if (isUndone(review))
             continue;
-        SpacedRepetitionEngine::shared().processReview(record, review.feedback, review.reviewDate,
-                                                       context.calendar);
+        SpacedRepetitionEngine::processReview(record, review.feedback, review.reviewDate, context.calendar);
         record.reviewHistory.last().id = review.id;
     }
+    healContent(record);
     return true;
 }
 
@@ -91,28 +86,14 @@ bool apply(QList<WordRecord> &words, const WordsDeleted &deletion, const ChangeC
     return true;
 }
 
-qint64 sum(qint64 a, qint64 b) {
-    qint64 result = 0;
-    return qAddOverflow(a, b, &result) ? std::numeric_limits<qint64>::max() : result;
-}
-
-/// One record of a restored one and of one that a search has made since its deletion.
-WordRecord united(const WordRecord &restored, const WordRecord &newer) {
-    WordRecord record = restored;
-    if (newer.phonetic)
-        record.phonetic = newer.phonetic;
-    record.conciseSummary = newer.conciseSummary;
-    record.posGroups = newer.posGroups;
-    record.rawDefinition = newer.rawDefinition;
-    record.examples = newer.examples;
-    SpacedRepetitionEngine::shared().recordSearch(record, newer.lastSearchedDate);
-    record.searchCount = sum(restored.searchCount, newer.searchCount);
-    if (restored.lastReviewDate < newer.lastReviewDate)
-        takeReviewState(record, newer);
-    record.reviewHistory += newer.reviewHistory;
-    if (!newer.userNotes.isEmpty())
-        record.userNotes = newer.userNotes;
-    return record;
+/// A restored record and the one that a search has made since its deletion.
+WordRecord restored(const WordRecord &record, const WordRecord &newer) {
+    WordRecord known = record;
+    SpacedRepetitionEngine::recordSearch(known, newer.lastSearchedDate);
+    known.searchCount = record.searchCount;
+    WordRecord result = united(known, newer);
+    healContent(result);
+    return result;
 }
 
 /// Inserts those of the restored records that `indexes` names where they stood.
@@ -148,7 +129,7 @@ bool apply(QList<WordRecord> &words, const WordsRestored &restoration, const Cha
         isChanged = true;
         // Of several records of one word, the first is united with the new one.
         if (const qsizetype newer = positions.take(key)) {
-            words[newer - 1] = united(record, words.at(newer - 1));
+            words[newer - 1] = restored(record, words.at(newer - 1));
         } else {
             absent += i;
         }
@@ -162,11 +143,22 @@ bool apply(QList<WordRecord> &words, const UserNotesSet &change, const ChangeCon
     if (index < 0 || words.at(index).userNotes == change.notes)
         return false;
     words[index].userNotes = change.notes;
+    healContent(words[index]);
     return true;
 }
 
 bool apply(QList<WordRecord> &words, const CloudWordsMerged &merge, const ChangeContext &context) {
-    return mergeCloudWords(words, merge.words, context.deletedWords);
+    QList<WordRecord> news;
+    if (!mergeCloudWords(words, merge.words, context.deletedWords, &news))
+        return false;
+    QSet<QString> changed;
+    for (const WordRecord &record : std::as_const(news))
+        changed += record.word.toLower();
+    for (qsizetype i = 0; i < words.size(); ++i) {
+        if (changed.contains(words.at(i).word.toLower()))
+            healContent(words[i]);
+    }
+    return true;
 }
 
 } // namespace

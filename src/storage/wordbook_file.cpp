@@ -15,6 +15,7 @@ namespace lexiquill {
 namespace {
 
 constexpr qsizetype parserPadding = 64;
+const QString lockSuffix = QStringLiteral(".lock");
 
 void share(QList<WordRecord> &words, const QList<WordRecord> &known) {
     QHash<QUuid, qsizetype> positions;
@@ -48,15 +49,18 @@ WordbookFile::Reading WordbookFile::Reading::of(const QString &path, Instant now
         auto bytes = snapshot->readAll(parserPadding);
         if (!bytes)
             return {.state = State::Unknown};
+        const bool isOwn = FileLock::noteAt(path + lockSuffix) == snapshot->fingerprint();
+        if (!isOwn && !isWellFormed(*bytes))
+            return {.state = State::Unreadable};
         QList<RecordText> texts;
-        auto words = decodeWordRecords(std::move(*bytes), JsonForm::File, now, &texts);
+        auto words = decodeWordRecords(std::move(*bytes), JsonForm::File, now, isOwn ? &texts : nullptr);
         if (!words)
             return {.state = State::Unreadable};
         share(*words, known);
-        return {.state = State::Good,
-                .words = *words,
-                .texts = {*words, std::move(texts)},
-                .snapshot = std::move(snapshot)};
+        Reading reading{.state = State::Good, .words = *words, .snapshot = std::move(snapshot)};
+        if (isOwn)
+            reading.texts = RecordTexts(*words, std::move(texts));
+        return reading;
     } catch (const std::bad_alloc &) {
         return {.state = State::Unknown};
     }
@@ -85,17 +89,17 @@ bool WordbookFile::isReplaced() const {
 
 std::unique_ptr<FileLock> WordbookFile::lock(std::chrono::milliseconds patience) const {
     QDir().mkpath(QFileInfo(m_path).absolutePath());
-    return FileLock::acquire(m_path + QStringLiteral(".lock"), patience);
+    return FileLock::acquire(m_path + lockSuffix, patience);
 }
 
-bool WordbookFile::save(const QList<WordRecord> &words, std::optional<QDate> today) {
+bool WordbookFile::save(FileLock &held, const QList<WordRecord> &words, std::optional<QDate> today) {
     const auto keep = [&] {
         return today ? keepBackup(WordbookBackup::dailyName(*today)) : QString();
     };
-    return put(words, keep, false);
+    return put(held, words, keep, false);
 }
 
-bool WordbookFile::replace(const QList<WordRecord> &words, const QDateTime &now) {
+bool WordbookFile::replace(FileLock &held, const QList<WordRecord> &words, const QDateTime &now) {
     constexpr int attempts = 60;
     const auto keep = [&] {
         QString kept;
@@ -104,10 +108,10 @@ bool WordbookFile::replace(const QList<WordRecord> &words, const QDateTime &now)
             kept = keepBackup(WordbookBackup::momentName(now.addSecs(i)));
         return kept;
     };
-    return put(words, keep, true);
+    return put(held, words, keep, true);
 }
 
-bool WordbookFile::put(const QList<WordRecord> &words, const Keep &keep, bool mustKeep) {
+bool WordbookFile::put(FileLock &held, const QList<WordRecord> &words, const Keep &keep, bool mustKeep) {
     auto file = DurableFile::create(m_path);
     if (!file)
         return false;
@@ -121,6 +125,8 @@ bool WordbookFile::put(const QList<WordRecord> &words, const Keep &keep, bool mu
     }
     if (outcome != Outcome::Written)
         return false;
+    if (!keepUnreadable())
+        return false;
     const QString backup = keep();
     if (mustKeep && backup.isEmpty())
         return false;
@@ -132,6 +138,8 @@ bool WordbookFile::put(const QList<WordRecord> &words, const Keep &keep, bool mu
     }
     ++m_revision;
     m_current = FileSnapshot::open(m_path);
+    if (m_current)
+        held.leaveNote(m_current->fingerprint());
     m_texts = m_current ? RecordTexts(words, std::move(texts)) : RecordTexts();
     return true;
 }
@@ -188,6 +196,24 @@ bool WordbookFile::copy(JsonWriter &writer, qint64 offset, qint64 size) const {
         size -= count;
     }
     return true;
+}
+
+/// Keeps what is about to be replaced and is no wordbook. False when that is not possible.
+bool WordbookFile::keepUnreadable() const {
+    const QFileInfo file(m_path);
+    if (!file.isFile() || file.size() == 0 || (m_current && m_current->isStillAt(m_path)))
+        return true;
+    // A good file that another program has put in place just now is kept likewise.
+    constexpr int attempts = 60;
+    const QDateTime modified = file.lastModified();
+    for (int i = 0; i < attempts; ++i) {
+        const QString name = file.completeBaseName() +
+                             modified.addSecs(i).toString(QStringLiteral("'-unreadable-'yyyy-MM-dd-HHmmss")) +
+                             u'.' + file.suffix();
+        if (keepFileAs(m_path, file.dir().filePath(name)))
+            return true;
+    }
+    return false;
 }
 
 /// Keeps the good file that is about to be replaced, unless there is a backup of that name.

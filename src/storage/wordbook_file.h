@@ -18,7 +18,12 @@ namespace lexiquill {
 class DurableFile;
 
 /// The wordbook on disk: a JSON array of records that several processes share. Beside it stand its lock
-/// file and, in "backups", the last good file of each of the last ten days of use.
+/// file, in "backups" the last good file of each of the last ten days of use, and files of that name that
+/// could not be read ("vocabulary-unreadable-2025-03-14-092653.json").
+///
+/// A save takes over the text of a record that has not changed, for making it anew takes longer than all the
+/// rest. Only text that this program has written is taken over: a note in the lock file says which file that
+/// is.
 class WordbookFile {
 public:
     enum class State {
@@ -58,22 +63,24 @@ public:
     bool isReplaced() const;
     /// Takes the lock that changes are made under; null when it is not to be had within `patience`.
     std::unique_ptr<FileLock> lock(std::chrono::milliseconds patience) const;
-    /// Replaces the file durably and atomically; the caller holds the lock. The first save of the day
-    /// `today` keeps the good file that it replaces. False when the file could not be written.
-    bool save(const QList<WordRecord> &words, std::optional<QDate> today);
+    /// Replaces the file durably and atomically, under the lock. The first save of the day `today` keeps the
+    /// good file that it replaces, and every save one that could not be read. False when the file could not
+    /// be written.
+    bool save(FileLock &held, const QList<WordRecord> &words, std::optional<QDate> today);
     /// The same, but keeps the file that it replaces among the backups as that of the moment `now`, local
     /// time. False, with the file as it was, also when it could not be kept.
-    bool replace(const QList<WordRecord> &words, const QDateTime &now);
+    bool replace(FileLock &held, const QList<WordRecord> &words, const QDateTime &now);
 
 private:
     enum class Outcome { Written, WriteFailed, SourceFailed };
     /// Keeps the current file among the backups; its path there, or a null string.
     using Keep = std::function<QString()>;
 
-    bool put(const QList<WordRecord> &words, const Keep &keep, bool mustKeep);
+    bool put(FileLock &held, const QList<WordRecord> &words, const Keep &keep, bool mustKeep);
     Outcome write(DurableFile &file, const QList<WordRecord> &words, QList<RecordText> &texts);
     bool copy(JsonWriter &writer, qint64 offset, qint64 size) const;
     QString keepBackup(const QString &name) const;
+    bool keepUnreadable() const;
 
     QString m_path;
     std::unique_ptr<FileSnapshot> m_current; ///< the last good file; null when there is none

@@ -1,8 +1,9 @@
 #include "support/json_value.h"
 
-#include "support/text.h"
+#include "support/utf8.h"
 
 #include <charconv>
+#include <new>
 #include <system_error>
 
 namespace lexiquill {
@@ -98,28 +99,42 @@ QByteArray JsonValue::json() const {
     return m_element ? QByteArray::fromStdString(simdjson::minify(*m_element)) : QByteArray();
 }
 
-std::optional<JsonDocument> JsonDocument::parse(const QByteArray &text) {
-    QByteArrayView json = text;
+namespace {
+
+simdjson::error_code parseInto(simdjson::dom::parser &parser, QByteArrayView json,
+                               simdjson::dom::element &root) {
+    const auto size = static_cast<std::size_t>(json.size());
+    const simdjson::error_code error = parser.allocate(size, greatestDepth);
+    return error ? error : parser.parse(json.data(), size).get(root);
+}
+
+simdjson::error_code parseTolerantly(simdjson::dom::parser &parser, QByteArrayView json,
+                                     simdjson::dom::element &root) {
     if (json.startsWith("\xef\xbb\xbf"))
         json = json.sliced(3);
-    if (json.isEmpty())
-        return std::nullopt;
+    const simdjson::error_code error = parseInto(parser, json, root);
+    if (error == simdjson::NUMBER_ERROR || error == simdjson::NUMBER_OUT_OF_RANGE)
+        return parseInto(parser, withoutHugeNumbers(json), root);
+    return error;
+}
+
+} // namespace
+
+std::optional<JsonDocument> JsonDocument::parse(const QByteArray &text) {
     auto parser = std::make_unique<simdjson::dom::parser>();
     simdjson::dom::element root;
-    const auto size = static_cast<std::size_t>(json.size());
-    if (parser->allocate(size, greatestDepth) != simdjson::SUCCESS)
-        return std::nullopt;
-    simdjson::error_code error = parser->parse(json.data(), size).get(root);
-    if (error == simdjson::NUMBER_ERROR || error == simdjson::NUMBER_OUT_OF_RANGE) {
-        const QByteArray tamed = withoutHugeNumbers(json);
-        const auto tamedSize = static_cast<std::size_t>(tamed.size());
-        if (parser->allocate(tamedSize, greatestDepth) != simdjson::SUCCESS)
-            return std::nullopt;
-        error = parser->parse(tamed.constData(), tamedSize).get(root);
-    }
-    if (error != simdjson::SUCCESS)
+    if (parseTolerantly(*parser, text, root) != simdjson::SUCCESS)
         return std::nullopt;
     return JsonDocument(std::move(parser), root);
+}
+
+bool JsonDocument::isJson(const QByteArray &text) {
+    simdjson::dom::parser parser;
+    simdjson::dom::element root;
+    const simdjson::error_code error = parseTolerantly(parser, text, root);
+    if (error == simdjson::MEMALLOC || error == simdjson::CAPACITY)
+        throw std::bad_alloc();
+    return error == simdjson::SUCCESS;
 }
 
 } // namespace lexiquill

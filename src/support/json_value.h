@@ -50,6 +50,8 @@ class JsonDocument {
 public:
     /// Nothing when the text is no JSON: not well-formed, not UTF-8, or nested deeper than 512 levels.
     static std::optional<JsonDocument> parse(const QByteArray &text);
+    /// Whether parse() would give a document. Throws std::bad_alloc when there is not enough memory to tell.
+    static bool isJson(const QByteArray &text);
 
     JsonValue root() const { return JsonValue(m_root); }
 

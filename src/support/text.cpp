@@ -1,15 +1,25 @@
 #include "support/text.h"
 
-#include <QTextBoundaryFinder>
+#include <unicode/ubrk.h>
 
 #include <algorithm>
+#include <memory>
+#include <optional>
 
 namespace lexiquill {
 
 namespace {
 
-bool isAscii(QStringView text) {
-    return std::all_of(text.begin(), text.end(), [](QChar character) { return character.unicode() < 0x80; });
+/// Whether a character is a grapheme cluster whatever stands beside it, if that is one of these, too: letters
+/// and signs of Latin, Chinese characters, and their punctuation. Nearly all texts consist of these.
+bool standsAlone(QChar character) {
+    const char16_t code = character.unicode();
+    return (code < 0x300 && code != u'\r') || (code >= 0x4e00 && code < 0xa000) ||
+           (code >= 0x3000 && code < 0x3029) || (code >= 0xff01 && code < 0xff5f);
+}
+
+bool allStandAlone(QStringView text) {
+    return std::all_of(text.begin(), text.end(), standsAlone);
 }
 
 /// The code point that ends before `end`, and the number of UTF-16 units it takes.
@@ -27,18 +37,37 @@ std::pair<char32_t, qsizetype> codePointAt(QStringView text, qsizetype start) {
     return {first.unicode(), 1};
 }
 
-/// The end of the text's first `count` grapheme clusters, and how many of them there are.
-std::pair<qsizetype, qsizetype> skipCharacters(const QString &text, qsizetype count) {
-    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
-    qsizetype position = 0;
-    qsizetype found = 0;
-    while (found < count && position < text.size()) {
-        const qsizetype next = finder.toNextBoundary();
-        position = next < 0 ? text.size() : next;
-        ++found;
+/// The ends of the text's grapheme clusters as ICU finds them: Qt cuts flags, emoji and letters of several
+/// scripts in two, and counts a few others as one too many.
+class CharacterBreaks {
+public:
+    explicit CharacterBreaks(QStringView text) : m_iterator(iterator()) {
+        UErrorCode status = U_ZERO_ERROR;
+        if (m_iterator != nullptr)
+            ubrk_setText(m_iterator, text.utf16(), static_cast<int32_t>(text.size()), &status);
     }
-    return {position, found};
-}
+
+    /// The end of the next cluster; nothing at the end of the text.
+    std::optional<qsizetype> next() {
+        const int32_t end = m_iterator != nullptr ? ubrk_next(m_iterator) : UBRK_DONE;
+        return end == UBRK_DONE ? std::nullopt : std::optional<qsizetype>(end);
+    }
+
+private:
+    struct Close {
+        void operator()(UBreakIterator *iterator) const { ubrk_close(iterator); }
+    };
+
+    /// Making one takes longer than most texts.
+    static UBreakIterator *iterator() {
+        UErrorCode status = U_ZERO_ERROR;
+        static thread_local const std::unique_ptr<UBreakIterator, Close> shared(
+            ubrk_open(UBRK_CHARACTER, "", nullptr, 0, &status));
+        return shared.get();
+    }
+
+    UBreakIterator *m_iterator;
+};
 
 } // namespace
 
@@ -85,24 +114,32 @@ bool containsHan(QStringView text) {
 }
 
 QString leadingCharacters(const QString &text, qsizetype count) {
-    // No cluster is longer than the text, so a short text needs no search. CR LF is one cluster of two units.
+    // No cluster is longer than the text, so a short text needs no search.
     if (text.size() <= count)
         return text;
+    if (allStandAlone(QStringView(text).first(count + 1)))
+        return text.first(count);
     // A summary may be followed by megabytes that nobody will see; clusters of more than 64 units are not
     // text.
-    const QString head = text.first(std::min(text.size(), count * 64 + 64));
-    return text.first(skipCharacters(head, count).first);
+    CharacterBreaks breaks(QStringView(text).first(std::min(text.size(), count * 64 + 64)));
+    qsizetype end = 0;
+    for (qsizetype i = 0; i < count; ++i) {
+        const auto next = breaks.next();
+        if (!next)
+            break;
+        end = *next;
+    }
+    return text.first(end);
 }
 
 qsizetype characterCount(const QString &text) {
-    if (isAscii(text) && !text.contains(u'\r'))
+    if (allStandAlone(text))
         return text.size();
-    return skipCharacters(text, text.size()).second;
-}
-
-QString textFromUtf8(std::string_view utf8) {
-    const QString text = QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
-    return utf8.starts_with("\xef\xbb\xbf") ? QChar(QChar::ByteOrderMark) + text : text;
+    CharacterBreaks breaks(text);
+    qsizetype count = 0;
+    while (breaks.next())
+        ++count;
+    return count;
 }
 
 QString wordKey(const QString &text) {

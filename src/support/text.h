@@ -3,8 +3,6 @@
 #include <QString>
 #include <QStringView>
 
-#include <string_view>
-
 namespace lexiquill {
 
 /// Without white space, line breaks and Unicode punctuation at both ends.
@@ -21,10 +19,6 @@ QString leadingCharacters(const QString &text, qsizetype count);
 
 /// The number of user-perceived characters.
 qsizetype characterCount(const QString &text);
-
-/// The text of UTF-8 bytes, with U+FFFD for what is none. Unlike QString::fromUtf8() it keeps a byte order
-/// mark, which is text like any other in the middle of a document.
-QString textFromUtf8(std::string_view utf8);
 
 /// The form in which words are compared: trimmed of white space and line breaks, and lower-cased.
 QString wordKey(const QString &text);

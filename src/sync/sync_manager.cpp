@@ -1,9 +1,9 @@
 #include "sync/sync_manager.h"
 
-#include "storage/cloud_merge.h"
+#include "model/record_merge.h"
 #include "support/background_task.h"
 #include "support/secret.h"
-#include "sync/sync_messages.h"
+#include "sync/protocol/sync_messages.h"
 
 #include <cmath>
 #include <utility>
@@ -129,11 +129,11 @@ void SyncManager::syncDeletionToCloud(const QString &word) {
 
 /// Sends one request after the other until none is left.
 QCoro::Task<> SyncManager::tellDeletions(QUrl url) {
-    const CancellationToken cancellation = m_destruction.token();
+    const std::stop_token stop = m_destruction.token();
     ++m_deletionsUnderWay;
     while (!m_deletions.isEmpty()) {
         co_await m_dependencies.http.send(request(url, m_deletions.dequeue()));
-        if (cancellation.isCancelled())
+        if (stop.stop_requested())
             co_return;
     }
     --m_deletionsUnderWay;
@@ -154,7 +154,7 @@ HttpRequest SyncManager::request(const QUrl &url, const QByteArray &body) const 
             .totalLimit = m_dependencies.totalLimit,
             .bodyLimit = longestAnswer,
             .staysAtOrigin = true,
-            .cancellation = m_destruction.token()};
+            .stop = m_destruction.token()};
 }
 
 /// Makes the body on another thread and sends it.
@@ -168,7 +168,7 @@ void SyncManager::post(const QUrl &url, const std::function<QByteArray()> &encod
 QCoro::Task<> SyncManager::send(HttpRequest request, Handler handle) {
     const WipedAtEnd wiped(request.body);
     const HttpReply reply = co_await m_dependencies.http.send(request);
-    if (request.cancellation.isCancelled())
+    if (request.stop.stop_requested())
         co_return;
     const auto read = [reply, known = m_dependencies.storage.words(), now = m_dependencies.clock()] {
         return Response::of(reply, known, now);
@@ -181,7 +181,8 @@ bool SyncManager::enterAccount(const Response &response, const QString &username
                                const QString &failureMessage, const Completion &completion) {
     const auto &answer = response.answer;
     if (!answer) {
-        complete(completion, false, response.reply.error.value_or(QStringLiteral("服务器响应异常")));
+        const auto &error = response.reply.error;
+        complete(completion, false, error ? description(*error) : QStringLiteral("服务器响应异常"));
         return false;
     }
     if (!answer->isSuccess) {
@@ -200,7 +201,7 @@ void SyncManager::finishSync(const ResponsePointer &response) {
     const auto &answer = response->answer;
     setIsSyncing(false);
     if (response->reply.error)
-        return setSyncStatusMessage(QStringLiteral("同步失败: ") + *response->reply.error);
+        return setSyncStatusMessage(QStringLiteral("同步失败: ") + description(*response->reply.error));
     if (!answer)
         return setSyncStatusMessage(QStringLiteral("同步响应异常"));
     if (!answer->isSuccess)

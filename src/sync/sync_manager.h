@@ -1,10 +1,10 @@
 #pragma once
 
 #include "network/http_client.h"
+#include "settings/user_defaults.h"
 #include "storage/storage_manager.h"
 #include "support/cancellation.h"
 #include "support/instant.h"
-#include "support/user_defaults.h"
 
 #include <QCoroTask>
 #include <QDateTime>
@@ -52,8 +52,6 @@ public:
 
     /// Takes up the user name that was stored last.
     explicit SyncManager(Dependencies dependencies, QObject *parent = nullptr);
-
-    static SyncManager &shared();
 
     const QString &apiBase() const { return m_dependencies.apiBase; }
     /// The logged-in user; null when there is none.

@@ -1,7 +1,7 @@
 #include "update/update_manager.h"
 
 #include "network/http_client.h"
-#include "support/server_addresses.h"
+#include "support/web_address.h"
 #include "update/version_order.h"
 
 #include <QCoreApplication>
@@ -76,21 +76,21 @@ void UpdateManager::checkForUpdates(bool manual) {
 }
 
 QCoro::Task<> UpdateManager::check(bool manual) {
-    const CancellationToken cancellation = m_check->token();
+    const std::stop_token stop = m_check->token();
     HttpRequest request;
     request.url = m_dependencies.updateCheckURL;
     request.idleLimit = m_dependencies.idleLimit;
     request.totalLimit = m_dependencies.checkLimit;
     request.bodyLimit = m_dependencies.recordLimit;
-    request.cancellation = cancellation;
+    request.stop = stop;
     const HttpReply reply = co_await m_dependencies.http.send(request);
-    if (cancellation.isCancelled())
+    if (stop.stop_requested())
         co_return;
     change(m_isChecking, false, &UpdateManager::isCheckingChanged);
     if (!reply.error)
         judge(reply.body, manual);
     else if (manual)
-        setErrorMessage(QStringLiteral("检查更新失败: ") + *reply.error);
+        setErrorMessage(QStringLiteral("检查更新失败: ") + description(*reply.error));
 }
 
 void UpdateManager::judge(const QByteArray &record, bool manual) {
@@ -128,7 +128,7 @@ void UpdateManager::startDownloadAndInstall(const RemoteUpdateInfo &update) {
 }
 
 QCoro::Task<> UpdateManager::download(QUrl url) {
-    const CancellationToken cancellation = m_downloadTask->token();
+    const std::stop_token stop = m_downloadTask->token();
     const std::unique_ptr<SharedDirectory> directory = SharedDirectory::at(m_dependencies.directory);
     QFile file;
     if (const auto failure = directory->openUnnamed(file)) {
@@ -140,7 +140,7 @@ QCoro::Task<> UpdateManager::download(QUrl url) {
     request.idleLimit = m_dependencies.idleLimit;
     request.totalLimit = m_dependencies.downloadLimit;
     request.bodyLimit = m_dependencies.archiveLimit;
-    request.cancellation = cancellation;
+    request.stop = stop;
     request.sink = &file;
     request.onProgress = [this](qint64 received, std::optional<qint64> total) {
         if (total.value_or(0) < 1)
@@ -149,10 +149,10 @@ QCoro::Task<> UpdateManager::download(QUrl url) {
                &UpdateManager::downloadProgressChanged);
     };
     const HttpReply reply = co_await m_dependencies.http.send(request);
-    if (cancellation.isCancelled())
+    if (stop.stop_requested())
         co_return;
     if (reply.error) {
-        endDownload(QStringLiteral("下载中断: ") + *reply.error);
+        endDownload(QStringLiteral("下载中断: ") + description(*reply.error));
     } else if (!reply.isOk()) {
         // An error page is no archive.
         endDownload(QStringLiteral("下载中断: 服务器返回状态 ") + QString::number(reply.status));

@@ -61,8 +61,6 @@ public:
     explicit UpdateManager(Dependencies dependencies, QObject *parent = nullptr);
     ~UpdateManager() override;
 
-    static UpdateManager &shared();
-
     /// Looks for a newer release; does nothing while it is doing so. The outcome shows in the properties;
     /// `manual` tells whether the user asked for it and wants to hear of failures, too.
     Q_INVOKABLE void checkForUpdates(bool manual);

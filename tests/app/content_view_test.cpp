@@ -1,4 +1,4 @@
-#include "app/content_view.h"
+#include "app/shell/content_view.h"
 #include "app/test_services.h"
 #include "storage/wordbook_watcher.h"
 #include "support/test.h"
@@ -73,10 +73,10 @@ private Q_SLOTS:
         const QTemporaryDir directory;
         const QString link = directory.filePath(QStringLiteral("link.json"));
         QVERIFY(QFile::link(file, link));
-        StorageManager other({.storageFile = link,
-                              .defaults = services.defaults(),
-                              .dictionary = services.offlineDictionaries(),
-                              .spotlight = services.spotlight()});
+        DeletedWords deleted(services.defaults());
+        StorageManager other({.storageFile = link, .deletedWords = deleted, .firstWords = [] {
+                                  return QList<WordRecord>();
+                              }});
         for (const QString &word : {u"apple"_s, u"banana"_s}) {
             other.addOrUpdateSearch({.headword = word, .posGroups = {}, .rawText = {}});
             QCOMPARE(other.storageFile(), file); // where a watcher would look, too

@@ -31,31 +31,18 @@ WordRecord wordRecord(const QString &word, double daysOverdue, qint64 searchCoun
 class Wordbook {
 public:
     explicit Wordbook(const QList<WordRecord> &words = {wordRecord(u"plum"_s, 1), wordRecord(u"apple"_s, 2),
-                                                        wordRecord(u"pear"_s, 3, 2)}) {
-        writeFile(file(u"vocabulary.json"_s), encodeWordRecords(words, JsonForm::File));
-        StorageManager::Dependencies dependencies{file(u"vocabulary.json"_s), m_services.defaults(),
-                                                  m_services.offlineDictionaries(), m_services.spotlight()};
-        dependencies.clock = [this] {
-            return now;
-        };
-        dependencies.calendar = [] {
-            return Calendar{QTimeZone::utc()};
-        };
-        m_store = std::make_unique<StorageManager>(dependencies);
-    }
+                                                        wordRecord(u"pear"_s, 3, 2)})
+        : services(
+              encodeWordRecords(words, JsonForm::File), QStringLiteral("http://127.0.0.1:9"), nullptr,
+              [this] { return now; }, [] { return Calendar{QTimeZone::utc()}; }) {}
 
-    QString file(const QString &name) const { return m_directory.filePath(name); }
-    StorageManager &store() { return *m_store; }
+    StorageManager &store() { return services.storage(); }
     void search(const char *text) {
-        m_store->addOrUpdateSearch({.headword = QString::fromLatin1(text), .posGroups = {}, .rawText = {}});
+        store().addOrUpdateSearch({.headword = QString::fromLatin1(text), .posGroups = {}, .rawText = {}});
     }
 
     Instant now = start;
-
-private:
-    QTemporaryDir m_directory;
-    TestServices m_services{"[]"};
-    std::unique_ptr<StorageManager> m_store;
+    TestServices services;
 };
 
 /// The state of a round, e.g. "asking pear 1/3".
@@ -101,7 +88,7 @@ private Q_SLOTS:
     void rounds() {
         QFETCH(const QStringList, cells);
         Wordbook wordbook;
-        ReviewSession session(wordbook.store());
+        ReviewSession session(wordbook.services);
         QCOMPARE(stateOf(session), u"empty - 0/0"_s);
         session.setActive(true);
         for (const QString &step : cells[1].split(u' ', Qt::SkipEmptyParts)) {
@@ -120,7 +107,7 @@ private Q_SLOTS:
             else if (step == u"day") {
                 session.setActive(false);
                 wordbook.now = wordbook.now.adding(secondsPerDay);
-                wordbook.store().refreshWeeklyPlan();
+                wordbook.services.plan().refreshWeeklyPlan();
                 session.setActive(true);
             } else if (step.startsWith(u'-'))
                 wordbook.store().deleteWord(step.sliced(1));
@@ -139,7 +126,7 @@ private Q_SLOTS:
                           PartOfSpeechGroup::named(u"verb"_s, senses)};
         word.intervalDays = 6;
         Wordbook wordbook({word});
-        ReviewSession session(wordbook.store());
+        ReviewSession session(wordbook.services);
         session.setActive(true);
         QCOMPARE(session.memory(), u"今天待复习 · 间隔 6 天 · 查过 1 次"_s);
         const QVariantList groups = session.groups();
@@ -151,7 +138,7 @@ private Q_SLOTS:
 
     void listFollowsThePlan() {
         Wordbook wordbook;
-        WeeklyPlanModel model(wordbook.store());
+        WeeklyPlanModel model(wordbook.services);
         const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
         QCOMPARE(model.rowCount(), 0);
         model.setActive(true);
@@ -178,7 +165,7 @@ private Q_SLOTS:
 
     void planAndExport() {
         Wordbook wordbook;
-        WeeklyReview review(wordbook.store());
+        WeeklyReview review(wordbook.services);
         review.setActive(true);
         QCOMPARE(review.week(), u"2025年第11周"_s);
         QCOMPARE(review.period(), u"3月10日 至 3月16日"_s);
@@ -186,7 +173,7 @@ private Q_SLOTS:
                 review.newCount() == 3);
         QCOMPARE(review.suggestedFile().fileName(), u"2025年第11周单词复习清单.md"_s);
 
-        const QString file = wordbook.file(u"清单.md"_s);
+        const QString file = wordbook.services.path(u"清单.md"_s);
         QSignalSpy exported(&review, &WeeklyReview::exported);
         const auto exportTo = [&](const QUrl &place) {
             review.exportTo(place);
@@ -194,10 +181,9 @@ private Q_SLOTS:
         };
         QCOMPARE(exportTo(QUrl::fromLocalFile(file)), QString());
         QCOMPARE(exportTo(QUrl(file)), QString()); // as Qt's own dialog gives a name that was typed
-        QCOMPARE(readFile(file),
-                 WeeklyReviewScheduler::shared()
-                     .exportMarkdown(*wordbook.store().weeklyPlan(), wordbook.store().calendar())
-                     .toUtf8());
+        QCOMPARE(readFile(file), WeeklyReviewScheduler::exportMarkdown(*wordbook.services.plan().weeklyPlan(),
+                                                                       wordbook.store().calendar())
+                                     .toUtf8());
         for (const QString &place :
              {u"file:///nowhere/at/all.md"_s, u"https://example.org/a.md"_s, u"file:///"_s})
             QVERIFY2(exportTo(QUrl(place)).startsWith(u"导出失败："_s), qPrintable(place));

@@ -1,7 +1,8 @@
 // Runs the tst_*.qml files of this folder against the screens, without a display. Every file finds services
 // and a wordbook of its own.
 
-#include "app/lexiquill_app.h"
+#include "app/shell/app_context.h"
+#include "app/shell/lexiquill_app.h"
 #include "app/test_services.h"
 
 #include <QQmlEngine>
@@ -23,13 +24,22 @@ public:
 private Q_SLOTS:
     void applicationAvailable() {
         LexiquillApp::setUpApplication();
-        m_services = std::make_unique<TestServices>();
-        Services::setCurrent(m_services.get());
+        // A Wednesday, for what is due and what is planned depends on the day of the week.
+        const auto clock = [] {
+            return *Instant::fromIso8601(u"2025-03-12T09:26:53Z");
+        };
+        const auto calendar = [] {
+            return Calendar{QTimeZone::utc()};
+        };
+        m_services = std::make_unique<TestServices>(QByteArray(), QStringLiteral("http://127.0.0.1:9"),
+                                                    nullptr, clock, calendar);
+        m_context = std::make_unique<AppContext>(*m_services);
     }
     void qmlEngineAvailable(QQmlEngine *engine) { LexiquillApp::prepare(*engine); }
 
 private:
     std::unique_ptr<TestServices> m_services;
+    std::unique_ptr<AppContext> m_context;
 };
 
 QUICK_TEST_MAIN_WITH_SETUP(screens, Setup)

@@ -4,7 +4,7 @@
 #include "app/search/word_card.h"
 #include "app/test_services.h"
 #include "http_server.h"
-#include "support/server_addresses.h"
+#include "settings/server_addresses.h"
 #include "support/test.h"
 
 #include <QAbstractItemModelTester>
@@ -17,16 +17,13 @@ using namespace lexiquill;
 namespace {
 
 /// Answers when the test wants it to.
-class SlowSource : public QObject, public OnlineSource {
-    Q_OBJECT
-
+class SlowSource : public OnlineSource {
 public:
-    QCoro::Task<std::optional<DictionaryEntry>> lookup(QString word,
-                                                       CancellationToken cancellation) override {
+    QCoro::Task<std::optional<DictionaryEntry>> lookup(QString word, std::stop_token stop) override {
         asked += word;
-        cancellation.onCancelled(this, [this] { decide(); });
+        const std::stop_callback onStop(stop, [this] { decide(); });
         co_await Decision{*this};
-        if (cancellation.isCancelled() || !knows)
+        if (stop.stop_requested() || !knows)
             co_return std::nullopt;
         co_return DictionaryEntry{.headword = word, .posGroups = {}, .rawText = u"网上"_s};
     }
@@ -51,12 +48,12 @@ private:
     std::coroutine_handle<> m_waiting;
 };
 
-struct SlowServices : TestServices {
-    SlowServices() : TestServices("[]") {}
-    DictionaryService &dictionary() override { return slowDictionary; }
-
+struct SlowSourceHolder {
     SlowSource source;
-    DictionaryService slowDictionary{source, offlineDictionaries(), defaults()};
+};
+
+struct SlowServices : SlowSourceHolder, TestServices {
+    SlowServices() : TestServices("[]", QStringLiteral("http://127.0.0.1:9"), &source) {}
 };
 
 QStringList offered(SearchSession &session) {
@@ -180,7 +177,7 @@ private Q_SLOTS:
         SlowServices services;
         StorageManager &storage = services.storage();
         const QUuid id = storage.addOrUpdateSearch(entryOf(u"apple"_s)).id;
-        WordCard card(storage);
+        WordCard card(services);
         card.setWordId(id.toString());
         QCOMPARE(card.rawText(), u"释义"_s);
         QCOMPARE(card.memoryText(), u"尚未复习 · 今天待复习 · 查询 1 次"_s);
@@ -237,7 +234,7 @@ private Q_SLOTS:
         const HttpServer server(answer);
         TestServices services;
         services.defaults().set(ServerAddresses::youdaoKey, server.base());
-        Services::setCurrent(&services);
+        services.makeCurrent();
         Pronunciation pronunciation;
         QSignalSpy failures(&pronunciation, &Pronunciation::failed);
         pronunciation.play(u"apple"_s);

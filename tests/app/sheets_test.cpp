@@ -1,10 +1,11 @@
 // The sheets as the user sees them, without a display: every text, symbol and state, against real servers on
 // the loopback interface and real files.
 
-#include "app/lexiquill_app.h"
-#include "app/sheets/backup_list_model.h"
-#include "app/sheets/offline_dictionary_model.h"
-#include "app/sheets/server_address_editor.h"
+#include "app/preferences/backup_list_model.h"
+#include "app/preferences/offline_dictionary_model.h"
+#include "app/preferences/server_address_editor.h"
+#include "app/shell/app_context.h"
+#include "app/shell/lexiquill_app.h"
 #include "app/test_services.h"
 #include "e2e/program.h"
 #include "http_server.h"
@@ -28,8 +29,7 @@ namespace {
 /// A window that shows one sheet.
 class Shown {
 public:
-    Shown(Services &services, const char *sheet) {
-        Services::setCurrent(&services);
+    Shown(TestServices &services, const char *sheet) : m_context(services) {
         LexiquillApp::prepare(m_engine);
         m_engine.loadData("import QtQuick\nimport QtQuick.Window\nimport Lexiquill\n"
                           "Window { width: 880; height: 600; visible: true; " +
@@ -105,6 +105,7 @@ private:
         }
     }
 
+    AppContext m_context;
     QQmlApplicationEngine m_engine;
     QQuickWindow *m_window = nullptr;
 };
@@ -270,7 +271,7 @@ private Q_SLOTS:
 
     void offlineDictionaries() {
         TestServices services;
-        Services::setCurrent(&services);
+        services.makeCurrent();
         OfflineDictionaryModel model;
         const QAbstractItemModelTester tester(&model);
         QVERIFY(model.isLoading());
@@ -308,7 +309,7 @@ private Q_SLOTS:
         const QString directory = services.path(u"backups/"_s);
         QVERIFY(writeFile(directory + u"vocabulary-2025-03-14.json"_s, wordbook({u"apple"_s, u"pear"_s})));
         QVERIFY(writeFile(directory + u"vocabulary-2025-03-13.json"_s, "[{\"word\":"));
-        Services::setCurrent(&services);
+        services.makeCurrent();
         BackupListModel model;
         const QAbstractItemModelTester tester(&model);
         QTRY_VERIFY(!model.isBusy());

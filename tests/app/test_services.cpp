@@ -1,11 +1,15 @@
 #include "app/test_services.h"
 
+#include "storage/first_run_words.h"
+
 #include <QFile>
 
 namespace lexiquill {
 
-TestServices::TestServices(const QByteArray &wordbook, const QString &serverBase)
-    : m_updater({.http = m_http,
+TestServices::TestServices(const QByteArray &wordbook, const QString &serverBase, OnlineSource *online,
+                           const Clock &clock, const std::function<Calendar()> &calendar)
+    : m_dictionary(online != nullptr ? *online : m_online, m_offline, m_defaults),
+      m_updater({.http = m_http,
                  .updateCheckURL = QUrl(serverBase + QLatin1StringView("/version.json")),
                  .currentVersion = QStringLiteral("1.0.0"),
                  .currentBuild = QStringLiteral("1"),
@@ -19,15 +23,30 @@ TestServices::TestServices(const QByteArray &wordbook, const QString &serverBase
         if (file.open(QIODevice::WriteOnly))
             file.write(wordbook);
     }
+    const auto firstWords = [this, clock] {
+        return firstRunWords([this](const QString &word) { return m_offline.lookup(word); }, clock());
+    };
     m_storage = std::make_unique<StorageManager>(StorageManager::Dependencies{.storageFile = storageFile,
-                                                                              .defaults = m_defaults,
-                                                                              .dictionary = m_offline,
-                                                                              .spotlight = m_spotlight});
+                                                                              .deletedWords = m_deletedWords,
+                                                                              .firstWords = firstWords,
+                                                                              .clock = clock,
+                                                                              .calendar = calendar});
+    m_plan = std::make_unique<CurrentWeeklyPlan>(*m_storage);
     m_sync = std::make_unique<SyncManager>(
         SyncManager::Dependencies{.apiBase = serverBase + QLatin1StringView("/api"),
                                   .http = m_http,
                                   .storage = *m_storage,
                                   .defaults = m_defaults});
+    m_services = std::make_unique<Services>(Services{.storage = *m_storage,
+                                                     .plan = *m_plan,
+                                                     .dictionary = m_dictionary,
+                                                     .offlineDictionaries = m_offline,
+                                                     .spotlight = m_spotlight,
+                                                     .hotKeys = m_hotKeys,
+                                                     .http = m_http,
+                                                     .sync = *m_sync,
+                                                     .updater = m_updater,
+                                                     .defaults = m_defaults});
 }
 
 } // namespace lexiquill

@@ -1,12 +1,13 @@
 #pragma once
 
-#include "app/services.h"
+#include "app/shell/services.h"
+#include "desktop_search/spotlight_manager.h"
+#include "dictionaries/dictionary_shelf.h"
 #include "hotkey/hot_key_manager.h"
 #include "lookup/dictionary_service.h"
 #include "lookup/online_source.h"
 #include "network/http_client.h"
-#include "platform/linux/linux_dictionary_services.h"
-#include "storage/spotlight_manager.h"
+#include "storage/current_weekly_plan.h"
 #include "storage/storage_manager.h"
 #include "sync/sync_manager.h"
 #include "update/update_manager.h"
@@ -19,26 +20,33 @@ namespace lexiquill {
 
 /// Services of a test's own, in a temporary directory: an empty online source, the starter dictionary, no
 /// search index, a hotkey that always registers. The wordbook starts with `wordbook`, or with the seeded
-/// words without. Nothing answers at the server's base address unless the test gives one.
-class TestServices : public Services {
+/// words without. Nothing answers at the server's base address unless the test gives one; the same holds for
+/// the online source, which must outlive the instance.
+class TestServices {
 public:
     explicit TestServices(const QByteArray &wordbook = {},
-                          const QString &serverBase = QStringLiteral("http://127.0.0.1:9"));
+                          const QString &serverBase = QStringLiteral("http://127.0.0.1:9"),
+                          OnlineSource *online = nullptr, const Clock &clock = Instant::now,
+                          const std::function<Calendar()> &calendar = Calendar::current);
 
-    StorageManager &storage() override { return *m_storage; }
-    DictionaryService &dictionary() override { return m_dictionary; }
-    SystemDictionaryService &offlineDictionaries() override { return m_offline; }
-    SpotlightManager &spotlight() override { return m_spotlight; }
-    HotKeyManager &hotKeys() override { return m_hotKeys; }
-    SyncManager &sync() override { return *m_sync; }
-    UpdateManager &updater() override { return m_updater; }
-    UserDefaults &defaults() override { return m_defaults; }
+    StorageManager &storage() { return *m_storage; }
+    CurrentWeeklyPlan &plan() { return *m_plan; }
+    SystemDictionaryService &offlineDictionaries() { return m_offline; }
+    HotKeyManager &hotKeys() { return m_hotKeys; }
+    SyncManager &sync() { return *m_sync; }
+    UpdateManager &updater() { return m_updater; }
+    UserDefaults &defaults() { return m_defaults; }
+    DictionaryService &dictionary() { return m_dictionary; }
+    /// All of them, as the window takes them.
+    operator Services &() { return *m_services; }
+    /// Makes them those of the screens that QML makes.
+    void makeCurrent() { Services::setCurrent(m_services.get()); }
 
     QString path(const QString &fileName) const { return m_directory.filePath(fileName); }
 
 private:
     struct NoOnlineSource : OnlineSource {
-        QCoro::Task<std::optional<DictionaryEntry>> lookup(QString, CancellationToken) override {
+        QCoro::Task<std::optional<DictionaryEntry>> lookup(QString, std::stop_token) override {
             co_return std::nullopt;
         }
     };
@@ -50,19 +58,23 @@ private:
 
     QTemporaryDir m_directory;
     UserDefaults m_defaults{path(QStringLiteral("settings.conf"))};
-    LinuxDictionaryServices m_platformDictionaries{
-        {}, {QStringLiteral(LEXIQUILL_STARTER_DIRECTORY)}, path(QStringLiteral("cache"))};
-    SystemDictionaryService m_offline{m_platformDictionaries};
+    DictionaryShelf m_shelf{{.installed = {},
+                             .bundled = {QStringLiteral(LEXIQUILL_STARTER_DIRECTORY)},
+                             .cache = path(QStringLiteral("cache"))}};
+    SystemDictionaryService m_offline{m_shelf};
     NoOnlineSource m_online;
-    DictionaryService m_dictionary{m_online, m_offline, m_defaults};
+    DictionaryService m_dictionary;
     SearchIndex m_index;
     SpotlightManager m_spotlight{m_index};
     WillingRegistrar m_registrar;
     HotKeyManager m_hotKeys{m_registrar, m_defaults};
     HttpClient m_http;
     UpdateManager m_updater;
+    DeletedWords m_deletedWords{m_defaults};
     std::unique_ptr<StorageManager> m_storage;
+    std::unique_ptr<CurrentWeeklyPlan> m_plan;
     std::unique_ptr<SyncManager> m_sync;
+    std::unique_ptr<Services> m_services;
 };
 
 } // namespace lexiquill

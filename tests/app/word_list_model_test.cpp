@@ -203,7 +203,7 @@ private Q_SLOTS:
 
     void reviewHistory() {
         Place place;
-        ReviewHistory history(place.storage());
+        ReviewHistory history(place.services);
         QCOMPARE(history.summary(), u"还没有复习记录"_s);
         const QUuid id = place.storage().words().at(1).id;
         history.setWordId(id.toString(QUuid::WithoutBraces));

@@ -310,7 +310,9 @@ private Q_SLOTS:
         QVERIFY(words);
         QCOMPARE(words->size(), isSearch ? 6 : 5);
         QCOMPARE(words->first().reviewHistory.size(), isAnswered ? 1 : 0);
-        QCOMPARE(readFile(home.wordbookPath() + u".lock"_s), QByteArray());
+        // Nothing that was printed has gone into a file.
+        const QString note = QString::fromUtf8(readFile(home.wordbookPath() + u".lock"_s));
+        QVERIFY2(QRegularExpression(u"\\A[0-9 ]*\\z"_s).match(note).hasMatch(), qPrintable(note));
     }
 };
 

@@ -1,4 +1,4 @@
-#include "platform/linux/search_database.h"
+#include "desktop_search/search_file.h"
 #include "program.h"
 #include "support/test.h"
 
@@ -56,7 +56,7 @@ private Q_SLOTS:
         QVERIFY(namesOf(*saved).contains(QSet<QString>(words.begin(), words.end())));
         for (const WordRecord &record : *saved)
             QCOMPARE(record.reviewHistory.size(), record.word == u"concise"_s ? 1 : 0);
-        const auto index = SearchDatabase::load(home.path(u"XDG_DATA_HOME/Lexiquill/search-index.sqlite"_s));
+        const auto index = openSearchFile(home.path(u"XDG_DATA_HOME/Lexiquill/search-index.sqlite"_s));
         for (const QString &word : words)
             QVERIFY2(index->items({u"word:"_s + word.toLower()}).size() == 1, qPrintable(word));
     }

@@ -1,5 +1,5 @@
 #include "check.h"
-#include "lookup/definition_parser.h"
+#include "dictionaries/article/definition_parser.h"
 #include "model/record_codec.h"
 
 #include <cstddef>

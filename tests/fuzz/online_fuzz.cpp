@@ -1,6 +1,6 @@
 #include "check.h"
-#include "lookup/worker_response.h"
-#include "lookup/youdao_parser.h"
+#include "lookup/online/worker_response.h"
+#include "lookup/online/youdao_parser.h"
 #include "model/record_codec.h"
 
 #include <cstddef>

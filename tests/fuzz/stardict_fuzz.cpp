@@ -1,11 +1,11 @@
 #include "../support/files.h"
 #include "check.h"
-#include "platform/linux/stardict/article.h"
-#include "platform/linux/stardict/compressed.h"
-#include "platform/linux/stardict/definition_text.h"
-#include "platform/linux/stardict/dictionary.h"
-#include "platform/linux/stardict/ifo_file.h"
-#include "platform/linux/stardict/inflection.h"
+#include "dictionaries/article/article_reader.h"
+#include "dictionaries/english/inflection.h"
+#include "dictionaries/stardict/article_fields.h"
+#include "dictionaries/stardict/ifo_file.h"
+#include "dictionaries/stardict/stardict_dictionary.h"
+#include "support/dictzip.h"
 
 #include <QTemporaryDir>
 

@@ -1,7 +1,7 @@
 #include "check.h"
 #include "model/record_codec.h"
-#include "storage/cloud_merge.h"
-#include "sync/sync_messages.h"
+#include "model/record_merge.h"
+#include "sync/protocol/sync_messages.h"
 
 #include <cstddef>
 #include <cstdint>

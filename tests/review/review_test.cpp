@@ -31,7 +31,7 @@ WordRecord record(const QString &members) {
 }
 
 WeeklyReviewPlan planOf(const QList<WordRecord> &words) {
-    return WeeklyReviewScheduler::shared().generateWeeklyPlan(words, now, utc);
+    return WeeklyReviewScheduler::generateWeeklyPlan(words, now, utc);
 }
 
 } // namespace
@@ -70,7 +70,7 @@ private Q_SLOTS:
         word.intervalDays = cells[2].toLongLong();
         word.easeFactor = cells[3].toDouble();
         word.reviewHistory += ReviewLog{};
-        SpacedRepetitionEngine::shared().processReview(word, answer, now, utc);
+        SpacedRepetitionEngine::processReview(word, answer, now, utc);
         QCOMPARE(word.repetitionCount, cells[4].toLongLong());
         QCOMPARE(word.intervalDays, cells[5].toLongLong());
         QCOMPARE(word.easeFactor, cells[6].toDouble());
@@ -89,7 +89,7 @@ private Q_SLOTS:
     void searches() {
         const auto searched = [](const char *members) {
             WordRecord word = record(QString::fromUtf8(members));
-            SpacedRepetitionEngine::shared().recordSearch(word, now);
+            SpacedRepetitionEngine::recordSearch(word, now);
             return word;
         };
         WordRecord word = searched(R"("searchCount":9223372036854775807,"intervalDays":8)");
@@ -170,7 +170,7 @@ private Q_SLOTS:
 
     void weekWithoutCalendar() {
         const Instant absurd{1e200};
-        const auto plan = WeeklyReviewScheduler::shared().generateWeeklyPlan({}, absurd, utc);
+        const auto plan = WeeklyReviewScheduler::generateWeeklyPlan({}, absurd, utc);
         QVERIFY(plan.weekNumber == 1 && plan.startOfWeek == absurd &&
                 plan.endOfWeek == absurd.adding(604800));
     }
@@ -204,7 +204,7 @@ c | 6天 | 0次 |
 )")
                                      .replace(u"%1"_s, u"词"_s.repeated(59))
                                      .replace(u"%4"_s, u"e\u0301"_s.repeated(40));
-        QCOMPARE(WeeklyReviewScheduler::shared().exportMarkdown(plan, utc), expected);
+        QCOMPARE(WeeklyReviewScheduler::exportMarkdown(plan, utc), expected);
         QCOMPARE(plan.markdownFileName(), u"2001年第1周单词复习清单.md"_s);
     }
 };

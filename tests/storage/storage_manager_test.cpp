@@ -1,127 +1,21 @@
-#include "e2e/program.h"
 #include "platform/file_lock.h"
-#include "storage/storage_manager.h"
+#include "storage/place.h"
 #include "storage/wordbook_backups.h"
 #include "storage/wordbook_watcher.h"
-#include "support/test.h"
+#include "support/full_disk.h"
 
 #include <QThreadPool>
-
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <csignal>
 
 using namespace lexiquill;
 
 namespace {
 
-class FakeDictionary final : public DictionaryServices {
-public:
-    std::optional<QString> copyTextDefinition(const QString &word) override {
-        if (word == "ephemeral"_L1)
-            return std::nullopt;
-        return word + u" | fəˈnetɪk | noun 释义"_s;
-    }
-    QStringList directoryContents(const QString &) override { return {}; }
-    void setPersistentDomain(const QString &, const QString &, const QStringList &) override {}
-};
-
-class RecordingIndex final : public SearchIndex {
-public:
-    bool isIndexingAvailable() const override { return true; }
-    void indexItems(const ItemSource &makeItems, const Completion &) override {
-        const QList<SearchItem> items = makeItems();
-        for (const SearchItem &item : items)
-            calls += " +" + item.title.toUtf8();
-    }
-    void deleteItems(const QStringList &identifiers, const Completion &) override {
-        calls += " -" + identifiers.join(u' ').toUtf8();
-    }
-
-    QByteArray calls;
-};
-
-/// The words separated by blanks.
-QByteArray names(const QList<WordRecord> &words) {
-    QByteArrayList list;
-    for (const WordRecord &record : words)
-        list += record.word.toUtf8();
-    return list.join(' ');
-}
-
-DictionaryEntry entryFor(const QString &word, const std::optional<QString> &phonetic = {}) {
-    const SenseItem sense{.chineseMeaning = u"释义"_s};
-    return {.headword = word,
-            .phonetic = phonetic,
-            .posGroups = {PartOfSpeechGroup::named(u"noun"_s, {sense})},
-            .rawText = u"noun 释义"_s};
-}
-
-/// A wordbook's place with all that a store needs; the clock stands still until it is moved.
-class Place {
-public:
-    QString path(const char *name) const { return m_directory.filePath(QString::fromLatin1(name)); }
-    QString directory() const { return path("Lexiquill"); }
-    QString wordbook() const { return directory() + u"/vocabulary.json"_s; }
-
-    QString temporary() const { return wordbook() + u".tmp"_s; }
-
-    std::unique_ptr<StorageManager> open() { return open(defaults); }
-    std::unique_ptr<StorageManager> open(UserDefaults &settings) {
-        StorageManager::Dependencies dependencies{wordbook(), settings, m_service, m_spotlight};
-        dependencies.clock = [this] {
-            return now;
-        };
-        dependencies.calendar = [] {
-            return Calendar{QTimeZone::utc()};
-        };
-        return std::make_unique<StorageManager>(dependencies);
-    }
-    void setContent(const QByteArray &json) const { QVERIFY(writeFile(wordbook(), json)); }
-    void setWords(const QStringList &words) const {
-        QList<WordRecord> records;
-        for (const QString &word : words)
-            records += newRecord({.entry = entryFor(word), .date = now});
-        setContent(encodeWordRecords(records, JsonForm::File));
-    }
-    QList<WordRecord> saved() const { return savedIn(wordbook()); }
-    QList<WordRecord> savedIn(const QString &file) const {
-        return decodeWordRecords(readFile(file), JsonForm::File, now).value_or(QList{WordRecord()});
-    }
-    QStringList backups() const { return QDir(directory() + u"/backups"_s).entryList(QDir::Files); }
-
-    /// Lets another process, with settings of its own, work on a store.
-    template <typename Work> void elsewhere(Work work) {
-        const pid_t child = ::fork();
-        if (child == 0) {
-            UserDefaults settings(path("Lexiquill.conf"));
-            work(*open(settings));
-            ::_exit(0);
-        }
-        int status = -1;
-        QCOMPARE(::waitpid(child, &status, 0), child);
-        QCOMPARE(status, 0);
-    }
-
-    Instant now = *Instant::fromIso8601(u"2025-03-14T09:26:53Z");
-    RecordingIndex index;
-
-private:
-    QTemporaryDir m_directory;
-    FakeDictionary m_dictionary;
-    SystemDictionaryService m_service{m_dictionary};
-    SpotlightManager m_spotlight{index};
-
-public:
-    UserDefaults defaults{path("Lexiquill.conf")};
-};
-
 const QString apple = u"apple"_s;
 const QString pear = u"pear"_s;
 const QString plum = u"plum"_s;
-const QByteArray seeds = "concise serendipity ubiquitous eloquent";
+const QByteArray seeds = "concise serendipity";
+/// A disk with room for the settings, but for no wordbook.
+constexpr rlim_t tooSmall = 400;
 
 } // namespace
 
@@ -152,7 +46,6 @@ private Q_SLOTS:
             place.setContent(content);
         const auto store = place.open();
         QCOMPARE(names(store->words()), words);
-        QCOMPARE(store->weeklyPlan()->totalCount(), store->words().size());
         for (const WordRecord &record : store->words())
             QVERIFY(record.searchCount == 1 && record.nextReviewDate == place.now);
         if (words == seeds)
@@ -182,9 +75,8 @@ private Q_SLOTS:
         QCOMPARE(updated.rawDefinition, u"another text"_s);
         QVERIFY(updated.lastSearchedDate == place.now);
         QVERIFY(updated.firstSearchedDate == place.now.adding(-3600));
-        QCOMPARE(place.index.calls, " +Quince +apple +apple");
+        QCOMPARE(place.takeTold(), "+Quince +apple +apple");
         QCOMPARE(readFile(place.wordbook()), encodeWordRecords(store->words(), JsonForm::File));
-        QCOMPARE(store->weeklyPlan()->difficultWords.size(), 1);
     }
 
     void undoneReviews() {
@@ -197,16 +89,15 @@ private Q_SLOTS:
         place.now = place.now.adding(100);
         const auto undo = store->recordReview(id, ReviewFeedback::Remembered);
         QVERIFY(undo && !haveSameContent(store->words().at(1), before));
-        place.index.calls.clear();
+        place.takeTold();
         store->undoReview(*undo);
         QVERIFY(haveSameContent(store->words().at(1), before));
         QVERIFY(haveSameContent(place.saved().at(1), before));
-        QCOMPARE(place.index.calls, " +pear");
+        QCOMPARE(place.takeTold(), "+pear");
         // There is nothing left to undo.
-        place.index.calls.clear();
         store->undoReview(*undo);
         QVERIFY(haveSameContent(store->words().at(1), before));
-        QCOMPARE(place.index.calls, QByteArray());
+        QCOMPARE(place.takeTold(), QByteArray());
         QVERIFY(!store->recordReview(QUuid::createUuid(), ReviewFeedback::Forgot));
     }
 
@@ -251,7 +142,7 @@ private Q_SLOTS:
         store->deleteWord(store->words().at(2).id);
         store->deleteWord(u" PLUM "_s);
         QCOMPARE(deleted, QList<QVariantList>({{u"Apple"_s}, {u"PLUM"_s}}));
-        QCOMPARE(place.index.calls, " -word:apple -word:plum");
+        QCOMPARE(place.takeTold(), "-Apple -PLUM");
         QCOMPARE(names(place.saved()), "pear");
         QCOMPARE(store->deletedWords(), QSet<QString>({apple, plum}));
 
@@ -274,7 +165,7 @@ private Q_SLOTS:
         store->setUserNotes(store->words().at(2).id, u"大写"_s);
         store->setUserNotes(QUuid::createUuid(), u"nobody's"_s);
         const QByteArray before = readFile(place.wordbook());
-        place.index.calls.clear();
+        place.takeTold();
 
         const QSignalSpy changes(store.get(), &StorageManager::wordsChanged);
         const QSignalSpy deleted(store.get(), &StorageManager::wordDeleted);
@@ -286,8 +177,7 @@ private Q_SLOTS:
         store->restoreWords(undo);
         QCOMPARE(readFile(place.wordbook()), before);
         QCOMPARE(store->deletedWords(), QSet<QString>());
-        QCOMPARE(place.index.calls, " -word:apple word:plum +apple +Apple +plum");
-        QCOMPARE(store->weeklyPlan()->totalCount(), 4);
+        QCOMPARE(place.takeTold(), "-Apple plum +apple Apple plum");
 
         store->restoreWords(undo);
         store->restoreWords(store->deleteWords({}));
@@ -324,10 +214,11 @@ private Q_SLOTS:
 
         // A restoration that could not be saved is made again, unless the word has been deleted since.
         undo = here->deleteWords({here->words().at(1).id, here->words().at(2).id});
-        QVERIFY(QDir().mkpath(place.temporary()));
-        here->restoreWords(undo);
-        here->setUserNotes(here->words().at(1).id, u"sweet"_s);
-        QVERIFY(QDir().rmdir(place.temporary()));
+        {
+            const FullDisk full(tooSmall);
+            here->restoreWords(undo);
+            here->setUserNotes(here->words().at(1).id, u"sweet"_s);
+        }
         QCOMPARE(names(place.saved()), "apple");
         place.elsewhere([](StorageManager &store) { store.deleteWord(plum); });
         here->addOrUpdateSearch(entryFor(u"fig"_s));
@@ -353,8 +244,7 @@ private Q_SLOTS:
         here->recordReview(here->words().at(0).id, ReviewFeedback::Forgot);
         QCOMPARE(names(place.saved()), "plum apple");
         QCOMPARE(place.saved().at(1).reviewHistory.size(), 2);
-        QCOMPARE(here->weeklyPlan()->difficultWords.size(), 2);
-        QCOMPARE(place.index.calls, " +plum +apple +plum");
+        QCOMPARE(place.takeTold(), "+plum +apple +plum");
 
         // A word deleted there and searched here is a new word; one reviewed here stays deleted.
         const QUuid plumId = here->words().at(0).id;
@@ -376,9 +266,10 @@ private Q_SLOTS:
         QCOMPARE(names(place.saved()), "pear apple");
 
         // A deletion that could not be saved at once does not undo a later search.
-        QVERIFY(QDir().mkpath(place.temporary()));
-        here->deleteWord(apple);
-        QVERIFY(QDir().rmdir(place.temporary()));
+        {
+            const FullDisk full(tooSmall);
+            here->deleteWord(apple);
+        }
         place.elsewhere([](StorageManager &store) { store.addOrUpdateSearch(entryFor(apple)); });
         here->addOrUpdateSearch(entryFor(plum));
         QCOMPARE(names(place.saved()), "plum apple pear");
@@ -433,14 +324,10 @@ private Q_SLOTS:
         place.setWords(many);
         const auto store = place.open();
         const WordbookWatcher watcher(*store, place.wordbook());
-        const pid_t child = ::fork();
-        if (child == 0) {
-            UserDefaults settings(place.path("Lexiquill.conf"));
-            const auto other = place.open(settings);
+        const pid_t child = place.startElsewhere([](StorageManager &other) {
             for (int i = 0; i < count; ++i)
-                other->addOrUpdateSearch(entryFor(u"theirs%1"_s.arg(i)));
-            ::_exit(0);
-        }
+                other.addOrUpdateSearch(entryFor(u"theirs%1"_s.arg(i)));
+        });
         for (int i = 0; i < count; ++i) {
             QTest::qWait(i % 3 * 10);
             store->addOrUpdateSearch(entryFor(u"mine%1"_s.arg(i)));
@@ -482,7 +369,7 @@ private Q_SLOTS:
         QCOMPARE(place.backups().last(), u"vocabulary-2025-03-25.json"_s);
     }
 
-    void failedWrites_data() { addRows("directory gone\ntemporary name taken\ndisk full\nlock held\n"); }
+    void failedWrites_data() { addRows("directory gone\ndisk full\nlock held\n"); }
     void failedWrites() {
         QFETCH(const QStringList, cells);
         const QString &obstacle = cells[0];
@@ -492,33 +379,25 @@ private Q_SLOTS:
         const auto store = place.open();
         const QString aside = place.path("aside");
         std::unique_ptr<FileLock> lock;
-        rlimit limit{};
-        QCOMPARE(::getrlimit(RLIMIT_FSIZE, &limit), 0);
-        std::signal(SIGXFSZ, SIG_IGN);
+        std::optional<FullDisk> full;
         if (obstacle == u"directory gone") {
             QVERIFY(QDir().rename(place.directory(), aside));
             QVERIFY(writeFile(place.directory(), "no directory"));
-        } else if (obstacle == u"temporary name taken") {
-            QVERIFY(QDir().mkpath(place.temporary()));
         } else if (obstacle == u"disk full") {
-            const rlimit tiny{.rlim_cur = 1000, .rlim_max = limit.rlim_max};
-            QCOMPARE(::setrlimit(RLIMIT_FSIZE, &tiny), 0);
+            full.emplace(tooSmall);
         } else {
             lock = FileLock::acquire(place.wordbook() + u".lock"_s, {});
             QVERIFY(lock);
         }
         store->recordReview(store->words().at(1).id, ReviewFeedback::Remembered);
-        QCOMPARE(::setrlimit(RLIMIT_FSIZE, &limit), 0);
+        full.reset();
         lock.reset();
         if (QFile::exists(aside))
             QVERIFY(QFile::remove(place.directory()) && QDir().rename(aside, place.directory()));
-        QDir().rmdir(place.temporary());
-
         QCOMPARE(readFile(place.wordbook()), before);
-        QVERIFY(!QFile::exists(place.temporary()));
+        QVERIFY(QDir(place.directory()).entryList({u"*.tmp"_s}).isEmpty());
         QVERIFY(store->hasUnsavedChanges());
         QCOMPARE(store->words().at(1).reviewHistory.size(), 1);
-        QCOMPARE(store->weeklyPlan()->dueWords.size(), 2);
         // The change goes along with the next one, on top of what others have saved meanwhile.
         place.elsewhere([](StorageManager &other) { other.addOrUpdateSearch(entryFor(plum)); });
         store->deleteWord(apple);
@@ -542,14 +421,13 @@ private Q_SLOTS:
         QVERIFY(words);
         QCOMPARE(names(*words), "apple pear");
 
-        place.index.calls.clear();
+        place.takeTold();
         QSignalSpy news(store.get(), &StorageManager::wordsChanged);
         QVERIFY(store->restoreBackup(*words));
         QVERIFY(!news.isEmpty());
         QCOMPARE(names(store->words()), "apple pear");
         QCOMPARE(names(place.saved()), "apple pear");
-        QCOMPARE(store->weeklyPlan()->dueWords.size(), 2);
-        QCOMPARE(place.index.calls, " -word:plum +apple +pear");
+        QCOMPARE(place.takeTold(), "=plum apple");
         // A deleted word that is there again stays there.
         QVERIFY(store->deletedWords().isEmpty());
         QCOMPARE(names(place.open()->words()), "apple pear");
@@ -584,11 +462,12 @@ private Q_SLOTS:
         store->deleteWord(pear);
         const QByteArray before = readFile(place.wordbook());
         std::unique_ptr<FileLock> lock;
+        std::optional<FullDisk> full;
         if (cells.first().startsWith("backups"_L1)) {
             QVERIFY(QDir(place.directory() + u"/backups"_s).removeRecursively());
             QVERIFY(writeFile(place.directory() + u"/backups"_s, "x"));
         } else if (cells.first().startsWith("the"_L1)) {
-            QVERIFY(QDir().mkdir(place.temporary()));
+            full.emplace(tooSmall);
         } else {
             lock = FileLock::acquire(place.wordbook() + u".lock"_s, std::chrono::seconds(1));
             store->saveData(std::chrono::milliseconds(0)); // from here on it does not wait

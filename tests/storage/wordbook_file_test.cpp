@@ -71,32 +71,63 @@ private Q_SLOTS:
         // Each save takes over what the load, or the save before, has left.
         for (int round = 0; round < 3; ++round) {
             edit(words);
-            QVERIFY(file.save(words, std::nullopt));
+            QVERIFY(file.save(*file.lock({}), words, std::nullopt));
             QCOMPARE(readFile(path()), encodeWordRecords(words, JsonForm::File));
             if (words.size() < 400)
                 break;
         }
     }
 
-    void recordsOfOtherProgramsAreKept() {
-        writeFile(path(),
-                  "\n[ {\"word\":\"bare\"} ,\t" +
-                      encodeWordRecords({record(0)}, JsonForm::File).sliced(1).chopped(1) +
-                      ", {\"mine\": {\"}\": [\"{\"]}, \"id\": \"11111111-2222-3333-4444-555555555555\", "
-                      "\"word\": \"foreign\", \"firstSearchedDate\": \"2024-01-01T00:00:00Z\", "
-                      "\"lastSearchedDate\": \"2024-01-01T00:00:00Z\", "
-                      "\"nextReviewDate\": \"2024-01-01T00:00:00Z\"}\n]\n ");
+    /// What another program has written in a form of its own, and what that says.
+    void otherFormsAreWrittenAnew_data() {
+        columns<QByteArray>("json");
+        const QByteArray own = encodeWordRecords({record(0), record(1)}, JsonForm::File);
+        QTest::newRow("compact") << encodeWordRecords({record(0)}, JsonForm::File).simplified();
+        QTest::newRow("other line ends") << QByteArray(own).replace('\n', "\r\n");
+        QTest::newRow("other indentation") << QByteArray(own).replace("  ", "\t");
+        QTest::newRow("lower-case ids") << QByteArray(own).replace(
+            "\"id\": \"", "\"id\": \"abcdef01-0000-0000-0000-000000000000\", \"x\": \"");
+        QTest::newRow("unsorted keys")
+            << QByteArray(own).replace("{\n    \"conciseSummary\"", "{ \"word\": \"w\", \"conciseSummary\"");
+        QTest::newRow("fractions") << QByteArray(own).replace("00Z", "00.25Z");
+        QTest::newRow("missing fields") << "[ {\"word\":\"bare\"} ]"_ba;
+        QTest::newRow("unknown fields")
+            << QByteArray(own).replace("{\n    \"conc", "{\n    \"aaa\": [1, {}],\n    \"conc");
+        QTest::newRow("own, from elsewhere") << own;
+    }
+    void otherFormsAreWrittenAnew() {
+        QFETCH(const QByteArray, json);
+        writeFile(path(), json);
         WordbookFile file(path());
         Words words = file.load(Instant{5}).words;
-        QCOMPARE(words.size(), 3);
-        words[1].searchCount = 9;
-        QVERIFY(file.save(words, std::nullopt));
-        QVERIFY(readFile(path()).contains("{\"mine\": {\"}\": [\"{\"]}, "));
-        // What was made up for the bare record does not change with every load.
-        const Words again = WordbookFile(path()).load(Instant{6}).words;
-        QCOMPARE(again.size(), 3);
-        for (qsizetype i = 0; i < 3; ++i)
-            QVERIFY(haveSameContent(again.at(i), words.at(i)));
+        QVERIFY(!words.isEmpty());
+        words.append(record(9));
+        QVERIFY(file.save(*file.lock({}), words, std::nullopt));
+        QCOMPARE(readFile(path()), encodeWordRecords(words, JsonForm::File));
+    }
+
+    /// A text that is no JSON counts as unreadable, however much of it could be read, and is kept.
+    void noJson_data() {
+        columns<QByteArray>("json");
+        for (const char *json :
+             {"[{'word': 'a', 'x': NaN}]", "[{'word': 'a', 'x': bare}]", "[{'word': 'a'},]",
+              "[{'word': 'a', 'x': 01}]", "[{'word': 'a'}] x", "{}", "x"})
+            QTest::newRow(json) << QByteArray(json).replace('\'', '"');
+    }
+    void noJson() {
+        QFETCH(const QByteArray, json);
+        writeFile(path(), json);
+        WordbookFile file(path());
+        const auto content = file.load({});
+        QVERIFY(content.state == WordbookFile::State::Unreadable && content.words.isEmpty());
+        QVERIFY(file.save(*file.lock({}), records(1), QDate(2025, 3, 14)));
+        const QDir directory(QFileInfo(path()).path());
+        const QStringList kept = directory.entryList({u"vocabulary-unreadable-*.json"_s});
+        QCOMPARE(kept.size(), 1);
+        QCOMPARE(readFile(directory.filePath(kept.first())), json);
+        // The next save has nothing to keep.
+        QVERIFY(file.save(*file.lock({}), records(2), QDate(2025, 3, 14)));
+        QCOMPARE(directory.entryList({u"vocabulary-unreadable-*.json"_s}), kept);
     }
 
     void aFileEditedInPlaceIsNotCopied() {
@@ -104,7 +135,7 @@ private Q_SLOTS:
         WordbookFile file(path());
         const Words words = file.load({}).words;
         writeFile(path(), "[]");
-        QVERIFY(file.save(words, std::nullopt));
+        QVERIFY(file.save(*file.lock({}), words, std::nullopt));
         QCOMPARE(readFile(path()), encodeWordRecords(words, JsonForm::File));
     }
 

@@ -1,11 +1,11 @@
+#include "desktop_search/spotlight_manager.h"
 #include "e2e/program.h"
 #include "http_server.h"
-#include "platform/linux/linux_dictionary_services.h"
-#include "storage/spotlight_manager.h"
+#include "main/network_services.h"
 #include "support/secret.h"
 #include "support/test.h"
+#include "sync/protocol/sync_messages.h"
 #include "sync/sync_manager.h"
-#include "sync/sync_messages.h"
 
 #include <QDirIterator>
 
@@ -32,8 +32,10 @@ public:
         home.setWordbook(json(wordbook));
         if (isLoggedIn)
             defaults.set(SyncManager::userDefaultsKey, ann);
-        storage = std::make_unique<StorageManager>(
-            StorageManager::Dependencies{home.wordbookPath(), defaults, m_dictionary, m_spotlight});
+        storage = std::make_unique<StorageManager>(StorageManager::Dependencies{
+            .storageFile = home.wordbookPath(), .deletedWords = m_deletedWords, .firstWords = [] {
+                return QList<WordRecord>();
+            }});
         sync = std::make_unique<SyncManager>(SyncManager::Dependencies{.apiBase = server + u"/api"_s,
                                                                        .http = http,
                                                                        .storage = *storage,
@@ -92,10 +94,7 @@ public:
     UserDefaults defaults{home.settingsPath()};
 
 private:
-    LinuxDictionaryServices m_services{{}, {}, home.path()};
-    SystemDictionaryService m_dictionary{m_services};
-    SearchIndex m_index;
-    SpotlightManager m_spotlight{m_index};
+    DeletedWords m_deletedWords{defaults};
 
 public:
     HttpClient http;
@@ -118,7 +117,7 @@ private Q_SLOTS:
         Party party(server.base(), "[{'word': '苹果 apple', 'lastReviewDate': '2025-03-14T09:26:53Z'}]");
         const QByteArray words = encodeWordRecords(party.storage->words(), JsonForm::Wire);
         QVERIFY(words.contains("\"lastReviewDate\":763637213,"));
-        party.defaults.set(StorageManager::deletedWordsKey, QStringList{u"pear"_s});
+        party.defaults.set(DeletedWords::key, QStringList{u"pear"_s});
 
         party.sync->syncWithCloud();
         party.sync->syncDeletionToCloud(ann);
@@ -243,7 +242,7 @@ private Q_SLOTS:
         HttpServer server(
             answer("{'success': true, 'token': 'one', 'words': [{'word': 'pear'}, {'word': 'Plum'}]}"));
         Party party(server.base());
-        party.defaults.set(StorageManager::deletedWordsKey, QStringList{u"plum"_s});
+        party.defaults.set(DeletedWords::key, QStringList{u"plum"_s});
         party.login();
         QCOMPARE(party.takeNews(), u"user Ann | time | words apple pear | done"_s);
         QCOMPARE(party.sync->lastSyncTime(), QDateTime::fromMSecsSinceEpoch(1741944413250));
@@ -291,8 +290,7 @@ private Q_SLOTS:
         server.setHandler([&](const ServedRequest &) {
             party.home.run("review|banana", "1\n");
             party.home.run("search|abandon");
-            UserDefaults(party.home.settingsPath())
-                .set(StorageManager::deletedWordsKey, QStringList{u"plum"_s});
+            UserDefaults(party.home.settingsPath()).set(DeletedWords::key, QStringList{u"plum"_s});
             return answer("{'success': true, 'words': [{'word': 'BANANA'}, {'word': 'plum'}, {'word': "
                           "'pear'}]}");
         });
@@ -352,14 +350,14 @@ private Q_SLOTS:
         UserDefaults settings(home.settingsPath());
         settings.set(u"lexiquill_server_base"_s, server.base());
         settings.set(SyncManager::userDefaultsKey, ann);
-        QCOMPARE(SyncManager::shared().apiBase(), server.base() + u"/api"_s);
+        QCOMPARE(shared<SyncManager>().apiBase(), server.base() + u"/api"_s);
 
-        StorageManager::shared().deleteWord(u" Apple "_s);
+        shared<StorageManager>().deleteWord(u" Apple "_s);
         QCOMPARE(home.words()->size(), 0);
         QTRY_COMPARE(server.requests().size(), 1);
         QCOMPARE(server.requests().first().target, "/api/sync/delete"_ba);
         QCOMPARE(server.requests().first().body, json("{'username':'Ann','word':'Apple'}"));
-        SpotlightManager::shared().finish();
+        shared<SpotlightManager>().finish();
     }
 };
 

@@ -7,9 +7,8 @@
 // server of its own, which with --release also has a newer release. STEPS are as takeSteps() takes them. With
 // several pictures in mind, run it several times: every run has services and a wordbook of its own.
 
-#include "app/content_view.h"
-#include "app/desktop_appearance.h"
-#include "app/lexiquill_app.h"
+#include "app/shell/app_context.h"
+#include "app/shell/lexiquill_app.h"
 #include "app/test_services.h"
 #include "http_server.h"
 #include "steps.h"
@@ -34,13 +33,13 @@ bool show(const QString &screen, Services &services) {
     bool isTab = false;
     const int tab = tabs.keyToValue(name.constData(), &isTab);
     if (isTab)
-        ContentView::shared().setSelectedTab(static_cast<ContentView::TabItem>(tab));
+        AppContext::current().content().setSelectedTab(static_cast<ContentView::TabItem>(tab));
     else if (screen == QLatin1StringView("preferences"))
-        services.hotKeys().setShowSettingsSheet(true);
+        services.hotKeys.setShowSettingsSheet(true);
     else if (screen == QLatin1StringView("account"))
-        services.sync().setShowAccountSheet(true);
+        services.sync.setShowAccountSheet(true);
     else if (screen == QLatin1StringView("update"))
-        services.updater().setShowUpdateSheet(true);
+        services.updater.setShowUpdateSheet(true);
     else
         return false;
     return true;
@@ -96,8 +95,8 @@ int main(int argc, char **argv) {
     TestServices services(words, server.base());
     if (parser.isSet(user))
         services.sync().login(parser.value(user), QStringLiteral("password"), [](bool, const auto &) {});
-    Services::setCurrent(&services);
-    DesktopAppearance::shared().setPreference(parser.isSet(dark));
+    AppContext context(services);
+    context.appearance().setPreference(parser.isSet(dark));
     QQmlApplicationEngine engine;
     LexiquillApp::prepare(engine);
     engine.load(LexiquillApp::mainWindowUrl());
@@ -109,7 +108,7 @@ int main(int argc, char **argv) {
     const QStringList sides = parser.value(size).split(u'x');
     window->resize(sides.value(0).toInt(), sides.value(1).toInt());
     window->show();
-    ContentView::shared().handleExternalWordLookup(parser.value(word));
+    AppContext::current().content().handleExternalWordLookup(parser.value(word));
     int status = EXIT_FAILURE;
     QTimer::singleShot(parser.value(wait).toInt(), &application, [&] {
         if (takeSteps(*window, parser.value(steps)) &&

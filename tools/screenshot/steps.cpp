@@ -1,7 +1,7 @@
 #include "steps.h"
 
+#include "dictionaries/system_dictionary_service.h"
 #include "http_server.h"
-#include "lookup/system_dictionary_service.h"
 #include "model/record_codec.h"
 #include "review/spaced_repetition_engine.h"
 #include "storage/wordbook_change.h"
@@ -42,7 +42,7 @@ WordRecord sampleRecord(const DictionaryEntry &entry, std::mt19937 &random) {
     record.searchCount = 1 + below(5);
     for (double day = age - 1; day > 0.5 && !record.isMastered;) {
         const auto answer = below(5) == 0 ? ReviewFeedback::Forgot : ReviewFeedback::Remembered;
-        SpacedRepetitionEngine::shared().processReview(record, answer, daysAgo(day), Calendar::current());
+        SpacedRepetitionEngine::processReview(record, answer, daysAgo(day), Calendar::current());
         day -= static_cast<double>(record.intervalDays + (below(3) == 0 ? below(4) : 0));
     }
     record.lastSearchedDate = daysAgo(std::min<double>(age, below(60)));

@@ -1,8 +1,9 @@
 #include "app/review/review_session.h"
 
 #include "app/search/definition_rows.h"
-#include "app/services.h"
+#include "app/shell/services.h"
 #include "app/wordbook/day_texts.h"
+#include "storage/current_weekly_plan.h"
 #include "storage/storage_manager.h"
 #include "support/text.h"
 
@@ -26,10 +27,13 @@ QString senseText(const SenseItem &sense, qsizetype number) {
 
 } // namespace
 
-ReviewSession::ReviewSession(QObject *parent) : ReviewSession(Services::current().storage(), parent) {}
+ReviewSession::ReviewSession(QObject *parent) : ReviewSession(Services::current(), parent) {}
 
-ReviewSession::ReviewSession(StorageManager &storage, QObject *parent) : QObject(parent), m_storage(storage) {
-    connect(&m_storage, &StorageManager::weeklyPlanChanged, this, &ReviewSession::takeWords);
+ReviewSession::ReviewSession(Services &services, QObject *parent)
+    : QObject(parent),
+      m_storage(services.storage),
+      m_plan(services.plan) {
+    connect(&m_plan, &CurrentWeeklyPlan::weeklyPlanChanged, this, &ReviewSession::takeWords);
 }
 
 void ReviewSession::setActive(bool isActive) {
@@ -59,7 +63,7 @@ void ReviewSession::takeWords() {
 }
 
 void ReviewSession::start(bool all) {
-    const auto &plan = m_storage.weeklyPlan();
+    const auto &plan = m_plan.weeklyPlan();
     const Calendar calendar = m_storage.calendar();
     const auto today = calendar.date(m_storage.now());
     const auto startOfToday = today ? calendar.startOfDay(*today) : std::nullopt;

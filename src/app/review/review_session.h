@@ -10,7 +10,9 @@
 
 namespace lexiquill {
 
+class CurrentWeeklyPlan;
 class StorageManager;
+struct Services;
 
 /// One round through the flash cards of the weekly plan. Its order stays as it was when the round began,
 /// although every answer changes the plan; words deleted since are passed over.
@@ -42,7 +44,7 @@ public:
     Q_ENUM(State)
 
     explicit ReviewSession(QObject *parent = nullptr);
-    explicit ReviewSession(StorageManager &storage, QObject *parent = nullptr);
+    explicit ReviewSession(Services &services, QObject *parent = nullptr);
 
     /// An active session begins a round when there is none, and when the last one ended on another day.
     bool isActive() const { return m_isActive; }
@@ -110,6 +112,7 @@ private:
     void showCard();
 
     StorageManager &m_storage;
+    CurrentWeeklyPlan &m_plan;
     bool m_isActive = false;
     State m_state = State::Empty;
     QList<Card> m_cards;

@@ -1,8 +1,9 @@
 #include "app/review/weekly_plan_model.h"
 
 #include "app/search/definition_rows.h"
-#include "app/services.h"
+#include "app/shell/services.h"
 #include "app/wordbook/day_texts.h"
+#include "storage/current_weekly_plan.h"
 #include "storage/storage_manager.h"
 
 namespace lexiquill {
@@ -25,12 +26,13 @@ const RecordSelection &selection(const WeeklyReviewPlan &plan, WeeklyPlanModel::
 
 } // namespace
 
-WeeklyPlanModel::WeeklyPlanModel(QObject *parent) : WeeklyPlanModel(Services::current().storage(), parent) {}
+WeeklyPlanModel::WeeklyPlanModel(QObject *parent) : WeeklyPlanModel(Services::current(), parent) {}
 
-WeeklyPlanModel::WeeklyPlanModel(StorageManager &storage, QObject *parent)
+WeeklyPlanModel::WeeklyPlanModel(Services &services, QObject *parent)
     : RowListModel(parent),
-      m_storage(storage) {
-    connect(&m_storage, &StorageManager::weeklyPlanChanged, this, [this] {
+      m_storage(services.storage),
+      m_plan(services.plan) {
+    connect(&m_plan, &CurrentWeeklyPlan::weeklyPlanChanged, this, [this] {
         m_isOutdated = true;
         update();
     });
@@ -58,7 +60,7 @@ void WeeklyPlanModel::update() {
         return;
     m_isOutdated = false;
     QList<PlannedWord> rows;
-    if (const auto &plan = m_storage.weeklyPlan()) {
+    if (const auto &plan = m_plan.weeklyPlan()) {
         const RecordSelection &words = selection(*plan, m_filter);
         rows.reserve(words.size());
         for (const WordRecord &word : words) {

@@ -1,13 +1,15 @@
 #pragma once
 
-#include "app/row_list_model.h"
+#include "app/components/row_list_model.h"
 #include "model/word_record.h"
 
 #include <QQmlEngine>
 
 namespace lexiquill {
 
+class CurrentWeeklyPlan;
 class StorageManager;
+struct Services;
 
 /// What the list of the weekly plan shows of a word.
 struct PlannedWord {
@@ -45,7 +47,7 @@ public:
     };
 
     explicit WeeklyPlanModel(QObject *parent = nullptr);
-    explicit WeeklyPlanModel(StorageManager &storage, QObject *parent = nullptr);
+    explicit WeeklyPlanModel(Services &services, QObject *parent = nullptr);
 
     Filter filter() const { return m_filter; }
     void setFilter(Filter filter);
@@ -65,6 +67,7 @@ private:
     void update();
 
     StorageManager &m_storage;
+    CurrentWeeklyPlan &m_plan;
     Filter m_filter = Filter::All;
     bool m_isActive = false;
     bool m_isOutdated = true;

@@ -1,11 +1,13 @@
 #include "app/review/weekly_review.h"
 
-#include "app/services.h"
+#include "app/shell/services.h"
+#include "platform/durable_file.h"
+#include "storage/current_weekly_plan.h"
 #include "storage/storage_manager.h"
 #include "support/background_task.h"
 
 #include <QDir>
-#include <QSaveFile>
+#include <QFile>
 #include <QStandardPaths>
 
 namespace lexiquill {
@@ -18,17 +20,25 @@ QString dayText(const std::optional<QDate> &day, bool hasYear) {
     return day->toString(hasYear ? QStringLiteral("yyyy年M月d日") : QStringLiteral("M月d日"));
 }
 
-QString reasonOf(const QFileDevice &file) {
-    switch (file.error()) {
-    case QFileDevice::PermissionsError:
-        return QStringLiteral("没有写入权限");
-    case QFileDevice::ResourceError:
-        return QStringLiteral("磁盘空间或系统资源不足");
-    case QFileDevice::OpenError:
+QString reasonOf(DurableFile::Problem problem) {
+    switch (problem) {
+    case DurableFile::Problem::NoPermission:
+    case DurableFile::Problem::NoDirectory:
         return QStringLiteral("无法写入该位置（文件夹不存在、只读或没有权限）");
-    default:
-        return QStringLiteral("写入文件时出错");
+    case DurableFile::Problem::NoSpace:
+        return QStringLiteral("磁盘空间或系统资源不足");
+    case DurableFile::Problem::None:
+    case DurableFile::Problem::Other:
+        break;
     }
+    return QStringLiteral("写入文件时出错");
+}
+
+/// A folder may let its files be written but none be made in it.
+bool writeInPlace(const QString &path, const QByteArray &text) {
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly | QIODevice::ExistingOnly) && file.write(text) == text.size() &&
+           file.flush();
 }
 
 /// Says why it failed; empty when it has not.
@@ -37,28 +47,28 @@ QString write(const std::optional<WeeklyReviewPlan> &plan, const Calendar &calen
         return QStringLiteral("导出失败：只能保存到本机的文件");
     if (!plan)
         return QStringLiteral("导出失败：还没有复习计划");
-    QSaveFile target(file.toLocalFile());
-    // A folder may let its files be written but none be made in it.
-    target.setDirectWriteFallback(true);
-    const QByteArray text = WeeklyReviewScheduler::shared().exportMarkdown(*plan, calendar).toUtf8();
-    if (target.open(QIODevice::WriteOnly) && target.write(text) == text.size() && target.commit())
-        return {};
-    return QStringLiteral("导出失败：") + reasonOf(target);
+    const QString path = resolvedFile(file.toLocalFile());
+    const QByteArray text = WeeklyReviewScheduler::exportMarkdown(*plan, calendar).toUtf8();
+    const auto problem = replaceFile(path, text, {.access = DurableFile::Access::Ordinary});
+    const bool isWritten = problem == DurableFile::Problem::None ||
+                           (problem == DurableFile::Problem::NoPermission && writeInPlace(path, text));
+    return isWritten ? QString() : QStringLiteral("导出失败：") + reasonOf(problem);
 }
 
 } // namespace
 
-WeeklyReview::WeeklyReview(QObject *parent) : WeeklyReview(Services::current().storage(), parent) {}
+WeeklyReview::WeeklyReview(QObject *parent) : WeeklyReview(Services::current(), parent) {}
 
-WeeklyReview::WeeklyReview(StorageManager &storage, QObject *parent)
+WeeklyReview::WeeklyReview(Services &services, QObject *parent)
     : QObject(parent),
-      m_storage(storage),
-      m_day([&storage] { return storage.now(); }) {
-    connect(&m_storage, &StorageManager::weeklyPlanChanged, this, [this] {
+      m_storage(services.storage),
+      m_plan(services.plan),
+      m_day([&storage = services.storage] { return storage.now(); }) {
+    connect(&m_plan, &CurrentWeeklyPlan::weeklyPlanChanged, this, [this] {
         m_isOutdated = true;
         update();
     });
-    connect(&m_day, &Expiry::expired, &m_storage, &StorageManager::refreshWeeklyPlan);
+    connect(&m_day, &Expiry::expired, &m_plan, &CurrentWeeklyPlan::refreshWeeklyPlan);
 }
 
 void WeeklyReview::setActive(bool isActive) {
@@ -72,7 +82,7 @@ void WeeklyReview::setActive(bool isActive) {
 void WeeklyReview::update() {
     if (!m_isActive || !m_isOutdated)
         return;
-    const auto &plan = m_storage.weeklyPlan();
+    const auto &plan = m_plan.weeklyPlan();
     if (!plan)
         return;
     m_isOutdated = false;
@@ -95,7 +105,7 @@ void WeeklyReview::update() {
 }
 
 QUrl WeeklyReview::suggestedFile() const {
-    const auto &plan = m_storage.weeklyPlan();
+    const auto &plan = m_plan.weeklyPlan();
     const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
     const QDir directory(QDir(documents).exists() ? documents : QDir::homePath());
     return QUrl::fromLocalFile(directory.filePath(plan ? plan->markdownFileName() : QString()));
@@ -105,7 +115,7 @@ void WeeklyReview::exportTo(const QUrl &chosen) {
     // Qt's own dialog gives the path of a name that was typed without a scheme.
     const bool isPath = chosen.scheme().isEmpty() && chosen.path().startsWith(u'/');
     const QUrl file = isPath ? QUrl::fromLocalFile(chosen.path(QUrl::FullyDecoded)) : chosen;
-    const auto writeCopy = [plan = m_storage.weeklyPlan(), calendar = m_storage.calendar(), file] {
+    const auto writeCopy = [plan = m_plan.weeklyPlan(), calendar = m_storage.calendar(), file] {
         return write(plan, calendar, file);
     };
     runInBackground(this, writeCopy, [this, file](const QString &error) { Q_EMIT exported(file, error); });

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/expiry.h"
+#include "app/components/expiry.h"
 
 #include <QObject>
 #include <QQmlEngine>
@@ -8,7 +8,9 @@
 
 namespace lexiquill {
 
+class CurrentWeeklyPlan;
 class StorageManager;
+struct Services;
 
 /// The week of the review plan, its counts, and its export. Follows the plan for as long as it is active, and
 /// has the plan made anew when a day begins.
@@ -25,7 +27,7 @@ class WeeklyReview : public QObject {
 
 public:
     explicit WeeklyReview(QObject *parent = nullptr);
-    explicit WeeklyReview(StorageManager &storage, QObject *parent = nullptr);
+    explicit WeeklyReview(Services &services, QObject *parent = nullptr);
 
     bool isActive() const { return m_isActive; }
     void setActive(bool isActive);
@@ -54,6 +56,7 @@ private:
     void update();
 
     StorageManager &m_storage;
+    CurrentWeeklyPlan &m_plan;
     Expiry m_day;
     bool m_isActive = false;
     bool m_isOutdated = true;

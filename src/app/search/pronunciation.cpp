@@ -1,9 +1,9 @@
 #include "app/search/pronunciation.h"
 
-#include "app/services.h"
-#include "sound_player/sound_outcome.h"
-#include "support/server_addresses.h"
-#include "support/url_query.h"
+#include "app/search/sound_outcome.h"
+#include "app/shell/services.h"
+#include "settings/server_addresses.h"
+#include "support/web_address.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -60,7 +60,7 @@ Pronunciation::~Pronunciation() = default;
 
 void Pronunciation::play(const QString &word) {
     cancel();
-    const QUrl url = pronunciationUrl(ServerAddresses::from(Services::current().defaults()).youdao, word);
+    const QUrl url = pronunciationUrl(ServerAddresses::from(Services::current().defaults).youdao, word);
     if (!url.isValid()) {
         Q_EMIT failed(QStringLiteral("无法播放发音：这个词没有发音。"));
         return;
@@ -81,15 +81,15 @@ void Pronunciation::cancel() {
     setFetching(false);
 }
 
-QCoro::Task<> Pronunciation::download(QUrl url, CancellationToken cancellation) {
+QCoro::Task<> Pronunciation::download(QUrl url, std::stop_token stop) {
     HttpRequest request;
     request.url = url;
     request.idleLimit = 5s;
     request.totalLimit = 10s;
     request.bodyLimit = maxSoundSize;
-    request.cancellation = cancellation;
-    const HttpReply reply = co_await HttpClient::shared().send(request);
-    if (cancellation.isCancelled())
+    request.stop = stop;
+    const HttpReply reply = co_await Services::current().http.send(request);
+    if (stop.stop_requested())
         co_return;
     setFetching(false);
     if (!reply.isOk() || reply.body.isEmpty()) {

@@ -39,7 +39,7 @@ Q_SIGNALS:
     void failed(const QString &message);
 
 private:
-    QCoro::Task<> download(QUrl url, CancellationToken cancellation);
+    QCoro::Task<> download(QUrl url, std::stop_token stop);
     void setFetching(bool isFetching);
     void playFile(const QString &file);
 

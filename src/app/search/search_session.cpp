@@ -1,6 +1,6 @@
 #include "app/search/search_session.h"
 
-#include "app/services.h"
+#include "app/shell/services.h"
 #include "storage/storage_manager.h"
 #include "support/text.h"
 
@@ -50,18 +50,15 @@ SearchSession::SearchSession(QObject *parent) : SearchSession(Services::current(
 
 SearchSession::SearchSession(Services &services, QObject *parent)
     : QObject(parent),
-      m_dictionary(services.dictionary()),
-      m_offline(services.offlineDictionaries()),
-      m_storage(services.storage()) {
-    m_thread.setMaxThreadCount(1);
+      m_dictionary(services.dictionary),
+      m_offline(services.offlineDictionaries),
+      m_storage(services.storage) {
     connect(&m_storage, &StorageManager::wordsChanged, this, &SearchSession::takeWords);
     suggestRecent();
 }
 
 SearchSession::~SearchSession() {
     m_stop.request_stop();
-    m_thread.clear();
-    m_thread.waitForDone();
 }
 
 void SearchSession::setText(const QString &text) {
@@ -97,9 +94,9 @@ void SearchSession::forget() {
     suggest();
 }
 
-QCoro::Task<> SearchSession::ask(QString word, CancellationToken cancellation) {
-    const LookupResult result = co_await m_dictionary.lookup(word, cancellation);
-    if (!cancellation.isCancelled())
+QCoro::Task<> SearchSession::ask(QString word, std::stop_token stop) {
+    const LookupResult result = co_await m_dictionary.lookup(word, stop);
+    if (!stop.stop_requested())
         finish(result);
 }
 
@@ -221,7 +218,7 @@ void SearchSession::takeWords() {
 void SearchSession::inBackground(Search search, Suggestion::Origin origin) {
     m_stop.request_stop();
     m_stop = std::stop_source();
-    m_thread.start([this, search = std::move(search), origin, stop = m_stop.get_token()] {
+    m_queue.add([this, search = std::move(search), origin, stop = m_stop.get_token()] {
         if (stop.stop_requested())
             return;
         const QStringList words = search(stop);

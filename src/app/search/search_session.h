@@ -2,11 +2,11 @@
 
 #include "app/search/suggestion_model.h"
 #include "lookup/dictionary_service.h"
+#include "support/background_task.h"
 #include "support/cancellation.h"
 
 #include <QObject>
 #include <QQmlEngine>
-#include <QThreadPool>
 
 #include <functional>
 #include <memory>
@@ -14,7 +14,7 @@
 
 namespace lexiquill {
 
-class Services;
+struct Services;
 class StorageManager;
 
 /// What happens on the search screen: words are offered while the user types, one is looked up and recorded,
@@ -66,7 +66,7 @@ Q_SIGNALS:
 private:
     using Search = std::function<QStringList(const std::stop_token &stop)>;
 
-    QCoro::Task<> ask(QString word, CancellationToken cancellation);
+    QCoro::Task<> ask(QString word, std::stop_token stop);
     void finish(const LookupResult &result);
     void setState(State state);
     void abandon();
@@ -89,7 +89,7 @@ private:
     QString m_missingText;
     std::unique_ptr<Cancellation> m_cancellation;
     std::stop_source m_stop;
-    QThreadPool m_thread;
+    BackgroundQueue m_queue;
 };
 
 } // namespace lexiquill

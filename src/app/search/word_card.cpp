@@ -1,8 +1,9 @@
 #include "app/search/word_card.h"
 
 #include "app/search/definition_rows.h"
-#include "app/services.h"
+#include "app/shell/services.h"
 #include "app/wordbook/day_texts.h"
+#include "storage/current_weekly_plan.h"
 #include "storage/storage_manager.h"
 
 #include <QClipboard>
@@ -28,14 +29,15 @@ const QString &plainText(const WordRecord &record) {
 
 } // namespace
 
-WordCard::WordCard(QObject *parent) : WordCard(Services::current().storage(), parent) {}
+WordCard::WordCard(QObject *parent) : WordCard(Services::current(), parent) {}
 
-WordCard::WordCard(StorageManager &storage, QObject *parent)
+WordCard::WordCard(Services &services, QObject *parent)
     : QObject(parent),
-      m_storage(storage),
-      m_deletions(storage) {
+      m_storage(services.storage),
+      m_plan(services.plan),
+      m_deletions(services.storage) {
     // The plan is made anew after every change, and when a day begins.
-    connect(&m_storage, &StorageManager::weeklyPlanChanged, this, &WordCard::refresh);
+    connect(&m_plan, &CurrentWeeklyPlan::weeklyPlanChanged, this, &WordCard::refresh);
 }
 
 void WordCard::setWordId(const QString &wordId) {

@@ -9,7 +9,9 @@
 
 namespace lexiquill {
 
+class CurrentWeeklyPlan;
 class StorageManager;
+struct Services;
 
 /// What a definition card shows of one record of the wordbook, and what can be done with it there.
 class WordCard : public QObject {
@@ -33,7 +35,7 @@ class WordCard : public QObject {
 
 public:
     explicit WordCard(QObject *parent = nullptr);
-    explicit WordCard(StorageManager &storage, QObject *parent = nullptr);
+    explicit WordCard(Services &services, QObject *parent = nullptr);
 
     const QString &wordId() const { return m_wordId; }
     void setWordId(const QString &wordId);
@@ -74,6 +76,7 @@ private:
     void describe();
 
     StorageManager &m_storage;
+    CurrentWeeklyPlan &m_plan;
     QString m_wordId;
     std::optional<WordRecord> m_record;
     WordDeletions m_deletions;

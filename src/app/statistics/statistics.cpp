@@ -1,6 +1,6 @@
 #include "app/statistics/statistics.h"
 
-#include "app/services.h"
+#include "app/shell/services.h"
 #include "storage/storage_manager.h"
 #include "support/text.h"
 
@@ -10,7 +10,7 @@
 
 namespace lexiquill {
 
-Statistics::Statistics(QObject *parent) : Statistics(Services::current().storage(), parent) {}
+Statistics::Statistics(QObject *parent) : Statistics(Services::current().storage, parent) {}
 
 Statistics::Statistics(StorageManager &storage, QObject *parent)
     : QObject(parent),

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/expiry.h"
+#include "app/components/expiry.h"
 #include "app/statistics/forgetting_curve.h"
 #include "app/statistics/memory_statistics.h"
 

@@ -1,18 +1,22 @@
 #include "app/wordbook/review_history.h"
 
-#include "app/services.h"
+#include "app/shell/services.h"
 #include "app/wordbook/day_texts.h"
+#include "storage/current_weekly_plan.h"
 #include "storage/storage_manager.h"
 
 #include <algorithm>
 
 namespace lexiquill {
 
-ReviewHistory::ReviewHistory(QObject *parent) : ReviewHistory(Services::current().storage(), parent) {}
+ReviewHistory::ReviewHistory(QObject *parent) : ReviewHistory(Services::current(), parent) {}
 
-ReviewHistory::ReviewHistory(StorageManager &storage, QObject *parent) : QObject(parent), m_storage(storage) {
+ReviewHistory::ReviewHistory(Services &services, QObject *parent)
+    : QObject(parent),
+      m_storage(services.storage),
+      m_plan(services.plan) {
     // The plan is made anew after every change, and when a day begins.
-    connect(&m_storage, &StorageManager::weeklyPlanChanged, this, &ReviewHistory::refresh);
+    connect(&m_plan, &CurrentWeeklyPlan::weeklyPlanChanged, this, &ReviewHistory::refresh);
 }
 
 void ReviewHistory::setWordId(const QString &wordId) {

@@ -8,7 +8,9 @@
 
 namespace lexiquill {
 
+class CurrentWeeklyPlan;
 class StorageManager;
+struct Services;
 
 /// The reviews of one record of the wordbook. Follows the wordbook.
 class ReviewHistory : public QObject {
@@ -26,7 +28,7 @@ class ReviewHistory : public QObject {
 
 public:
     explicit ReviewHistory(QObject *parent = nullptr);
-    explicit ReviewHistory(StorageManager &storage, QObject *parent = nullptr);
+    explicit ReviewHistory(Services &services, QObject *parent = nullptr);
 
     const QString &wordId() const { return m_wordId; }
     void setWordId(const QString &wordId);
@@ -47,6 +49,7 @@ private:
     void refresh();
 
     StorageManager &m_storage;
+    CurrentWeeklyPlan &m_plan;
     QString m_wordId;
     QString m_searches;
     QList<ReviewLog> m_reviews;

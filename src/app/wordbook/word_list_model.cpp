@@ -1,6 +1,6 @@
 #include "app/wordbook/word_list_model.h"
 
-#include "app/services.h"
+#include "app/shell/services.h"
 #include "app/wordbook/day_texts.h"
 #include "storage/storage_manager.h"
 
@@ -14,7 +14,7 @@ constexpr qsizetype longestSummary = 200; // characters; a row shows fewer
 
 } // namespace
 
-WordListModel::WordListModel(QObject *parent) : WordListModel(Services::current().storage(), parent) {}
+WordListModel::WordListModel(QObject *parent) : WordListModel(Services::current().storage, parent) {}
 
 WordListModel::WordListModel(StorageManager &storage, QObject *parent)
     : RowListModel(parent),

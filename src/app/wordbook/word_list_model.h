@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/row_list_model.h"
+#include "app/components/row_list_model.h"
 #include "app/wordbook/word_deletions.h"
 #include "app/wordbook/word_list.h"
 

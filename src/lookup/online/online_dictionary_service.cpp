@@ -1,8 +1,8 @@
 #include "lookup/online/online_dictionary_service.h"
 
-#include "lookup/worker_response.h"
-#include "lookup/youdao_parser.h"
-#include "support/url_query.h"
+#include "lookup/online/worker_response.h"
+#include "lookup/online/youdao_parser.h"
+#include "support/web_address.h"
 
 namespace lexiquill {
 
@@ -12,13 +12,13 @@ OnlineDictionaryService::OnlineDictionaryService(HttpClient &client, ServerAddre
       m_limits(limits) {}
 
 QCoro::Task<std::optional<DictionaryEntry>> OnlineDictionaryService::lookup(QString word,
-                                                                            CancellationToken cancellation) {
+                                                                            std::stop_token stop) {
     const QString trimmed = word.trimmed();
     if (trimmed.isEmpty())
         co_return std::nullopt;
-    auto entry = co_await lookupYoudaoDirect(trimmed, cancellation);
-    if (!entry && !cancellation.isCancelled())
-        entry = co_await lookupWorkerProxy(trimmed, cancellation);
+    auto entry = co_await lookupYoudaoDirect(trimmed, stop);
+    if (!entry && !stop.stop_requested())
+        entry = co_await lookupWorkerProxy(trimmed, stop);
     // A record without a word could not be found again.
     if (entry && entry->headword.trimmed().isEmpty())
         entry->headword = trimmed;
@@ -26,8 +26,8 @@ QCoro::Task<std::optional<DictionaryEntry>> OnlineDictionaryService::lookup(QStr
 }
 
 QCoro::Task<std::optional<DictionaryEntry>>
-OnlineDictionaryService::lookupYoudaoDirect(QString word, CancellationToken cancellation) {
-    auto toSend = request(m_addresses.youdao + QStringLiteral("/jsonapi?q="), word, cancellation);
+OnlineDictionaryService::lookupYoudaoDirect(QString word, std::stop_token stop) {
+    auto toSend = request(m_addresses.youdao + QStringLiteral("/jsonapi?q="), word, stop);
     if (!toSend)
         co_return std::nullopt;
     toSend->headers = {{"User-Agent", "Mozilla/5.0 (Macintosh; Intel Mac OS X 10_15_7) AppleWebKit/537.36 "
@@ -39,9 +39,9 @@ OnlineDictionaryService::lookupYoudaoDirect(QString word, CancellationToken canc
     co_return reply.isOk() ? parseYoudaoJSON(reply.body, word) : std::nullopt;
 }
 
-QCoro::Task<std::optional<DictionaryEntry>>
-OnlineDictionaryService::lookupWorkerProxy(QString word, CancellationToken cancellation) {
-    auto toSend = request(m_addresses.server + QStringLiteral("/api/dict?w="), word, cancellation);
+QCoro::Task<std::optional<DictionaryEntry>> OnlineDictionaryService::lookupWorkerProxy(QString word,
+                                                                                       std::stop_token stop) {
+    auto toSend = request(m_addresses.server + QStringLiteral("/api/dict?w="), word, stop);
     if (!toSend)
         co_return std::nullopt;
     toSend->headers = {{"User-Agent", "Lexiquill-macOS"}};
@@ -53,7 +53,7 @@ OnlineDictionaryService::lookupWorkerProxy(QString word, CancellationToken cance
 }
 
 std::optional<HttpRequest> OnlineDictionaryService::request(const QString &target, const QString &word,
-                                                            const CancellationToken &cancellation) const {
+                                                            const std::stop_token &stop) const {
     const auto encoded = queryEncoded(word);
     if (!encoded)
         return std::nullopt;
@@ -63,7 +63,7 @@ std::optional<HttpRequest> OnlineDictionaryService::request(const QString &targe
         return std::nullopt;
     result.idleLimit = m_limits.idle;
     result.totalLimit = m_limits.total;
-    result.cancellation = cancellation;
+    result.stop = stop;
     return result;
 }
 

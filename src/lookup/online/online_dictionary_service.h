@@ -2,7 +2,7 @@
 
 #include "lookup/online_source.h"
 #include "network/http_client.h"
-#include "support/server_addresses.h"
+#include "settings/server_addresses.h"
 
 #include <chrono>
 
@@ -20,17 +20,13 @@ public:
     /// `client` must outlive the instance.
     OnlineDictionaryService(HttpClient &client, ServerAddresses addresses, Limits limits);
 
-    static OnlineDictionaryService &shared();
-
-    QCoro::Task<std::optional<DictionaryEntry>> lookup(QString word, CancellationToken cancellation) override;
+    QCoro::Task<std::optional<DictionaryEntry>> lookup(QString word, std::stop_token stop) override;
 
 private:
-    QCoro::Task<std::optional<DictionaryEntry>> lookupYoudaoDirect(QString word,
-                                                                   CancellationToken cancellation);
-    QCoro::Task<std::optional<DictionaryEntry>> lookupWorkerProxy(QString word,
-                                                                  CancellationToken cancellation);
+    QCoro::Task<std::optional<DictionaryEntry>> lookupYoudaoDirect(QString word, std::stop_token stop);
+    QCoro::Task<std::optional<DictionaryEntry>> lookupWorkerProxy(QString word, std::stop_token stop);
     std::optional<HttpRequest> request(const QString &target, const QString &word,
-                                       const CancellationToken &cancellation) const;
+                                       const std::stop_token &stop) const;
 
     HttpClient &m_client;
     ServerAddresses m_addresses;

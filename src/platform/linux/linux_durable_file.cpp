@@ -3,6 +3,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QUuid>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -15,25 +16,43 @@ namespace lexiquill {
 
 namespace {
 
-constexpr mode_t newFileMode = 0600;
+using Problem = DurableFile::Problem;
+
+constexpr mode_t privateMode = 0600;
+constexpr mode_t ordinaryMode = 0666;
 constexpr mode_t ownerBits = 0700;
 constexpr mode_t allBits = 07777;
 
-bool syncDirectoryOf(const QByteArray &path) {
-    const QByteArray directory = path.first(path.lastIndexOf('/') + 1);
-    const FileDescriptor descriptor(::open(directory.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    return descriptor.isOpen() && ::fsync(descriptor.get()) == 0;
+Problem problemOf(int error) {
+    switch (error) {
+    case 0:
+        return Problem::None;
+    case EACCES:
+    case EPERM:
+    case EROFS:
+        return Problem::NoPermission;
+    case ENOSPC:
+    case EDQUOT:
+    case EFBIG:
+        return Problem::NoSpace;
+    case ENOENT:
+    case ENOTDIR:
+        return Problem::NoDirectory;
+    default:
+        return Problem::Other;
+    }
 }
 
 class LinuxDurableFile final : public DurableFile {
 public:
-    LinuxDurableFile(const QString &destination, Access access)
+    LinuxDurableFile(const QString &destination, const Options &options)
         : m_destination(QFile::encodeName(destination)),
-          m_temporary(m_destination + ".tmp"),
-          m_descriptor(openTemporary(access == Access::OwnerOnly ? ownerBits : allBits)) {}
+          m_newFileMode(options.access == Access::Ordinary ? ordinaryMode : privateMode),
+          m_isSynced(options.durability == Durability::Synced),
+          m_descriptor(open(options.access == Access::OwnerOnly ? ownerBits : allBits)) {}
 
     ~LinuxDurableFile() override {
-        if (m_exists)
+        if (!m_temporary.isEmpty())
             ::unlink(m_temporary.constData());
     }
 
@@ -41,66 +60,131 @@ public:
     LinuxDurableFile &operator=(const LinuxDurableFile &) = delete;
 
     bool isOpen() const { return m_descriptor.isOpen(); }
+    Problem problem() const override { return m_problem; }
 
     bool write(QByteArrayView bytes) override {
-        while (m_isWhole && !bytes.isEmpty()) {
+        while (m_problem == Problem::None && !bytes.isEmpty()) {
             const ssize_t written =
                 ::write(m_descriptor.get(), bytes.data(), static_cast<std::size_t>(bytes.size()));
             if (written < 0 && errno == EINTR)
                 continue;
-            m_isWhole = written > 0;
-            if (!m_isWhole)
+            if (written <= 0) {
+                m_problem = written < 0 ? problemOf(errno) : Problem::Other;
                 break;
+            }
             bytes = bytes.sliced(written);
             // The disk works while the next bytes are made. A failure shows again in commit().
-            ::sync_file_range(m_descriptor.get(), m_position, written, SYNC_FILE_RANGE_WRITE);
+            if (m_isSynced)
+                ::sync_file_range(m_descriptor.get(), m_position, written, SYNC_FILE_RANGE_WRITE);
             m_position += written;
         }
-        return m_isWhole;
+        return m_problem == Problem::None;
     }
 
     bool commit() override {
-        if (!m_isWhole || ::fsync(m_descriptor.get()) != 0 || !m_descriptor.close())
-            return false;
-        if (std::rename(m_temporary.constData(), m_destination.constData()) != 0)
-            return false;
-        m_exists = false;
-        // The content is safe under either name; a directory that cannot be synced makes it no worse.
-        syncDirectoryOf(m_destination);
-        return true;
+        if (m_problem == Problem::None && !moveIntoPlace())
+            m_problem = problemOf(errno);
+        return m_problem == Problem::None;
     }
 
 private:
-    int openTemporary(mode_t keptBits) {
+    int open(mode_t keptBits) {
         struct stat existing {};
         const bool isReplacement = ::lstat(m_destination.constData(), &existing) == 0;
-        if (isReplacement && !S_ISREG(existing.st_mode))
+        if (isReplacement && !S_ISREG(existing.st_mode)) {
+            m_problem = Problem::Other;
             return -1;
-        // What a killed writer left behind; never written through, whatever it is.
-        ::unlink(m_temporary.constData());
-        const int descriptor =
-            ::open(m_temporary.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, newFileMode);
-        m_exists = descriptor >= 0;
-        if (m_exists && isReplacement)
-            m_isWhole = ::fchmod(descriptor, existing.st_mode & keptBits) == 0;
+        }
+        const int descriptor = openUnnamed();
+        if (descriptor < 0) {
+            m_problem = problemOf(errno);
+        } else if (isReplacement && ::fchmod(descriptor, existing.st_mode & keptBits) != 0) {
+            m_problem = problemOf(errno);
+        }
         return descriptor;
     }
 
+    /// A file without a name leaves nothing behind, however the process ends. Not every file system has them.
+    int openUnnamed() {
+        const int descriptor =
+            ::open(directory().constData(), O_WRONLY | O_TMPFILE | O_CLOEXEC, m_newFileMode);
+        if (descriptor >= 0 || errno == EACCES || errno == ENOENT || errno == ENOTDIR || errno == EROFS)
+            return descriptor;
+        m_temporary = temporaryName();
+        const int named =
+            ::open(m_temporary.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, m_newFileMode);
+        if (named < 0)
+            m_temporary.clear();
+        return named;
+    }
+
+    bool moveIntoPlace() {
+        if (m_isSynced && ::fsync(m_descriptor.get()) != 0)
+            return false;
+        if (m_temporary.isEmpty() && !giveName())
+            return false;
+        if (!m_descriptor.close() || std::rename(m_temporary.constData(), m_destination.constData()) != 0)
+            return false;
+        m_temporary.clear();
+        // The content is safe under either name; a directory that cannot be synced makes it no worse.
+        if (m_isSynced) {
+            const FileDescriptor descriptor(
+                ::open(directory().constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+            if (descriptor.isOpen())
+                ::fsync(descriptor.get());
+        }
+        return true;
+    }
+
+    /// Only a file with a name can take another one's place.
+    bool giveName() {
+        const QByteArray name = temporaryName();
+        const QByteArray open = "/proc/self/fd/" + QByteArray::number(m_descriptor.get());
+        if (::linkat(AT_FDCWD, open.constData(), AT_FDCWD, name.constData(), AT_SYMLINK_FOLLOW) != 0)
+            return false;
+        m_temporary = name;
+        return true;
+    }
+
+    QByteArray directory() const {
+        const qsizetype slash = m_destination.lastIndexOf('/');
+        return slash < 0 ? QByteArray(".") : m_destination.first(slash + 1);
+    }
+
+    QByteArray temporaryName() const {
+        return m_destination + '.' + QUuid::createUuid().toByteArray(QUuid::Id128).first(12) + ".tmp";
+    }
+
     QByteArray m_destination;
-    QByteArray m_temporary;
+    QByteArray m_temporary; ///< its name, while it has one
+    mode_t m_newFileMode;
     off64_t m_position = 0;
-    bool m_exists = false;
-    bool m_isWhole = true;
+    bool m_isSynced;
+    Problem m_problem = Problem::None;
     FileDescriptor m_descriptor;
 };
 
 } // namespace
 
-std::unique_ptr<DurableFile> DurableFile::create(const QString &destination, Access access) {
-    auto file = std::make_unique<LinuxDurableFile>(QFileInfo(destination).absoluteFilePath(), access);
+std::unique_ptr<DurableFile> DurableFile::create(const QString &destination, const Options &options) {
+    auto file = std::make_unique<LinuxDurableFile>(destination, options);
+    if (options.problem != nullptr)
+        *options.problem = file->problem();
     if (!file->isOpen())
         return nullptr;
     return file;
+}
+
+DurableFile::Problem replaceFile(const QString &destination, QByteArrayView content,
+                                 DurableFile::Options options) {
+    Problem problem = Problem::None;
+    options.problem = &problem;
+    const auto file = DurableFile::create(destination, options);
+    if (!file)
+        return problem;
+    if (file->write(content))
+        file->commit();
+    return file->problem();
 }
 
 QString resolvedFile(const QString &path) {

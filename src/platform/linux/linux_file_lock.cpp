@@ -5,6 +5,7 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -13,6 +14,8 @@
 namespace lexiquill {
 
 namespace {
+
+constexpr qsizetype noteSize = 128;
 
 class LinuxFileLock final : public FileLock {
 public:
@@ -35,6 +38,14 @@ public:
         return true;
     }
 
+    void leaveNote(const QByteArray &note) override {
+        // In one write over what is there: cutting the file off first would have the disk wait. Nobody is
+        // told of a failure, for a note that is cut off says nothing.
+        const QByteArray padded = note.leftJustified(noteSize, ' ', true);
+        [[maybe_unused]] const ssize_t written =
+            ::pwrite(m_descriptor.get(), padded.constData(), static_cast<std::size_t>(padded.size()), 0);
+    }
+
 private:
     FileDescriptor m_descriptor;
 };
@@ -50,6 +61,16 @@ std::unique_ptr<FileLock> FileLock::acquire(const QString &path, std::chrono::mi
     if (!lock->lockWithin(patience))
         return nullptr;
     return lock;
+}
+
+QByteArray FileLock::noteAt(const QString &path) {
+    const FileDescriptor file(::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    QByteArray note(noteSize, '\0');
+    const ssize_t size = file.isOpen() ? ::pread(file.get(), note.data(), noteSize, 0) : 0;
+    note.truncate(std::max<ssize_t>(size, 0));
+    while (note.endsWith(' '))
+        note.chop(1);
+    return note;
 }
 
 } // namespace lexiquill

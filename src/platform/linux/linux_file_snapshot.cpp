@@ -43,6 +43,14 @@ public:
         return readUpTo(offset, bytes, size) == size;
     }
 
+    QByteArray fingerprint() const override {
+        QByteArrayList numbers;
+        for (const auto number : {qint64(m_state.st_ino), qint64(m_state.st_size),
+                                  qint64(m_state.st_mtim.tv_sec), qint64(m_state.st_mtim.tv_nsec)})
+            numbers += QByteArray::number(number);
+        return numbers.join(' ');
+    }
+
     bool isUnmodified() const override {
         struct stat current {};
         return ::fstat(m_descriptor.get(), &current) == 0 && isThisFile(current);

@@ -1,5 +1,6 @@
 #include "http_server.h"
 #include "lookup/online/online_dictionary_service.h"
+#include "support/cancellation.h"
 #include "support/test.h"
 
 using namespace lexiquill;
@@ -20,11 +21,11 @@ struct Surroundings {
           }) {}
 
     /// What a service of a new process finds: the raw text of the entry.
-    QString find(const QString &word, const CancellationToken &cancellation = {}) const {
+    QString find(const QString &word, const std::stop_token &stop = {}) const {
         HttpClient client(AnswerStore(directory.filePath(u"http"_s)));
         OnlineDictionaryService service(client, {.youdao = server.base(), .server = server.base()},
                                         {.idle = 1500ms, .total = 4s});
-        const auto entry = QCoro::waitFor(service.lookup(word, cancellation));
+        const auto entry = QCoro::waitFor(service.lookup(word, stop));
         return entry ? entry->rawText : u"nothing"_s;
     }
 

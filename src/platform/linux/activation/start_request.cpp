@@ -75,12 +75,3 @@ bool forwardStart(const StartRequest &request, const ActivationTokens &tokens) {
 }
 
 } // namespace lexiquill
-
-/// What the executable asks this library for, before it loads any of the desktop's.
-extern "C" Q_DECL_EXPORT bool lexiquill_forwardStart(const QStringList *arguments) {
-    using namespace lexiquill;
-    // The tokens stay in the environment for the window that this process opens if it is the first.
-    const ActivationTokens tokens{.activationToken = qEnvironmentVariable("XDG_ACTIVATION_TOKEN"),
-                                  .startupId = qEnvironmentVariable("DESKTOP_STARTUP_ID")};
-    return forwardStart(StartRequest::fromArguments(*arguments), tokens);
-}

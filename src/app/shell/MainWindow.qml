@@ -1,0 +1,162 @@
+import QtQuick
+import QtQuick.Window
+import Lexiquill
+
+/// The one window: the sidebar beside the selected screen, and the sheets above them.
+Window {
+    id: window
+
+    readonly property bool isNarrow: width < 720
+    /// The user waits for the outcome of an update check.
+    property bool awaitsUpdateCheck: false
+
+    function checkForUpdates(): void {
+        window.awaitsUpdateCheck = !UpdateManager.isChecking;
+        UpdateManager.checkForUpdates(true);
+    }
+
+    /// A newer release has a sheet of its own.
+    function tellOfUpdateCheck(): void {
+        window.awaitsUpdateCheck = false;
+        const message = UpdateManager.errorMessage || UpdateManager.statusMessage;
+        if (message && !UpdateManager.showUpdateSheet)
+            toast.show(message, "", null);
+    }
+
+    title: "Lexiquill"
+    width: 880
+    height: 600
+    minimumWidth: 600
+    minimumHeight: 400
+    color: Theme.ground
+    onVisibleChanged: if (visible)
+        ContentView.appear()
+    // A sheet or a menu that closes leaves the keyboard to nothing: what had it before gets it back.
+    onActiveFocusItemChanged: if (active && (activeFocusItem === null || activeFocusItem === contentItem))
+        content.forceActiveFocus()
+
+    FocusScope {
+        id: content
+
+        anchors.fill: parent
+        focus: true
+
+        Sidebar {
+            id: sidebar
+
+            anchors.left: parent.left
+            anchors.top: parent.top
+            anchors.bottom: parent.bottom
+            isCollapsed: window.isNarrow
+            onUpdateCheckRequested: window.checkForUpdates()
+            onCloseRequested: window.close()
+        }
+        Item {
+            id: detail
+
+            anchors.left: sidebar.right
+            anchors.right: parent.right
+            anchors.top: parent.top
+            anchors.bottom: parent.bottom
+
+            ScreenLoader {
+                tab: ContentView.TabItem.Dictionary
+                screen: "search/SearchScreen.qml"
+            }
+            ScreenLoader {
+                tab: ContentView.TabItem.WeeklyReview
+                screen: "review/WeeklyReviewScreen.qml"
+            }
+            ScreenLoader {
+                tab: ContentView.TabItem.History
+                screen: "wordbook/WordbookScreen.qml"
+            }
+            ScreenLoader {
+                tab: ContentView.TabItem.Statistics
+                screen: "statistics/StatisticsScreen.qml"
+            }
+        }
+        Toast {
+            id: toast
+
+            objectName: "windowToast"
+        }
+    }
+
+    Connections {
+        target: UpdateManager
+
+        // The message follows.
+        function onIsCheckingChanged(): void {
+            if (window.awaitsUpdateCheck && !UpdateManager.isChecking)
+                outcome.start();
+        }
+    }
+    Timer {
+        id: outcome
+
+        interval: 0
+        onTriggered: window.tellOfUpdateCheck()
+    }
+
+    SheetLoader {
+        sheet: "preferences/PreferencesSheet.qml"
+        shown: HotKeyManager.showSettingsSheet
+        onDismissed: HotKeyManager.showSettingsSheet = false
+    }
+    SheetLoader {
+        sheet: "account/AccountSheet.qml"
+        shown: SyncManager.showAccountSheet
+        onDismissed: SyncManager.showAccountSheet = false
+    }
+    SheetLoader {
+        sheet: "update/UpdateSheet.qml"
+        shown: UpdateManager.showUpdateSheet
+        onDismissed: UpdateManager.showUpdateSheet = false
+    }
+    SheetLoader {
+        sheet: "shell/SpotlightAlert.qml"
+        shown: ContentView.showSpotlightAlert
+        onDismissed: ContentView.showSpotlightAlert = false
+    }
+
+    Shortcut {
+        sequence: "Ctrl+U"
+        onActivated: window.checkForUpdates()
+    }
+    Shortcut {
+        sequence: "Ctrl+,"
+        onActivated: HotKeyManager.showSettingsSheet = true
+    }
+    Shortcut {
+        sequence: "Ctrl+W"
+        // Also while a sheet is open.
+        context: Qt.ApplicationShortcut
+        onActivated: window.close()
+    }
+    Shortcut {
+        sequence: "Ctrl+Q"
+        context: Qt.ApplicationShortcut
+        onActivated: AppDelegate.terminate()
+    }
+    Shortcut {
+        sequence: "F10"
+        onActivated: sidebar.openMenu()
+    }
+    Shortcut {
+        sequence: "Ctrl+1"
+        onActivated: ContentView.selectedTab = ContentView.TabItem.Dictionary
+    }
+    Shortcut {
+        sequence: "Ctrl+2"
+        onActivated: ContentView.selectedTab = ContentView.TabItem.WeeklyReview
+    }
+    Shortcut {
+        sequence: "Ctrl+3"
+        onActivated: ContentView.selectedTab = ContentView.TabItem.History
+    }
+    Shortcut {
+        sequence: "Ctrl+4"
+        onActivated: ContentView.selectedTab = ContentView.TabItem.Statistics
+    }
+}

@@ -1,0 +1,31 @@
+#include "app/shell/app_context.h"
+
+#include <QGuiApplication>
+
+namespace lexiquill {
+
+namespace {
+
+AppContext *currentContext = nullptr;
+
+} // namespace
+
+AppContext::AppContext(Services &services)
+    : m_content(services),
+      m_appearance(*qGuiApp),
+      m_delegate(services, m_content, m_appearance) {
+    Services::setCurrent(&services);
+    currentContext = this;
+}
+
+AppContext::~AppContext() {
+    currentContext = nullptr;
+    Services::setCurrent(nullptr);
+}
+
+AppContext &AppContext::current() {
+    Q_ASSERT(currentContext != nullptr);
+    return *currentContext;
+}
+
+} // namespace lexiquill

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "app/shell/app_delegate.h"
+#include "app/shell/content_view.h"
+#include "app/shell/desktop_appearance.h"
+#include "app/shell/services.h"
+
+namespace lexiquill {
+
+/// What the window consists of besides its screens. There is one at a time, which QML's singletons are.
+class AppContext {
+public:
+    /// Makes `services` the current ones; they must outlive the instance.
+    explicit AppContext(Services &services);
+    ~AppContext();
+    Q_DISABLE_COPY_MOVE(AppContext)
+
+    static AppContext &current();
+
+    ContentView &content() { return m_content; }
+    DesktopAppearance &appearance() { return m_appearance; }
+    AppDelegate &delegate() { return m_delegate; }
+
+private:
+    ContentView m_content;
+    DesktopAppearance m_appearance;
+    AppDelegate m_delegate;
+};
+
+} // namespace lexiquill

@@ -1,0 +1,156 @@
+#include "app/shell/app_delegate.h"
+
+#include "app/shell/app_context.h"
+#include "app/shell/content_view.h"
+#include "app/shell/desktop_appearance.h"
+#include "app/shell/lent.h"
+#include "app/shell/services.h"
+#include "desktop_search/spotlight_manager.h"
+#include "dictionaries/system_dictionary_service.h"
+#include "hotkey/hot_key_manager.h"
+#include "storage/storage_manager.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QQuickItem>
+#include <QTimer>
+
+#include <cstdlib>
+
+namespace lexiquill {
+
+AppDelegate::AppDelegate(Services &services, ContentView &content, DesktopAppearance &appearance)
+    : m_services(services),
+      m_content(content),
+      m_appearance(appearance),
+      m_windows(*this, content),
+      m_windowDelegate(*this) {}
+
+AppDelegate *AppDelegate::create(QQmlEngine *, QJSEngine *) {
+    return lent(AppContext::current().delegate());
+}
+
+void AppDelegate::applicationDidFinishLaunching() {
+    m_services.hotKeys.setWindows(&m_windows);
+    m_services.hotKeys.setup();
+    m_services.offlineDictionaries.ensureDictionariesConfigured();
+    connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &AppDelegate::handleWindowDidBecomeKey);
+    connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
+        if (state == Qt::ApplicationActive)
+            applicationDidBecomeActive();
+    });
+    m_watcher = std::make_unique<WordbookWatcher>(m_services.storage, m_services.storage.storageFile());
+    m_colorScheme =
+        watchColorScheme([this](std::optional<bool> isDark) { m_appearance.setPreference(isDark); });
+    QTimer::singleShot(0, this, &AppDelegate::enforceSingleWindowPolicy);
+}
+
+void AppDelegate::applicationDidBecomeActive() {
+    enforceSingleWindowPolicy();
+    // Who was typing a note before goes on there.
+    const QQuickWindow *const window = mainWindow();
+    if (window == nullptr || !m_windows.isEditableTextField(window->activeFocusItem()))
+        m_services.hotKeys.focusSearchField();
+}
+
+void AppDelegate::applicationShouldHandleReopen(const ActivationTokens &tokens) {
+    reopen(tokens);
+}
+
+void AppDelegate::handleWindowDidBecomeKey(QWindow *window) {
+    auto *const quick = qobject_cast<QQuickWindow *>(window);
+    if (quick == nullptr || !canBecomeMainWindow(*quick))
+        return;
+    if (!m_mainWindow)
+        m_mainWindow = quick;
+    if (quick != m_mainWindow) {
+        quick->hide();
+        quick->close();
+        return;
+    }
+    // Installed anew it is the first to see an event, and never twice there.
+    quick->installEventFilter(&m_windowDelegate);
+}
+
+void AppDelegate::enforceSingleWindowPolicy() {
+    keepOneMainWindow(m_windows);
+    if (m_mainWindow)
+        m_mainWindow->installEventFilter(&m_windowDelegate);
+}
+
+void AppDelegate::showMainWindow() {
+    if (m_mainWindow->isVisible())
+        return;
+    if (m_hiddenPosition)
+        m_mainWindow->setFramePosition(*m_hiddenPosition);
+    m_mainWindow->show();
+}
+
+void AppDelegate::windowWillHide(const QQuickWindow &window) {
+    if (&window == m_mainWindow && window.windowStates() == Qt::WindowNoState)
+        m_hiddenPosition = window.framePosition();
+}
+
+ApplicationRequests AppDelegate::requests() {
+    return {
+        .activate = [this](const ActivationTokens &tokens) { applicationShouldHandleReopen(tokens); },
+        .open = [this](const QStringList &urls, const ActivationTokens &tokens) { open(urls, tokens); },
+        .activateAction = [this](const QString &name, const QString &parameter,
+                                 const ActivationTokens &tokens) { activateAction(name, parameter, tokens); },
+        .lookup = [this](const QString &text) { return m_provider.lookup(text); },
+    };
+}
+
+void AppDelegate::open(const QStringList &urls, const ActivationTokens &tokens) {
+    reopen(tokens);
+    for (const QString &url : urls) {
+        if (url.startsWith(QLatin1StringView("lexiquill:"), Qt::CaseInsensitive))
+            m_content.openUrl(url);
+    }
+}
+
+void AppDelegate::activateAction(const QString &name, const QString &parameter,
+                                 const ActivationTokens &tokens) {
+    if (name == QLatin1StringView("quit"))
+        return terminate();
+    m_windows.setTokens(tokens);
+    if (name == QLatin1StringView("lookup-selection"))
+        return lookupSelection();
+    reopen(tokens);
+    if (name == QLatin1StringView("open-search-result"))
+        m_content.continueSearchActivity(parameter);
+    else if (name == QLatin1StringView("search"))
+        m_content.handleExternalWordLookup(parameter);
+}
+
+void AppDelegate::lookupSelection() {
+    const QClipboard *const clipboard = QGuiApplication::clipboard();
+    QString text = clipboard->supportsSelection() ? clipboard->text(QClipboard::Selection) : QString();
+    if (text.trimmed().isEmpty())
+        text = clipboard->text(QClipboard::Clipboard);
+    // Without any text the window still comes forward, for the user has asked for it.
+    if (m_provider.lookup(text))
+        reopen({});
+}
+
+void AppDelegate::performLookup(const QString &text) {
+    reopen({});
+    m_content.postPerformExternalLookup(text);
+}
+
+void AppDelegate::reopen(const ActivationTokens &tokens) {
+    if (!tokens.activationToken.isEmpty() || !tokens.startupId.isEmpty())
+        m_windows.setTokens(tokens);
+    m_services.hotKeys.reopenMainWindow();
+}
+
+void AppDelegate::terminate() {
+    StorageManager &storage = m_services.storage;
+    if (storage.hasUnsavedChanges())
+        storage.saveData();
+    m_services.spotlight.finish();
+    // Not quit(), which asks the windows first, and ours never closes.
+    QCoreApplication::exit(EXIT_SUCCESS);
+}
+
+} // namespace lexiquill

@@ -1,0 +1,84 @@
+#pragma once
+
+#include "app/shell/application_windows.h"
+#include "app/shell/dictionary_service_provider.h"
+#include "app/shell/main_window_delegate.h"
+#include "platform/application_endpoint.h"
+#include "platform/color_scheme.h"
+#include "storage/wordbook_watcher.h"
+
+#include <QObject>
+#include <QPoint>
+#include <QPointer>
+#include <QQmlEngine>
+#include <QQuickWindow>
+
+#include <memory>
+#include <optional>
+
+namespace lexiquill {
+
+class ContentView;
+class DesktopAppearance;
+struct Services;
+
+/// The application's side of the window: starts the services, keeps to one main window, takes what other
+/// programs and the desktop ask for, and ends the process.
+class AppDelegate : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+
+public:
+    /// All must outlive the instance.
+    AppDelegate(Services &services, ContentView &content, DesktopAppearance &appearance);
+
+    static AppDelegate *create(QQmlEngine *engine, QJSEngine *scripts);
+
+    /// The one window accepted as main; null before there is one. It lives as long as the process.
+    QQuickWindow *mainWindow() const { return m_mainWindow; }
+    void setMainWindow(QQuickWindow *window) { m_mainWindow = window; }
+
+    /// To be called once, when the window has been made.
+    void applicationDidFinishLaunching();
+    void applicationDidBecomeActive();
+    /// The application was started once more, or its icon clicked.
+    void applicationShouldHandleReopen(const ActivationTokens &tokens = {});
+    void handleWindowDidBecomeKey(QWindow *window);
+    /// Closes every window that could be a second main one.
+    void enforceSingleWindowPolicy();
+
+    /// Shows the main window where it was when it was hidden.
+    void showMainWindow();
+    /// Remembers where the main window is, for it is about to be hidden.
+    void windowWillHide(const QQuickWindow &window);
+
+    /// What this process answers when others ask.
+    ApplicationRequests requests();
+    /// Looks up what is selected anywhere on the desktop, or else what was copied last.
+    void lookupSelection();
+
+    /// Ends the process in good order.
+    Q_INVOKABLE void terminate();
+
+private:
+    void open(const QStringList &urls, const ActivationTokens &tokens);
+    void activateAction(const QString &name, const QString &parameter, const ActivationTokens &tokens);
+    void performLookup(const QString &text);
+    void reopen(const ActivationTokens &tokens);
+
+    Services &m_services;
+    ContentView &m_content;
+    DesktopAppearance &m_appearance;
+    QPointer<QQuickWindow> m_mainWindow;
+    ApplicationWindows m_windows;
+    MainWindowDelegate m_windowDelegate;
+    DictionaryServiceProvider m_provider{[this](const QString &text) {
+        performLookup(text);
+    }};
+    std::unique_ptr<WordbookWatcher> m_watcher;
+    std::unique_ptr<ColorScheme> m_colorScheme;
+    std::optional<QPoint> m_hiddenPosition; ///< of the main window's frame, while it is hidden
+};
+
+} // namespace lexiquill

@@ -1,0 +1,234 @@
+#include "app/shell/content_view.h"
+
+#include "app/shell/app_context.h"
+#include "app/shell/lent.h"
+#include "app/shell/services.h"
+#include "desktop_search/spotlight_manager.h"
+#include "dictionaries/system_dictionary_service.h"
+#include "hotkey/hot_key_manager.h"
+#include "settings/server_addresses.h"
+#include "storage/current_weekly_plan.h"
+#include "storage/storage_manager.h"
+#include "storage/wordbook_change.h"
+#include "support/background_task.h"
+#include "sync/sync_manager.h"
+#include "update/update_manager.h"
+
+#include <QRegularExpression>
+#include <QSet>
+#include <QUrl>
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+namespace lexiquill {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+/// Records, as for words just looked up, of the common words that are not among `words`.
+QList<WordRecord> commonWords(const QList<WordRecord> &words, SystemDictionaryService &dictionary,
+                              Instant now) {
+    QSet<QString> known;
+    for (const WordRecord &record : words)
+        known += record.word.toLower();
+    QList<WordRecord> records;
+    for (const QString &word : SpotlightManager::commonHighFrequencyWords()) {
+        if (known.contains(word.toLower()))
+            continue;
+        if (const auto entry = dictionary.lookup(word))
+            records += newRecord({.entry = *entry, .date = now});
+    }
+    return records;
+}
+
+/// The host, or without one the last part of the path: "lexiquill://apple", "lexiquill:apple",
+/// "lexiquill:///word/apple". QUrl refuses hosts such as "ice%20cream" and changes others, for a word is no
+/// host name.
+QString wordOfAddress(const QString &address) {
+    static const QRegularExpression form(QStringLiteral("^[^:]*:(?://(?:[^/?#@]*@)?([^/?#:]*))?([^?#]*)"));
+    const QRegularExpressionMatch match = form.match(address);
+    const QString host = match.captured(1);
+    const QString word =
+        host.isEmpty() ? match.captured(2).section(u'/', -1, -1, QString::SectionSkipEmpty) : host;
+    return QUrl::fromPercentEncoding(word.toUtf8()).remove(QChar::Null);
+}
+
+} // namespace
+
+ContentView::ContentView(Services &services, QObject *parent) : QObject(parent), m_services(services) {
+    connect(&m_services.storage, &StorageManager::wordsChanged, this, &ContentView::countDueWords);
+    // Words become due as time goes by.
+    m_dueTimer.setInterval(30s);
+    connect(&m_dueTimer, &QTimer::timeout, this, &ContentView::followClock);
+    m_dueTimer.start();
+    m_day = today();
+    // The batch ends on a thread of the index's.
+    connect(this, &ContentView::spotlightBatchEnded, this, &ContentView::finishSpotlight,
+            Qt::QueuedConnection);
+    countDueWords();
+}
+
+ContentView *ContentView::create(QQmlEngine *, QJSEngine *) {
+    return lent(AppContext::current().content());
+}
+
+void ContentView::setSelectedTab(TabItem tab) {
+    if (tab == m_selectedTab)
+        return;
+    m_selectedTab = tab;
+    Q_EMIT selectedTabChanged();
+}
+
+void ContentView::setShowSpotlightAlert(bool isShown) {
+    if (isShown == m_showSpotlightAlert)
+        return;
+    m_showSpotlightAlert = isShown;
+    Q_EMIT showSpotlightAlertChanged();
+}
+
+bool ContentView::hasSheet() const {
+    return m_services.hotKeys.showSettingsSheet() || m_services.sync.showAccountSheet() ||
+           m_services.updater.showUpdateSheet() || m_showSpotlightAlert;
+}
+
+QString ContentView::serverBase() const {
+    return ServerAddresses::from(m_services.defaults).server;
+}
+
+QString ContentView::title(TabItem tab) {
+    switch (tab) {
+    case TabItem::Dictionary:
+        return QStringLiteral("查词词典");
+    case TabItem::WeeklyReview:
+        return QStringLiteral("每周复习");
+    case TabItem::History:
+        return QStringLiteral("生词本与历史");
+    case TabItem::Statistics:
+        return QStringLiteral("记忆曲线");
+    }
+    return {};
+}
+
+QString ContentView::iconName(TabItem tab) {
+    switch (tab) {
+    case TabItem::Dictionary:
+        return QStringLiteral("character.book.closed");
+    case TabItem::WeeklyReview:
+        return QStringLiteral("calendar.badge.clock");
+    case TabItem::History:
+        return QStringLiteral("list.bullet.rectangle");
+    case TabItem::Statistics:
+        return QStringLiteral("chart.line.uptrend.xyaxis");
+    }
+    return {};
+}
+
+QString ContentView::sourceTitle(DictionarySourceMode mode) {
+    return shortTitle(mode);
+}
+
+QString ContentView::sourceIconName(DictionarySourceMode mode) {
+    return lexiquill::iconName(mode);
+}
+
+void ContentView::handleExternalWordLookup(const QString &word) {
+    const QString trimmed = word.trimmed();
+    if (trimmed.isEmpty())
+        return;
+    showSearchScreen();
+    setExternalSelectedWord(trimmed);
+    Q_EMIT performExternalLookup(trimmed);
+}
+
+void ContentView::openUrl(const QString &address) {
+    handleExternalWordLookup(wordOfAddress(address));
+}
+
+void ContentView::continueSearchActivity(const QString &itemIdentifier) {
+    QString word = itemIdentifier;
+    handleExternalWordLookup(word.remove(QStringLiteral("word:")));
+}
+
+void ContentView::appear() {
+    m_services.updater.checkForUpdates(false);
+    if (m_services.sync.isLoggedIn())
+        m_services.sync.syncWithCloud();
+}
+
+void ContentView::postFocusSearchInput() {
+    showSearchScreen();
+    setExternalSelectedWord({});
+    Q_EMIT focusSearchInput();
+}
+
+void ContentView::postPerformExternalLookup(const QString &text) {
+    handleExternalWordLookup(text);
+}
+
+void ContentView::syncToSpotlight() {
+    if (m_isIndexingSpotlight)
+        return;
+    m_isIndexingSpotlight = true;
+    Q_EMIT isIndexingSpotlightChanged();
+    const auto publish = [this, words = m_services.storage.words(), now = m_services.storage.now(),
+                          dictionary = &m_services.offlineDictionaries,
+                          spotlight = &m_services.spotlight]() mutable {
+        words += commonWords(words, *dictionary, now);
+        spotlight->indexWordsBatch(words, [this](qsizetype count) { Q_EMIT spotlightBatchEnded(count); });
+        return true;
+    };
+    runInBackground(this, publish, [](bool) {});
+}
+
+void ContentView::showSearchScreen() {
+    m_services.hotKeys.setShowSettingsSheet(false);
+    m_services.sync.setShowAccountSheet(false);
+    m_services.updater.setShowUpdateSheet(false);
+    setShowSpotlightAlert(false);
+    setSelectedTab(TabItem::Dictionary);
+}
+
+void ContentView::setExternalSelectedWord(const QString &word) {
+    if (word == m_externalSelectedWord)
+        return;
+    m_externalSelectedWord = word;
+    Q_EMIT externalSelectedWordChanged();
+}
+
+std::optional<QDate> ContentView::today() const {
+    return m_services.storage.calendar().date(m_services.storage.now());
+}
+
+void ContentView::followClock() {
+    countDueWords();
+    // The plan, and whatever is told in days, is another one then.
+    if (std::exchange(m_day, today()) != m_day)
+        m_services.plan.refreshWeeklyPlan();
+}
+
+void ContentView::countDueWords() {
+    const QList<WordRecord> &words = m_services.storage.words();
+    const Instant now = m_services.storage.now();
+    const auto count = static_cast<int>(
+        std::ranges::count_if(words, [now](const WordRecord &record) { return record.isDue(now); }));
+    if (count == m_dueCount)
+        return;
+    m_dueCount = count;
+    Q_EMIT dueCountChanged();
+}
+
+void ContentView::finishSpotlight(qsizetype count) {
+    m_isIndexingSpotlight = false;
+    m_spotlightAlertMessage =
+        QStringLiteral(
+            "已成功向 macOS Spotlight 提交 %1 个词汇索引！现在按下 Command+空格 即可直接搜索这些单词。")
+            .arg(count);
+    Q_EMIT isIndexingSpotlightChanged();
+    Q_EMIT spotlightAlertMessageChanged();
+    setShowSpotlightAlert(true);
+}
+
+} // namespace lexiquill

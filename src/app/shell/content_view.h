@@ -1,0 +1,116 @@
+#pragma once
+
+#include "lookup/dictionary_source_mode.h"
+
+#include <QDate>
+#include <QObject>
+#include <QQmlEngine>
+#include <QString>
+#include <QTimer>
+
+#include <optional>
+
+namespace lexiquill {
+
+struct Services;
+
+/// The state of the main window's content: the selected screen, the word that was handed over from outside,
+/// and the synchronisation with the system's search.
+class ContentView : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+    Q_PROPERTY(TabItem selectedTab READ selectedTab WRITE setSelectedTab NOTIFY selectedTabChanged)
+    Q_PROPERTY(QString externalSelectedWord READ externalSelectedWord NOTIFY externalSelectedWordChanged)
+    Q_PROPERTY(int dueCount READ dueCount NOTIFY dueCountChanged)
+    Q_PROPERTY(bool isIndexingSpotlight READ isIndexingSpotlight NOTIFY isIndexingSpotlightChanged)
+    Q_PROPERTY(QString spotlightAlertMessage READ spotlightAlertMessage NOTIFY spotlightAlertMessageChanged)
+    Q_PROPERTY(bool showSpotlightAlert READ showSpotlightAlert WRITE setShowSpotlightAlert NOTIFY
+                   showSpotlightAlertChanged)
+    Q_PROPERTY(QString serverBase READ serverBase CONSTANT)
+
+public:
+    /// In the order of the sidebar.
+    enum class TabItem { Dictionary, WeeklyReview, History, Statistics };
+    Q_ENUM(TabItem)
+
+    explicit ContentView(Services &services, QObject *parent = nullptr);
+
+    static ContentView *create(QQmlEngine *engine, QJSEngine *scripts);
+
+    TabItem selectedTab() const { return m_selectedTab; }
+    void setSelectedTab(TabItem tab);
+    /// A word handed to the search screen from outside; null when there is none.
+    const QString &externalSelectedWord() const { return m_externalSelectedWord; }
+    /// The number of words that are due now.
+    int dueCount() const { return m_dueCount; }
+    bool isIndexingSpotlight() const { return m_isIndexingSpotlight; }
+    const QString &spotlightAlertMessage() const { return m_spotlightAlertMessage; }
+    bool showSpotlightAlert() const { return m_showSpotlightAlert; }
+    void setShowSpotlightAlert(bool isShown);
+    /// Whether a sheet lies above the screens, which then leave the keyboard to it.
+    Q_INVOKABLE bool hasSheet() const;
+    /// The menu tells whether it is open and has the keyboard.
+    Q_INVOKABLE void setIsMenuOpen(bool isOpen) { m_isMenuOpen = isOpen; }
+    bool isMenuOpen() const { return m_isMenuOpen; }
+    /// The server's base URL without a slash at the end.
+    QString serverBase() const;
+
+    /// "查词词典", "每周复习", "生词本与历史" or "记忆曲线"
+    Q_INVOKABLE static QString title(lexiquill::ContentView::TabItem tab);
+    Q_INVOKABLE static QString iconName(lexiquill::ContentView::TabItem tab);
+
+    /// How the sidebar shows a source of the dictionary.
+    Q_INVOKABLE static QString sourceTitle(lexiquill::DictionarySourceMode mode);
+    Q_INVOKABLE static QString sourceIconName(lexiquill::DictionarySourceMode mode);
+
+    /// Looks the word up on the search screen; a blank one changes nothing.
+    Q_INVOKABLE void handleExternalWordLookup(const QString &word);
+    /// Opens an address such as "lexiquill:apple" or "lexiquill://apple".
+    void openUrl(const QString &address);
+    /// Opens a result of the system's search, such as "word:apple".
+    void continueSearchActivity(const QString &itemIdentifier);
+    /// The content has appeared: does the silent work of the background.
+    Q_INVOKABLE void appear();
+    /// Publishes the wordbook and the common words to the system's search, in the background.
+    Q_INVOKABLE void syncToSpotlight();
+    /// "FocusSearchInput": the search screen comes forward and its field takes the keyboard.
+    Q_INVOKABLE void postFocusSearchInput();
+    /// "PerformExternalLookup": the search screen looks the text up.
+    void postPerformExternalLookup(const QString &text);
+
+Q_SIGNALS:
+    void selectedTabChanged();
+    void externalSelectedWordChanged();
+    void dueCountChanged();
+    void isIndexingSpotlightChanged();
+    void spotlightAlertMessageChanged();
+    void showSpotlightAlertChanged();
+    void focusSearchInput();
+    /// On any thread; `count` items have been submitted.
+    void spotlightBatchEnded(qsizetype count);
+    /// The search screen is to look the word up, also when it is the same one as before.
+    void performExternalLookup(const QString &word);
+
+private:
+    /// Without a sheet above it, which would keep the keyboard.
+    void showSearchScreen();
+    void setExternalSelectedWord(const QString &word);
+    std::optional<QDate> today() const;
+    void followClock();
+    void countDueWords();
+    void finishSpotlight(qsizetype count);
+
+    Services &m_services;
+    TabItem m_selectedTab = TabItem::Dictionary;
+    QString m_externalSelectedWord;
+    int m_dueCount = 0;
+    bool m_isIndexingSpotlight = false;
+    QString m_spotlightAlertMessage;
+    bool m_isMenuOpen = false;
+    bool m_showSpotlightAlert = false;
+    QTimer m_dueTimer;
+    std::optional<QDate> m_day; ///< the one that the screens go by
+};
+
+} // namespace lexiquill

@@ -1,0 +1,33 @@
+#include "app/shell/main_window_delegate.h"
+
+#include "app/shell/app_delegate.h"
+
+#include <QEvent>
+#include <QKeyEvent>
+
+namespace lexiquill {
+
+bool MainWindowDelegate::windowShouldClose(QQuickWindow &window) {
+    m_application.windowWillHide(window);
+    window.hide();
+    window.setOpacity(1.0);
+    return false;
+}
+
+bool MainWindowDelegate::eventFilter(QObject *watched, QEvent *event) {
+    // A text field would take Control-U for emptying its line, and the field to search in always has the
+    // keyboard.
+    if (event->type() == QEvent::ShortcutOverride &&
+        static_cast<QKeyEvent *>(event)->keyCombination() == (Qt::ControlModifier | Qt::Key_U)) {
+        event->ignore();
+        return true;
+    }
+    // Asked in this order, for other events come while the window is being destroyed and is none any more.
+    auto *const window = event->type() == QEvent::Close ? qobject_cast<QQuickWindow *>(watched) : nullptr;
+    if (window == nullptr)
+        return QObject::eventFilter(watched, event);
+    event->setAccepted(windowShouldClose(*window));
+    return true;
+}
+
+} // namespace lexiquill

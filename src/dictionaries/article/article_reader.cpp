@@ -1,0 +1,201 @@
+#include "dictionaries/article/article_reader.h"
+
+#include "dictionaries/article/definition_parser.h"
+#include "dictionaries/article/markup.h"
+#include "dictionaries/article/part_of_speech.h"
+#include "dictionaries/article/phonetics.h"
+#include "dictionaries/article/senses.h"
+#include "dictionaries/article/text_scan.h"
+
+#include <algorithm>
+
+namespace lexiquill::article {
+
+namespace {
+
+/// Without control characters other than line feed and tab, and without a byte order mark.
+QString readable(QString text) {
+    text.removeIf([](QChar c) {
+        const bool isControl = c.category() == QChar::Other_Control && c != u'\n' && c != u'\t';
+        return isControl || c == QChar::ByteOrderMark;
+    });
+    return text;
+}
+
+bool saysAnything(QStringView text) {
+    return std::any_of(text.begin(), text.end(),
+                       [](QChar c) { return c.isLetterOrNumber() || c.isSurrogate(); });
+}
+
+/// The headword at the start of a line, with what may follow it there; 0 when the line begins otherwise.
+qsizetype headwordLength(const QString &line, const QString &headword) {
+    if (!line.startsWith(headword, Qt::CaseInsensitive))
+        return 0;
+    const QStringView rest = QStringView(line).sliced(headword.size());
+    const QStringView next = rest.sliced(skipBlanks(rest, 0));
+    if (next.isEmpty())
+        return line.size();
+    if (isAsciiLetter(rest[0]) || isHan(rest[0]))
+        return 0;
+    const bool opensArticle = next[0] == u'*' || leadingPhonetic(next, headword).length > 0 ||
+                              (rest[0].isSpace() && labelAtStart(next, false));
+    return opensArticle ? line.size() - next.size() : 0;
+}
+
+/// The lines of an article, without the headword and the phonetic in front.
+class ArticleLines {
+public:
+    explicit ArticleLines(const QString &headword) : m_headword(headword) {}
+
+    void add(QString text) {
+        // An example mark begins a line wherever it stands.
+        text.replace(u'▸', QStringLiteral("\n▸"));
+        bool isOpening = true;
+        for (const QStringView raw : QStringView(text).tokenize(u'\n')) {
+            QString line = raw.trimmed().toString();
+            if (isOpening && !line.isEmpty())
+                isOpening = trimOpening(line);
+            if (!line.isEmpty())
+                m_lines.append(line);
+        }
+    }
+
+    void takePhonetic(QStringView text) {
+        if (m_phonetic.isEmpty())
+            m_phonetic = cleanPhonetic(text);
+    }
+
+    const QStringList &lines() const { return m_lines; }
+    const QString &phonetic() const { return m_phonetic; }
+
+private:
+    /// Takes the headword and the phonetic off a line; true while the article has not really begun.
+    bool trimOpening(QString &line) {
+        line.remove(0, headwordLength(line, m_headword));
+        const LeadingPhonetic leading = leadingPhonetic(line, m_headword);
+        if (leading.length > 0) {
+            takePhonetic(leading.phonetic);
+            line = line.sliced(leading.length).trimmed();
+        }
+        return line.isEmpty();
+    }
+
+    QString m_headword;
+    QStringList m_lines;
+    QString m_phonetic;
+};
+
+PartOfSpeechGroup groupOf(const SenseGroup &group) {
+    PartOfSpeechGroup result = PartOfSpeechGroup::named(group.part.pos, {});
+    if (!group.part.chineseName.isEmpty())
+        result.posChinese = group.part.chineseName;
+    result.senses.reserve(group.senses.size());
+    for (const Sense &sense : group.senses) {
+        SenseItem item{
+            .number = result.senses.size() + 1, .chineseMeaning = sense.meaning, .examples = sense.examples};
+        if (!sense.contexts.isEmpty())
+            item.context = sense.contexts.join(u'，');
+        result.senses += item;
+    }
+    return result;
+}
+
+/// Gathers the articles on one word.
+class EntryBuilder {
+public:
+    explicit EntryBuilder(const QString &headword) : m_headword(headword) {}
+
+    void add(const Article &article) {
+        ArticleLines lines(m_headword);
+        // A part of its own is more reliable than what the text begins with.
+        for (const Part &part : article) {
+            if (part.form == Form::Phonetic)
+                lines.takePhonetic(readable(part.text));
+        }
+        for (const Part &part : article)
+            addPart(part, lines);
+        if (m_phonetic.isEmpty())
+            m_phonetic = lines.phonetic();
+        addGroups(readSenses(lines.lines()));
+    }
+
+    std::optional<DictionaryEntry> entry() const {
+        const QString rawText = m_rawTexts.join(u'\n');
+        if (m_headword.trimmed().isEmpty() || !saysAnything(rawText))
+            return std::nullopt;
+        DictionaryEntry entry{.headword = m_headword, .posGroups = groups(), .rawText = rawText};
+        if (!m_phonetic.isEmpty())
+            entry.phonetic = m_phonetic;
+        // Without any sense the text is all there is to read.
+        if (entry.posGroups.isEmpty())
+            entry.posGroups = extractPOSGroups(readable(rawText).trimmed());
+        return entry;
+    }
+
+private:
+    void addPart(const Part &part, ArticleLines &lines) {
+        const auto addMarkup = [&](MarkupKind kind) {
+            const PlainArticle plain = readMarkup(part.text, kind, m_headword);
+            lines.takePhonetic(readable(plain.phonetic));
+            lines.add(readable(plain.text));
+            m_rawTexts += plain.rawText;
+        };
+        switch (part.form) {
+        case Form::Text:
+            // Some converters leave line breaks as the two characters that they were escaped to.
+            lines.add(readable(part.text).replace(QStringLiteral("\\n"), QStringLiteral("\n")));
+            m_rawTexts += part.text;
+            break;
+        case Form::Phonetic:
+            break;
+        case Form::Xdxf:
+            addMarkup(MarkupKind::Xdxf);
+            break;
+        case Form::Html:
+            addMarkup(MarkupKind::Html);
+            break;
+        case Form::Pango:
+            addMarkup(MarkupKind::Pango);
+            break;
+        }
+    }
+
+    void addGroups(const QList<SenseGroup> &groups) {
+        m_loose += groups.first().senses;
+        for (const SenseGroup &group : groups.sliced(1)) {
+            if (!m_groups.isEmpty() && m_groups.last().part == group.part)
+                m_groups.last().senses += group.senses;
+            else
+                m_groups.append(group);
+        }
+    }
+
+    QList<PartOfSpeechGroup> groups() const {
+        QList<SenseGroup> groups = m_groups;
+        if (groups.isEmpty() && !m_loose.isEmpty())
+            groups.append({PartOfSpeech{.pos = QStringLiteral("释义")}, m_loose});
+        else if (!groups.isEmpty())
+            groups.first().senses += m_loose;
+        QList<PartOfSpeechGroup> result;
+        for (const SenseGroup &group : std::as_const(groups))
+            result += groupOf(group);
+        return result;
+    }
+
+    QString m_headword;
+    QString m_phonetic;
+    QList<SenseGroup> m_groups;
+    QList<Sense> m_loose;
+    QStringList m_rawTexts;
+};
+
+} // namespace
+
+std::optional<DictionaryEntry> readArticles(const QString &headword, const std::vector<Article> &articles) {
+    EntryBuilder builder(headword);
+    for (const Article &article : articles)
+        builder.add(article);
+    return builder.entry();
+}
+
+} // namespace lexiquill::article

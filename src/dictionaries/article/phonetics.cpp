@@ -1,0 +1,133 @@
+#include "dictionaries/article/phonetics.h"
+
+#include "dictionaries/article/part_of_speech.h"
+#include "dictionaries/article/text_scan.h"
+
+#include <QSet>
+
+#include <algorithm>
+
+namespace lexiquill::article {
+
+namespace {
+
+constexpr qsizetype maxLength = 120;
+
+/// Marks of usage that stand between brackets where a transcription may stand.
+bool isUsageLabel(QStringView text) {
+    static const QSet<QString> labels{
+        QStringLiteral("c"),      QStringLiteral("u"),      QStringLiteral("t"),
+        QStringLiteral("i"),      QStringLiteral("pl"),     QStringLiteral("sing"),
+        QStringLiteral("obs"),    QStringLiteral("usu"),    QStringLiteral("esp"),
+        QStringLiteral("attrib"), QStringLiteral("slang"),  QStringLiteral("arch"),
+        QStringLiteral("fml"),    QStringLiteral("infml"),  QStringLiteral("brit"),
+        QStringLiteral("us"),     QStringLiteral("uk"),     QStringLiteral("am"),
+        QStringLiteral("br"),     QStringLiteral("colloq"), QStringLiteral("formal"),
+        QStringLiteral("law"),    QStringLiteral("med"),    QStringLiteral("mus"),
+        QStringLiteral("math"),   QStringLiteral("chem"),   QStringLiteral("informal"),
+    };
+    QString plain = text.trimmed().toString().toLower();
+    plain.remove(u'.');
+    return labels.contains(plain) || labelAtStart(text, false);
+}
+
+bool isTranscriptionCharacter(QChar c) {
+    if (c.isMark() || c.isDigit() || c == QChar(0x04d9) || c.category() == QChar::Letter_Modifier ||
+        c.category() == QChar::Symbol_Modifier)
+        return true;
+    if (c.isLetter()) {
+        const QChar::Script script = c.script();
+        return script == QChar::Script_Latin || script == QChar::Script_Greek ||
+               script == QChar::Script_Hiragana || script == QChar::Script_Katakana ||
+               script == QChar::Script_Bopomofo;
+    }
+    return QStringView(u" '’`:.,;-‐()~^·*|/&").contains(c);
+}
+
+/// Tells a transcription from a remark between brackets.
+bool looksLikeTranscription(QStringView text, QChar closing, qsizetype headwordLength) {
+    if (text.isEmpty() || text.size() > maxLength || isUsageLabel(text) ||
+        !std::all_of(text.begin(), text.end(), isTranscriptionCharacter) ||
+        !std::any_of(text.begin(), text.end(), [](QChar c) { return c.isLetter(); }))
+        return false;
+    const bool telling = std::any_of(text.begin(), text.end(), [](QChar c) {
+        return c.unicode() > 0x7f || QStringView(u"':`^").contains(c) || c.isDigit();
+    });
+    if (telling)
+        return true;
+    // Plain letters between slashes are rather alternatives ("/hello/hi/").
+    constexpr qsizetype usualExcess = 4;
+    return closing != u'/' && text.size() <= headwordLength + usualExcess &&
+           std::all_of(text.begin(), text.end(), [](QChar c) { return !c.isUpper() && !c.isSpace(); });
+}
+
+QChar closingMark(QChar open) {
+    if (open == u'[')
+        return u']';
+    return open == u'/' || open == u'\\' ? open : QChar();
+}
+
+/// Past a mark such as "英", "KK:" or "UK" and the blanks behind it.
+qsizetype skipSourceMark(QStringView line, qsizetype at) {
+    static constexpr QStringView marks[] = {u"国际音标", u"音标", u"发音", u"读音", u"英式", u"美式",
+                                            u"英音",     u"美音", u"英",   u"美",   u"KK",   u"DJ",
+                                            u"BrE",      u"AmE",  u"UK",   u"US",   u"Br",   u"Am"};
+    at = skipBlanks(line, at);
+    for (const QStringView mark : marks) {
+        if (!line.sliced(at).startsWith(mark, Qt::CaseInsensitive))
+            continue;
+        at = skipBlanks(line, at + mark.size());
+        if (QStringView(u":：.").contains(charAt(line, at)) && at < line.size())
+            ++at;
+        return skipBlanks(line, at);
+    }
+    return at;
+}
+
+} // namespace
+
+QString cleanPhonetic(QStringView text) {
+    text = text.trimmed();
+    const qsizetype marked = skipSourceMark(text, 0);
+    if (!closingMark(charAt(text, marked)).isNull())
+        text = text.sliced(marked);
+    if (const QChar closing = closingMark(charAt(text, 0)); !closing.isNull()) {
+        const qsizetype end = text.indexOf(closing, 1);
+        text = end < 0 ? text.sliced(1) : text.sliced(1, end - 1);
+    } else {
+        while (!text.isEmpty() && QStringView(u"]/\\").contains(text.back()))
+            text.chop(1);
+    }
+    QString clean = text.toString().simplified();
+    if (clean.size() > maxLength || containsHan(clean))
+        return {};
+    return clean;
+}
+
+LeadingPhonetic leadingPhonetic(QStringView line, const QString &headword) {
+    LeadingPhonetic result;
+    QChar first;
+    qsizetype at = 0;
+    constexpr int mostTranscriptions = 8;
+    for (int i = 0; i < mostTranscriptions; ++i) {
+        qsizetype start = skipBlanks(line, at);
+        while (start < line.size() && QStringView(u"*★☆,，;；").contains(line[start]))
+            start = skipBlanks(line, start + 1);
+        start = skipSourceMark(line, start);
+        const QChar closing = closingMark(charAt(line, start));
+        if (closing.isNull() || (!first.isNull() && closing != first))
+            break;
+        const qsizetype reach = std::min(line.size() - start - 1, maxLength + 1);
+        const qsizetype length = line.sliced(start + 1, reach).indexOf(closing);
+        if (length <= 0 || !looksLikeTranscription(line.sliced(start + 1, length), closing, headword.size()))
+            break;
+        if (result.phonetic.isEmpty())
+            result.phonetic = cleanPhonetic(line.sliced(start, length + 2));
+        first = closing;
+        at = start + length + 2;
+        result.length = at;
+    }
+    return result;
+}
+
+} // namespace lexiquill::article

@@ -1,0 +1,204 @@
+#include "dictionaries/dictionary_shelf.h"
+
+#include "dictionaries/english/base_forms.h"
+#include "dictionaries/stardict/stardict_dictionary.h"
+#include "dictionaries/stardict/stardict_finder.h"
+#include "support/text.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSet>
+#include <QStandardPaths>
+
+#include <algorithm>
+#include <chrono>
+#include <iterator>
+#include <utility>
+
+namespace lexiquill {
+
+const QString DictionaryShelf::orderKey = QStringLiteral("lexiquill_dictionary_order");
+
+namespace {
+
+/// Spares reading dictionaries whose name tells it.
+bool hasChineseName(const QString &name) {
+    static const QStringList marks{
+        QStringLiteral("chinese"), QStringLiteral("英汉"), QStringLiteral("汉英"), QStringLiteral("英漢"),
+        QStringLiteral("漢英"),    QStringLiteral("英中"), QStringLiteral("中英"), QStringLiteral("双解"),
+        QStringLiteral("雙解"),    QStringLiteral("英华"), QStringLiteral("華英"), QStringLiteral("英華"),
+        QStringLiteral("华英"),
+    };
+    return std::any_of(marks.begin(), marks.end(),
+                       [&name](const QString &mark) { return name.contains(mark, Qt::CaseInsensitive); });
+}
+
+constexpr std::chrono::milliseconds maxSimilarTime{330};
+
+void addOnce(QStringList &words, const QString &word, QSet<QString> &seen, qsizetype limit) {
+    const QString key = word.toCaseFolded();
+    if (words.size() >= limit || seen.contains(key))
+        return;
+    seen.insert(key);
+    words += word;
+}
+
+} // namespace
+
+DictionaryShelf::DictionaryShelf(Places places, QStringList chosenOrder)
+    : m_places(std::move(places)),
+      m_chosenOrder(std::move(chosenOrder)) {}
+
+DictionaryShelf::~DictionaryShelf() = default;
+
+std::optional<FoundEntry> DictionaryShelf::find(const QString &word) {
+    const QString typed = word.simplified();
+    if (typed.isEmpty())
+        return std::nullopt;
+    const std::lock_guard lock(m_lookups.mutex);
+    scan(m_lookups);
+    // "Apple!" or full-width letters as an input method leaves them mean the word all the same.
+    const QString normalized = typed.normalized(QString::NormalizationForm_KC);
+    const QString plain = trimmedOfPunctuation(normalized, true).toString();
+    const QString asked = plain.isEmpty() ? typed : plain;
+    for (const QString &spelling : {typed, asked}) {
+        if (auto entry = firstEntry(spelling))
+            return FoundEntry{*entry};
+    }
+    std::optional<DictionaryEntry> entry;
+    const auto base = english::firstKnown(asked, [&](const QString &form) -> std::optional<QStringList> {
+        entry = firstEntry(form);
+        if (!entry)
+            return std::nullopt;
+        QStringList partsOfSpeech;
+        for (const PartOfSpeechGroup &group : std::as_const(entry->posGroups))
+            partsOfSpeech += group.pos;
+        return partsOfSpeech;
+    });
+    return base ? std::optional(FoundEntry{*entry, asked}) : std::nullopt;
+}
+
+/// What the first dictionary that knows a word says on it.
+std::optional<DictionaryEntry> DictionaryShelf::firstEntry(const QString &word) const {
+    for (const auto &dictionary : m_lookups.dictionaries) {
+        if (auto entry = dictionary->find(word))
+            return entry;
+    }
+    return std::nullopt;
+}
+
+QStringList DictionaryShelf::headwordsStartingWith(const QString &prefix, qsizetype limit,
+                                                   const std::stop_token &stop) {
+    const QByteArray typed = prefix.simplified().toUtf8();
+    QStringList words;
+    if (typed.isEmpty())
+        return words;
+    const std::lock_guard lock(m_suggestions.mutex);
+    scan(m_suggestions);
+    QSet<QString> seen;
+    for (const auto &dictionary : m_suggestions.dictionaries) {
+        if (stop.stop_requested() || words.size() >= limit)
+            break;
+        const Headwords *headwords = dictionary->headwords();
+        if (headwords == nullptr)
+            continue;
+        for (const QString &word : headwords->startingWith(typed, static_cast<size_t>(limit)))
+            addOnce(words, word, seen, limit);
+    }
+    return words;
+}
+
+QStringList DictionaryShelf::headwordsSimilarTo(const QString &word, qsizetype limit,
+                                                const std::stop_token &stop) {
+    const auto deadline = std::chrono::steady_clock::now() + maxSimilarTime;
+    const QString typed = word.simplified();
+    std::vector<SimilarWord> found;
+    {
+        const std::lock_guard lock(m_suggestions.mutex);
+        scan(m_suggestions);
+        for (const auto &dictionary : m_suggestions.dictionaries) {
+            if (stop.stop_requested() || std::chrono::steady_clock::now() > deadline)
+                break;
+            if (const Headwords *headwords = dictionary->headwords()) {
+                auto some = headwords->similarTo(typed, deadline, stop);
+                std::move(some.begin(), some.end(), std::back_inserter(found));
+            }
+        }
+    }
+    std::stable_sort(found.begin(), found.end());
+    QStringList words;
+    QSet<QString> seen;
+    for (const SimilarWord &each : found)
+        addOnce(words, each.word, seen, limit);
+    return words;
+}
+
+QList<DictionaryShelf::Item> DictionaryShelf::items() {
+    const std::lock_guard lock(m_suggestions.mutex);
+    scan(m_suggestions);
+    QList<Item> items;
+    for (const auto &dictionary : m_suggestions.dictionaries)
+        items += Item{
+            .name = dictionary->name(), .wordCount = dictionary->wordCount(), .path = dictionary->path()};
+    return items;
+}
+
+void DictionaryShelf::scan(Row &row) const {
+    if (std::exchange(row.isScanned, true))
+        return;
+    QSet<QString> seen;
+    const auto add = [&](const QStringList &directories) {
+        for (const QString &directory : directories) {
+            for (const QString &path : stardict::findDictionaries(directory)) {
+                const QString real = QFileInfo(path).canonicalFilePath();
+                if (seen.contains(real))
+                    continue;
+                seen.insert(real);
+                if (auto dictionary = stardict::StardictDictionary::fromIfo(path, m_places.cache))
+                    row.dictionaries.push_back(std::move(dictionary));
+            }
+        }
+    };
+    add(m_places.installed);
+    const size_t installedCount = row.dictionaries.size();
+    add(m_places.bundled);
+    if (row.dictionaries.size() > 1)
+        arrange(row.dictionaries, installedCount);
+}
+
+void DictionaryShelf::arrange(Dictionaries &dictionaries, size_t installedCount) const {
+    constexpr qsizetype installedChinese = 0;
+    constexpr qsizetype bundled = 1;
+    constexpr qsizetype otherInstalled = 2;
+    std::vector<std::pair<qsizetype, std::unique_ptr<Dictionary>>> ranked;
+    for (size_t i = 0; i < dictionaries.size(); ++i) {
+        Dictionary &dictionary = *dictionaries[i];
+        qsizetype rank = m_chosenOrder.indexOf(dictionary.path());
+        if (rank < 0)
+            rank = m_chosenOrder.indexOf(dictionary.name());
+        if (rank < 0) {
+            const bool isInstalled = i < installedCount;
+            const bool isFirst =
+                isInstalled && (hasChineseName(dictionary.name()) || dictionary.holdsChinese());
+            rank = m_chosenOrder.size() + (isFirst       ? installedChinese
+                                           : isInstalled ? otherInstalled
+                                                         : bundled);
+        }
+        ranked.emplace_back(rank, std::move(dictionaries[i]));
+    }
+    std::stable_sort(ranked.begin(), ranked.end(),
+                     [](const auto &left, const auto &right) { return left.first < right.first; });
+    std::transform(ranked.begin(), ranked.end(), dictionaries.begin(),
+                   [](auto &each) { return std::move(each.second); });
+}
+
+QStringList DictionaryShelf::standardPlaces() {
+    return {
+        QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+            QStringLiteral("/stardict/dic"),
+        QDir::homePath() + QStringLiteral("/.stardict/dic"),
+        QStringLiteral("/usr/share/stardict/dic"),
+    };
+}
+
+} // namespace lexiquill

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayView>
+
+namespace lexiquill {
+
+/// UTF-8 text with the differences of case taken away; invalid bytes count as U+FFFD.
+QByteArray foldCase(QByteArrayView text);
+
+/// A hash of foldCase(text) that is the same on every run of the program.
+quint32 foldedHash(QByteArrayView text);
+
+} // namespace lexiquill

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayView>
+
+#include <optional>
+
+namespace lexiquill::stardict {
+
+/// Longest word of an index or a list of synonyms, in bytes.
+inline constexpr qsizetype maxWordSize = 4096;
+/// Longest index entry in bytes: the word, its end mark, a 64-bit offset and a 32-bit size.
+inline constexpr qsizetype maxEntrySize = maxWordSize + 1 + 8 + 4;
+
+/// One entry of an index: where the article of a word lies in the .dict file.
+struct IndexEntry {
+    QByteArrayView word;
+    quint64 offset = 0;
+    quint32 size = 0;
+    /// Length of the entry itself in bytes.
+    qsizetype length = 0;
+};
+
+/// The entry at the start of `bytes`; nothing when it is cut off or its word is too long.
+std::optional<IndexEntry> readIndexEntry(QByteArrayView bytes, int offsetBytes);
+
+/// One entry of a list of synonyms; `target` is the number of the index entry it stands for.
+struct SynonymEntry {
+    QByteArrayView word;
+    quint32 target = 0;
+    qsizetype length = 0;
+};
+
+std::optional<SynonymEntry> readSynonymEntry(QByteArrayView bytes);
+
+} // namespace lexiquill::stardict

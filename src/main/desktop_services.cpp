@@ -1,0 +1,52 @@
+#include "main/desktop_services.h"
+
+#include "app/shell/lexiquill_app.h"
+#include "hotkey/hot_key_manager.h"
+#include "main/modules.h"
+#include "platform/process.h"
+#include "settings/user_defaults.h"
+#include "storage/current_weekly_plan.h"
+#include "storage/storage_manager.h"
+
+namespace lexiquill {
+
+template <> CurrentWeeklyPlan &shared<CurrentWeeklyPlan>() {
+    static auto *const instance = new CurrentWeeklyPlan(shared<StorageManager>());
+    return *instance;
+}
+
+template <> HotKeyManager &shared<HotKeyManager>() {
+    static auto *const registrar = makeHotKeyRegistrar().release();
+    static auto *const instance = new HotKeyManager(*registrar, shared<UserDefaults>());
+    return *instance;
+}
+
+template <> Services &shared<Services>() {
+    static auto *const instance = new Services{.storage = shared<StorageManager>(),
+                                               .plan = shared<CurrentWeeklyPlan>(),
+                                               .dictionary = shared<DictionaryService>(),
+                                               .offlineDictionaries = shared<SystemDictionaryService>(),
+                                               .spotlight = shared<SpotlightManager>(),
+                                               .hotKeys = shared<HotKeyManager>(),
+                                               .http = shared<HttpClient>(),
+                                               .sync = shared<SyncManager>(),
+                                               .updater = shared<UpdateManager>(),
+                                               .defaults = shared<UserDefaults>()};
+    return *instance;
+}
+
+namespace {
+
+class Module final : public DesktopModule {
+public:
+    int run(int argc, char **argv) override {
+        // Ends here, whatever other threads are doing.
+        endProcess(LexiquillApp::run(argc, argv, shared<StorageManager>, shared<Services>));
+    }
+};
+
+} // namespace
+
+} // namespace lexiquill
+
+LEXIQUILL_MODULE(DesktopModule, lexiquill::Module)

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "platform/module.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+
+// The libraries that are loaded at run time, and what each of them offers. A library defines one entry
+// function, with LEXIQUILL_MODULE, that returns its interface.
+
+namespace lexiquill {
+
+class OnlineSource;
+class SearchDatabase;
+
+/// Whatever talks over the network.
+class NetworkModule {
+public:
+    static constexpr const char *library = "lexiquill_network";
+
+    /// The process-wide online dictionary.
+    virtual OnlineSource &onlineSource() = 0;
+
+protected:
+    ~NetworkModule() = default;
+};
+
+/// The file of the search index.
+class SearchIndexModule {
+public:
+    static constexpr const char *library = "lexiquill_search_index";
+
+    /// The file is not touched before it is used.
+    virtual std::unique_ptr<SearchDatabase> open(const QString &path) = 0;
+
+protected:
+    ~SearchIndexModule() = default;
+};
+
+/// Finds the application that is running already.
+class ActivationModule {
+public:
+    static constexpr const char *library = "lexiquill_activation";
+
+    /// Hands a start with these arguments over to it. False when none is running.
+    virtual bool forwardStart(const QStringList &arguments) = 0;
+
+protected:
+    ~ActivationModule() = default;
+};
+
+/// The window.
+class DesktopModule {
+public:
+    static constexpr const char *library = "lexiquill_desktop";
+
+    /// Runs the application until it quits and returns its exit status.
+    virtual int run(int argc, char **argv) = 0;
+
+protected:
+    ~DesktopModule() = default;
+};
+
+inline constexpr const char *moduleEntry = "lexiquill_module";
+
+/// Null when the library is missing or broken.
+template <typename Module> Module *loadModule() {
+    return static_cast<Module *>(libraryInterface(Module::library, moduleEntry));
+}
+
+} // namespace lexiquill
+
+/// Defines the entry function of a library: `Implementation` is what it offers as `Interface`.
+#define LEXIQUILL_MODULE(Interface, Implementation)                                                          \
+    extern "C" __attribute__((visibility("default"))) void *lexiquill_module();                              \
+    void *lexiquill_module() {                                                                               \
+        static Implementation implementation;                                                                \
+        return static_cast<lexiquill::Interface *>(&implementation);                                         \
+    }

@@ -1,0 +1,36 @@
+#include "support/web_address.h"
+
+#include <QRegularExpression>
+
+namespace lexiquill {
+
+std::optional<QByteArray> queryEncoded(const QString &text) {
+    if (!text.isValidUtf16())
+        return std::nullopt;
+    return text.toUtf8().toPercentEncoding("!$&'()*+,/:;=?@");
+}
+
+bool isLoopbackHost(const QString &host) {
+    // QUrl has brought every way of writing an address into this form; a number too large makes a name of it,
+    // which could lead anywhere.
+    static const QRegularExpression address(
+        QStringLiteral("\\A127(?:\\.(?:25[0-5]|2[0-4][0-9]|1?[0-9]{1,2})){3}\\z"));
+    return host == QLatin1StringView("localhost") || host == QLatin1StringView("::1") ||
+           address.match(host).hasMatch();
+}
+
+bool isAcceptableUrl(const QUrl &url) {
+    if (!url.isValid() || url.host().isEmpty() || !url.userInfo().isEmpty() || url.port() == 0)
+        return false;
+    return url.scheme() == QLatin1StringView("https") ||
+           (url.scheme() == QLatin1StringView("http") && isLoopbackHost(url.host()));
+}
+
+bool isReservedHost(const QUrl &url) {
+    QString host = url.host();
+    if (host.endsWith(u'.'))
+        host.chop(1);
+    return host == QLatin1StringView("invalid") || host.endsWith(QLatin1StringView(".invalid"));
+}
+
+} // namespace lexiquill

@@ -1,0 +1,144 @@
+#include "dictionaries/dictionary_shelf.h"
+#include "dictionaries/stardict/dictionary_folder.h"
+
+using namespace lexiquill;
+using tools::plainEntry;
+using tools::StarDictEntry;
+using tools::StarDictOptions;
+
+class DictionaryShelfTest : public QObject, private DictionaryFolder {
+    Q_OBJECT
+
+private:
+    void writeTo(const QString &folder, const QByteArray &bookName,
+                 const std::vector<StarDictEntry> &entries) const {
+        StarDictOptions options;
+        options.bookName = bookName;
+        QVERIFY(QDir().mkpath(path(folder)));
+        QCOMPARE(tools::writeStarDict(path(folder), u"d"_s, entries, options), QString());
+    }
+
+    DictionaryShelf::Places places() const {
+        return {.installed = {path(u"missing"_s), path(u"user"_s)},
+                .bundled = {path(u"bundled"_s)},
+                .cache = cachePath()};
+    }
+
+    /// What the shelf says on a word, as "headword raw text", with "<form" behind it for a base form.
+    static QString answer(DictionaryShelf &shelf, const QString &word) {
+        const auto found = shelf.find(word);
+        if (!found)
+            return u"-"_s;
+        const QString form = found->askedForm ? u" <"_s + *found->askedForm : QString();
+        return found->entry.headword + u' ' + found->entry.rawText.trimmed() + form;
+    }
+
+private Q_SLOTS:
+    void init() { clear(); }
+
+    void words_data() {
+        addRows("go|go zh\nwent|went en\ngoing|go zh <going\nCats|cat zh <Cats\n\"Ｇｏ!\"|go zh\n"
+                // An article without text is no answer.
+                "dogs|dog bundled <dogs\n"
+                // The bundled dictionary comes before those without Chinese.
+                "sun|sun bundled\nbuses|bus bundled <buses\nxyz|-");
+    }
+    void words() {
+        QFETCH(const QStringList, cells);
+        writeTo(u"user/a"_s, "English",
+                {plainEntry("go", "en"), plainEntry("went", "en"), plainEntry("sun", "en")});
+        writeTo(u"user/b/c"_s, "Oxford CHINESE", {plainEntry("go", "zh"), plainEntry("cat", "zh")});
+        writeTo(u"user/z"_s, "简明英汉词典", {plainEntry("go", "zh2"), plainEntry("dog", " ;\n")});
+        writeTo(u"bundled"_s, "英汉入门",
+                {plainEntry("dog", "bundled"), plainEntry("bus", "bundled"), plainEntry("sun", "bundled")});
+        QVERIFY(QFile::link(path(u"user"_s), path(u"user/a/loop"_s)));
+        DictionaryShelf shelf(places());
+        QCOMPARE(answer(shelf, cells[0]), cells[1]);
+    }
+
+    /// The user's order, and the dictionaries in the order in which they are asked.
+    void order_data() {
+        addRows("|Plain,Named Chinese,Starter,English,Japanese\n"
+                "English|English,Plain,Named Chinese,Starter,Japanese\n"
+                "Starter,Japanese,Gone|Starter,Japanese,Plain,Named Chinese,English");
+    }
+    void order() {
+        QFETCH(const QStringList, cells);
+        // Whether a dictionary is in Chinese is seen in its articles, where its name does not tell.
+        writeTo(u"user/1"_s, "English",
+                {plainEntry("go", "move, as the Chinese 走"), plainEntry("sun", "star")});
+        writeTo(u"user/2"_s, "Plain", {plainEntry("go", "走"), plainEntry("sun", "太阳")});
+        writeTo(u"user/3"_s, "Japanese", {plainEntry("go", "行く"), plainEntry("sun", "日の光")});
+        writeTo(u"user/4"_s, "Named Chinese", {plainEntry("go", "zou")});
+        writeTo(u"bundled"_s, "Starter", {plainEntry("go", "去")});
+        for (int round = 0; round < 2; ++round) {
+            DictionaryShelf shelf(places(), cells[0].split(u','));
+            QStringList names;
+            for (const DictionaryShelf::Item &item : shelf.items())
+                names += item.name;
+            QCOMPARE(names.join(u','), cells[1]);
+            QVERIFY(answer(shelf, u"go"_s) != u"-"_s);
+        }
+        const QString byPath = path(u"user/3/d.ifo"_s);
+        QCOMPARE(DictionaryShelf(places(), {byPath}).items().first().path, byPath);
+    }
+
+    void headwords_data() { addRows("sorted\nsorted, packed\nunsorted\nunsorted, packed\n"); }
+
+    void headwords() {
+        QFETCH(const QStringList, cells);
+        StarDictOptions options;
+        options.sorted = cells[0].startsWith(u's');
+        options.gzipIndex = cells[0].endsWith(u"packed");
+        std::vector<StarDictEntry> entries{plainEntry("café", "x"),   plainEntry("苹果", "x"),
+                                           plainEntry("Polish", "x"), plainEntry("polish", "x"),
+                                           plainEntry("policy", "x"), plainEntry("pole", "x")};
+        // More than lie between two places that are kept.
+        for (int i = 0; i < 300; ++i)
+            entries.push_back(plainEntry("word" + QByteArray::number(i), "x"));
+        write(entries, options);
+        DictionaryShelf shelf({.installed = {path()}, .bundled = {}, .cache = cachePath()});
+        const auto completions = [&shelf](const char *prefix, qsizetype limit = 10) {
+            return shelf.headwordsStartingWith(QString::fromUtf8(prefix), limit, {})
+                .join(u' ')
+                .toLower()
+                .toUtf8();
+        };
+        QCOMPARE(completions("POL"), "pole policy polish");
+        QCOMPARE(completions("pol", 2), "pole policy");
+        QCOMPARE(completions(" word29"), "word29 word290 word291 word292 word293 word294 word295 word296 "
+                                         "word297 word298");
+        QCOMPARE(completions("word299"), "word299");
+        QCOMPARE(completions("苹"), "苹果");
+        for (const char *prefix : {"", " ", "zzz", "aaa", "word2999", "polishes"})
+            QCOMPARE(completions(prefix), "");
+        // What another process has changed is seen.
+        QTest::qSleep(20);
+        write({plainEntry("polar", "x")}, options);
+        QCOMPARE(completions("pol"), "polar");
+    }
+
+    void similarHeadwords_data() {
+        addRows("aple | able ape apple maple\nform | from\nrecieve | receive\nAPLPE | apple able ape maple\n"
+                "cafe | ape\ncafè | café\nap | ape\nqqqqq |\na |\n");
+    }
+
+    void similarHeadwords() {
+        QFETCH(const QStringList, cells);
+        write({plainEntry("apple", "x"), plainEntry("maple", "x"), plainEntry("able", "x"),
+               plainEntry("ape", "x"), plainEntry("from", "x"), plainEntry("receive", "x"),
+               plainEntry("café", "x"), plainEntry(QByteArray(300, 'a'), "x")});
+        DictionaryShelf shelf({.installed = {path()}, .bundled = {}, .cache = cachePath()});
+        const auto offered = [&shelf](const QString &word, const std::stop_token &stop = {}) {
+            return shelf.headwordsSimilarTo(word, 4, stop).join(u' ');
+        };
+        QCOMPARE(offered(cells[0]), cells[1]);
+        QVERIFY(offered(QString(5000, u'a')).isEmpty());
+        std::stop_source stop;
+        stop.request_stop();
+        QVERIFY(offered(cells[0], stop.get_token()).isEmpty());
+    }
+};
+
+QTEST_GUILESS_MAIN(DictionaryShelfTest)
+#include "dictionary_shelf_test.moc"
