@@ -28,9 +28,8 @@ inline constexpr qsizetype usualPieceSize = qsizetype{1} << 16;
 /// Decodes an array of word records. A field that is missing or unreadable takes its default; an array
 /// element that is no object, or a text that is no JSON array, gives nothing. Invalid UTF-8 is read as
 /// U+FFFD, a bare control character in a string as a blank. `now` is the default of dates. Throws
-/// std::bad_alloc when there is not enough memory to tell. `texts` receives the place of each record in a
-/// document that is read as it stands.
-/// `pieceSize` does not change the result.
+/// std::bad_alloc when there is not enough memory to tell. `texts` receives the place of each record, or
+/// nothing when the document had to be repaired. `pieceSize` does not change the result.
 std::optional<QList<WordRecord>> decodeWordRecords(QByteArray json, JsonForm form, Instant now,
                                                    QList<RecordText> *texts = nullptr,
                                                    qsizetype pieceSize = usualPieceSize);

@@ -29,7 +29,8 @@ QByteArray repairedText(const QByteArray &json) {
     return text;
 }
 
-/// Parses `json`, repaired if need be, and calls `read(document, json)`. Nothing when it is no JSON.
+/// Parses `json`, repaired if need be, and calls `read(document, json, isRepaired, result)`. Nothing when it
+/// is no JSON.
 template <typename Result, typename Read>
 std::optional<Result> decodeDocument(QByteArray json, Read read, bool isRepaired = false) {
     if (json.startsWith("\xef\xbb\xbf"))
@@ -46,7 +47,7 @@ std::optional<Result> decodeDocument(QByteArray json, Read read, bool isRepaired
     if (error == simdjson::MEMALLOC || error == simdjson::CAPACITY)
         throw std::bad_alloc();
     Result result;
-    if (error || !read(document, json, result))
+    if (error || !read(document, json, isRepaired, result))
         return std::nullopt;
     return result;
 }
@@ -54,7 +55,7 @@ std::optional<Result> decodeDocument(QByteArray json, Read read, bool isRepaired
 template <typename Record>
 std::optional<Record> decodeObject(const QByteArray &json, JsonForm form, Instant now) {
     return decodeDocument<Record>(
-        json, [&](ondemand::document &document, const QByteArray &, Record &record) {
+        json, [&](ondemand::document &document, const QByteArray &, bool, Record &record) {
             FieldReader reader(form, now);
             ondemand::object object;
             return reader.take(document.get_object(), object) && readRecord(reader, object, record) &&
@@ -71,14 +72,14 @@ std::optional<QList<WordRecord>> decodeWordRecords(QByteArray json, JsonForm for
             return words;
     }
     using Records = QList<WordRecord>;
-    return decodeDocument<Records>(
-        std::move(json), [&](ondemand::document &document, const QByteArray &text, Records &records) {
-            if (texts != nullptr)
-                texts->clear();
-            FieldReader reader(form, now);
-            TextFinder finder(text.constData(), texts);
-            return readWordRecords(document, reader, finder, text.constData() + text.size(), records);
-        });
+    return decodeDocument<Records>(std::move(json), [&](ondemand::document &document, const QByteArray &text,
+                                                        bool isRepaired, Records &records) {
+        if (texts != nullptr)
+            texts->clear();
+        FieldReader reader(form, now);
+        TextFinder finder(text.constData(), isRepaired ? nullptr : texts);
+        return readWordRecords(document, reader, finder, text.constData() + text.size(), records);
+    });
 }
 
 bool isWellFormed(const QByteArray &json) {

@@ -3,11 +3,15 @@
 #include <QMap>
 #include <QStringList>
 
+#include <algorithm>
 #include <optional>
 
 namespace lexiquill {
 
 namespace {
+
+/// The group of keys without a group.
+constexpr QLatin1StringView generalGroup("General");
 
 bool isHexDigit(QChar character) {
     const char16_t unit = character.unicode();
@@ -21,9 +25,11 @@ QString quoted(const QString &text) {
         result += u'@';
     bool followsHexEscape = false;
     for (const QChar character : text) {
-        const bool isControl = character.unicode() < 0x20 || character.unicode() == 0x7f;
+        // Surrogates, too: one that stands alone has no UTF-8.
+        const bool needsEscape =
+            character.unicode() < 0x20 || character.unicode() == 0x7f || character.isSurrogate();
         // The reader would take a hexadecimal digit for a part of the escape before it.
-        const bool isHexEscaped = isControl || (followsHexEscape && isHexDigit(character));
+        const bool isHexEscaped = needsEscape || (followsHexEscape && isHexDigit(character));
         if (isHexEscaped) {
             result += QStringLiteral("\\x") + QString::number(character.unicode(), 16);
         } else {
@@ -150,7 +156,7 @@ QVariantMap iniValues(const QByteArray &text) {
         const QStringView line = QStringView(rawLine).trimmed();
         if (line.startsWith(u'[') && line.endsWith(u']')) {
             const QString name = keyOf(line.sliced(1).chopped(1));
-            group = name == QLatin1StringView("General") ? QString() : name + u'/';
+            group = name.isEmpty() || name == generalGroup ? QString() : name + u'/';
             continue;
         }
         const qsizetype equals = line.indexOf(u'=');
@@ -178,12 +184,18 @@ QByteArray iniText(const QVariantMap &values) {
         if (!text)
             continue;
         const qsizetype slash = iterator.key().indexOf(u'/');
-        const QString group = slash < 0 ? QString() : iterator.key().first(slash);
-        groups[group] += keyText(iterator.key().sliced(slash + 1)) + '=' + text->toUtf8() + '\n';
+        QString group = iterator.key().first(std::max<qsizetype>(slash, 0));
+        QString name = iterator.key().sliced(slash + 1);
+        // A line needs a name, and that group stands for none.
+        if (group.isEmpty() || name.isEmpty() || group == generalGroup) {
+            group.clear();
+            name = iterator.key();
+        }
+        groups[group] += keyText(name) + '=' + text->toUtf8() + '\n';
     }
     QByteArray result;
     for (auto iterator = groups.cbegin(); iterator != groups.cend(); ++iterator) {
-        const QByteArray name = iterator.key().isEmpty() ? QByteArray("General") : keyText(iterator.key());
+        const QByteArray name = keyText(iterator.key().isEmpty() ? QString(generalGroup) : iterator.key());
         result += '[' + name + "]\n" + iterator.value();
     }
     return result;

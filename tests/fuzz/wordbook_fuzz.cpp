@@ -18,6 +18,7 @@ void checkForm(const QByteArray &json, JsonForm form) {
         return;
     // What has been read once is written and read again without change.
     const QByteArray written = encodeWordRecords(*records, form);
+    check(isWellFormed(written));
     const auto again = decodeWordRecords(written, form, now);
     check(again && again->size() == records->size());
     check(encodeWordRecords(*again, form) == written);
@@ -26,17 +27,17 @@ void checkForm(const QByteArray &json, JsonForm form) {
     const Calendar calendar{.timeZone = QTimeZone("Europe/Berlin")};
     for (WordRecord record : *records) {
         record.nextReviewRelativeDescription(now, calendar);
-        SpacedRepetitionEngine::shared().recordSearch(record, now);
+        SpacedRepetitionEngine::recordSearch(record, now);
         for (const ReviewFeedback answer : {ReviewFeedback::Remembered, ReviewFeedback::Forgot})
-            SpacedRepetitionEngine::shared().processReview(record, answer, now, calendar);
+            SpacedRepetitionEngine::processReview(record, answer, now, calendar);
         check(record.easeFactor >= SpacedRepetitionEngine::minEaseFactor &&
               record.easeFactor <= SpacedRepetitionEngine::maxEaseFactor);
     }
-    const auto plan = WeeklyReviewScheduler::shared().generateWeeklyPlan(*records, now, calendar);
-    WeeklyReviewScheduler::shared().exportMarkdown(plan, calendar);
+    const auto plan = WeeklyReviewScheduler::generateWeeklyPlan(*records, now, calendar);
+    WeeklyReviewScheduler::exportMarkdown(plan, calendar);
 }
 
-/// Reading in pieces gives the same, and each record's text is that record.
+/// Reading in pieces gives the same, and in a sound file each record's text is that record.
 void checkPieces(const QByteArray &json) {
     const auto whole = decodeWordRecords(json, JsonForm::File, now, nullptr, json.size());
     QList<RecordText> texts;
@@ -44,16 +45,19 @@ void checkPieces(const QByteArray &json) {
     check(whole.has_value() == pieces.has_value());
     if (!whole)
         return;
-    check(pieces->size() == whole->size() && texts.size() == whole->size());
+    check(pieces->size() == whole->size() && (texts.isEmpty() || texts.size() == whole->size()));
+    const bool isSound = isWellFormed(json);
     for (qsizetype i = 0; i < texts.size(); ++i) {
         const WordRecord &record = pieces->at(i);
         check(record.word == whole->at(i).word && record.posGroups == whole->at(i).posGroups &&
               record.userNotes == whole->at(i).userNotes);
-        if (texts.at(i).isEmpty())
+        if (!isSound || texts.at(i).size == 0)
             continue;
         const QByteArray text = json.sliced(texts.at(i).offset, texts.at(i).size);
-        const auto alone = decodeWordRecord(text, JsonForm::File, Instant{1});
-        check(alone && haveSameContent(*alone, record));
+        auto alone = decodeWordRecord(text, JsonForm::File, now);
+        check(alone.has_value());
+        alone->id = record.id; // made up where the text has none
+        check(haveSameContent(*alone, record));
     }
 }
 
