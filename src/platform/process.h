@@ -5,8 +5,8 @@
 namespace lexiquill {
 
 /// Prepares the process for whatever surroundings it was started in: writes to a pipe that nobody reads, or
-/// beyond the limit of file sizes, fail instead of ending it, and standard streams that were closed are empty
-/// instead of being whichever file is opened next.
+/// beyond the limit of file sizes, fail instead of ending it; standard streams that were closed are empty
+/// instead of being whichever file is opened next; and without HOME the home directory is the account's.
 void prepareProcess();
 
 /// Makes ready for many allocations that are kept, of about this many bytes in all.

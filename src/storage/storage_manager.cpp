@@ -291,8 +291,7 @@ bool StorageManager::replaceFile(FileLock &held, const QList<WordRecord> &backup
     if (stillDeleted != deleted)
         m_dependencies.deletedWords.set(stillDeleted);
     const auto seconds = static_cast<qint64>(m_dependencies.clock().unixSeconds());
-    if (!m_file.replace(held, backup,
-                        QDateTime::fromSecsSinceEpoch(seconds, m_dependencies.calendar().timeZone))) {
+    if (!m_file.replace(held, backup, m_dependencies.calendar().dateTime(seconds * 1000))) {
         if (stillDeleted != deleted)
             m_dependencies.deletedWords.set(deleted);
         return false;

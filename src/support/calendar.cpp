@@ -1,7 +1,5 @@
 #include "support/calendar.h"
 
-#include <QDateTime>
-
 #include <cmath>
 
 namespace lexiquill {
@@ -35,43 +33,37 @@ QDate startOfFirstWeek(int year, Qt::DayOfWeek firstWeekday, int minimumDays) {
 
 /// The instant at which clocks show the local time: the first one of a time that comes twice, and for a time
 /// that they leap over as much later as they leap.
-qint64 unixMillisecondsOf(QDate date, QTime time, const QTimeZone &zone) {
-    const QDateTime asUtc(date, time, Qt::UTC);
-    const auto offsetAt = [&zone](const QDateTime &dateTime) {
-        return qint64{zone.offsetFromUtc(dateTime)} * 1000;
+qint64 unixMillisecondsOf(QDate date, QTime time, const Calendar &calendar) {
+    const qint64 asUtc = QDateTime(date, time, Qt::UTC).toMSecsSinceEpoch();
+    const auto offsetAt = [&calendar](qint64 milliseconds) {
+        return qint64{calendar.dateTime(milliseconds).offsetFromUtc()} * 1000;
     };
     // No zone is a day away from UTC, so these are the offsets before and after a change around that time.
-    const qint64 before = offsetAt(asUtc.addDays(-1));
-    const qint64 after = offsetAt(asUtc.addDays(1));
-    const bool hasChanged = offsetAt(asUtc.addMSecs(-before)) != before;
-    const bool isAfterChange = offsetAt(asUtc.addMSecs(-after)) == after;
-    return asUtc.toMSecsSinceEpoch() - (hasChanged && isAfterChange ? after : before);
+    constexpr qint64 day = 86'400'000;
+    const qint64 before = offsetAt(asUtc - day);
+    const qint64 after = offsetAt(asUtc + day);
+    const bool hasChanged = offsetAt(asUtc - before) != before;
+    const bool isAfterChange = offsetAt(asUtc - after) == after;
+    return asUtc - (hasChanged && isAfterChange ? after : before);
 }
 
 } // namespace
 
-Calendar Calendar::current() {
-    // TZ may name a file of the time-zone database, which Qt takes for an unknown zone.
-    const QByteArray variable = qgetenv("TZ");
-    constexpr QByteArrayView database = "/zoneinfo/";
-    if (const qsizetype at = variable.indexOf(database); at >= 0) {
-        if (QTimeZone zone(variable.sliced(at + database.size())); zone.isValid())
-            return {.timeZone = zone};
-    }
-    const QTimeZone zone = QTimeZone::systemTimeZone();
-    return {.timeZone = zone.isValid() ? zone : QTimeZone::utc()};
+QDateTime Calendar::dateTime(qint64 unixMilliseconds) const {
+    return timeZone ? QDateTime::fromMSecsSinceEpoch(unixMilliseconds, *timeZone)
+                    : QDateTime::fromMSecsSinceEpoch(unixMilliseconds, Qt::LocalTime);
 }
 
 std::optional<QDate> Calendar::date(Instant instant) const {
     const auto milliseconds = toUnixMilliseconds(instant);
     if (!milliseconds)
         return std::nullopt;
-    const QDate day = QDateTime::fromMSecsSinceEpoch(*milliseconds, timeZone).date();
+    const QDate day = dateTime(*milliseconds).date();
     return day.isValid() ? std::optional(day) : std::nullopt;
 }
 
 std::optional<Instant> Calendar::startOfDay(QDate date) const {
-    const QDateTime start = date.startOfDay(timeZone);
+    const QDateTime start = timeZone ? date.startOfDay(*timeZone) : date.startOfDay(Qt::LocalTime);
     return start.isValid() ? std::optional(fromUnixMilliseconds(start.toMSecsSinceEpoch())) : std::nullopt;
 }
 
@@ -81,11 +73,11 @@ std::optional<Instant> Calendar::addingDays(Instant instant, qint64 days) const 
     const auto milliseconds = toUnixMilliseconds(instant);
     if (!milliseconds || days > mostDays || days < -mostDays)
         return std::nullopt;
-    const QDateTime local = QDateTime::fromMSecsSinceEpoch(*milliseconds, timeZone);
+    const QDateTime local = dateTime(*milliseconds);
     const QDate day = local.date().addDays(days);
     if (!day.isValid())
         return std::nullopt;
-    const qint64 difference = unixMillisecondsOf(day, local.time(), timeZone) - *milliseconds;
+    const qint64 difference = unixMillisecondsOf(day, local.time(), *this) - *milliseconds;
     return instant.adding(static_cast<double>(difference) / 1000);
 }
 

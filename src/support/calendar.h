@@ -3,16 +3,18 @@
 #include "support/instant.h"
 
 #include <QDate>
+#include <QDateTime>
 #include <QTimeZone>
 
 #include <optional>
 
 namespace lexiquill {
 
-/// The rules by which instants become days and weeks. By default the system's time zone with weeks that
-/// start on Monday and are numbered by ISO 8601.
+/// The rules by which instants become days and weeks. By default local time with weeks that start on Monday
+/// and are numbered by ISO 8601.
 struct Calendar {
-    QTimeZone timeZone;
+    /// None: local time as localtime() of the C library has it, whatever TZ and the system's files say.
+    std::optional<QTimeZone> timeZone = std::nullopt;
     Qt::DayOfWeek firstWeekday = Qt::Monday;
     int minimumDaysInFirstWeek = 4; ///< 1 to 7
 
@@ -24,7 +26,7 @@ struct Calendar {
     };
 
     /// The user's calendar.
-    static Calendar current();
+    static Calendar current() { return {}; }
 
     /// The local date, or nothing where the instant lies outside the calendar's range.
     std::optional<QDate> date(Instant instant) const;
@@ -38,6 +40,8 @@ struct Calendar {
     std::optional<Week> week(Instant instant) const;
     /// The local date as "yyyy-MM-dd"; empty outside the calendar's range.
     QString isoDate(Instant instant) const;
+    /// Date and clock time, for display.
+    QDateTime dateTime(qint64 unixMilliseconds) const;
 };
 
 } // namespace lexiquill

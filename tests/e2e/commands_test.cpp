@@ -258,6 +258,9 @@ private Q_SLOTS:
         addRows("zh_CN.GB18030    | :Asia/Shanghai   | Asia/Shanghai\n"
                 "POSIX            | America/New_York | America/New_York\n"
                 "en_US.ISO-8859-1 | CST-8            | Asia/Shanghai\n"
+                "C                | UTC-8            | Asia/Shanghai\n"
+                "C                | <+0530>-5:30     | Asia/Kolkata\n"
+                "C                | EST5EDT,M3.2.0,M11.1.0 | America/New_York\n"
                 "nonsense         | Nonsense/Zone    | UTC\n"
                 "                 |                  | UTC\n");
     }

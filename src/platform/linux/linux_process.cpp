@@ -6,6 +6,7 @@
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <malloc.h>
+#include <pwd.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -14,8 +15,23 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace lexiquill {
+
+namespace {
+
+/// The home directory in the system's list of users; empty when it has none.
+std::string homeOfAccount() {
+    std::vector<char> buffer(std::size_t{1} << 16);
+    passwd entry{};
+    passwd *found = nullptr;
+    ::getpwuid_r(::getuid(), &entry, buffer.data(), buffer.size(), &found);
+    return found != nullptr && found->pw_dir != nullptr ? found->pw_dir : std::string();
+}
+
+} // namespace
 
 void prepareProcess() {
     std::signal(SIGPIPE, SIG_IGN);
@@ -26,6 +42,10 @@ void prepareProcess() {
         descriptor = ::open("/dev/null", O_RDWR | O_CLOEXEC);
     if (descriptor >= 0)
         ::close(descriptor);
+    if (qEnvironmentVariableIsEmpty("HOME")) {
+        if (const std::string home = homeOfAccount(); !home.empty())
+            ::setenv("HOME", home.c_str(), 1);
+    }
 }
 
 void expectAllocations(qsizetype size) {
