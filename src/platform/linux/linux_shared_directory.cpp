@@ -162,7 +162,8 @@ public:
         if (!S_ISDIR(status.st_mode))
             return failureAfter(::unlinkat(m_directory.get(), file.constData(), 0));
         // From here on nobody else can change what is in it.
-        ::fchmodat(m_directory.get(), file.constData(), privateDirectoryMode, 0);
+        if (::fchmodat(m_directory.get(), file.constData(), privateDirectoryMode, 0) != 0)
+            return failureOf(errno);
         const std::filesystem::path path((m_path + '/' + file).toStdString());
         openDirectories(path);
         std::error_code error;
