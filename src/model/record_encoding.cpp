@@ -35,17 +35,8 @@ void write(JsonWriter &writer, ReviewFeedback feedback, JsonForm) {
 
 void write(JsonWriter &writer, const QUuid &id, JsonForm) {
     // "XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX"
-    constexpr char digits[] = "0123456789ABCDEF";
-    const QByteArray bytes = id.toRfc4122();
-    char text[36];
-    char *out = text;
-    for (qsizetype i = 0; i < bytes.size(); ++i) {
-        if (i == 4 || i == 6 || i == 8 || i == 10)
-            *out++ = '-';
-        *out++ = digits[static_cast<unsigned char>(bytes[i]) >> 4];
-        *out++ = digits[bytes[i] & 0xf];
-    }
-    writer.plainValue({text, sizeof text});
+    const QByteArray text = id.toByteArray(QUuid::WithoutBraces).toUpper();
+    writer.plainValue({text.constData(), static_cast<std::size_t>(text.size())});
 }
 
 void write(JsonWriter &writer, Instant instant, JsonForm form) {

@@ -8,8 +8,7 @@
 namespace lexiquill {
 
 /// The text of UTF-8 bytes, with U+FFFD for what is none. Unlike QString::fromUtf8() it keeps a byte order
-/// mark, which is text like any other in the middle of a document, and short texts, which are most, take no
-/// more memory than they need.
+/// mark, which is text like any other in the middle of a document.
 QString textFromUtf8(std::string_view utf8);
 
 /// The same for a text of a few characters that is looked at and forgotten, without memory of its own.
@@ -19,7 +18,7 @@ public:
     QStringView text() const { return m_text; }
 
 private:
-    char16_t m_buffer[64];
+    QChar m_buffer[64];
     QString m_long; ///< of what does not fit
     QStringView m_text;
 };
