@@ -3,6 +3,11 @@ import QtTest
 
 /// A test that looks for items as a user sees them.
 TestCase {
+    /// A fault in a binding or a component is only warned of.
+    function init() {
+        failOnWarning(/.?/);
+    }
+
     /// The first that is wanted of an item and all below it; null without one.
     function find(item, wanted) {
         if (wanted(item))

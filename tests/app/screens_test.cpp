@@ -22,8 +22,8 @@ public:
     }
 
 private Q_SLOTS:
-    void applicationAvailable() {
-        LexiquillApp::setUpApplication();
+    void applicationAvailable() { LexiquillApp::setUpApplication(); }
+    void qmlEngineAvailable(QQmlEngine *engine) {
         // A Wednesday, for what is due and what is planned depends on the day of the week.
         const auto clock = [] {
             return *Instant::fromIso8601(u"2025-03-12T09:26:53Z");
@@ -31,11 +31,12 @@ private Q_SLOTS:
         const auto calendar = [] {
             return Calendar{QTimeZone::utc()};
         };
+        m_context.reset();
         m_services = std::make_unique<TestServices>(QByteArray(), QStringLiteral("http://127.0.0.1:9"),
                                                     nullptr, clock, calendar);
         m_context = std::make_unique<AppContext>(*m_services);
+        LexiquillApp::prepare(*engine);
     }
-    void qmlEngineAvailable(QQmlEngine *engine) { LexiquillApp::prepare(*engine); }
 
 private:
     std::unique_ptr<TestServices> m_services;

@@ -68,6 +68,27 @@ ScreenTest {
         compare(field.text, chosen);
     }
 
+    function test_2_base_form_is_named() {
+        tests.type("went");
+        keyClick(Qt.Key_Return);
+        tryCompare(tests.card(), "word", "go");
+        verify(tests.named(tests.card(), "went → go"));
+        tests.type("go");
+        keyClick(Qt.Key_Return);
+        tryVerify(() => !tests.named(tests.card(), "went → go"));
+        compare(tests.card().word, "go");
+    }
+
+    function test_2_unknown_word_is_named() {
+        tests.type("beleive");
+        keyClick(Qt.Key_Return);
+        tryVerify(() => tests.named(window.contentItem, "没有找到“beleive”"));
+        tryVerify(() => tests.suggestions().model.wordAt(0) === "believe");
+        keyClick(Qt.Key_Down);
+        keyClick(Qt.Key_Return);
+        tryCompare(tests.card(), "word", "believe");
+    }
+
     function test_3_deletion_is_undone() {
         const word = tests.card().word;
         tests.card().remove();

@@ -38,6 +38,7 @@ ScreenTest {
     }
 
     function init() {
+        failOnWarning(/.?/);
         window.width = 680;
         tryCompare(screen, "isNarrow", false);
         tryVerify(() => !isPolishScheduled(named(screen, "单词列表")));

@@ -1,7 +1,7 @@
 import QtQuick
 import Lexiquill
 
-/// A bold number on a solid ground.
+/// A number on a solid ground.
 Rectangle {
     id: badge
 
@@ -22,7 +22,6 @@ Rectangle {
         text: badge.isSmall && badge.text.length > 2 ? "99+" : badge.text
         color: "#FFFFFF"
         font.pixelSize: badge.isSmall ? 9 : 11
-        font.bold: true
         textFormat: Text.PlainText
     }
 }

@@ -1,11 +1,7 @@
 #include "app/components/symbol_icon.h"
 
-#include "app/components/symbol_paths.h"
-
 #include <QPainter>
-#include <QPen>
-
-#include <algorithm>
+#include <QSvgRenderer>
 
 namespace lexiquill {
 
@@ -30,15 +26,14 @@ void SymbolIcon::setColor(const QColor &color) {
 }
 
 void SymbolIcon::paint(QPainter *painter) {
-    constexpr double side = 24;
-    constexpr double lineWidth = 1.7;
-    const double scale = std::min(width(), height()) / side;
-    const SymbolShape shape = symbolShape(m_symbol);
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->translate((width() - side * scale) / 2, (height() - side * scale) / 2);
-    painter->scale(scale, scale);
-    painter->strokePath(shape.strokes, QPen(m_color, lineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter->fillPath(shape.fills, m_color);
+    if (m_symbol.isEmpty())
+        return;
+    QSvgRenderer drawing(QStringLiteral(":/lexiquill/symbols/%1.svg").arg(m_symbol));
+    drawing.setAspectRatioMode(Qt::KeepAspectRatio);
+    drawing.render(painter, boundingRect());
+    // The files are black.
+    painter->setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter->fillRect(boundingRect(), m_color);
 }
 
 } // namespace lexiquill

@@ -6,7 +6,7 @@
 
 namespace lexiquill {
 
-/// A symbol of the program's own icon set, drawn in one colour at any size.
+/// A symbol of the program's own icon set, drawn in one colour at any size. The files are in symbols/.
 class SymbolIcon : public QQuickPaintedItem {
     Q_OBJECT
     QML_NAMED_ELEMENT(SymbolIcon)
@@ -16,7 +16,7 @@ class SymbolIcon : public QQuickPaintedItem {
 public:
     explicit SymbolIcon(QQuickItem *parent = nullptr);
 
-    /// The symbol's name; nothing is drawn for an unknown one.
+    /// The file's name without ".svg"; nothing is drawn while it is empty.
     const QString &symbol() const { return m_symbol; }
     void setSymbol(const QString &symbol);
     const QColor &color() const { return m_color; }

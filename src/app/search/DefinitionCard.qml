@@ -12,6 +12,8 @@ Card {
     property string wordId: ""
     /// Where the definition came from, in a few words; empty when that is of no interest.
     property string sourceText: ""
+    /// The form of the word that was looked up; empty when that is of no interest.
+    property string askedForm: ""
     property bool showsAnswers: true
     property bool showsDelete: true
     /// Tells about what was done, and offers to undo a deletion; without one that is not told.
@@ -80,6 +82,13 @@ Card {
                 anchors.rightMargin: Theme.unit
                 spacing: 4
 
+                ThemedText {
+                    width: parent.width
+                    visible: card.askedForm !== ""
+                    role: ThemedText.Small
+                    text: card.askedForm + " → " + record.headword
+                    elide: Text.ElideMiddle
+                }
                 ThemedText {
                     width: parent.width
                     role: ThemedText.Headword

@@ -144,6 +144,8 @@ FocusScope {
             ThemedText {
                 width: parent.width
                 role: ThemedText.Heading
+                // Hidden texts load their fonts, too, and a bold Chinese one takes megabytes.
+                font.weight: missing.visible ? Font.DemiBold : Font.Normal
                 text: "没有找到“" + session.word + "”"
                 wrapMode: Text.Wrap
                 maximumLineCount: 3
@@ -166,7 +168,6 @@ FocusScope {
             y: missing.visible ? missing.y + missing.height + 2 * Theme.unit : 0
             visible: suggestionList.visible && suggestionList.count > 0 && text !== ""
             role: ThemedText.Caption
-            font.weight: Font.DemiBold
             text: missing.visible ? "你要找的是不是" : field.text.trim() === "" ? "最近查询" : ""
         }
         SuggestionList {
@@ -223,6 +224,7 @@ FocusScope {
             height: implicitHeight
             wordId: session.wordId
             sourceText: session.sourceText
+            askedForm: session.askedForm
             toast: messages
             onDeleted: session.forget()
         }

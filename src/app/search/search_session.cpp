@@ -101,6 +101,7 @@ QCoro::Task<> SearchSession::ask(QString word, std::stop_token stop) {
 }
 
 void SearchSession::finish(const LookupResult &result) {
+    m_askedForm = result.askedForm.value_or(QString());
     if (result.entry) {
         const WordRecord record = m_storage.addOrUpdateSearch(*result.entry);
         m_wordId = record.id.toString(QUuid::WithoutBraces);

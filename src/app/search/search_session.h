@@ -30,6 +30,8 @@ class SearchSession : public QObject {
     Q_PROPERTY(QString wordId READ wordId NOTIFY stateChanged)
     /// The word that is or was looked up.
     Q_PROPERTY(QString word READ word NOTIFY stateChanged)
+    /// The form that was looked up when what was found is its base form, such as went for go; else empty.
+    Q_PROPERTY(QString askedForm READ askedForm NOTIFY stateChanged)
     /// Names the source of what was found.
     Q_PROPERTY(QString sourceText READ sourceText NOTIFY stateChanged)
     /// What to say of a word that was not found: which sources do not know it.
@@ -51,6 +53,7 @@ public:
     SuggestionModel *suggestions() { return &m_suggestions; }
     const QString &wordId() const { return m_wordId; }
     const QString &word() const { return m_word; }
+    const QString &askedForm() const { return m_askedForm; }
     const QString &sourceText() const { return m_sourceText; }
     const QString &missingText() const { return m_missingText; }
 
@@ -85,6 +88,7 @@ private:
     QString m_wordId;
     QString m_headword;
     QString m_word;
+    QString m_askedForm;
     QString m_sourceText;
     QString m_missingText;
     std::unique_ptr<Cancellation> m_cancellation;
