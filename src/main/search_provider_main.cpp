@@ -48,7 +48,7 @@ int main(int argc, char **argv) {
     SearchService service(module->open(SearchDatabase::standardFilePath()), [] {
         DeletedWords &deleted = shared<DeletedWords>();
         deleted.refresh();
-        return StorageManager::recordedWords(StorageManager::standardStorageFile(), deleted);
+        return StorageManager::recordedWords(StorageManager::standardStorageFile(), deleted, Instant::now());
     });
 
     QDBusConnection bus = QDBusConnection::sessionBus();

@@ -10,6 +10,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <utility>
 
 namespace lexiquill {
 
@@ -33,9 +34,10 @@ QByteArray headerOf(const QByteArray &url, const QByteArray &body) {
 
 } // namespace
 
-AnswerStore::AnswerStore(const QString &directory, qint64 mostBytes)
+AnswerStore::AnswerStore(const QString &directory, qint64 mostBytes, Clock clock)
     : m_directory(directory),
-      m_mostBytes(mostBytes) {}
+      m_mostBytes(mostBytes),
+      m_clock(std::move(clock)) {}
 
 QString AnswerStore::pathOf(const QByteArray &url) const {
     return m_directory + u'/' + QString::fromLatin1(hexHash(url));
@@ -78,7 +80,7 @@ void AnswerStore::makeRoom() const {
         qint64 size;
     };
     // Each is looked at once, for others may be replacing them.
-    const qint64 now = QDateTime::currentMSecsSinceEpoch();
+    const auto now = static_cast<qint64>(m_clock().unixSeconds() * 1000);
     QList<File> files;
     for (QDirIterator iterator(m_directory, QDir::Files | QDir::Hidden | QDir::System); iterator.hasNext();) {
         const QFileInfo info(iterator.next());

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/instant.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QUrl>
@@ -14,7 +16,8 @@ namespace lexiquill {
 class AnswerStore {
 public:
     /// `directory` is made, for its owner only, by the first answer; nothing else may be kept there.
-    explicit AnswerStore(const QString &directory, qint64 mostBytes = qint64{50} << 20);
+    explicit AnswerStore(const QString &directory, qint64 mostBytes = qint64{50} << 20,
+                         Clock clock = Instant::now);
 
     std::optional<QByteArray> find(const QUrl &url) const;
     void keep(const QUrl &url, const QByteArray &body) const;
@@ -25,6 +28,7 @@ private:
 
     QString m_directory;
     qint64 m_mostBytes;
+    Clock m_clock;
 };
 
 } // namespace lexiquill

@@ -21,8 +21,9 @@ QString StorageManager::standardStorageFile() {
     return QDir(directory).filePath(QStringLiteral("Lexiquill/vocabulary.json"));
 }
 
-QList<WordRecord> StorageManager::recordedWords(const QString &storageFile, const DeletedWords &deleted) {
-    auto words = WordbookFile(storageFile).load(Instant::now()).words;
+QList<WordRecord> StorageManager::recordedWords(const QString &storageFile, const DeletedWords &deleted,
+                                                Instant now) {
+    auto words = WordbookFile(storageFile).load(now).words;
     removeDeleted(words, deleted.words());
     return words;
 }

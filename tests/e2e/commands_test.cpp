@@ -22,10 +22,10 @@ const QString usage =
     "  Lexiquill export             导出本周复习清单为 Markdown 文件\n"
     "  Lexiquill                    直接启动 macOS 原生图形界面\n"_s;
 
-/// The current week in UTC in words.
+/// The current local week in words.
 QString currentWeek() {
     int year = 0;
-    const int number = QDateTime::currentDateTimeUtc().date().weekNumber(&year);
+    const int number = QDate::currentDate().weekNumber(&year);
     return u"%1 年第 %2 周"_s.arg(year).arg(number);
 }
 
@@ -64,11 +64,10 @@ class CommandsTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    /// What is expected depends on the day, so no test may run across a midnight of any zone.
-    void init() {
-        const QTime time = QTime::currentTime();
-        if (time.minute() % 15 == 14 && time.second() > 45)
-            QTest::qSleep((61 - time.second()) * 1000);
+    /// What is expected depends on the day, so the tests run in a zone where it is about noon.
+    void initTestCase() {
+        const int hour = QDateTime::currentDateTimeUtc().time().hour();
+        qputenv("TZ", QByteArray("Noon") + (hour < 12 ? "-" : "+") + QByteArray::number(std::abs(12 - hour)));
     }
 
     void dispatch_data() {
@@ -76,8 +75,10 @@ private Q_SLOTS:
         const auto add = [](const char *arguments, const QString &output, int status = 0) {
             QTest::newRow(arguments) << QByteArray(arguments) << output << status;
         };
-        for (const char *arguments : {"help", "HELP", "--help", "foo", "-s", "searchx", "", " list",
-                                      "x|-psn_1", "-PSN_0_1", "-nsdocumentrevisionsdebugmode"})
+        for (const char *arguments :
+             {"help", "HELP", "--help", "foo", "-s", "searchx", "", " list", "x|-psn_1", "-PSN_0_1",
+              "-nsdocumentrevisionsdebugmode", "--desktop-services", "--Desktop-Service", "--desktop-action",
+              "--desktop-service=1", "-desktop-service", "lexiquill"})
             add(arguments, usage);
         for (const char *arguments : {"search", "SEARCH|", "Lookup", "S"})
             add(arguments, u"❌ 错误：请提供要查询的单词，例如：Lexiquill search apple\n"_s, 1);
@@ -211,6 +212,12 @@ private Q_SLOTS:
                                   u" | 1天 | 1次 |\n"_s));
         QVERIFY(markdown.endsWith(u"vibe coding by Tolvan*\n"));
 
+        // A directory whose name is no UTF-8, and a file that may only be read.
+        const Outcome elsewhere = home.shell(
+            u"mkdir \"$(printf 'd\\377')\" && cd d* && echo old >%1 && chmod 400 %1 && \"$PROGRAM\" export"
+            " >&2 && cat %1; cd .. && rm -r d*"_s.arg(exportedName()));
+        QCOMPARE(elsewhere.output, markdown);
+
         // Nobody can create files there.
         const Outcome unwritable = home.shell(u"cd /proc && exec \"$PROGRAM\" export"_s);
         QCOMPARE(unwritable.output, u"✅ 已成功导出本周复习清单至: /proc/"_s + exportedName() + u'\n');
@@ -253,6 +260,19 @@ private Q_SLOTS:
         QVERIFY(home.words()->at(0).reviewHistory.isEmpty());
     }
 
+    void reviewOfAWordThatIsDeletedMeanwhile() {
+        const Home home;
+        home.setWordbook(wordbook(u"[{'word': 'apple'}]"_s));
+        const auto review = home.start({u"review"_s, u"apple"_s});
+        QByteArray asked;
+        while (!asked.contains("1 或 2: ") && review->waitForReadyRead())
+            asked += review->readAllStandardOutput();
+        home.setWordbook("[]");
+        const Outcome outcome = Home::finish(*review, "1\n");
+        QCOMPARE(outcome.output, u"❌ 生词本中未找到 “apple”，请先使用 search 查询录入。\n"_s);
+        QVERIFY(home.words()->isEmpty());
+    }
+
     /// A locale, a time zone, and the zone that is meant.
     void environments_data() {
         addRows("zh_CN.GB18030    | :Asia/Shanghai   | Asia/Shanghai\n"
@@ -270,14 +290,22 @@ private Q_SLOTS:
         home.environment.insert(u"LC_ALL"_s, cells[0]);
         home.environment.insert(u"TZ"_s, cells[1]);
         const QTimeZone zone(cells[2].toLatin1());
-        const QDate today = QDateTime::currentDateTimeUtc().toTimeZone(zone).date();
+        const auto dateThere = [&zone] {
+            return QDateTime::currentDateTimeUtc().toTimeZone(zone).date();
+        };
+        QDate today;
         const auto record = [&zone](const char *word, const QDate &day) {
             return QByteArray("{'word': '") + word + "', 'nextReviewDate': '" +
                    day.startOfDay(zone).toUTC().toString(Qt::ISODate).toLatin1() + "'}";
         };
-        const QByteArray words = '[' + record("苹果", today) + ',' + record("梨", today.addDays(1)) + ']';
-        home.setWordbook(wordbook(QString::fromUtf8(words)));
-        const Outcome outcome = home.run("list");
+        Outcome outcome;
+        // Once more when midnight comes in between.
+        do {
+            today = dateThere();
+            const QByteArray words = '[' + record("苹果", today) + ',' + record("梨", today.addDays(1)) + ']';
+            home.setWordbook(wordbook(QString::fromUtf8(words)));
+            outcome = home.run("list");
+        } while (today != dateThere());
         QVERIFY(
             outcome.output.contains(u"[1] 苹果               | 新查询 | 间隔: 0天 | 今天待复习 | 查过1次\n"
                                     "[2] 梨                | 新查询 | 间隔: 0天 | 明天 | 查过1次\n"_s));

@@ -29,7 +29,7 @@ public:
             environment.insert(QString::fromLatin1(name), qEnvironmentVariable(name));
         for (const char *name : {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME"})
             environment.insert(QString::fromLatin1(name), path(QString::fromLatin1(name)));
-        environment.insert(u"TZ"_s, u"UTC"_s);
+        environment.insert(u"TZ"_s, qEnvironmentVariable("TZ", u"UTC"_s));
         environment.insert(u"PROGRAM"_s, QStringLiteral(LEXIQUILL_PROGRAM));
         setOnlineBase(u"https://dictionary.invalid"_s);
     }

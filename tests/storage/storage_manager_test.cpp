@@ -55,6 +55,30 @@ private Q_SLOTS:
         QCOMPARE(place.backups(), QStringList());
     }
 
+    /// Earlier versions put U+2060 into texts of dictionaries.
+    void textsAreHealedWhenTheirRecordChanges() {
+        Place place;
+        WordRecord record = newRecord({.entry = entryFor(apple, u"\u2060a"_s), .date = place.now});
+        record.conciseSummary = u"nou\u2060n"_s;
+        record.rawDefinition = u"\u20601990\u2060"_s;
+        record.posGroups[0].senses[0] = {
+            .context = u"\u2060c"_s, .chineseMeaning = u"甲\u2060"_s, .examples = {u"x\u2060y"_s}};
+        record.examples = {{.en = u"e\u2060"_s, .cn = u"\u2060c"_s}};
+        record.userNotes = u"mine\u2060"_s;
+        WordRecord other = record;
+        other.word = pear;
+        place.setContent(encodeWordRecords({record, other}, JsonForm::File));
+        const auto store = place.open();
+        store->recordReview(record.id, ReviewFeedback::Remembered);
+        // The note is the user's, and the other record has not changed.
+        const QList<WordRecord> saved = place.saved();
+        const QByteArray healed = encodeWordRecords({saved.first()}, JsonForm::File);
+        QCOMPARE(healed.count("\u2060"), 1);
+        QVERIFY(healed.contains("mine\u2060"));
+        QVERIFY(haveSameContent(saved.last(), other));
+        QCOMPARE(store->words().first().posGroups[0].senses[0].chineseMeaning, u"甲"_s);
+    }
+
     void searches() {
         Place place;
         place.setWords({apple, pear});
