@@ -21,11 +21,9 @@ class NetworkModule {
 public:
     static constexpr const char *library = "lexiquill_network";
 
+    virtual ~NetworkModule() = default;
     /// The process-wide online dictionary.
     virtual OnlineSource &onlineSource() = 0;
-
-protected:
-    ~NetworkModule() = default;
 };
 
 /// The file of the search index.
@@ -33,11 +31,9 @@ class SearchIndexModule {
 public:
     static constexpr const char *library = "lexiquill_search_index";
 
+    virtual ~SearchIndexModule() = default;
     /// The file is not touched before it is used.
     virtual std::unique_ptr<SearchDatabase> open(const QString &path) = 0;
-
-protected:
-    ~SearchIndexModule() = default;
 };
 
 /// Finds the application that is running already.
@@ -45,11 +41,9 @@ class ActivationModule {
 public:
     static constexpr const char *library = "lexiquill_activation";
 
+    virtual ~ActivationModule() = default;
     /// Hands a start with these arguments over to it. False when none is running.
     virtual bool forwardStart(const QStringList &arguments) = 0;
-
-protected:
-    ~ActivationModule() = default;
 };
 
 /// The window.
@@ -57,11 +51,9 @@ class DesktopModule {
 public:
     static constexpr const char *library = "lexiquill_desktop";
 
+    virtual ~DesktopModule() = default;
     /// Runs the application until it quits and returns its exit status.
     virtual int run(int argc, char **argv) = 0;
-
-protected:
-    ~DesktopModule() = default;
 };
 
 inline constexpr const char *moduleEntry = "lexiquill_module";

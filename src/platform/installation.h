@@ -18,8 +18,14 @@ struct Installation {
     static Installation of(const QString &executableDirectory, const QString &homeDirectory);
 };
 
+enum class ReplacementObstacle {
+    UnreadableName, ///< the path is no text, so it cannot be written into a script
+    NotWritable,
+    NoUnpacker, ///< the program that unpacks archives is missing
+};
+
 /// Makes the directory around the bundle if it is missing. Returns why no bundle can be unpacked and put
-/// there, as a short Chinese description; nothing when it can.
-std::optional<QString> obstacleToReplacing(const QString &applicationPath);
+/// there; nothing when it can.
+std::optional<ReplacementObstacle> obstacleToReplacing(const QString &applicationPath);
 
 } // namespace lexiquill

@@ -14,8 +14,18 @@ namespace lexiquill {
 /// write, replace or remove, unless it says so. Nothing is done in a directory that cannot promise this.
 class SharedDirectory {
 public:
-    /// Why something could not be done, as a short Chinese description; nothing when it was done.
-    using Failure = std::optional<QString>;
+    enum class Problem {
+        NoSpace,
+        NoPermission,
+        NoDirectory,
+        NameTaken,
+        OtherOwner,       ///< what bears the name belongs to another user
+        Unsafe,           ///< others may remove or replace what this user makes there
+        ProgramForbidden, ///< no program may be run from there
+        Other,
+    };
+    /// Why something could not be done; nothing when it was done.
+    using Failure = std::optional<Problem>;
     enum class FileKind { Private, Script };
 
     virtual ~SharedDirectory() = default;

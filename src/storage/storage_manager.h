@@ -42,7 +42,8 @@ public:
 
     /// The words of a wordbook as its file has them, deleted ones left out, for processes that only read it.
     /// Nothing when there is no readable file.
-    static QList<WordRecord> recordedWords(const QString &storageFile, const DeletedWords &deleted, Instant now);
+    static QList<WordRecord> recordedWords(const QString &storageFile, const DeletedWords &deleted,
+                                           Instant now);
 
     /// Most recently added first.
     const QList<WordRecord> &words() const { return m_words; }

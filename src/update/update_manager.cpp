@@ -2,6 +2,7 @@
 
 #include "network/http_client.h"
 #include "support/web_address.h"
+#include "update/update_failures.h"
 #include "update/version_order.h"
 
 #include <QCoreApplication>
@@ -118,7 +119,7 @@ void UpdateManager::startDownloadAndInstall(const RemoteUpdateInfo &update) {
     if (!isAcceptableUrl(url))
         return setErrorMessage(QStringLiteral("无效的下载链接"));
     if (const auto obstacle = obstacleToReplacing(m_dependencies.installation.applicationPath))
-        return setErrorMessage(QStringLiteral("无法替换应用程序: ") + *obstacle);
+        return setErrorMessage(QStringLiteral("无法替换应用程序: ") + displayText(*obstacle));
     m_downloadTask.reset();
     setIsDownloading(true);
     change(m_downloadProgress, 0.0, &UpdateManager::downloadProgressChanged);
@@ -132,7 +133,7 @@ QCoro::Task<> UpdateManager::download(QUrl url) {
     const std::unique_ptr<SharedDirectory> directory = SharedDirectory::at(m_dependencies.directory);
     QFile file;
     if (const auto failure = directory->openUnnamed(file)) {
-        endDownload(QStringLiteral("下载中断: ") + *failure);
+        endDownload(QStringLiteral("下载中断: ") + displayText(*failure));
         co_return;
     }
     HttpRequest request;
@@ -157,7 +158,7 @@ QCoro::Task<> UpdateManager::download(QUrl url) {
         // An error page is no archive.
         endDownload(QStringLiteral("下载中断: 服务器返回状态 ") + QString::number(reply.status));
     } else if (const auto failure = prepareUnpacking(*directory, file)) {
-        endDownload(QStringLiteral("文件解压准备失败: ") + *failure);
+        endDownload(QStringLiteral("文件解压准备失败: ") + displayText(*failure));
     } else {
         file.close();
         setStatusMessage(QStringLiteral("下载完成，正在自动安装并重启新版..."));
@@ -187,7 +188,7 @@ void UpdateManager::executeSelfReplaceAndRestart(SharedDirectory &directory) {
     if (failure) {
         for (const QString &path : {m_paths.archive, m_paths.unpackDirectory})
             directory.remove(nameOf(path));
-        return endDownload(QStringLiteral("安装脚本创建失败: ") + *failure);
+        return endDownload(QStringLiteral("安装脚本创建失败: ") + displayText(*failure));
     }
     m_isInstalling = true;
     // The directory that the process works in may be part of what the script removes.

@@ -86,7 +86,8 @@ void ReviewChart::paint(QPainter *painter) {
     painter->setPen(m_textColor);
     const auto label = [&](double x, double y, double labelWidth, Qt::Alignment alignment,
                            const QString &text) {
-        painter->drawText(QRectF(x, y - line / 2, labelWidth, line), (alignment | Qt::AlignVCenter).toInt(), text);
+        painter->drawText(QRectF(x, y - line / 2, labelWidth, line), (alignment | Qt::AlignVCenter).toInt(),
+                          text);
     };
     label(0, plot.top(), left - gap, Qt::AlignRight, topLabel);
     label(0, plot.bottom(), left - gap, Qt::AlignRight, QStringLiteral("0"));

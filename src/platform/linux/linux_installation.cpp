@@ -20,18 +20,18 @@ Installation Installation::of(const QString &executableDirectory, const QString 
             .isManagedBySystem = isManaged};
 }
 
-std::optional<QString> obstacleToReplacing(const QString &applicationPath) {
+std::optional<ReplacementObstacle> obstacleToReplacing(const QString &applicationPath) {
     // The name of a file need not be text; such a one cannot be written into a script.
     if (applicationPath.contains(QChar::ReplacementCharacter))
-        return QStringLiteral("安装位置的名称无法识别");
+        return ReplacementObstacle::UnreadableName;
     const QFileInfo bundle(applicationPath);
     const QString parent = bundle.absolutePath();
     const bool isReplaceable =
         (!bundle.exists() && !bundle.isSymLink()) || (bundle.isDir() && bundle.isWritable());
     if (!isReplaceable || !QDir().mkpath(parent) || !QFileInfo(parent).isWritable())
-        return QStringLiteral("安装位置不可写");
+        return ReplacementObstacle::NotWritable;
     if (QStandardPaths::findExecutable(QStringLiteral("unzip")).isEmpty())
-        return QStringLiteral("缺少解压程序 unzip");
+        return ReplacementObstacle::NoUnpacker;
     return std::nullopt;
 }
 

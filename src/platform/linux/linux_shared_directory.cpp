@@ -21,23 +21,24 @@ constexpr mode_t scriptMode = 0755;
 constexpr int newFileFlags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
 
 using Failure = SharedDirectory::Failure;
+using Problem = SharedDirectory::Problem;
 
 Failure failureOf(int error) {
     switch (error) {
     case ENOSPC:
     case EDQUOT:
-        return QStringLiteral("磁盘空间不足");
+        return Problem::NoSpace;
     case EACCES:
     case EPERM:
     case EROFS:
-        return QStringLiteral("没有写入权限");
+        return Problem::NoPermission;
     case ENOENT:
     case ENOTDIR:
-        return QStringLiteral("目录不存在");
+        return Problem::NoDirectory;
     case EEXIST:
-        return QStringLiteral("同名文件已存在");
+        return Problem::NameTaken;
     default:
-        return QStringLiteral("文件系统错误");
+        return Problem::Other;
     }
 }
 
@@ -77,7 +78,7 @@ public:
           m_directory(::open(m_path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)),
           m_problem(failureAfter(m_directory.get())) {
         if (!m_problem && !isSafe())
-            m_problem = QStringLiteral("目录不安全");
+            m_problem = Problem::Unsafe;
     }
 
     ~LinuxSharedDirectory() override { dropScratch(); }
@@ -137,7 +138,7 @@ public:
             failure = failureOf(errno);
         // Where programs may not be run, nobody may run any.
         else if (kind == FileKind::Script && ::faccessat(m_directory.get(), file.constData(), X_OK, 0) != 0)
-            failure = QStringLiteral("目录中不允许运行程序");
+            failure = Problem::ProgramForbidden;
         if (failure)
             ::unlinkat(m_directory.get(), file.constData(), 0);
         return failure;
@@ -158,7 +159,7 @@ public:
         if (::fstatat(m_directory.get(), file.constData(), &status, AT_SYMLINK_NOFOLLOW) != 0)
             return errno == ENOENT ? std::nullopt : failureOf(errno);
         if (status.st_uid != ::geteuid())
-            return QStringLiteral("同名文件属于其他用户");
+            return Problem::OtherOwner;
         if (!S_ISDIR(status.st_mode))
             return failureAfter(::unlinkat(m_directory.get(), file.constData(), 0));
         // From here on nobody else can change what is in it.

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/installation.h"
+#include "platform/shared_directory.h"
+
+#include <QString>
+
+namespace lexiquill {
+
+/// Why an update cannot be made, for display.
+QString displayText(SharedDirectory::Problem problem);
+QString displayText(ReplacementObstacle obstacle);
+
+} // namespace lexiquill
