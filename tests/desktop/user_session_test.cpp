@@ -1,7 +1,7 @@
 // What a user does at a real desktop, from the keyboard and from other programs. Each leaves a picture.
 
 #include "desktop/desktop_session.h"
-#include "http_server.h"
+#include "support/http_server.h"
 
 using namespace lexiquill;
 

@@ -1,4 +1,4 @@
-#include "http_server.h"
+#include "support/http_server.h"
 
 #include "support/files.h"
 
