@@ -1,5 +1,5 @@
-// The least that a program must do to record a search: start the library, read the wordbook, parse it, and
-// write the same bytes durably in its place.
+// The minimum work of a program that records a search: start the library, read the wordbook, parse it, and
+// durably replace it with the same bytes.
 
 #include <QByteArray>
 #include <QFile>

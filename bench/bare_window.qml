@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Controls
 
-/// The least that a window of this kind can be: a field, a button and a list.
+/// A minimal window for comparison: a field, a button and a list.
 ApplicationWindow {
     visible: true
     width: 880

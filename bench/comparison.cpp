@@ -7,7 +7,7 @@ namespace lexiquill::bench {
 
 namespace {
 
-/// The number behind the last slash: how many records the benchmark's wordbook has.
+/// The number after the last slash: how many records the benchmark's wordbook has.
 double recordsOf(const std::string &name) {
     return std::stod(name.substr(name.rfind('/') + 1));
 }

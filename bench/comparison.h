@@ -8,29 +8,30 @@
 
 namespace lexiquill::bench {
 
-/// One figure held against another of the same run.
+/// A comparison of two results of the same run.
 struct Comparison {
     std::string measured;  ///< name of a benchmark
-    std::string reference; ///< name of the benchmark that it is held against
-    double limit = 1;      ///< the largest quotient that is allowed
+    std::string reference; ///< name of the benchmark that it is compared with
+    double limit = 1;      ///< the largest ratio that is allowed
     bool isPerRecord = false;
 };
 
-/// One figure held against a fixed time, which is far from what is usual.
+/// A fixed limit for one result, far above the usual time.
 struct Limit {
     std::string measured;
-    double seconds = 0; ///< the longest time allowed; 0 for any
+    double seconds = 0; ///< the longest time allowed; 0 for no limit
 };
 
-/// Collects the medians of a run and prints them, and what they amount to, as Markdown tables.
+/// Collects the medians of a run, and prints them with their comparisons and limits as Markdown tables.
 class MedianReporter : public benchmark::BenchmarkReporter {
 public:
     bool ReportContext(const Context &context) override;
     void ReportRuns(const std::vector<Run> &runs) override;
 
-    /// The time of each operation in each wordbook, by record.
+    /// Prints the time per record of each operation, for each wordbook size.
     void printTimesPerRecord(const std::vector<std::string> &operations, const std::vector<int> &sizes) const;
-    /// False when a limit is exceeded. Comparisons of which one side has not run are left out.
+    /// Prints the comparisons. False when a limit is exceeded. Leaves out comparisons with a benchmark that
+    /// has not run.
     bool printComparisons(const std::vector<Comparison> &comparisons) const;
 
     /// The same for fixed times.

@@ -61,7 +61,7 @@ void publishOne(State &state) {
     }
 }
 
-/// Finds the first fifty, of at least `fewest`.
+/// Finds at most fifty items. There must be at least `fewest`.
 void query(State &state, const char *terms, qsizetype fewest) {
     SearchDatabase &index = fullIndex();
     const QStringList list = QString::fromUtf8(terms).split(u' ');

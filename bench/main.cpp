@@ -41,10 +41,10 @@ int main(int argc, char **argv) {
         const bool isQuery = operation.rfind("query", 0) == 0;
         limits.push_back({operation, operation == indexOperations.front() ? 0 : isQuery ? 0.010 : 0.005});
     }
-    // Completions must be there before the next key; near spellings are awaited, but not for long.
+    // Completions must appear before the next key. For near spellings the user waits, but not long.
     for (const std::string &operation : headwordOperations)
         limits.push_back({operation, operation.rfind("complete", 0) == 0 ? 0.020 : 0.330});
-    // What belongs to one screen must fit into a frame together.
+    // All work of one screen together must fit into a frame.
     for (const std::string &operation : screenOperations)
         limits.push_back({operation, operation.rfind("key", 0) == 0 ? 0.005 : 0.012});
 

@@ -7,8 +7,8 @@
 
 namespace lexiquill::bench {
 
-/// An application that measures how long each event holds up the main thread. Frames are kept apart: what
-/// draws them here is the processor.
+/// An application that measures how long each event blocks the main thread. Frames are measured separately,
+/// because here the CPU draws them.
 class MeteredApplication final : public QGuiApplication {
     Q_OBJECT
 
@@ -17,7 +17,8 @@ public:
 
     bool notify(QObject *receiver, QEvent *event) override;
 
-    /// Counts only what the main thread computes, not what it waits for: comparable on a busy machine.
+    /// Measures the CPU time of the main thread, without waiting times, so that results of a busy machine are
+    /// comparable.
     void countProcessorTime() { m_clock = CLOCK_THREAD_CPUTIME_ID; }
 
     /// Lets the event loop run.
@@ -27,11 +28,12 @@ public:
         const Span span(*this);
         work();
     }
-    /// From here to the end of the present event is what the screens make of a change that has been saved.
+    /// A change has been saved. The time from here to the end of the current event is the screens' reaction
+    /// to it.
     void markSaved();
 
-    /// Milliseconds since the last take: of the events without the time up to a save, of the saves, and of
-    /// the frames.
+    /// The durations since the last take(), in milliseconds: of the events without the time up to a save, of
+    /// the saves, and of the frames.
     struct Times {
         std::vector<double> blocks;
         std::vector<double> saves;

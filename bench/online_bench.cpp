@@ -12,8 +12,8 @@ namespace {
 
 constexpr int answerSize = 1 << 20;
 
-/// An answer as the dictionary gives it for a rich word, but of a megabyte: the sections that are read among
-/// many that are not, and more sentence pairs than are taken.
+/// An answer of the dictionary, but a megabyte large: with many senses, and with more sentence pairs than are
+/// used.
 const QByteArray &largeAnswer() {
     static const QByteArray answer = [] {
         QByteArray json;

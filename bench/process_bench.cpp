@@ -25,12 +25,13 @@ constexpr quint32 dictionaryWords = 500'000;
 constexpr qsizetype wordbookRecords = 1'000;
 constexpr quint32 searchedWord = 314'159;
 
-/// A user with a large dictionary and a wordbook of some years, who looks words up offline.
+/// The home of a user with a large dictionary and a wordbook of some years, who looks words up offline.
 struct Home {
     QString path = newDirectory();
     QString dictionaryDirectory = path + QStringLiteral("/data/stardict/dic");
     QString wordbook = path + QStringLiteral("/data/Lexiquill/vocabulary.json");
-    /// What a program prints goes to memory: a file system may begin to write a file back when it is closed.
+    /// The output of the programs goes to memory, because a file system may write a file to disk when it is
+    /// closed.
     int output = ::memfd_create("output", MFD_CLOEXEC);
 
     Home() {
@@ -50,7 +51,7 @@ struct Home {
     }
 };
 
-/// Runs a program in the home and returns the seconds from its start to its end, or nothing when it fails.
+/// Runs a program in the home and returns the seconds from its start to its end, or no value when it fails.
 std::optional<double> run(const std::vector<std::string> &command) {
     static const std::string path = Home::shared().path.toStdString();
     const std::vector<std::string> variables{"HOME=" + path,
@@ -92,7 +93,7 @@ bool outputContains(const QByteArray &text) {
     return size >= 0 && output.first(size).contains(text);
 }
 
-/// Measures runs of a command whose output must hold `expected`.
+/// Measures runs of a command whose output must contain `expected`.
 void measure(benchmark::State &state, const std::vector<std::string> &command, const QByteArray &expected) {
     // The first run of a dictionary program builds its caches.
     if (!run(command) || !outputContains(expected))
@@ -105,7 +106,7 @@ void measure(benchmark::State &state, const std::vector<std::string> &command, c
     }
 }
 
-/// The first gloss of the word that is searched, so that an answer without the article does not pass.
+/// The first gloss of the searched word. An answer without the article does not contain it.
 QByteArray expectedGloss() {
     const DictionaryEntry &sample = sampleEntries().at(searchedWord % sampleEntries().size());
     return sample.posGroups.first().cleanChineseList().first().toUtf8();
@@ -123,7 +124,7 @@ void search(benchmark::State &state) {
     measure(state, {LEXIQUILL_PROGRAM, "search", madeUpWord(searchedWord).toStdString()}, expectedGloss());
 }
 
-/// On a wordbook of its own, so that neither of the two programs finds what the other has left.
+/// Uses its own wordbook, so that the two programs do not influence each other.
 void bareSearch(benchmark::State &state) {
     static const QString wordbook = [] {
         QString file = Home::shared().path + QStringLiteral("/bare/vocabulary.json");

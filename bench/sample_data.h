@@ -7,7 +7,7 @@
 
 namespace lexiquill::bench {
 
-/// The instant at which the samples are as they are: records lie behind it, reviews around it.
+/// The reference time of the samples: searches are before it, reviews around it.
 Instant sampleInstant();
 
 /// A wordbook of `count` different words with the content of real entries, in all states of learning.
@@ -16,10 +16,10 @@ QList<WordRecord> sampleRecords(qsizetype count);
 /// Entries of the starter dictionary, parsed.
 const QList<DictionaryEntry> &sampleEntries();
 
-/// Saves so many sample records as a wordbook, as this program would. False when that fails.
+/// Saves `count` sample records as a wordbook, in the way of this program. False when that fails.
 bool saveRecords(const QString &wordbook, qsizetype count);
 
-/// A new directory that lasts as long as this process, on the disk that holds the build tree.
+/// A new directory that exists as long as this process, on the disk of the build tree.
 QString newDirectory();
 
 /// The `index`-th of half a million different made-up words.

@@ -1,4 +1,4 @@
-// Opens the program's window and a bare one in turn and prints what each costs. Fails when a limit is
+// Opens the program's window and a minimal window in turn and prints the cost of each. Fails when a limit is
 // exceeded. Needs a display without a window manager and a session bus; see bench/window.
 
 #include "sample_data.h"
@@ -18,7 +18,7 @@ namespace {
 
 constexpr int rounds = 15;
 constexpr qsizetype largeWordbook = 20'000;
-// How many times the cost of a bare window ours may have.
+// The maximum cost of our window, as a multiple of the cost of the minimal window.
 constexpr double timeLimit = 1.6;
 constexpr double memoryLimit = 1.45;
 
@@ -36,7 +36,7 @@ double median(std::vector<double> values) {
     return *middle;
 }
 
-/// A user of one program only, who has `words` in the wordbook.
+/// The environment variables of a new user with `words` words in the wordbook.
 std::vector<std::string> newUser(qsizetype words) {
     const QString home = newDirectory();
     const QString data = home + QStringLiteral("/data");
@@ -44,7 +44,7 @@ std::vector<std::string> newUser(qsizetype words) {
         QDir().mkpath(data + QStringLiteral("/Lexiquill"));
         saveRecords(data + QStringLiteral("/Lexiquill/vocabulary.json"), words);
     }
-    // Nobody is asked over the network.
+    // Do not use the network.
     QDir().mkpath(home + QStringLiteral("/config/Lexiquill"));
     QFile settings(home + QStringLiteral("/config/Lexiquill/Lexiquill.conf"));
     if (settings.open(QIODevice::WriteOnly))
@@ -71,7 +71,7 @@ int main() {
         program.variables = newUser(&program == &programs.back() ? largeWordbook : 0);
 
     WindowMeter meter;
-    // The first round fills the caches, those of the programs too.
+    // The first round fills the caches, including those of the programs.
     for (int round = 0; round <= rounds; ++round) {
         for (Program &program : programs) {
             const auto cost = meter.measure(program.command, program.variables);

@@ -9,10 +9,10 @@ struct xcb_connection_t;
 
 namespace lexiquill::bench {
 
-/// What a program with a window costs.
+/// The cost of a program with a window.
 struct WindowCost {
     double seconds = 0;   ///< from the start of the program until its main window is mapped
-    double mebibytes = 0; ///< proportional memory of its processes, two seconds later
+    double mebibytes = 0; ///< proportional set size of its processes, two seconds later
 };
 
 /// Starts programs on the display of this process, one at a time. There must be no window manager.
@@ -20,7 +20,7 @@ class WindowMeter {
 public:
     WindowMeter();
 
-    /// Nothing when no window has come within ten seconds. The variables ("NAME=value") are added to the
+    /// No value when no window appears within ten seconds. The variables ("NAME=value") are added to the
     /// environment of this process. The program is ended afterwards.
     std::optional<WindowCost> measure(const std::vector<std::string> &command,
                                       const std::vector<std::string> &variables);

@@ -36,7 +36,7 @@ const QString &sampleFile(int64_t size) {
     return path;
 }
 
-/// A wordbook file that may be replaced: a further name of the sample, which stays as it is.
+/// A wordbook file that may be replaced: another name of the sample file, which itself stays unchanged.
 class SampleCopy {
 public:
     explicit SampleCopy(int64_t size) : m_path(newDirectory() + QStringLiteral("/vocabulary.json")) {
@@ -52,8 +52,8 @@ private:
     QString m_path;
 };
 
-/// Pushes everything out of the processor's caches. A command starts like that, hours after the last one, and
-/// a small wordbook must not seem faster because it has just been made.
+/// Removes everything from the processor's caches. A real command starts with cold caches, and a small
+/// wordbook must not seem faster because it has just been created.
 void emptyCaches() {
     constexpr std::size_t size = 96 << 20;
     static std::vector<char> other(size);
@@ -62,9 +62,9 @@ void emptyCaches() {
     benchmark::DoNotOptimize(other.data());
 }
 
-/// Measures `work(prepare())` once for each iteration of the benchmark; the preparation does not count.
-/// Memory that earlier work has given back is handed to the system first, so that a large wordbook and a
-/// small one both start like a new process.
+/// Measures `work(prepare())` once for each iteration of the benchmark; the preparation is not measured. Free
+/// memory is returned to the system first, so that every run starts like a new process, with a large and with
+/// a small wordbook.
 template <typename Prepare, typename Work> void measure(State &state, Prepare prepare, Work work) {
     for ([[maybe_unused]] const auto each : state) {
         malloc_trim(0);
@@ -136,7 +136,7 @@ void save(State &state) {
     });
 }
 
-/// Measures `change(storage, index of a record)` on a store of its own.
+/// Measures `change(storage, index of a record)` with its own storage.
 template <typename Change> void measureChange(State &state, Change change) {
     const SampleCopy copy(state.range(0));
     UserDefaults defaults(copy.directory() + QStringLiteral("/settings.conf"));
@@ -164,14 +164,14 @@ void recordReview(State &state) {
 void addOrUpdateSearch(State &state) {
     measureChange(state, [](StorageManager &storage, qsizetype position) {
         DictionaryEntry entry = sampleEntries().at(position % sampleEntries().size());
-        // A new word is looked for in the whole wordbook; a known one replaces the content of its record.
+        // A new word is searched in the whole wordbook; a known one replaces the content of its record.
         if (position % 2 == 0)
             entry.headword += QStringLiteral(" new ") + QString::number(position);
         storage.addOrUpdateSearch(entry);
     });
 }
 
-/// The terminal commands make a plan once, from records that have just been read.
+/// Records that have just been read, like those from which a terminal command makes its plan.
 QList<WordRecord> loadedRecords(const State &state) {
     return WordbookFile(sampleFile(state.range(0))).load(sampleInstant()).words;
 }
@@ -197,7 +197,8 @@ void exportPlan(State &state) {
         });
 }
 
-/// A server's copy of the wordbook: a third of the records are the same, a third further on, a third new.
+/// A server's copy of the wordbook: a third of the records are the same, a third have more repetitions, a
+/// third are new.
 QList<WordRecord> cloudRecords(const QList<WordRecord> &words) {
     QList<WordRecord> cloud = words;
     for (qsizetype i = 0; i < cloud.size(); ++i) {

@@ -1,4 +1,4 @@
-# What scripts/run and scripts/test share; sourced, not run. Everything said here goes to standard error.
+# The functions that the scripts share; sourced, not run. All messages go to standard error.
 
 project_directory=$(CDPATH='' cd -- "$(dirname -- "${BASH_SOURCE[0]}")/.." && pwd)
 package_list=$project_directory/scripts/packages.txt
@@ -8,7 +8,7 @@ say() {
     printf '%s\n' "$*" >&2
 }
 
-# Runs a command whose output matters only when it fails.
+# Runs a command and shows its output only when it fails.
 quietly() {
     local log
     log=$(mktemp)
@@ -33,8 +33,8 @@ as_root() {
     fi
 }
 
-# Brings in the packages that are missing. The stamp spares all package calls for as long as neither the
-# list nor the system's package database has changed.
+# Installs the missing packages. The stamp file avoids all package calls as long as neither the list nor the
+# system's package database has changed.
 ensure_packages() {
     local stamp=$build_root/.packages
     if [[ -e $stamp && $stamp -nt $package_list && ! /var/lib/dpkg/status -nt $stamp ]]; then
@@ -62,7 +62,7 @@ build() {
     local directory=$build_root/$preset
     mkdir -p "$directory"
     {
-        # Two builds of one tree must take turns.
+        # Only one build of a tree may run at a time.
         flock 9
         if [[ ! -e $directory/build.ninja ]]; then
             say "正在首次构建（${preset}），请稍候……"

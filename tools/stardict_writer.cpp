@@ -46,7 +46,7 @@ quint32 checksum(const QByteArray &data) {
         crc32_z(0, reinterpret_cast<const Bytef *>(data.constData()), static_cast<z_size_t>(data.size())));
 }
 
-/// Feeds `size` bytes to the stream and returns everything it gives with `flush`.
+/// Passes `size` bytes to the stream and returns all output, with `flush`.
 QByteArray deflated(z_stream &stream, const char *data, qsizetype size, int flush) {
     QByteArray out;
     QByteArray block(1 << 16, Qt::Uninitialized);
@@ -61,7 +61,7 @@ QByteArray deflated(z_stream &stream, const char *data, qsizetype size, int flus
     return out;
 }
 
-/// Raw deflate data of `data`, in chunks that can each be read alone; `chunkSizes` gets their lengths.
+/// Raw deflate data of `data`, in chunks that can each be read separately; `chunkSizes` gets their lengths.
 QByteArray deflateInChunks(const QByteArray &data, qsizetype chunkSize, std::vector<qsizetype> &chunkSizes) {
     z_stream stream{};
     if (deflateInit2(&stream, Z_BEST_COMPRESSION, Z_DEFLATED, -MAX_WBITS, 8, Z_DEFAULT_STRATEGY) != Z_OK)
@@ -104,7 +104,7 @@ bool sized(char type) {
     return type >= 'A' && type <= 'Z';
 }
 
-/// The article as it stands in the .dict file; the last field of a fixed sequence needs no end mark.
+/// The article as stored in the .dict file; the last field of a fixed sequence needs no end mark.
 QByteArray encodeArticle(const StarDictEntry &entry, bool fixedSequence) {
     QByteArray out;
     for (size_t i = 0; i < entry.fields.size(); ++i) {

@@ -24,7 +24,7 @@ struct StarDictEntry {
 struct StarDictOptions {
     QByteArray bookName = "Test dictionary";
     QByteArray version = "2.4.2";
-    /// 32 or 64; 64 belongs to version 3.0.0.
+    /// 32 or 64; 64 requires version 3.0.0.
     int offsetBits = 32;
     /// Types of the fields of every article; empty writes the type in front of each field.
     QByteArray typeSequence = "m";

@@ -24,10 +24,10 @@ QRegularExpression pattern(const QString &text) {
                               QRegularExpression::UseUnicodePropertiesOption);
 }
 
-/// Reads the source line by line and stops at the first line that breaks the format.
+/// Reads the source line by line and stops at the first line that violates the format.
 class SourceReader {
 public:
-    /// False when the source is faulty; message() then says where and why.
+    /// False when the source has an error; message() then says where and why.
     bool read(const QString &text) {
         const QStringList lines = text.split(u'\n');
         qsizetype count = lines.size();

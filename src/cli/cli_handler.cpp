@@ -14,7 +14,7 @@ namespace lexiquill::CLIHandler {
 
 namespace {
 
-/// How long a process that could not save its change waits for others before it ends.
+/// How long the last attempt to save waits for other processes.
 constexpr std::chrono::seconds lastPatience{10};
 
 enum class Outcome { Done, MissingWord, RecordsChanged };
@@ -96,7 +96,7 @@ void run(const CommandServices &services, const QStringList &args) {
     }
     if (outcome == Outcome::RecordsChanged) {
         std::fflush(stdout);
-        // This process makes no further change that could carry an unsaved one along, so try once more.
+        // No later change of this process will save an unsaved one, too, so try once more.
         if (services.storage().hasUnsavedChanges())
             services.storage().saveData(lastPatience);
         services.spotlight().finish();

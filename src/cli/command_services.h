@@ -12,8 +12,8 @@ class SpotlightManager;
 class StorageManager;
 class SystemDictionaryService;
 
-/// What the terminal commands work with. A service is made when a command first asks for it, so that none
-/// pays for what it does not use.
+/// The services of the terminal commands. A service is created when a command first asks for it, so that no
+/// command loads what it does not use.
 struct CommandServices {
     std::function<StorageManager &()> storage;
     std::function<DictionaryService &()> dictionary;

@@ -18,7 +18,7 @@ bool steersTerminal(QChar character) {
 void write(QString text) {
     std::replace_if(text.begin(), text.end(), steersTerminal, QChar(QChar::ReplacementCharacter));
     const QByteArray bytes = text.toUtf8();
-    // A reader that has gone away is no reason to stop working.
+    // Ignore errors: the work goes on even if nobody reads the output.
     [[maybe_unused]] const std::size_t written =
         std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stdout);
 }
@@ -26,7 +26,7 @@ void write(QString text) {
 } // namespace
 
 void printLine(const QString &text) {
-    // In one piece, for other threads print lines, too.
+    // One write per line, because other threads print lines, too.
     write(text + u'\n');
 }
 
@@ -61,7 +61,7 @@ std::optional<QString> readAnswer() {
     }
     if (line.endsWith('\r') && pendingBlanks == 0)
         line.chop(1);
-    // Marks a cut line as different from every complete one that might be looked for.
+    // Marks a cut line, so that it does not equal any real word.
     if (isTooLong)
         line += "…";
     return trimmedOfBlanks(QString::fromUtf8(line)).toString();

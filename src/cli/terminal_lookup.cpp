@@ -17,7 +17,8 @@ namespace {
 
 constexpr std::chrono::seconds patience{5};
 
-/// Where a lookup leaves its result, for as long as it or the one who waits is there.
+/// Holds the result of a lookup. Shared by the lookup and its waiting caller; exists as long as one of them
+/// does.
 struct Slot {
     std::optional<LookupResult> result;
     QEventLoop *waiting = nullptr;
@@ -33,7 +34,8 @@ QCoro::Task<void> lookUpInto(std::shared_ptr<Slot> slot, DictionaryService &dict
         slot->waiting->quit();
 }
 
-/// What event loops and timers need; never destroyed, for the process ends without a farewell.
+/// Creates the application object that event loops and timers need. It is never destroyed, because the
+/// process ends without cleaning up.
 void makeApplication() {
     static int argumentCount = 1;
     static char name[] = "Lexiquill";

@@ -7,8 +7,8 @@
 
 namespace lexiquill::terminal {
 
-/// Looks a term up and waits for the answer: at most five seconds, then only the offline dictionaries are
-/// asked, and `actualMode` stays the current mode.
+/// Looks a term up and waits at most five seconds for the answer. After that it asks only the offline
+/// dictionaries; `actualMode` is then still the current mode.
 LookupResult lookUp(const CommandServices &services, const QString &term);
 
 } // namespace lexiquill::terminal

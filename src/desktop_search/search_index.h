@@ -9,9 +9,9 @@
 
 namespace lexiquill {
 
-/// One thing to be found by the system's search: a piece of plain text that never expires.
+/// One item for the desktop search: plain text that never expires.
 struct SearchItem {
-    QString identifier; ///< unique; a later item takes the place of an earlier one with the same identifier
+    QString identifier; ///< unique; a later item replaces an earlier one with the same identifier
     QString domain;     ///< groups the items that can be deleted together
     QString title;
     QString displayName;
@@ -21,7 +21,7 @@ struct SearchItem {
     friend bool operator==(const SearchItem &, const SearchItem &) = default;
 };
 
-/// Why something could not be done with the search index.
+/// Why an operation on the search index failed.
 struct SearchIndexError {
     enum class Kind {
         Unavailable, ///< the component that works on the index cannot be loaded
@@ -36,14 +36,14 @@ struct SearchIndexError {
         Other,
     };
     Kind kind = Kind::Other;
-    int code = 0; ///< the database's own, for what is not known otherwise
+    int code = 0; ///< the database's own error code
 
     friend bool operator==(const SearchIndexError &, const SearchIndexError &) = default;
 };
 
-/// The operating system's search index. Everything submitted is done in the background, in order; a
-/// completion is called on the index's own thread, with the error or, when all went well, with nothing. This
-/// default stands for a system without such an index.
+/// The search index of the desktop. Submitted work is done in the background, in order. A completion is
+/// called on the index's own thread with the error, or with no value after success. This base class stands
+/// for a system without such an index.
 class SearchIndex {
 public:
     using Error = std::optional<SearchIndexError>;
@@ -55,7 +55,7 @@ public:
     virtual bool isIndexingAvailable() const { return false; }
 
     /// Publishes all of the items or, on failure, none. The first ones count as the most recent. `makeItems`
-    /// is called on the index's thread, when it is its turn.
+    /// is called later, on the index's thread.
     virtual void indexItems(const ItemSource &makeItems, const Completion &completion) {
         Q_UNUSED(makeItems)
         Q_UNUSED(completion)
@@ -69,7 +69,7 @@ public:
         Q_UNUSED(completion)
     }
 
-    /// Waits until everything submitted is done, but not for ever; costs nothing when nothing was.
+    /// Waits for a limited time until all submitted work is done. Returns at once if there is none.
     virtual void finish() {}
 };
 

@@ -38,7 +38,7 @@ QString description(const SearchIndexError &error) {
 
 void printFailure(const SearchIndexError &error) {
     const QByteArray line = QStringLiteral("Spotlight 批量索引错误: %1\n").arg(description(error)).toUtf8();
-    // A reader that has gone away is no reason to stop working.
+    // Ignore errors: the work goes on even if nobody reads the output.
     [[maybe_unused]] const int result = std::fputs(line.constData(), stdout);
 }
 

@@ -9,7 +9,7 @@ namespace lexiquill {
 
 namespace {
 
-/// Those of the former words that are not among the present ones.
+/// The words of `former` that are not in `present`.
 QStringList goneWords(const QList<WordRecord> &former, const QList<WordRecord> &present) {
     QSet<QString> keys;
     for (const WordRecord &record : present)

@@ -7,8 +7,8 @@ namespace lexiquill {
 class SpotlightManager;
 class StorageManager;
 
-/// Keeps the system's search in step with the wordbook. It is told of a change before that is saved, so the
-/// index works beside the save.
+/// Keeps the desktop search in sync with the wordbook. It is notified before a change is saved, so indexing
+/// and saving run in parallel.
 class WordbookPublisher : public QObject {
     Q_OBJECT
 

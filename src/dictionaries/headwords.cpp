@@ -10,9 +10,9 @@ namespace lexiquill {
 
 namespace {
 
-/// Entries from one kept place to the next.
+/// Number of entries from one stored position to the next.
 constexpr size_t stride = 32;
-/// Of the words with a common prefix, so many are looked at for the shortest.
+/// At most this many words with a common prefix are examined to find the shortest ones.
 constexpr size_t maxRange = 4096;
 constexpr qsizetype maxWordSize = 4096;
 constexpr qsizetype maxSimilarLength = 48;
@@ -23,7 +23,7 @@ char16_t folded(char c) {
     return static_cast<unsigned char>(c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c);
 }
 
-/// Below, at or above zero as `left` comes before, with or after `right`.
+/// Negative, zero or positive if `left` sorts before, equal to or after `right`.
 int compare(QByteArrayView left, QByteArrayView right) {
     const qsizetype common = std::min(left.size(), right.size());
     for (qsizetype i = 0; i < common; ++i) {
@@ -42,7 +42,7 @@ bool isAscii(QByteArrayView text) {
     return std::none_of(text.begin(), text.end(), [](char c) { return static_cast<signed char>(c) < 0; });
 }
 
-/// A set of the letters; two words one edit apart differ by at most two of its bits.
+/// A bit set of the letters. Two words that are one edit apart differ in at most two bits.
 template <typename Letters> quint64 letterSet(const Letters &letters) {
     quint64 set = 0;
     for (const char16_t c : letters)
@@ -50,7 +50,7 @@ template <typename Letters> quint64 letterSet(const Letters &letters) {
     return set;
 }
 
-/// A word's letters without regard to case.
+/// The letters of a word, ignoring case.
 class Letters {
 public:
     explicit Letters(QByteArrayView ascii) : m_size(ascii.size()) {
@@ -70,7 +70,8 @@ private:
     qsizetype m_size;
 };
 
-/// The edits between two words, or more than `limit` as soon as there are that many.
+/// The number of edits between two words. Stops early if there are more than `limit`; the result is then any
+/// larger number.
 int editDistance(const Letters &left, const Letters &right, int limit) {
     using Row = std::array<int, static_cast<size_t>(maxSimilarLength + maxDistance + 1)>;
     std::array<Row, 3> rows;
@@ -107,7 +108,7 @@ struct Headwords::Entry {
     qsizetype length = 0;
 };
 
-/// Nothing when the entry is cut off or its word too long.
+/// No value if the entry is truncated or its word is too long.
 std::optional<Headwords::Entry> Headwords::entryAt(qsizetype place) const {
     const QByteArrayView rest = m_index.sliced(place);
     const auto range = static_cast<size_t>(std::min(rest.size(), maxWordSize + 1));
@@ -155,7 +156,7 @@ QByteArrayView Headwords::wordAt(quint32 place) const {
     return entry ? entry->word : QByteArrayView();
 }
 
-/// The last kept place before all words with this prefix.
+/// Index of the last stored position before all words with this prefix.
 size_t Headwords::placeBefore(QByteArrayView prefix) const {
     const auto first = std::partition_point(
         m_places.begin(), m_places.end(), [&](quint32 place) { return compare(wordAt(place), prefix) < 0; });
@@ -165,7 +166,7 @@ size_t Headwords::placeBefore(QByteArrayView prefix) const {
 
 std::vector<QString> Headwords::startingWith(QByteArrayView prefix, size_t limit) const {
     std::vector<QByteArrayView> range;
-    // False once the words have passed the prefix.
+    // Returns false when no further word is needed.
     const auto visit = [&](QByteArrayView word) {
         if (startsWith(word, prefix)) {
             if (range.empty() || compare(range.back(), word) != 0)

@@ -11,29 +11,30 @@
 
 namespace lexiquill {
 
-/// A headword that differs from what was typed in few places.
+/// A headword that is similar to the typed word.
 struct SimilarWord {
     QString word;
-    int distance = 0; ///< insertions, deletions, replacements and swaps of neighbours
+    int distance = 0; ///< number of insertions, deletions, replacements and swaps of adjacent letters
     bool startsAlike = false;
     int lengthDifference = 0;
 
-    /// Whether the word is more likely to have been meant.
+    /// True if this word is more likely to be the intended one.
     bool operator<(const SimilarWord &other) const;
 };
 
-/// The words of an index in alphabetical order, without regard to the case of Latin letters. An index is a
-/// row of words in UTF-8, each with a zero byte and a fixed number of further bytes behind it. Reads them
-/// where they are and keeps only every so many places, unless the index is not in order.
+/// The words of an index in alphabetical order, ignoring the case of Latin letters. An index is a sequence of
+/// words in UTF-8, each followed by a zero byte and a fixed number of further bytes. The words are read in
+/// place. If the index is sorted, only every 32nd position is stored, else all positions.
 class Headwords {
 public:
-    /// `index`: all of it; must outlive the instance. `bytesBehindWord`: not counting the zero byte.
+    /// `index`: the whole index; must outlive the instance. `bytesBehindWord`: bytes after the zero byte.
     Headwords(QByteArrayView index, int bytesBehindWord);
 
-    /// The shortest of the words that start with `prefix` in UTF-8, the shorter first.
+    /// At most `limit` words that start with `prefix` (UTF-8), the shortest first.
     std::vector<QString> startingWith(QByteArrayView prefix, size_t limit) const;
 
-    /// All words at most two edits away, or one for short ones, as far as they are found before `deadline`.
+    /// The words found before `deadline` that are at most two edits away; at most one edit if `word` has less
+    /// than 4 characters.
     std::vector<SimilarWord> similarTo(const QString &word, std::chrono::steady_clock::time_point deadline,
                                        const std::stop_token &stop) const;
 
@@ -46,7 +47,8 @@ private:
     QByteArrayView m_index;
     int m_bytesBehindWord;
     bool m_isInOrder = true;
-    /// Of every entry in alphabetical order, or of every so many of an index that has this order itself.
+    /// Positions in `m_index`: of every 32nd entry if the index is sorted, else of all entries in
+    /// alphabetical order.
     std::vector<quint32> m_places;
 };
 

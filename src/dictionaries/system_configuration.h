@@ -7,7 +7,7 @@
 
 namespace lexiquill {
 
-// How a system that keeps dictionaries of its own is told to use all of them.
+// Tells a system that has its own dictionaries to use all of them.
 
 /// Names of the entries of a directory.
 using DirectoryContents = std::function<QStringList(const QString &path)>;
@@ -15,8 +15,8 @@ using DirectoryContents = std::function<QStringList(const QString &path)>;
 /// The paths of all dictionary bundles that the system has downloaded or that were installed by hand.
 QStringList dictionaryBundles(const DirectoryContents &contentsOf);
 
-/// The bundles in the order in which they are to be asked: Chinese-English ones first, the last found of
-/// these in front.
+/// The bundles in the order in which they are to be asked: Chinese-English ones first, and of these the last
+/// found one first.
 QStringList activationOrder(const QStringList &bundles);
 
 } // namespace lexiquill

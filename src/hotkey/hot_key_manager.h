@@ -11,8 +11,8 @@
 
 namespace lexiquill {
 
-/// Keeps the user's choice of the system-wide hotkey, registers it, and brings the main window forward with
-/// the caret in the search field when it is pressed. Lives on the main thread.
+/// Stores the user's choice of the system-wide hotkey and registers it. When it is pressed, brings the main
+/// window to the front with the cursor in the search field. Lives on the main thread.
 class HotKeyManager : public QObject {
     Q_OBJECT
     Q_PROPERTY(lexiquill::HotKeyShortcut currentShortcut READ currentShortcut NOTIFY currentShortcutChanged)
@@ -27,30 +27,31 @@ public:
     HotKeyManager(HotKeyRegistrar &registrar, UserDefaults &defaults, QObject *parent = nullptr);
     ~HotKeyManager() override;
 
-    /// The windows to bring forward, which must outlive the instance or be replaced by null in time. Without
-    /// them a press does nothing.
+    /// Sets the windows to bring to the front. They must outlive the instance, or be reset to null before
+    /// they are destroyed. Without them a press does nothing.
     void setWindows(HotKeyWindows *windows) { m_windows = windows; }
 
     const HotKeyShortcut &currentShortcut() const { return m_currentShortcut; }
     bool showSettingsSheet() const { return m_showSettingsSheet; }
     void setShowSettingsSheet(bool isShown);
-    /// "正常运行" before the first registration, then whether it worked, with the error number if not.
+    /// "正常运行" before the first registration, then the result of the last one, with the error number of a
+    /// failure.
     const QString &registerStatusDescription() const { return m_registerStatusDescription; }
     const QList<HotKeyShortcut> &presets() const { return HotKeyShortcut::presets(); }
 
     /// Loads the saved shortcut and registers it. To be called once when the application starts.
     void setup();
-    /// Takes the default when nothing readable is stored; stores nothing.
+    /// Loads the stored shortcut, or the default if none is stored or it is unreadable. Stores nothing.
     void loadSavedShortcut();
-    /// Stores the shortcut and registers it in place of the one before.
+    /// Stores the shortcut and registers it instead of the previous one.
     Q_INVOKABLE void updateShortcut(const lexiquill::HotKeyShortcut &shortcut);
     Q_INVOKABLE void resetToDefault();
 
-    /// Brings the window forward and the caret into the search field, after the current event.
+    /// Brings the window to the front and puts the cursor into the search field, after the current event.
     void handleHotKeyPressed(const HotKeyPress &press = {});
     /// Shows the main window in front of everything, and closes any other main window.
     Q_INVOKABLE void reopenMainWindow(const lexiquill::HotKeyPress &press = {});
-    /// Puts the keyboard into the first editable field of the key window, after `focusDelay`.
+    /// Focuses the first editable field of the active window, after `focusDelay`.
     Q_INVOKABLE void focusSearchField();
 
     static const QString userDefaultsKey; ///< "lexiquill_custom_global_hotkey"
@@ -60,7 +61,7 @@ Q_SIGNALS:
     void currentShortcutChanged();
     void showSettingsSheetChanged();
     void registerStatusDescriptionChanged();
-    /// The press waits in the event queue.
+    /// The press has been put into the event queue.
     void pressTaken(const lexiquill::HotKeyPress &press, QPrivateSignal);
 
 private:
@@ -76,7 +77,7 @@ private:
     QTimer m_focusTimer;
     bool m_showSettingsSheet = false;
     QString m_registerStatusDescription = QStringLiteral("正常运行");
-    bool m_hasAskedForHotKey = false; ///< the registrar holds, or tries to hold, a combination
+    bool m_hasAskedForHotKey = false; ///< the registrar has registered a combination, or is trying to
     bool m_isHandlerInstalled = false;
 };
 

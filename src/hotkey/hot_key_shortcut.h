@@ -22,7 +22,7 @@ struct HotKeyShortcut {
     Q_PROPERTY(QString symbolString MEMBER symbolString)
 
 public:
-    /// The modifiers that the user has switched on for a shortcut of their own.
+    /// The modifiers that the user has switched on for a custom shortcut.
     struct Toggles {
         bool control = false;
         bool option = false;
@@ -39,18 +39,18 @@ public:
     /// The combinations that are offered by default, the recommended one first.
     static const QList<HotKeyShortcut> &presets();
     static const HotKeyShortcut &defaultShortcut();
-    /// The user's own combination, its symbols in the order control, option, shift, command.
+    /// A custom combination. Its symbols are in the order control, option, shift, command.
     static HotKeyShortcut custom(Toggles toggles, const VirtualKey &key);
 
     friend bool operator==(const HotKeyShortcut &, const HotKeyShortcut &) = default;
 };
 
-/// Over all fields.
+/// A hash of all fields.
 size_t qHash(const HotKeyShortcut &shortcut, size_t seed = 0);
 
 /// Compact JSON with the fields' names as keys.
 QByteArray encodeHotKeyShortcut(const HotKeyShortcut &shortcut);
-/// Nothing unless the text is a JSON object that holds every field in its type and range.
+/// No value unless the text is a JSON object that contains every field with a valid type and range.
 std::optional<HotKeyShortcut> decodeHotKeyShortcut(const QByteArray &json);
 
 } // namespace lexiquill

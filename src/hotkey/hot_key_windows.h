@@ -8,13 +8,13 @@
 
 namespace lexiquill {
 
-/// The application's windows, as far as bringing the main window forward needs them. Every operation is a
-/// single step; in which order they come is decided here in `hotkey`. Windows and views are whatever objects
-/// the window toolkit has.
+/// The operations on the application's windows that are needed to bring the main window to the front. Every
+/// operation is a single step; the code in `hotkey` decides their order. Windows and views are objects of the
+/// window toolkit.
 class HotKeyWindows {
 public:
     struct Window {
-        QPointer<QObject> window; ///< null once it is gone
+        QPointer<QObject> window; ///< null once it is destroyed
         bool canBecomeMain = false;
         bool isPanel = false; ///< a utility panel, an alert or a sheet
         double width = 0;     ///< of its frame, in points
@@ -22,17 +22,17 @@ public:
 
     virtual ~HotKeyWindows() = default;
 
-    /// Makes this the active application, whichever has been. `press` is the cause; empty without a press.
+    /// Makes this the active application. `press` is the cause; empty if no key was pressed.
     virtual void activateApplication(const HotKeyPress &press) = 0;
 
     /// All windows, in the application's order.
     virtual QList<Window> windows() const = 0;
-    /// The one window that has been accepted as main; null without one.
+    /// The main window; null if there is none.
     virtual QObject *mainWindow() const = 0;
     virtual void setMainWindow(QObject *window) = 0;
 
     virtual void disallowTabbing(QObject *window) = 0;
-    /// Hides it.
+    /// Hides the window.
     virtual void orderOut(QObject *window) = 0;
     virtual void close(QObject *window) = 0;
 
@@ -42,26 +42,26 @@ public:
     virtual void setOpaque(QObject *window) = 0;
     virtual void setVisible(QObject *window) = 0;
     virtual void makeKeyAndOrderFront(QObject *window) = 0;
-    /// Also when another application is active.
+    /// Brings the window to the front even if another application is active.
     virtual void orderFrontRegardless(QObject *window) = 0;
     virtual void setContentNeedsDisplay(QObject *window) = 0;
 
-    /// Tells the screens to bring the search field forward ("FocusSearchInput").
+    /// Tells the screens to show and focus the search field ("FocusSearchInput").
     virtual void postFocusSearchInput() = 0;
 
-    /// The content view of the window that has the keyboard; null without one.
+    /// The content view of the window with keyboard focus; null if there is none.
     virtual QObject *keyWindowContent() const = 0;
     virtual QList<QObject *> subviews(QObject *view) const = 0;
     virtual bool isEditableTextField(QObject *view) const = 0;
     virtual void makeFirstResponder(QObject *view) = 0;
 };
 
-/// Leaves one main window of the candidates that are more than 300 points wide: the one that is known, or
-/// else the first. The others are closed.
+/// Keeps one main window among the candidates that are more than 300 points wide: the current one, or the
+/// first if there is none. Closes the others.
 void keepOneMainWindow(HotKeyWindows &windows);
 
-/// Puts the keyboard into the first editable text field of the key window, depth first in the order of the
-/// views. Nothing happens without one.
+/// Focuses the first editable text field of the window with keyboard focus, depth first in the order of the
+/// views. Does nothing if there is none.
 void focusFirstTextField(HotKeyWindows &windows);
 
 } // namespace lexiquill

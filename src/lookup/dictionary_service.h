@@ -15,11 +15,11 @@ namespace lexiquill {
 struct LookupResult {
     std::optional<DictionaryEntry> entry;
     DictionarySourceMode actualMode = DictionarySourceMode::YoudaoOnline;
-    /// The form that was asked for, when the entry is that of its base form ("went": go).
+    /// The form that was asked for, if the entry is that of its base form ("went" for the entry "go").
     std::optional<QString> askedForm = std::nullopt;
 };
 
-/// The one door for lookups: holds the user's choice of source and asks the sources accordingly.
+/// The single entry point for lookups: stores the user's choice of source and asks the sources accordingly.
 class DictionaryService : public QObject {
     Q_OBJECT
     Q_PROPERTY(lexiquill::DictionarySourceMode currentMode READ currentMode WRITE setCurrentMode NOTIFY
@@ -32,12 +32,12 @@ public:
                       QObject *parent = nullptr);
 
     DictionarySourceMode currentMode() const { return m_currentMode; }
-    /// Stores the mode at once, also when it is the same.
+    /// Stores the mode at once, even if it is unchanged.
     void setCurrentMode(DictionarySourceMode mode);
 
-    /// Looks a word up in the current mode: offline, the result is there at once; online, the online source
-    /// is asked, and the offline one if that gives nothing. Without an answer `actualMode` is the mode. A
-    /// cancelled lookup asks nobody any more and finds nothing.
+    /// Looks a word up in the current mode. Offline, the result is available at once. Online, the online
+    /// source is asked first, and the offline one if that finds nothing. If nothing is found, `actualMode` is
+    /// the current mode. A cancelled lookup asks no further source and finds nothing.
     QCoro::Task<LookupResult> lookup(QString word, std::stop_token stop = {});
 
     static const QString userDefaultsKey; ///< "dictionarySourceMode"

@@ -21,7 +21,7 @@ inline constexpr std::array allDictionarySourceModes{DictionarySourceMode::Youda
 
 /// The stored form: "youdaoOnline" or "appleOffline".
 QString rawValue(DictionarySourceMode mode);
-/// Nothing for any text that is not exactly a raw value.
+/// No value for any text that is not exactly a raw value.
 std::optional<DictionarySourceMode> dictionarySourceModeFromRawValue(QStringView text);
 
 /// Identity in lists: the raw value.
@@ -30,7 +30,7 @@ inline QString id(DictionarySourceMode mode) {
 }
 /// The raw value as a JSON string.
 QByteArray encodeDictionarySourceMode(DictionarySourceMode mode);
-/// Nothing when the text is not the JSON string of a raw value.
+/// No value when the text is not the JSON string of a raw value.
 std::optional<DictionarySourceMode> decodeDictionarySourceMode(const QByteArray &json);
 
 /// Texts for the source pickers; `iconName` is a symbol name of the icon set.

@@ -15,7 +15,7 @@ class OnlineSource {
 public:
     virtual ~OnlineSource() = default;
 
-    /// The entry for a word; nothing when it is blank or unknown, when anything goes wrong, or when the
+    /// The entry for a word; no value when it is blank or unknown, when anything goes wrong, or when the
     /// lookup is cancelled. Needs an application object and an event loop.
     virtual QCoro::Task<std::optional<DictionaryEntry>> lookup(QString word, std::stop_token stop) = 0;
 };

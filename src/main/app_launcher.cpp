@@ -14,7 +14,7 @@ namespace lexiquill {
 
 namespace {
 
-/// Arguments that a desktop's launcher adds of its own accord.
+/// Whether the first argument comes from a desktop launcher and is not a terminal command.
 bool isDesktopStart(const QString &firstArgument) {
     return firstArgument.startsWith(QLatin1StringView("-psn_")) ||
            firstArgument == QLatin1StringView("-NSDocumentRevisionsDebugMode") ||
@@ -33,7 +33,7 @@ bool hasDisplay() {
     endProcess(EXIT_FAILURE);
 }
 
-/// The graphics library would abort the process when the display does not answer.
+/// Otherwise Qt would abort the process when the display does not answer.
 void takeLibraryMessage(QtMsgType type, const QMessageLogContext &, const QString &) {
     if (type == QtFatalMsg)
         endWithoutDisplay();
@@ -59,7 +59,7 @@ int AppLauncher::main(int argc, char **argv) {
         return EXIT_SUCCESS;
 
     const bool isInstalled = hasLibrary(DesktopModule::library);
-    // Before the library is loaded, which takes longer than all that was done until here.
+    // Check this before loading the library, because loading takes long.
     if (isInstalled && !hasDisplay())
         endWithoutDisplay();
     auto *const desktop = isInstalled ? loadModule<DesktopModule>() : nullptr;

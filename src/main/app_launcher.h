@@ -2,10 +2,10 @@
 
 namespace lexiquill {
 
-/// Chooses between the terminal and the desktop face.
+/// Chooses between the terminal and the desktop interface.
 struct AppLauncher {
-    /// Takes the process arguments, the program path first. Ends the process after a terminal command;
-    /// returns only on the desktop path, with the exit status.
+    /// Takes the process arguments, the program path first. Ends the process after a terminal command.
+    /// Otherwise returns the exit status.
     static int main(int argc, char **argv);
 };
 

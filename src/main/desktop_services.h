@@ -7,7 +7,7 @@ namespace lexiquill {
 
 template <> CurrentWeeklyPlan &shared<CurrentWeeklyPlan>();
 template <> HotKeyManager &shared<HotKeyManager>();
-/// All that the window works with.
+/// All services that the window uses.
 template <> Services &shared<Services>();
 
 } // namespace lexiquill

@@ -7,14 +7,15 @@
 
 namespace lexiquill {
 
-/// The online source of the network library, which is loaded when the first word is asked for: programs that
-/// stay offline do not pay for it. A library that is missing or broken counts as a source that knows nothing.
+/// The online source of the network library. The library is loaded at the first lookup, so that programs
+/// which stay offline do not load it. If the library is missing or broken, no word is found.
 class LoadedOnlineSource final : public OnlineSource {
 public:
     QCoro::Task<std::optional<DictionaryEntry>> lookup(QString word, std::stop_token stop) override;
 
 private:
-    std::optional<NetworkModule *> m_module; ///< absent until it has been tried; null when it is missing
+    std::optional<NetworkModule *> m_module; ///< no value before the first attempt; null if it cannot be
+                                             ///< loaded
 };
 
 } // namespace lexiquill

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Everything the user is told is told in the program's own words.
+/// Users see only the program's own messages, not those of libraries.
 void dropLibraryMessage(QtMsgType, const QMessageLogContext &, const QString &) {}
 
 } // namespace

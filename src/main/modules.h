@@ -16,7 +16,7 @@ namespace lexiquill {
 class OnlineSource;
 class SearchDatabase;
 
-/// Whatever talks over the network.
+/// Everything that uses the network.
 class NetworkModule {
 public:
     static constexpr const char *library = "lexiquill_network";
@@ -26,23 +26,23 @@ public:
     virtual OnlineSource &onlineSource() = 0;
 };
 
-/// The file of the search index.
+/// The database file of the search index.
 class SearchIndexModule {
 public:
     static constexpr const char *library = "lexiquill_search_index";
 
     virtual ~SearchIndexModule() = default;
-    /// The file is not touched before it is used.
+    /// Does not access the file before the first operation.
     virtual std::unique_ptr<SearchDatabase> open(const QString &path) = 0;
 };
 
-/// Finds the application that is running already.
+/// Finds an instance of the application that is already running.
 class ActivationModule {
 public:
     static constexpr const char *library = "lexiquill_activation";
 
     virtual ~ActivationModule() = default;
-    /// Hands a start with these arguments over to it. False when none is running.
+    /// Passes these arguments to the running instance. False when there is none.
     virtual bool forwardStart(const QStringList &arguments) = 0;
 };
 
@@ -65,7 +65,7 @@ template <typename Module> Module *loadModule() {
 
 } // namespace lexiquill
 
-/// Defines the entry function of a library: `Implementation` is what it offers as `Interface`.
+/// Defines the entry function of a library, which returns an `Implementation` as an `Interface`.
 #define LEXIQUILL_MODULE(Interface, Implementation)                                                          \
     extern "C" __attribute__((visibility("default"))) void *lexiquill_module();                              \
     void *lexiquill_module() {                                                                               \

@@ -64,7 +64,7 @@ int main(int argc, char **argv) {
     quiet.setInterval(quietTime(application.arguments()));
     QObject::connect(&service, &SearchService::used, &quiet, qOverload<>(&QTimer::start));
     QObject::connect(&quiet, &QTimer::timeout, &application, [&] {
-        // Calls that arrived before the name was given up are still answered; later ones start a new process.
+        // Calls that arrived before the name was released are still answered; later ones start a new process.
         bus.unregisterService(serviceName);
         QCoreApplication::processEvents();
         QCoreApplication::quit();

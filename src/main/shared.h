@@ -4,15 +4,15 @@
 
 namespace lexiquill {
 
-/// The process-wide instance of a service: made when it is first asked for, with all that it depends on, and
-/// never destroyed. Only the entry points and the wiring in this folder ask for one; everything else gets
-/// what it needs through its constructor.
+/// The process-wide instance of a service. Created at the first call, with all that it depends on, and never
+/// destroyed. Only the code in this folder calls this; all other code gets its dependencies through
+/// constructors.
 ///
-/// core_services.cpp has those of every face, network_services.cpp and desktop_services.cpp those of the
-/// libraries for the network and the window.
+/// core_services.cpp defines the services of all programs; network_services.cpp and desktop_services.cpp
+/// define those of the network library and of the window library.
 template <typename Service> Service &shared();
 
-/// Where caches lie: "$XDG_CACHE_HOME/Lexiquill".
+/// The cache directory: "$XDG_CACHE_HOME/Lexiquill".
 QString cacheDirectory();
 
 } // namespace lexiquill

@@ -1,7 +1,6 @@
 // Usage: lexiquill-sound-player FILE
-// Plays a sound file and tells by its exit status how that went. It is a process of its own, because a
-// multimedia framework of which a part is missing may end the process that uses it; and it need not stay in
-// memory.
+// Plays a sound file; the exit status is a SoundOutcome. This is a separate process, because an incomplete
+// multimedia framework may terminate the process that uses it, and because it need not stay in memory.
 
 #include "app/search/sound_outcome.h"
 

@@ -13,7 +13,7 @@ namespace {
 
 struct PosNames {
     QStringList keys;         ///< texts with both a Chinese name and an abbreviation
-    QString abbreviationOnly; ///< a Chinese character that only the abbreviation knows; may be empty
+    QString abbreviationOnly; ///< a Chinese character with an abbreviation but no Chinese name; may be empty
     QString chinese;
     QString abbreviation;
 };
@@ -54,7 +54,7 @@ bool isLineBreak(QChar character) {
     return (unit >= u'\n' && unit <= u'\r') || unit == 0x85 || unit == 0x2028 || unit == 0x2029;
 }
 
-/// The first line that holds more than blanks and tabs, without those at its ends.
+/// The first line that is not blank, without blanks and tabs at both ends.
 QString firstNonBlankLine(QStringView text) {
     while (!text.isEmpty()) {
         const auto lineEnd = std::find_if(text.begin(), text.end(), isLineBreak);
@@ -91,7 +91,7 @@ QString PartOfSpeechGroup::posAbbreviation() const {
 }
 
 QStringList PartOfSpeechGroup::cleanChineseList() const {
-    // A group has a handful of tokens; only a hostile one is worth a hash set.
+    // A normal group has a few tokens, so searching the list is fast. The hash set is for hostile input.
     constexpr qsizetype fewTokens = 32;
     QStringList tokens;
     QSet<QString> seen;

@@ -24,7 +24,8 @@ struct ExampleSentence {
 struct SenseItem {
     std::optional<qint64> number = std::nullopt;   ///< within its group, as the source counts
     std::optional<QString> context = std::nullopt; ///< label such as a register or subject
-    QString chineseMeaning;                        ///< may hold several glosses split by ";", "；" or ","
+    QString chineseMeaning;                        ///< may contain several glosses separated by ";", "；" or
+                                                   ///< ","
     QStringList examples = {};
 
     friend bool operator==(const SenseItem &, const SenseItem &) = default;
@@ -36,15 +37,14 @@ struct PartOfSpeechGroup {
     QString posChinese; ///< e.g. "动词"
     QList<SenseItem> senses;
 
-    /// A group whose Chinese name follows from `pos`.
+    /// A group whose Chinese name is derived from `pos`.
     static PartOfSpeechGroup named(const QString &pos, const QList<SenseItem> &senses);
 
-    /// The Chinese name of a part of speech; an unknown one comes back unchanged.
+    /// The Chinese name of a part of speech; an unknown one is returned unchanged.
     static QString localizePOS(const QString &pos);
     /// The short English form, e.g. "n." for "noun"; an unknown one gets a full stop if it has none.
     QString posAbbreviation() const;
-    /// The Chinese tokens of all senses without duplicates, or, when there is none, the trimmed non-empty
-    /// glosses as they are.
+    /// The Chinese tokens of all senses without duplicates. If there are none, the trimmed non-empty glosses.
     QStringList cleanChineseList() const;
 
     friend bool operator==(const PartOfSpeechGroup &, const PartOfSpeechGroup &) = default;
@@ -55,7 +55,7 @@ struct DictionaryEntry {
     QString headword;
     std::optional<QString> phonetic = std::nullopt;
     QList<PartOfSpeechGroup> posGroups;
-    QString rawText; ///< the source's text, shown when nothing else is
+    QString rawText; ///< the source's text, shown if there is nothing else
     QList<ExampleSentence> examples = {};
 
     /// One line such as "n. 苹果；苹果树 | v. 提供": two tokens of each group, else the first non-blank line

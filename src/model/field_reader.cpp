@@ -9,8 +9,8 @@ namespace lexiquill {
 
 namespace {
 
-/// The value of each hexadecimal digit, -1 for other bytes. A table, for these digits are too random to
-/// branch on, and there are hundreds in a record.
+/// The value of each hexadecimal digit, -1 for other bytes. A table, because branching on random digits is
+/// slow and a record has hundreds of them.
 constexpr auto hexValues = [] {
     std::array<int, 256> values{};
     values.fill(-1);
@@ -25,8 +25,7 @@ constexpr auto hexValues = [] {
 
 } // namespace
 
-/// Whether the error leaves the parser able to go on behind the value: it only says that the value is not of
-/// the wanted type.
+/// Whether the parser can continue after the value, because only the type of the value is wrong.
 bool FieldReader::isAboutValueOnly(simdjson::error_code error) {
     return error == simdjson::INCORRECT_TYPE || error == simdjson::NUMBER_ERROR ||
            error == simdjson::STRING_ERROR || error == simdjson::NUMBER_OUT_OF_RANGE ||
@@ -35,7 +34,7 @@ bool FieldReader::isAboutValueOnly(simdjson::error_code error) {
 }
 
 bool FieldReader::readKey(simdjson::ondemand::field &field, std::string_view &key) {
-    // Almost no key holds an escape; such a key is the text up to the next quotation mark.
+    // Almost no key contains an escape. Without one, the key is the text up to the next quotation mark.
     const char *const start = field.key().raw();
     const char *end = start;
     while (*end != '"' && *end != '\\')
@@ -76,7 +75,7 @@ bool FieldReader::read(Value value, double &out) {
     return true;
 }
 
-/// Reads a text that stands for a value: `fromText(text)`.
+/// Reads a value that is written as text; `fromText(text)` converts it.
 template <typename T, typename FromText>
 bool FieldReader::readShortText(Value value, T &out, FromText fromText) {
     std::string_view utf8;

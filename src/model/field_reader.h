@@ -14,14 +14,14 @@
 
 namespace lexiquill {
 
-/// Reads the values of one JSON document. A value that does not fit reads as nothing; only an error in the
-/// structure of the text, after which nothing more can be read, marks the document as broken.
+/// Reads the values of one JSON document. Reading a value of the wrong type returns false; only an error in
+/// the structure of the text, after which nothing more can be read, marks the document as broken.
 class FieldReader {
 public:
     using Value = simdjson::ondemand::value;
     using Object = simdjson::ondemand::object;
 
-    /// `now` is the default of dates.
+    /// `now` is the default for dates.
     FieldReader(JsonForm form, Instant now) : m_form(form), m_now(now) {}
 
     bool isBroken() const { return m_isBroken; }
@@ -34,8 +34,8 @@ public:
         return !error;
     }
 
-    /// Calls `visit(key, value)` for each member until the object ends or is found broken. A member whose key
-    /// cannot be read is passed over.
+    /// Calls `visit(key, value)` for each member until the object ends or the document is broken. A member
+    /// whose key cannot be read is skipped.
     template <typename Visit> void forEachMember(Object object, Visit visit) {
         for (auto member : object) {
             simdjson::ondemand::field field;
@@ -60,8 +60,8 @@ public:
         }
     }
 
-    /// The text lasts as long as the document. A second attempt at it could overrun the parser's buffer, so
-    /// there must be exactly one.
+    /// The text is valid as long as the document. Read it only once: a second attempt could overrun the
+    /// parser's buffer.
     bool read(Value value, std::string_view &out) { return take(value.get_string(), out); }
     bool read(Value value, QString &out);
     bool read(Value value, qint64 &out);
@@ -80,7 +80,7 @@ public:
         return true;
     }
 
-    /// All elements, or nothing when one of them cannot be read.
+    /// Reads all elements. False when one of them cannot be read.
     template <typename T> bool read(Value value, QList<T> &out) {
         simdjson::ondemand::array array;
         if (!take(value.get_array(), array))
@@ -100,13 +100,13 @@ public:
         return true;
     }
 
-    /// A record: `readRecord(reader, object, out)` is found by its type.
+    /// Reads a record with the function `readRecord(reader, object, out)` for its type.
     template <typename Record> bool read(Value value, Record &out) {
         Object object;
         return take(value.get_object(), object) && readRecord(*this, object, out);
     }
 
-    /// A record to read into. Making an identifier is expensive, and identifiers are read from the text.
+    /// A record to read into. It has no id, because creating one is expensive and ids are read from the text.
     template <typename T> static T blankRecord() {
         if constexpr (std::is_same_v<T, ReviewLog>)
             return {.id = {}, .reviewDate = {}};

@@ -6,8 +6,8 @@
 
 namespace lexiquill {
 
-// Every save cleans every gloss of the wordbook, so the steps are plain scans. Each names the regular
-// expression that it stands for.
+// Writing a record cleans all its glosses, so for speed the steps are plain scans. Their comments give the
+// equivalent regular expressions.
 
 namespace {
 
@@ -31,7 +31,7 @@ QString withoutLatinNotes(const QString &text) {
             result += QStringView(text).sliced(copied, open - copied);
             copied = close + 1;
         }
-        // What the parentheses between hold has no Latin letter either.
+        // Nested parentheses before `close` contain no Latin letter either.
         open = text.indexOf(u'(', close);
     }
     result += QStringView(text).sliced(copied);
@@ -93,7 +93,7 @@ QStringList cleanChineseTokens(const QString &gloss) {
         const QStringView whole = QStringView(text).sliced(start, i - start);
         QString cleaned;
         QStringView piece = whole;
-        // Most glosses have nothing to take out.
+        // Most glosses have nothing to remove.
         if (std::any_of(whole.begin(), whole.end(), isInLatinRun)) {
             cleaned = withoutLatinRuns(withoutLatinNotes(whole.toString()));
             piece = cleaned;

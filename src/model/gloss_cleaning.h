@@ -5,7 +5,7 @@
 
 namespace lexiquill {
 
-/// The text without its passages in single angle quotation marks ("‹…›", at least one character inside).
+/// The text without passages in single angle quotation marks ("‹…›", at least one character inside).
 QString withoutAngleQuotes(const QString &text);
 
 /// The Chinese pieces of one gloss: split at ";", "；" and ",", without notes in Latin letters, trimmed of

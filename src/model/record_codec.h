@@ -16,29 +16,29 @@ namespace lexiquill {
 /// with fraction since 2001-01-01 00:00:00 UTC).
 enum class JsonForm { File, Wire };
 
-/// Where the text of a record stands in a JSON document, in bytes.
+/// The position of a record's text in a JSON document, in bytes.
 struct RecordText {
     qsizetype offset = 0;
     qsizetype size = 0;
 };
 
-/// How much of a wordbook is parsed at once, in bytes.
+/// The usual size of the pieces in which a wordbook is parsed, in bytes.
 inline constexpr qsizetype usualPieceSize = qsizetype{1} << 16;
 
-/// Decodes an array of word records. A field that is missing or unreadable takes its default; an array
-/// element that is no object, or a text that is no JSON array, gives nothing. Invalid UTF-8 is read as
-/// U+FFFD, a bare control character in a string as a blank. `now` is the default of dates. Throws
-/// std::bad_alloc when there is not enough memory to tell. `texts` receives the place of each record, or
-/// nothing when the document had to be repaired. `pieceSize` does not change the result.
+/// Decodes an array of word records. A missing or unreadable field gets its default. No value if the text is
+/// not a JSON array, or if an element is not an object. Invalid UTF-8 is read as U+FFFD, an unescaped control
+/// character in a string as a blank. `now` is the default for dates. `texts` receives the position of each
+/// record; it stays empty if the document had to be repaired. `pieceSize` does not change the result. Throws
+/// std::bad_alloc when memory runs out.
 std::optional<QList<WordRecord>> decodeWordRecords(QByteArray json, JsonForm form, Instant now,
                                                    QList<RecordText> *texts = nullptr,
                                                    qsizetype pieceSize = usualPieceSize);
-/// Whether a text is JSON, apart from the faults in characters that decodeWordRecords() bears. That function
-/// itself passes over what it need not read. Throws std::bad_alloc when there is not enough memory to tell.
+/// Whether a text is JSON, apart from the character errors that decodeWordRecords() accepts. That function
+/// does not check the values that it skips. Throws std::bad_alloc when memory runs out.
 bool isWellFormed(const QByteArray &json);
-/// Decodes one word record; nothing when the text is no JSON object.
+/// Decodes one word record; no value when the text is not a JSON object.
 std::optional<WordRecord> decodeWordRecord(const QByteArray &json, JsonForm form, Instant now);
-/// Decodes an entry; nothing when a required field is missing or unreadable.
+/// Decodes an entry; no value when a required field is missing or unreadable.
 std::optional<DictionaryEntry> decodeDictionaryEntry(const QByteArray &json);
 
 void writeWordRecord(JsonWriter &writer, const WordRecord &record, JsonForm form);

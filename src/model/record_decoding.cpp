@@ -12,8 +12,8 @@ namespace {
 
 namespace ondemand = simdjson::ondemand;
 
-/// The text with U+FFFD for what is no UTF-8, and blanks for bare control characters within strings: one bad
-/// value must not cost the whole file.
+/// The text with U+FFFD for invalid UTF-8, and with blanks for unescaped control characters in strings. So
+/// one bad value does not make the whole file unreadable.
 QByteArray repairedText(const QByteArray &json) {
     QByteArray text = QString::fromUtf8(json).toUtf8();
     bool isInString = false;
@@ -29,8 +29,8 @@ QByteArray repairedText(const QByteArray &json) {
     return text;
 }
 
-/// Parses `json`, repaired if need be, and calls `read(document, json, isRepaired, result)`. Nothing when it
-/// is no JSON.
+/// Parses `json`, repaired if necessary, and calls `read(document, json, isRepaired, result)`. No value when
+/// it is not JSON.
 template <typename Result, typename Read>
 std::optional<Result> decodeDocument(QByteArray json, Read read, bool isRepaired = false) {
     if (json.startsWith("\xef\xbb\xbf"))
@@ -43,7 +43,7 @@ std::optional<Result> decodeDocument(QByteArray json, Read read, bool isRepaired
         parser.iterate(json.constData(), size, size + simdjson::SIMDJSON_PADDING).get(document);
     if ((error == simdjson::UTF8_ERROR || error == simdjson::UNESCAPED_CHARS) && !isRepaired)
         return decodeDocument<Result>(repairedText(json), read, true);
-    // Not the fault of the text, and not to be taken for one.
+    // Too little memory is not an error in the text and must not be reported as one.
     if (error == simdjson::MEMALLOC || error == simdjson::CAPACITY)
         throw std::bad_alloc();
     Result result;

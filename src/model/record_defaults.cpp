@@ -22,7 +22,7 @@ MemoryStatus derivedStatus(const WordRecord &record) {
 
 } // namespace
 
-// Each default may look at the fields before it.
+// The order matters: a default may depend on fields set before it.
 void fillIn(WordRecord &record, const GivenFields &given, Instant now) {
     record.rawDefinition = given.rawDefinition ? *given.rawDefinition : record.conciseSummary;
     record.firstSearchedDate = given.firstSearchedDate.value_or(now);

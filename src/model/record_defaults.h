@@ -6,7 +6,8 @@
 
 namespace lexiquill {
 
-/// The fields of a word record of which others depend, as a source gives them: absent where it does not.
+/// The fields of a word record whose defaults depend on each other; absent if the source does not contain
+/// them.
 struct GivenFields {
     std::optional<QString> rawDefinition = {};
     std::optional<Instant> firstSearchedDate = {};
@@ -18,8 +19,8 @@ struct GivenFields {
     std::optional<MemoryStatus> memoryStatus = {};
 };
 
-/// Fills these fields of a record in, whose other fields are set already. An absent date is `now`, unless it
-/// follows from others; the rest follows from the rules of review.
+/// Sets these fields of a record whose other fields are already set. An absent date becomes `now`, unless it
+/// can be derived from other fields. The other absent fields follow from the review rules.
 void fillIn(WordRecord &record, const GivenFields &given, Instant now);
 
 } // namespace lexiquill

@@ -65,7 +65,7 @@ void writeMember(JsonWriter &writer, std::string_view key, const Value &value, J
     write(writer, value, form);
 }
 
-/// An absent value leaves the whole member out.
+/// A member with an absent value is left out.
 template <typename Value>
 void writeMember(JsonWriter &writer, std::string_view key, const std::optional<Value> &value, JsonForm form) {
     if (value)
@@ -108,7 +108,7 @@ void write(JsonWriter &writer, const SenseItem &sense, JsonForm form) {
 
 void write(JsonWriter &writer, const PartOfSpeechGroup &group, JsonForm form) {
     using T = PartOfSpeechGroup;
-    // Readers that know only "meanings" still find the glosses.
+    // For readers that know only "meanings".
     static constexpr auto writeMeanings = [](JsonWriter &out, std::string_view key, const T &value,
                                              JsonForm outForm) {
         writeMember(out, key, value.cleanChineseList(), outForm);
@@ -139,7 +139,7 @@ void write(JsonWriter &writer, const ReviewLog &log, JsonForm form) {
 
 void write(JsonWriter &writer, const WordRecord &record, JsonForm form) {
     using T = WordRecord;
-    // "repetition" and "interval" repeat their neighbours for clients that know only the short keys.
+    // "repetition" and "interval" repeat the members before them, for clients that know only the short keys.
     static constexpr std::array members{
         member<&T::id, T>("id"),
         member<&T::word, T>("word"),

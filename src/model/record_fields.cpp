@@ -42,7 +42,7 @@ bool readRecord(FieldReader &reader, FieldReader::Object object, PartOfSpeechGro
     std::optional<QString> pos;
     std::optional<QString> posChinese;
     std::optional<QList<SenseItem>> senses;
-    std::optional<QList<std::string_view>> meanings; // hardly ever wanted
+    std::optional<QList<std::string_view>> meanings; // rarely needed
     reader.forEachMember(object, [&](std::string_view key, FieldReader::Value value) {
         if (key == "pos")
             reader.read(value, pos);

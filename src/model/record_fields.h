@@ -6,8 +6,8 @@
 
 namespace lexiquill {
 
-// The records, read from a JSON object. Each is false when a required field is missing or unreadable, or the
-// document is broken; of a word record no field is required.
+// Reads a record from a JSON object. False when a required field is missing or unreadable, or when the
+// document is broken. A word record has no required fields.
 
 bool readRecord(FieldReader &reader, FieldReader::Object object, ExampleSentence &out);
 bool readRecord(FieldReader &reader, FieldReader::Object object, SenseItem &out);

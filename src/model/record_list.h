@@ -4,10 +4,10 @@
 
 namespace lexiquill {
 
-/// Notes where the elements of an array of objects stand in a text.
+/// Records the positions of the elements of an array of objects in a text.
 class TextFinder {
 public:
-    /// Without a list to fill it finds nothing.
+    /// `found` may be null; then nothing is recorded.
     TextFinder(const char *text, QList<RecordText> *found) : m_text(text), m_found(found) {}
 
     void startAt(const char *start) {
@@ -15,7 +15,7 @@ public:
             *m_found += RecordText{.offset = start - m_text, .size = 0};
     }
 
-    /// Only blanks, commas and brackets stand between an object and what follows it.
+    /// There are only blanks, commas and brackets between an object and `end`.
     void endBefore(const char *end) {
         if (m_found == nullptr || m_found->isEmpty())
             return;
@@ -30,12 +30,12 @@ private:
     QList<RecordText> *m_found;
 };
 
-/// Reads the array of word records that a document is, and appends them. `end`: of the text. False when the
-/// document is no array of objects, or has something behind it.
+/// Reads a document that is an array of word records, and appends them to `records`. `end`: the end of the
+/// text. False when the document is not an array of objects, or when other text follows it.
 bool readWordRecords(simdjson::ondemand::document &document, FieldReader &reader, TextFinder &finder,
                      const char *end, QList<WordRecord> &records);
 
-/// Whether nothing is left of a document.
+/// Whether the document has been read to its end.
 bool isAtEnd(simdjson::ondemand::document &document);
 
 } // namespace lexiquill

@@ -25,7 +25,7 @@ std::optional<QList<WordRecord>> decodeInPieces(QByteArray &json, Instant now, Q
         const qsizetype found = start + pieceSize < json.size() ? json.indexOf(cut, start + pieceSize) : -1;
         isLast = found < 0;
         const qsizetype end = isLast ? json.size() : found + comma + 1;
-        // The blank before the piece and the comma behind it become its brackets for a while.
+        // Temporarily replace the blank before the piece and the comma after it with brackets.
         data[start - 1] = '[';
         if (!isLast)
             data[end - 1] = ']';

@@ -4,10 +4,10 @@
 
 namespace lexiquill {
 
-/// Decodes a wordbook in the form that this program writes piece by piece, so that the parser's tables stay
-/// small and in the processor's cache. The pieces are cut where one record seems to end and the next to
-/// begin; a cut in the wrong place leaves pieces that are no lists of objects. Nothing when there is such a
-/// piece, or the text is too short to be worth it. Changes `json` only for a while.
+/// Decodes a wordbook in the format that this program writes, piece by piece, so that the parser's tables
+/// stay small and fit into the processor's cache. The text is cut where one record seems to end and the next
+/// to begin. A cut in the wrong place results in pieces that are not lists of objects. No value if there is
+/// such a piece, or if the text is too short for pieces. Changes `json` only temporarily.
 std::optional<QList<WordRecord>> decodeInPieces(QByteArray &json, Instant now, QList<RecordText> *texts,
                                                 qsizetype pieceSize);
 

@@ -79,7 +79,7 @@ void takeReviewState(WordRecord &record, const WordRecord &other) {
 
 namespace {
 
-/// Compares texts without a look at them when they are one.
+/// Compares texts. Fast if both share the same data.
 bool areSame(const QString &a, const QString &b) {
     return (a.constData() == b.constData() && a.size() == b.size()) || a == b;
 }
@@ -92,7 +92,7 @@ template <typename T> bool areSame(const T &a, const T &b) {
     return a == b;
 }
 
-/// References to all fields. A field that is missing here does not compile.
+/// References to all fields. If a field is missing here, this does not compile.
 auto fieldsOf(const WordRecord &record) {
     const auto &[id, word, phonetic, conciseSummary, posGroups, rawDefinition, examples, firstSearchedDate,
                  lastSearchedDate, searchCount, lastReviewDate, nextReviewDate, repetitionCount, intervalDays,

@@ -13,7 +13,7 @@
 
 namespace lexiquill {
 
-/// How well a word is known. The raw value is what JSON carries and the screens show.
+/// How well a word is known. The raw value is used in JSON and on the screens.
 enum class MemoryStatus { New, Learning, Reviewing, Mastered };
 
 inline constexpr std::array allMemoryStatuses{MemoryStatus::New, MemoryStatus::Learning,
@@ -63,7 +63,7 @@ struct WordRecord {
     double easeFactor = 2.5;
     bool isMastered = false;
     MemoryStatus memoryStatus = MemoryStatus::New;
-    QList<ReviewLog> reviewHistory; ///< oldest first
+    QList<ReviewLog> reviewHistory; ///< normally oldest first, but a file may have any order
     QString userNotes;
 
     /// Whether the word is to be reviewed at `date`; never when mastered.
@@ -78,10 +78,11 @@ inline size_t qHash(const WordRecord &record, size_t seed = 0) noexcept {
     return qHash(record.id, seed);
 }
 
-/// Gives `record` the review state of `other`: the schedule, the ease and the status, but not the history.
+/// Copies the review state of `other` to `record`: the schedule, the ease and the status, but not the
+/// history.
 void takeReviewState(WordRecord &record, const WordRecord &other);
 
-/// Whether all fields are equal; quick for records that are copies of each other.
+/// Whether all fields are equal; fast for records that are copies of each other.
 bool haveSameContent(const WordRecord &a, const WordRecord &b);
 
 } // namespace lexiquill

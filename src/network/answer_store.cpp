@@ -17,9 +17,9 @@ namespace lexiquill {
 namespace {
 
 constexpr qint64 largestFile = qint64{16} << 20;
-/// After so many milliseconds nobody is still writing a file.
+/// Milliseconds after which no process is still writing a temporary file.
 constexpr qint64 abandonedAfter = 3'600'000;
-/// How many milliseconds a file may be ahead of the clock, as on a disk in the network.
+/// Milliseconds by which a file may be ahead of the clock, for example on a network disk.
 constexpr qint64 clockTolerance = 60'000;
 const QString temporarySuffix = QStringLiteral(".tmp");
 
@@ -27,7 +27,7 @@ QByteArray hexHash(const QByteArray &bytes) {
     return QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex();
 }
 
-/// What stands before the body: the URL, for two may share a hash, and the hash of the body.
+/// The text before the body: the URL, because two URLs may have the same hash, and the hash of the body.
 QByteArray headerOf(const QByteArray &url, const QByteArray &body) {
     return "Lexiquill answer 1\n" + url + '\n' + hexHash(body) + '\n';
 }
@@ -47,7 +47,7 @@ std::optional<QByteArray> AnswerStore::find(const QUrl &url) const {
     const QByteArray name = url.toEncoded();
     const QFileInfo info(pathOf(name));
     QFile file(info.filePath());
-    // A pipe of that name would never come to an end.
+    // Reading a pipe of that name would never end.
     if (!info.isFile() || info.size() > largestFile || !file.open(QIODevice::ReadOnly))
         return std::nullopt;
     const QByteArray content = file.read(largestFile);
@@ -67,7 +67,7 @@ void AnswerStore::keep(const QUrl &url, const QByteArray &body) const {
         QDir().mkpath(QFileInfo(m_directory).absolutePath());
         QDir().mkdir(m_directory, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     }
-    // After a crash of the system a file that is cut short is no answer, and that is all.
+    // Not synced: a file that a system crash has truncated simply counts as no answer.
     if (replaceFile(pathOf(name), header + body, {.durability = DurableFile::Durability::Cached}) ==
         DurableFile::Problem::None)
         makeRoom();
@@ -79,13 +79,14 @@ void AnswerStore::makeRoom() const {
         qint64 modified; ///< milliseconds
         qint64 size;
     };
-    // Each is looked at once, for others may be replacing them.
+    // Read the attributes of each file once, because other processes may be replacing it.
     const auto now = static_cast<qint64>(m_clock().unixSeconds() * 1000);
     QList<File> files;
     for (QDirIterator iterator(m_directory, QDir::Files | QDir::Hidden | QDir::System); iterator.hasNext();) {
         const QFileInfo info(iterator.next());
         const qint64 modified = info.lastModified().toMSecsSinceEpoch();
-        // The clock was wrong then, and what is new now must not always be the first to go.
+        // The clock was wrong when this file was written. Count it as old, so that it is not kept longer than
+        // newer files.
         const bool isFromFuture = modified - now > clockTolerance;
         files += File{info.filePath(), isFromFuture ? 0 : modified, info.size()};
     }
@@ -94,7 +95,7 @@ void AnswerStore::makeRoom() const {
     qint64 size = 0;
     for (const File &file : std::as_const(files)) {
         const bool isLeftBehind = file.path.endsWith(temporarySuffix) && now - file.modified > abandonedAfter;
-        // A file too large by itself does not take the others with it.
+        // Files that fit are kept, even if a newer file does not fit.
         if (isLeftBehind || file.size > m_mostBytes - size)
             QFile::remove(file.path);
         else

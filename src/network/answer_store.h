@@ -10,12 +10,13 @@
 
 namespace lexiquill {
 
-/// Answers to requests, kept in files: each is found again by its URL whatever its age, in this process or
-/// any other. When they grow too many the oldest go first. Whatever fails is silent, and a file that is not
-/// as it was written is no answer.
+/// A file cache of answers to requests, shared by all processes. An answer is found by its URL and never
+/// expires. When the cache is full, the oldest answers are removed first. Errors are silent, and a damaged
+/// file counts as no answer.
 class AnswerStore {
 public:
-    /// `directory` is made, for its owner only, by the first answer; nothing else may be kept there.
+    /// `directory` is created with the first answer and is private to the user; nothing else may be stored
+    /// there. `mostBytes` limits the total size.
     explicit AnswerStore(const QString &directory, qint64 mostBytes = qint64{50} << 20,
                          Clock clock = Instant::now);
 

@@ -13,8 +13,8 @@ namespace lexiquill {
 
 namespace {
 
-/// The proxies that the user has named in the environment; none for this machine. The system is not asked
-/// otherwise, for that can take seconds.
+/// The proxies that the user has set in the environment; none for connections to this machine. Without such
+/// variables the system is not queried, because that can take seconds.
 class UserProxies final : public QNetworkProxyFactory {
 public:
     QList<QNetworkProxy> queryProxy(const QNetworkProxyQuery &query) override {
@@ -57,7 +57,7 @@ QCoro::Task<HttpReply> HttpClient::send(HttpRequest request) {
     if (const auto kept = mayBeKept ? m_store->find(request.url) : std::nullopt)
         co_return HttpReply{.status = 200, .body = *kept};
     HttpTransfer transfer(network(), request);
-    // Whoever asks for the stop resumes this coroutine there and then.
+    // A stop request resumes this coroutine immediately, within the call that requests the stop.
     const auto abandon = [&transfer] {
         transfer.abandon(HttpError::Cancelled);
     };

@@ -15,24 +15,24 @@ class QNetworkAccessManager;
 
 namespace lexiquill {
 
-/// Sends HTTP requests over HTTPS, or in plain to this machine. Certificates are verified, cookies neither
-/// kept nor sent, redirects followed only to where a request may go, and never from HTTPS to plain HTTP.
-/// Needs an application object and an event loop. Destroyed, it aborts all requests as if they were
-/// cancelled.
+/// Sends HTTP requests: over HTTPS, or over plain HTTP to this machine only. Verifies certificates; neither
+/// stores nor sends cookies. Follows redirects only to addresses that are allowed for requests, and never
+/// from HTTPS to plain HTTP. Needs an application object and an event loop. The destructor aborts all
+/// requests as if they were cancelled.
 class HttpClient : public QObject {
 public:
-    /// `store`: keeps the answers that requests want kept; without one none is.
+    /// `store` keeps the answers of requests that ask for it; without a store no answers are kept.
     explicit HttpClient(std::optional<AnswerStore> store = std::nullopt, QObject *parent = nullptr);
     ~HttpClient() override;
 
-    /// Never fails but in the reply. The reply to a request to nowhere is there at once.
+    /// Reports every failure in the reply. A request to an address that is not allowed fails at once.
     QCoro::Task<HttpReply> send(HttpRequest request);
 
 private:
     QNetworkAccessManager &network();
 
     std::optional<AnswerStore> m_store;
-    /// Made for the first request, for it starts a good deal of machinery.
+    /// Created for the first request, because creating it is expensive.
     std::unique_ptr<QNetworkAccessManager> m_network;
     Cancellation m_destruction;
 };

@@ -19,17 +19,17 @@ enum class HttpError {
     BadAddress,
     BadAnswer,
     TooLarge,
-    CannotWrite, ///< to where the body was to go
+    CannotWrite, ///< the body cannot be written to its destination
     Other,
 };
 
-/// What the user is told of it: a few Chinese words without names of hosts.
+/// A short Chinese text for the user, without host names.
 QString description(HttpError error);
 
-/// What the network library's error amounts to.
+/// Converts an error of the network library.
 HttpError httpErrorOf(QNetworkReply::NetworkError error);
 
-/// Whether the error only repeats an answer's status of 400 or more.
+/// Whether the error only means that the answer has a status of 400 or more.
 bool isStatusError(QNetworkReply::NetworkError error, int status);
 
 } // namespace lexiquill

@@ -23,30 +23,31 @@ struct HttpRequest {
 
     Method method = Method::Get;
     QUrl url;
-    /// Sent as they are. Besides them only what the protocol needs is sent: Host, Connection,
-    /// Accept-Encoding, a User-Agent if there is none here, the length of a body, and a neutral
-    /// Accept-Language.
+    /// Sent unchanged. Besides them, only what the protocol needs is sent: Host, Connection, Accept-Encoding,
+    /// a User-Agent if there is none here, the length and type of a body, and a neutral Accept-Language.
     QList<Header> headers = {};
     QByteArray body = {}; ///< of a POST
 
     std::chrono::milliseconds idleLimit{60'000};  ///< the longest time without any progress
-    std::chrono::milliseconds totalLimit{60'000}; ///< the longest time altogether, redirects included
+    std::chrono::milliseconds totalLimit{60'000}; ///< the longest total time, redirects included
     qint64 bodyLimit = qint64{8} << 20;           ///< bytes after decoding; a longer answer is an error
     int redirectLimit = 5;
     bool staysAtOrigin = false; ///< a redirect to another server, or another port, is an error
 
-    /// Given, the answer to a GET comes from the store of answers, if it is there, without any traffic; else
-    /// a complete answer with status 200 for whose body this returns true is stored.
+    /// If set, a GET uses the stored answer, if there is one, without any network traffic. Otherwise a
+    /// complete answer with status 200 is stored if this returns true for its body.
     std::function<bool(const QByteArray &body)> isWorthKeeping = nullptr;
 
-    /// Where the body of an answer with status 200 goes instead of into the reply; an open device that
-    /// outlives the request. After an error it holds the beginning of the body. With a sink, the body of any
-    /// other answer is limited to a megabyte, for `bodyLimit` may be more than there is memory.
+    /// If set, the body of an answer with status 200 is written to this device instead of the reply. The
+    /// device must be open and outlive the request. After an error it contains the beginning of the body. The
+    /// body of any other answer is then limited to a megabyte, because `bodyLimit` may be larger than the
+    /// memory.
     QIODevice *sink = nullptr;
-    /// Called after each piece of such a body: the bytes so far, and the size of the whole if it is known.
+    /// Called after each piece that is written to `sink`, with the bytes so far and the total size if it is
+    /// known.
     std::function<void(qint64 received, std::optional<qint64> total)> onProgress = nullptr;
 
-    /// When cancelled, the request is aborted and its reply is the error "已取消".
+    /// When cancelled, the request is aborted and its reply has the error `Cancelled`.
     std::stop_token stop = {};
 };
 
@@ -54,10 +55,10 @@ struct HttpRequest {
 struct HttpReply {
     int status = 0; ///< 0 when no answer came
     QByteArray body = {};
-    /// Why there is no complete answer. Nothing when there is one, whatever its status.
+    /// Why there is no complete answer. No value when there is one, with any status.
     std::optional<HttpError> error = std::nullopt;
 
-    /// Whether a complete answer with status 200 is here.
+    /// Whether this is a complete answer with status 200.
     bool isOk() const { return !error && status == 200; }
 };
 

@@ -12,9 +12,9 @@ namespace lexiquill {
 
 namespace {
 
-/// How much of a body waits in memory until it is read.
+/// How many bytes of a body are buffered until they are read.
 constexpr qint64 readAhead = 256 << 10;
-/// How much of an answer that does not go where it should is kept in memory.
+/// The body limit of an answer that cannot go into the sink because its status is not 200.
 constexpr qint64 strayBodyLimit = qint64{1} << 20;
 
 bool isRedirect(int status) {
@@ -32,8 +32,8 @@ bool isNamed(const HttpRequest::Header &header, const char *name) {
     return header.first.compare(name, Qt::CaseInsensitive) == 0;
 }
 
-/// The body of a POST. It cannot be read twice, or else the library would send a request again whose
-/// connection broke, and the server may have acted on it already.
+/// The body of a POST. It can be read only once. Otherwise the library would send the request again after a
+/// broken connection, although the server may have processed it already.
 class OneWayBuffer : public QIODevice {
 public:
     explicit OneWayBuffer(const QByteArray &bytes) : m_bytes(bytes) {
@@ -66,7 +66,7 @@ QNetworkRequest networkRequest(const HttpRequest &request) {
     result.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
     result.setAttribute(QNetworkRequest::AuthenticationReuseAttribute, QNetworkRequest::Manual);
     result.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
-    // Without these the library would tell the user's language, and unpack answers without a limit.
+    // Without these headers the library would send the user's language, and unpack answers without a limit.
     result.setRawHeader("Accept-Language", "*");
     result.setRawHeader("Accept-Encoding", request.sink ? "identity" : "gzip");
     result.setRawHeader("User-Agent", "Lexiquill");
@@ -75,7 +75,7 @@ QNetworkRequest networkRequest(const HttpRequest &request) {
     return result;
 }
 
-/// A line break in a value would make a header of its own out of what follows.
+/// A line break in a value would turn the rest of the value into another header.
 bool isSendable(const HttpRequest::Header &header) {
     const auto isControl = [](char byte) {
         return static_cast<unsigned char>(byte) < 0x20;
@@ -197,7 +197,7 @@ void HttpTransfer::take(const QByteArray &bytes) {
         return;
     if (m_request.sink->write(piece) != piece.size())
         return finish(HttpError::CannotWrite);
-    // Whoever hears of it may give up the request, which destroys this object.
+    // The callback may cancel the request, which destroys this object.
     if (const auto report = m_request.onProgress)
         report(m_decoded, m_inflater ? std::nullopt : m_announced);
 }
@@ -255,7 +255,7 @@ void HttpTransfer::finish(std::optional<HttpError> error) {
     m_idle.stop();
     m_total.stop();
     drop();
-    // Later, for the one who waits may destroy everything that is at work here now.
+    // Resume later: the waiting coroutine may destroy objects that are still in use here.
     if (m_waiting)
         m_resumption.start();
 }

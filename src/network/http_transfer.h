@@ -14,13 +14,13 @@ class QNetworkAccessManager;
 
 namespace lexiquill {
 
-/// One request on its way, through its redirects, to its reply.
+/// One request in progress, with its redirects, until its reply.
 class HttpTransfer : public QObject {
 public:
     HttpTransfer(QNetworkAccessManager &network, const HttpRequest &request);
     ~HttpTransfer() override;
 
-    /// What a coroutine awaits: the end of the transfer. Only one may.
+    /// An awaitable for the end of the transfer. Only one coroutine may await it.
     struct End {
         HttpTransfer *transfer;
         bool await_ready() const noexcept { return transfer->m_isOver; }
@@ -51,7 +51,7 @@ private:
     std::optional<qint64> m_announced; ///< size of the body on the wire
     qint64 m_received = 0;             ///< bytes of the body on the wire
     qint64 m_decoded = 0;
-    qint64 m_bodyLimit = 0; ///< of the answer at hand
+    qint64 m_bodyLimit = 0; ///< of the current answer
     int m_redirects = 0;
     bool m_hasHeaders = false;
     bool m_isOver = false;

@@ -6,8 +6,8 @@
 
 namespace lexiquill {
 
-/// Tells whether the desktop prefers dark colours, as soon as it is known and at each change; nothing when
-/// the desktop has no preference. Tells no more once it is destroyed.
+/// Reports whether the desktop prefers dark colours, as soon as it is known and at each change; no value
+/// means that the desktop has no preference. Reports nothing after it is destroyed.
 class ColorScheme {
 public:
     virtual ~ColorScheme() = default;

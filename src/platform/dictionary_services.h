@@ -13,13 +13,13 @@ public:
     virtual ~DictionaryServices() = default;
 
     /// The plain-text definition of `word` from the active dictionaries, as fields separated by "|":
-    /// headword, phonetic (left out when unknown), body. Nothing when no dictionary knows the word.
+    /// headword, phonetic (left out when unknown), body. No value when no dictionary knows the word.
     virtual std::optional<QString> copyTextDefinition(const QString &word) = 0;
 
     /// Names of the entries of a directory; an unreadable or missing one counts as empty.
     virtual QStringList directoryContents(const QString &path) = 0;
 
-    /// Replaces the preference domain `domain` with the single entry `key` = `values` and makes it lasting.
+    /// Replaces the preference domain `domain` with the single entry `key` = `values` and saves it.
     virtual void setPersistentDomain(const QString &domain, const QString &key,
                                      const QStringList &values) = 0;
 };

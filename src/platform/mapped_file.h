@@ -6,7 +6,7 @@
 
 namespace lexiquill {
 
-/// What identifies the content of a file without reading it.
+/// Identifies the content of a file without reading it.
 struct FileStamp {
     /// Bytes; -1 when there is no readable regular file.
     qint64 size = -1;

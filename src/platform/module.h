@@ -2,10 +2,11 @@
 
 namespace lexiquill {
 
-/// What an entry function of a library that is loaded at run time returns: its interface. It must stay valid.
+/// The entry function of a library that is loaded at run time. It returns the library's interface, which must
+/// stay valid.
 using ModuleEntry = void *();
 
-/// Whether this program's library of this name ("lexiquill_network") is there; nothing is loaded.
+/// Whether this program's library of this name ("lexiquill_network") exists; nothing is loaded.
 bool hasLibrary(const char *name);
 
 /// Loads this program's library of this name and calls its entry function. Null when the library is missing

@@ -4,12 +4,12 @@
 
 namespace lexiquill {
 
-/// Prepares the process for whatever surroundings it was started in: writes to a pipe that nobody reads, or
-/// beyond the limit of file sizes, fail instead of ending it; standard streams that were closed are empty
-/// instead of being whichever file is opened next; and without HOME the home directory is the account's.
+/// Prepares the process for any environment. Writing to a pipe that nobody reads, or beyond the file size
+/// limit, fails instead of ending the process. Standard streams that were closed become /dev/null, so that no
+/// file opened later takes their place. If HOME is not set, it is taken from the user's account.
 void prepareProcess();
 
-/// Makes ready for many allocations that are kept, of about this many bytes in all.
+/// Prepares the heap for many long-lived allocations, of about this many bytes in total.
 void expectAllocations(qsizetype size);
 
 /// The directory of the running program's executable file.
@@ -18,8 +18,8 @@ QString executableDirectory();
 /// The directory of the library that holds this function.
 QString libraryDirectory();
 
-/// Writes out the standard streams and ends the process at once, whatever other threads are doing: they may
-/// be waiting for a network that never answers.
+/// Flushes the standard streams and ends the process at once. Does not wait for other threads, because they
+/// may be waiting for a network that never answers.
 [[noreturn]] void endProcess(int status);
 
 } // namespace lexiquill

@@ -9,9 +9,10 @@
 
 namespace lexiquill {
 
-/// A directory in which other users, too, may make files, such as /tmp, and this user's files in it. What
-/// bears another user's mark is never opened, followed, or removed; what is made here no other user can read,
-/// write, replace or remove, unless it says so. Nothing is done in a directory that cannot promise this.
+/// This user's files in a directory where other users can also create files, such as /tmp. Files of other
+/// users are never opened, followed or removed. Files created here cannot be read, written, replaced or
+/// removed by other users, unless stated otherwise. Every operation fails in a directory that cannot
+/// guarantee this.
 class SharedDirectory {
 public:
     enum class Problem {
@@ -19,32 +20,32 @@ public:
         NoPermission,
         NoDirectory,
         NameTaken,
-        OtherOwner,       ///< what bears the name belongs to another user
-        Unsafe,           ///< others may remove or replace what this user makes there
-        ProgramForbidden, ///< no program may be run from there
+        OtherOwner,       ///< the file of that name belongs to another user
+        Unsafe,           ///< other users can remove or replace this user's files there
+        ProgramForbidden, ///< programs cannot be run from there
         Other,
     };
-    /// Why something could not be done; nothing when it was done.
+    /// The reason of a failure; no value after success.
     using Failure = std::optional<Problem>;
     enum class FileKind { Private, Script };
 
     virtual ~SharedDirectory() = default;
 
-    /// A directory that cannot be used fails at every operation.
+    /// If the directory cannot be used, every operation fails.
     static std::unique_ptr<SharedDirectory> at(const QString &path);
 
-    /// Opens a new, empty file for writing without buffering. It has no name until publish(), and without one
-    /// it is gone once this object and `file` are. There is one such file at a time.
+    /// Opens a new, empty file for unbuffered writing. It has no name until publish(); without a name it is
+    /// removed with this object and `file`. There is one such file at a time.
     virtual Failure openUnnamed(QFile &file) = 0;
-    /// Gives the file of openUnnamed() a name that nothing bears yet.
+    /// Gives the file of openUnnamed() a name that does not exist yet.
     virtual Failure publish(const QFile &file, const QString &name) = 0;
 
-    /// Makes a file with this content in the place of any earlier one. A script can be run, and everybody may
+    /// Creates a file with this content; replaces an earlier one. A script is executable, and everybody may
     /// read it.
     virtual Failure createFile(const QString &name, FileKind kind, QByteArrayView content) = 0;
-    /// Makes an empty directory under a name that nothing bears yet.
+    /// Creates an empty directory with a name that does not exist yet.
     virtual Failure createDirectory(const QString &name) = 0;
-    /// Removes what bears the name: a link itself, a directory with all that is in it.
+    /// Removes the file of that name: of a link, the link itself; a directory with its whole content.
     virtual Failure remove(const QString &name) = 0;
 };
 

@@ -5,14 +5,14 @@
 
 namespace lexiquill {
 
-/// Watches for the session, or the user, asking the process to end.
+/// Watches for requests of the session or the user to end the process.
 class TerminationWatch {
 public:
     virtual ~TerminationWatch() = default;
 };
 
-/// From now on such a request calls `ended` from this thread's event loop in place of ending the process at
-/// once. There is one watch in a process; null when it cannot be set up.
+/// Makes such a request call `ended` from this thread's event loop, instead of ending the process at once.
+/// There can be one watch in a process; null when it cannot be set up.
 std::unique_ptr<TerminationWatch> watchTermination(std::function<void()> ended);
 
 } // namespace lexiquill

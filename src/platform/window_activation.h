@@ -6,8 +6,8 @@
 
 namespace lexiquill {
 
-/// Gives a visible window the keyboard and puts it in front of all others, also when another application is
-/// active. `timestamp`: of the key event that it is due to, in the display server's milliseconds; 0 if
+/// Gives a visible window the focus and brings it to the front, even if another application is active.
+/// `timestamp`: the time of the key event that caused this, in the display server's milliseconds; 0 if
 /// unknown.
 void bringForward(QWindow *window, const ActivationTokens &tokens, quint64 timestamp);
 

@@ -6,8 +6,8 @@
 
 namespace lexiquill {
 
-/// Some records of a wordbook in an order of their own. A value: it shares the wordbook's list as it was
-/// when the selection was made, so nothing is copied for as long as that list does not change.
+/// Some records of a wordbook in their own order. This is a value: it shares the wordbook's list at the time
+/// of the selection, so nothing is copied as long as that list does not change.
 class RecordSelection {
 public:
     class const_iterator {

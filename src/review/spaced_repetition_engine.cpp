@@ -14,7 +14,7 @@ constexpr qint64 firstIntervalDays = 1;
 constexpr qint64 secondIntervalDays = 6;
 constexpr qint64 reviewedAgainIntervalDays = 7;
 
-/// Records come from files, so counters may stand at the end of their range.
+/// Records come from files, so counters may have their maximum value.
 qint64 increment(qint64 number) {
     return number == std::numeric_limits<qint64>::max() ? number : number + 1;
 }

@@ -20,7 +20,7 @@ public:
     static void processReview(WordRecord &word, ReviewFeedback feedback, Instant reviewDate,
                               const Calendar &calendar);
 
-    /// Applies one new search of a recorded word; a mastered word comes back into review.
+    /// Applies one new search of a recorded word; a mastered word returns to review.
     static void recordSearch(WordRecord &word, Instant searchDate);
 };
 

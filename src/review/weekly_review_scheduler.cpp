@@ -43,13 +43,13 @@ double calculatePriority(const WordRecord &word, Instant referenceDate) {
     score += (3.0 - word.easeFactor) * 2;
     if (word.memoryStatus == MemoryStatus::Learning)
         score += 6.0;
-    // Absurd dates and factors may cancel out to a NaN, which cannot be sorted.
+    // Extreme dates and factors may result in a NaN, which cannot be sorted.
     return std::isnan(score) ? 0.0 : score;
 }
 
 using Positions = QList<qsizetype>;
 
-/// The positions of all selections, each record's id once, by falling priority.
+/// The positions of all selections by descending priority, each record id only once.
 Positions prioritized(const QList<WordRecord> &records, std::initializer_list<const Positions *> selections,
                       Instant referenceDate) {
     struct Ranked {
@@ -87,8 +87,8 @@ void prefetch(const void *address, std::size_t size = 1) {
         __builtin_prefetch(static_cast<const char *>(address) + offset);
 }
 
-/// Calls `use(record)` for every record. The order of a plan is not that of the memory, where a wordbook is
-/// far larger than the caches, so the memory is asked for what comes next while a record is being used.
+/// Calls `use(record)` for every record. The records of a plan are scattered in memory, and a wordbook is far
+/// larger than the caches. So the next records are prefetched while one is being used.
 template <typename Use> void forEachRecord(const RecordSelection &selection, Use use) {
     constexpr qsizetype recordsAhead = 24;
     constexpr qsizetype textsAhead = 12;
@@ -166,7 +166,8 @@ QString WeeklyReviewScheduler::exportMarkdown(const WeeklyReviewPlan &plan, cons
         const QString definition = word.conciseSummary.isEmpty()
                                        ? leadingCharacters(word.rawDefinition, definitionCharacters)
                                        : leadingCharacters(word.conciseSummary, summaryCharacters);
-        // Pieces are appended one by one, for they may hold what arg() takes for a place marker.
+        // The pieces are appended one by one, because they may contain text that arg() treats as a
+        // placeholder.
         text += u"| " % statusLabel(word.memoryStatus) % u" | **" % word.word % u"** | `" %
                 word.phonetic.value_or(QStringLiteral("-")) % u"` | " % definition % u" | " %
                 QString::number(word.intervalDays) % u"天 | " % QString::number(word.searchCount) % u"次 |\n";

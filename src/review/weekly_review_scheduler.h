@@ -11,7 +11,7 @@ namespace lexiquill {
 /// The review plan of one calendar week: a snapshot of records.
 struct WeeklyReviewPlan {
     qint64 weekNumber = 1;
-    qint64 year = 0; ///< the year that the week is numbered in
+    qint64 year = 0; ///< the year that the week number belongs to
     Instant startOfWeek;
     Instant endOfWeek; ///< the instant at which the next week starts
     RecordSelection dueWords = {};

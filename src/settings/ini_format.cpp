@@ -10,7 +10,7 @@ namespace lexiquill {
 
 namespace {
 
-/// The group of keys without a group.
+/// The group name for keys without a group.
 constexpr QLatin1StringView generalGroup("General");
 
 bool isHexDigit(QChar character) {
@@ -25,10 +25,10 @@ QString quoted(const QString &text) {
         result += u'@';
     bool followsHexEscape = false;
     for (const QChar character : text) {
-        // Surrogates, too: one that stands alone has no UTF-8.
+        // Surrogates, too: a lone one cannot be encoded in UTF-8.
         const bool needsEscape =
             character.unicode() < 0x20 || character.unicode() == 0x7f || character.isSurrogate();
-        // The reader would take a hexadecimal digit for a part of the escape before it.
+        // A reader would treat a hexadecimal digit as part of the escape before it.
         const bool isHexEscaped = needsEscape || (followsHexEscape && isHexDigit(character));
         if (isHexEscaped) {
             result += QStringLiteral("\\x") + QString::number(character.unicode(), 16);
@@ -51,7 +51,7 @@ std::optional<QString> valueText(const QVariant &value) {
         return items.isEmpty() ? QStringLiteral("@Invalid()") : items.join(QStringLiteral(", "));
     }
     case QMetaType::QByteArray: {
-        // The bytes stand as the first 256 characters; the "@" here must not be doubled.
+        // Each byte is written as the Latin-1 character of its value. A leading "@" must not be doubled here.
         const QString inside = quoted(QString::fromLatin1(value.toByteArray()));
         const qsizetype start = inside.startsWith(QStringLiteral("\"@@")) ? 2 : 1;
         return QStringLiteral("\"@ByteArray(") + inside.sliced(start).chopped(1) + QStringLiteral(")\"");
@@ -109,7 +109,7 @@ private:
         return wasQuoted ? result : result.trimmed();
     }
 
-    /// The character behind a backslash; ends on the last character of the escape.
+    /// The character after a backslash. Leaves the position at the last character of the escape.
     QChar escaped() {
         const QChar kind = m_text[m_position];
         if (kind == u'n')
@@ -130,7 +130,7 @@ private:
     qsizetype m_position = 0;
 };
 
-/// The value of a text that is not an item of a list; invalid for types that are not read.
+/// The value of an unescaped text; invalid for types that are not supported.
 QVariant typedValue(const QString &text) {
     constexpr QLatin1StringView byteArray("@ByteArray(");
     if (!text.startsWith(u'@'))
@@ -186,7 +186,7 @@ QByteArray iniText(const QVariantMap &values) {
         const qsizetype slash = iterator.key().indexOf(u'/');
         QString group = iterator.key().first(std::max<qsizetype>(slash, 0));
         QString name = iterator.key().sliced(slash + 1);
-        // A line needs a name, and that group stands for none.
+        // A line needs a name, and the group "General" means no group.
         if (group.isEmpty() || name.isEmpty() || group == generalGroup) {
             group.clear();
             name = iterator.key();

@@ -8,16 +8,16 @@
 
 namespace lexiquill {
 
-/// Base URLs of the servers that the program talks to, without a slash at the end. Each is compiled in and
-/// can be replaced by a setting; a setting that is no acceptable base is ignored.
+/// Base URLs of the servers that the program talks to, without a slash at the end. Each has a compiled-in
+/// value and can be replaced by a setting; an unacceptable setting is ignored.
 struct ServerAddresses {
     QString youdao; ///< setting `youdaoKey`
     QString server; ///< the program's own server; setting `serverKey`
 
     static ServerAddresses from(const UserDefaults &defaults);
-    /// Those that are compiled in.
+    /// The compiled-in addresses.
     static ServerAddresses builtIn();
-    /// The base URL that a text typed by the user means; nothing when it is no acceptable one.
+    /// The base URL for a text that the user typed; no value when it is not acceptable.
     static std::optional<QString> acceptableBase(const QString &text);
 
     static const QString youdaoKey; ///< "lexiquill_youdao_base"

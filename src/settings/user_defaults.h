@@ -14,8 +14,8 @@ namespace lexiquill {
 
 /// The user's settings and small state: one file of keys and values in QSettings' INI format, shared by all
 /// processes of the user. Each change replaces the file durably and atomically; a failure is silent, and the
-/// value then stays in memory and is written with the next one. The file holds secrets: every write leaves it
-/// readable by its owner only.
+/// value then stays in memory and is written with the next change. The file holds secrets: every write leaves
+/// it readable by its owner only.
 class UserDefaults {
 public:
     /// `filePath`: the settings file; it and its directory are created by the first write.
@@ -26,17 +26,17 @@ public:
 
     const QString &filePath() const { return m_path; }
 
-    /// The stored text, or a null string when the key is missing or holds something else.
+    /// The stored text, or a null string when the key is missing or has a value of another type.
     QString string(const QString &key) const;
     QStringList stringList(const QString &key) const;
-    /// The stored bytes, or a null array when the key is missing or holds something else.
+    /// The stored bytes, or a null array when the key is missing or has a value of another type.
     QByteArray byteArray(const QString &key) const;
     void set(const QString &key, const QString &value);
     void set(const QString &key, const QStringList &value);
     void set(const QString &key, const QByteArray &value);
     void remove(const QString &key);
 
-    /// Takes in what other processes have written since the last read.
+    /// Reads what other processes have written since the last read.
     void refresh();
 
 private:
@@ -47,7 +47,7 @@ private:
     QString m_path;
     std::unique_ptr<FileSnapshot> m_snapshot; ///< the file that the values come from; null without one
     QVariantMap m_values;
-    QVariantMap m_unsaved; ///< changes that could not be written yet; an invalid value is a removal
+    QVariantMap m_unsaved; ///< changes that could not be written yet; an invalid value means removal
 };
 
 } // namespace lexiquill

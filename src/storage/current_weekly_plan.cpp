@@ -8,7 +8,7 @@ CurrentWeeklyPlan::CurrentWeeklyPlan(StorageManager &storage, QObject *parent)
     : QObject(parent),
       m_storage(storage),
       m_date(storage.now()) {
-    // The plan shares the list of words, which would be copied as a whole if it changed meanwhile.
+    // The plan shares the list of words. If it were kept, changing the list would copy all of it.
     connect(&storage, &StorageManager::aboutToChangeWords, this, [this] { m_weeklyPlan.reset(); });
     connect(&storage, &StorageManager::wordsChanged, this, &CurrentWeeklyPlan::refreshWeeklyPlan);
 }

@@ -10,7 +10,7 @@ namespace lexiquill {
 
 class StorageManager;
 
-/// The plan of the current week, kept in step with the wordbook.
+/// The plan of the current week, kept in sync with the wordbook.
 class CurrentWeeklyPlan : public QObject {
     Q_OBJECT
 
@@ -20,7 +20,7 @@ public:
 
     /// The plan as of the last change or refresh. It is built when it is first asked for.
     const std::optional<WeeklyReviewPlan> &weeklyPlan() const;
-    /// Has the plan made anew for the present moment.
+    /// Makes the plan be rebuilt for the current time.
     void refreshWeeklyPlan();
 
 Q_SIGNALS:
@@ -28,7 +28,7 @@ Q_SIGNALS:
 
 private:
     StorageManager &m_storage;
-    mutable std::optional<WeeklyReviewPlan> m_weeklyPlan; ///< absent while it waits to be built
+    mutable std::optional<WeeklyReviewPlan> m_weeklyPlan; ///< absent until it is built
     Instant m_date;
 };
 

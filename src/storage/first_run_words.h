@@ -10,8 +10,8 @@
 
 namespace lexiquill {
 
-/// The records that a new wordbook begins with: five words as if they had just been searched for, as far as
-/// `lookUp` knows them.
+/// The first records of a new wordbook: five words as if they had just been searched, without those that
+/// `lookUp` does not know.
 QList<WordRecord> firstRunWords(const std::function<std::optional<DictionaryEntry>(const QString &)> &lookUp,
                                 Instant now);
 

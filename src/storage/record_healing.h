@@ -4,8 +4,8 @@
 
 namespace lexiquill {
 
-/// Earlier versions put an invisible character, U+2060, into texts of dictionaries. Takes it out of the
-/// record's content; the word and the user's own note are left alone.
+/// Removes the invisible character U+2060 from a record's content. Earlier versions put it into texts of
+/// dictionaries. The word and the user's note are not changed.
 void healContent(WordRecord &record);
 
 } // namespace lexiquill

@@ -9,8 +9,8 @@
 
 namespace lexiquill {
 
-/// The records of a file and where each stands in it, to find those that a new file can take over as they
-/// are.
+/// The records of a file with their positions in it. Used to find the texts that a new file can copy
+/// unchanged.
 class RecordTexts {
 public:
     RecordTexts() = default;
@@ -19,16 +19,16 @@ public:
         : m_words(std::move(words)),
           m_texts(std::move(texts)) {}
 
-    /// The position of a record that is the same in every field; -1 when there is none.
+    /// The index of a record that is equal in every field; -1 when there is none.
     qsizetype find(const WordRecord &record);
-    /// Whether the record at `position`, if there is one, is such a record.
+    /// Whether there is a record at the index `position` that is equal in every field.
     bool isAt(qsizetype position, const WordRecord &record) const;
     const RecordText &at(qsizetype position) const { return m_texts.at(position); }
 
 private:
     QList<WordRecord> m_words;
     QList<RecordText> m_texts;
-    QHash<QUuid, qsizetype> m_positions; ///< made when first needed
+    QHash<QUuid, qsizetype> m_positions; ///< built when first needed
 };
 
 } // namespace lexiquill

@@ -38,10 +38,10 @@ void StorageManager::loadData() {
     }
 }
 
-/// Makes the words of the file the current ones, and makes again on them what has not been saved yet. The
-/// former words take their place in the argument.
+/// Makes the words of the file the current ones, and applies the unsaved changes to them again. `words`
+/// receives the former words.
 void StorageManager::adopt(QList<WordRecord> &words) {
-    // Deleted words may have been restored before the file was written, so the newest list counts.
+    // Deleted words may have been restored before the file was written, so use the newest list.
     m_dependencies.deletedWords.refresh();
     const QSet<QString> deleted = deletedWords();
     removeDeleted(words, deleted);
@@ -71,7 +71,7 @@ void StorageManager::seed() {
     Q_EMIT wordsChanged();
 }
 
-/// One operation after another must not each wait for a process that has stopped with the lock.
+/// If a process hangs while it holds the lock, only the first operation waits for it, not each one.
 std::unique_ptr<FileLock> StorageManager::lock(std::chrono::milliseconds patience) {
     const bool isImpatient = m_hasWaitedInVain && patience == usualPatience;
     auto held = m_file.lock(isImpatient ? std::chrono::milliseconds{0} : patience);
@@ -79,13 +79,13 @@ std::unique_ptr<FileLock> StorageManager::lock(std::chrono::milliseconds patienc
     return held;
 }
 
-/// Takes in a file that another process has put in place, under the lock. False when there is one that
-/// cannot be read at the moment and so must not be overwritten.
+/// Loads a file that another process has put in place; to be called under the lock. False when there is a
+/// file that cannot be read at the moment, which must not be overwritten.
 bool StorageManager::catchUp() {
     if (!m_file.isReplaced())
         return true;
     auto content = m_file.load(m_dependencies.clock());
-    // An unreadable file does not take the place of the words in memory.
+    // An unreadable file does not replace the words in memory.
     if (content.state == WordbookFile::State::Good)
         adopt(content.words);
     return content.state != WordbookFile::State::Unknown;
@@ -102,14 +102,14 @@ void StorageManager::followFile() {
         m_isReading = false;
         if (reading->state != WordbookFile::State::Good)
             return;
-        // A change that was made meanwhile has taken in this file or a newer one.
+        // If the revision differs, a change made meanwhile has loaded this file or a newer one.
         if (m_file.revision() == revision)
             takeReading(*reading);
         followFile();
     });
 }
 
-/// The reading is newer than what is known of the file. It needs no lock, for nothing is written.
+/// Uses a reading that is newer than the loaded file. Needs no lock, because nothing is written.
 void StorageManager::takeReading(WordbookFile::Reading &reading) {
     m_file.take(reading);
     adopt(reading.words);
@@ -123,15 +123,15 @@ void StorageManager::saveData(std::chrono::milliseconds patience) {
     Q_EMIT wordsChanged();
 }
 
-/// Saves under the lock.
+/// Saves the words; to be called under the lock.
 void StorageManager::write(FileLock &held) {
     if (m_file.save(held, m_words, m_dependencies.calendar().date(m_dependencies.clock())))
         m_unsavedChanges.clear();
 }
 
-/// Makes a change on the current state of the wordbook and saves it. What cannot be saved stays in memory
-/// until the next time. `prepare` sees the words that the change is made on. False when the change made no
-/// difference.
+/// Applies a change to the current state of the wordbook and saves it. A change that cannot be saved stays in
+/// memory until the next save. `prepare` is called immediately before the change is applied. False when the
+/// change made no difference.
 bool StorageManager::change(const WordbookChange &change, const std::function<void()> &prepare) {
     bool isMade = false;
     bool isReplaced = false;
@@ -147,7 +147,8 @@ bool StorageManager::change(const WordbookChange &change, const std::function<vo
         const bool maySave = held && catchUp();
         if (prepare)
             prepare();
-        // A file taken in just now must not hide beforehand what is deleted here, or nothing could undo it.
+        // Mark the words as deleted only here: otherwise catchUp() would drop them from a newly loaded file
+        // before `prepare` has seen them, and the deletion could not be undone.
         if (isDeletion)
             context.deletedWords = deletedWords.follow(change);
         Q_EMIT aboutToChangeWords();
@@ -226,7 +227,7 @@ WordsRestored StorageManager::deleteWords(const QList<QUuid> &wordIds) {
     return words.isEmpty() ? WordsRestored() : remove(words);
 }
 
-/// Deletes words that are trimmed and not empty, each only once.
+/// Deletes words, which must be trimmed, not empty and unique.
 WordsRestored StorageManager::remove(const QStringList &words) {
     Q_EMIT recordsRemoved(words);
     WordsDeleted deletion;
@@ -267,7 +268,7 @@ bool StorageManager::restoreBackup(const QList<WordRecord> &backup) {
         m_dependencies.deletedWords.refresh();
         if (!held || !catchUp())
             return false;
-        // What is in memory only must not be lost to the backup either.
+        // Save changes that are only in memory, so that the backup does not overwrite them.
         if (hasUnsavedChanges() || !m_file.exists() || m_file.isReplaced())
             write(*held);
         if (!hasUnsavedChanges()) {
@@ -288,7 +289,7 @@ bool StorageManager::replaceFile(FileLock &held, const QList<WordRecord> &backup
     QSet<QString> stillDeleted = deleted;
     for (const WordRecord &record : backup)
         stillDeleted.remove(record.word.toLower());
-    // First the list, or a process that ends in between would leave the restored words hidden.
+    // Change the list first: if the process ended in between, the restored words would otherwise stay hidden.
     if (stillDeleted != deleted)
         m_dependencies.deletedWords.set(stillDeleted);
     const auto seconds = static_cast<qint64>(m_dependencies.clock().unixSeconds());

@@ -14,7 +14,7 @@ namespace {
 const QString dailyFormat = QStringLiteral("'vocabulary-'yyyy-MM-dd'.json'");
 const QString momentFormat = QStringLiteral("'vocabulary-'yyyy-MM-dd-HHmmss'.json'");
 
-/// Nothing when the file has another name than a backup.
+/// No value when the file does not have the name of a backup.
 std::optional<WordbookBackup> backupOf(const QFileInfo &file) {
     WordbookBackup backup{.path = file.filePath(), .date = {}, .size = file.size()};
     if (const QDate day = QDate::fromString(file.fileName(), dailyFormat); day.isValid()) {

@@ -12,8 +12,8 @@
 
 namespace lexiquill {
 
-/// The changes that a wordbook undergoes. They are values, so that a change made on an outdated copy can be
-/// made again on the current one.
+/// The changes of a wordbook. They are values, so that a change made on an outdated copy can be applied again
+/// to the current one.
 
 /// A word was looked up.
 struct WordSearched {
@@ -22,7 +22,7 @@ struct WordSearched {
     QUuid idIfNew = QUuid::createUuid();
 };
 
-/// A word was reviewed. `word` finds the record if it has got another id meanwhile.
+/// A word was reviewed. If the id of the record has changed meanwhile, it is found by `word`.
 struct WordReviewed {
     QUuid wordId;
     QString word;
@@ -31,33 +31,33 @@ struct WordReviewed {
     QUuid reviewId = QUuid::createUuid(); ///< of the entry in the history
 };
 
-/// The answer to a review was taken back. Other answers that have been given since are kept.
+/// The answer to a review was undone. Later answers are kept.
 struct ReviewUndone {
     QUuid reviewId;
-    WordRecord before; ///< the record as it was when the answer was given; only its review state counts
+    WordRecord before; ///< the record before the answer; only its review state and history count
 };
 
-/// Words were deleted. Only those that are still among the deleted words count, so that a deletion made again
-/// does not undo what has been restored since.
+/// Words were deleted. Only words that are still in the list of deleted words are removed, so that applying
+/// the deletion again does not remove words that have been restored since.
 struct WordsDeleted {
     QSet<QString> keys; ///< see wordKey()
 };
 
-/// The deletion of these records was undone. A word that was searched for again meanwhile becomes one record
-/// with its former self; one that was deleted again stays deleted.
+/// The deletion of these records was undone. A word that was searched again meanwhile is combined with its
+/// former record; one that was deleted again stays deleted.
 struct WordsRestored {
     QList<WordRecord> records;
-    QList<qsizetype> positions; ///< where each record stood, ascending
+    QList<qsizetype> positions; ///< former position of each record, ascending
 };
 
-/// The user wrote a note on a word. `word` finds the record if it has got another id meanwhile.
+/// The user wrote a note on a word. If the id of the record has changed meanwhile, it is found by `word`.
 struct UserNotesSet {
     QUuid wordId;
     QString word;
     QString notes;
 };
 
-/// The server's records came in; see mergeCloudWords().
+/// The server's records were received; see mergeCloudWords().
 struct CloudWordsMerged {
     QList<WordRecord> words;
 };
@@ -71,10 +71,11 @@ WordRecord newRecord(const WordSearched &search);
 /// The position of the first record whose word, lower-cased, is `key`; -1 when there is none.
 qsizetype indexOfWord(const QList<WordRecord> &words, const QString &key);
 qsizetype indexOfWord(const QList<WordRecord> &words, const QUuid &id);
-/// The record with this id; without one the first of this word, whose id may have changed.
+/// The position of the record with this id, or else of the first record of this word, whose id may have
+/// changed; -1 when there is none.
 qsizetype indexOfWord(const QList<WordRecord> &words, const QUuid &id, const QString &word);
 
-/// The records that a deletion removes, with their places: what undoes it.
+/// The records that a deletion removes, with their positions. Applying the result undoes the deletion.
 WordsRestored undoOf(const WordsDeleted &deletion, const QList<WordRecord> &words);
 
 /// What a change depends on besides the words.
@@ -83,8 +84,8 @@ struct ChangeContext {
     QSet<QString> deletedWords; ///< trimmed and lower-cased
 };
 
-/// Makes the change. New words go to the front, the server's to the end; updated ones keep their place. False
-/// when there is nothing in it to be saved.
+/// Applies the change. New words go to the front, the server's to the end; updated ones keep their position.
+/// False when there is nothing to save.
 bool apply(QList<WordRecord> &words, const WordbookChange &change, const ChangeContext &context);
 
 } // namespace lexiquill

@@ -18,11 +18,11 @@ WordbookWatcher::WordbookWatcher(StorageManager &storage, const QString &storage
     m_pause.setInterval(100ms);
     connect(&m_pause, &QTimer::timeout, this, [this] { m_storage.followFile(); });
     connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, [this] {
-        // Not put off by further changes, which may never end.
+        // Do not restart the timer: endless changes would delay it forever.
         if (!m_pause.isActive())
             m_pause.start();
     });
-    // A save replaces the file, so it is the directory that lasts.
+    // Watch the directory, because a save replaces the file.
     const QString directory = QFileInfo(storageFile).absolutePath();
     QDir().mkpath(directory);
     m_watcher.addPath(directory);

@@ -8,12 +8,12 @@ namespace lexiquill {
 
 class StorageManager;
 
-/// Takes in what other processes write to the wordbook, shortly after they have.
+/// Loads what other processes write to the wordbook, shortly after they have written it.
 class WordbookWatcher : public QObject {
     Q_OBJECT
 
 public:
-    /// `storage` must outlive the instance. `storageFile` is its file; its directory is made if it is
+    /// `storage` must outlive the instance. `storageFile` is its file; its directory is created if it is
     /// missing.
     WordbookWatcher(StorageManager &storage, const QString &storageFile, QObject *parent = nullptr);
 

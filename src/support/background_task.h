@@ -12,10 +12,10 @@
 
 namespace lexiquill {
 
-// How work is done on another thread. There is no other way in this program.
+// All work on other threads goes through these functions.
 
-/// Runs `work` on another thread and then, on the main thread, `done` with its result, unless `owner` is gone
-/// by then. `work` must not touch the owner.
+/// Runs `work` on another thread and then, on the main thread, `done` with its result, unless `owner` has
+/// been destroyed by then. `work` must not touch the owner.
 template <typename Owner, typename Work, typename Done>
 void runInBackground(Owner *owner, Work work, Done done) {
     QThreadPool::globalInstance()->start(
@@ -28,7 +28,7 @@ void runInBackground(Owner *owner, Work work, Done done) {
         });
 }
 
-/// Runs `work` on another thread for somebody who will wait for the result.
+/// Runs `work` on another thread and returns a future for its result.
 template <typename Work> auto startInBackground(Work work) {
     const auto task = std::make_shared<std::packaged_task<std::invoke_result_t<Work>()>>(std::move(work));
     auto result = task->get_future();
@@ -36,17 +36,17 @@ template <typename Work> auto startInBackground(Work work) {
     return result;
 }
 
-/// Frees a large value on another thread. Nobody else may be using what it holds.
+/// Destroys a large value on another thread. No other code may be using its content.
 template <typename Value> void discardInBackground(Value &&value) {
     auto rest = std::make_shared<std::decay_t<Value>>(std::forward<Value>(value));
     QThreadPool::globalInstance()->start([rest = std::move(rest)]() mutable { rest.reset(); });
 }
 
-/// A thread for work that is done one piece after the other. It is started by the first piece.
+/// A thread that runs tasks one after the other. The first task starts it.
 class BackgroundQueue {
 public:
     BackgroundQueue() { m_pool.setMaxThreadCount(1); }
-    /// Waits for the piece that is being done; what has not been begun is dropped.
+    /// Waits for the running task; tasks that have not begun are dropped.
     ~BackgroundQueue() {
         m_pool.clear();
         m_pool.waitForDone();
@@ -54,7 +54,7 @@ public:
     Q_DISABLE_COPY_MOVE(BackgroundQueue)
 
     void add(std::function<void()> work) { m_pool.start(std::move(work)); }
-    /// Waits until all is done; false when that takes longer. A negative time is any time.
+    /// Waits until all tasks are done; false when that takes longer. A negative time means no limit.
     bool finish(int milliseconds = -1) { return m_pool.waitForDone(milliseconds); }
 
 private:

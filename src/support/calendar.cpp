@@ -31,14 +31,15 @@ QDate startOfFirstWeek(int year, Qt::DayOfWeek firstWeekday, int minimumDays) {
     return daysInNewYear >= minimumDays ? start : start.addDays(7);
 }
 
-/// The instant at which clocks show the local time: the first one of a time that comes twice, and for a time
-/// that they leap over as much later as they leap.
+/// The instant of a local time. Of a time that occurs twice, the first instant. For a time that the clocks
+/// skip, an instant that is later by the skipped duration.
 qint64 unixMillisecondsOf(QDate date, QTime time, const Calendar &calendar) {
     const qint64 asUtc = QDateTime(date, time, Qt::UTC).toMSecsSinceEpoch();
     const auto offsetAt = [&calendar](qint64 milliseconds) {
         return qint64{calendar.dateTime(milliseconds).offsetFromUtc()} * 1000;
     };
-    // No zone is a day away from UTC, so these are the offsets before and after a change around that time.
+    // No time zone is a day away from UTC, so these are the offsets before and after a change around that
+    // time.
     constexpr qint64 day = 86'400'000;
     const qint64 before = offsetAt(asUtc - day);
     const qint64 after = offsetAt(asUtc + day);
@@ -68,7 +69,7 @@ std::optional<Instant> Calendar::startOfDay(QDate date) const {
 }
 
 std::optional<Instant> Calendar::addingDays(Instant instant, qint64 days) const {
-    // A day more than this is out of every range, and the sum below must not overflow.
+    // More days would be out of range anyway, and the sum below must not overflow.
     constexpr qint64 mostDays = 100'000'000;
     const auto milliseconds = toUnixMilliseconds(instant);
     if (!milliseconds || days > mostDays || days < -mostDays)

@@ -10,17 +10,17 @@
 
 namespace lexiquill {
 
-/// The rules by which instants become days and weeks. By default local time with weeks that start on Monday
-/// and are numbered by ISO 8601.
+/// The rules for converting instants to days and weeks. The default is local time, with weeks that start on
+/// Monday and are numbered as in ISO 8601.
 struct Calendar {
-    /// None: local time as localtime() of the C library has it, whatever TZ and the system's files say.
+    /// No value: local time as the C library's localtime() computes it, for any setting of TZ.
     std::optional<QTimeZone> timeZone = std::nullopt;
     Qt::DayOfWeek firstWeekday = Qt::Monday;
     int minimumDaysInFirstWeek = 4; ///< 1 to 7
 
     struct Week {
         int number = 1;
-        int year = 0; ///< the year that the week is numbered in
+        int year = 0; ///< the year that the week number belongs to
         Instant start;
         Instant end; ///< the instant at which the next week starts
     };
@@ -28,7 +28,7 @@ struct Calendar {
     /// The user's calendar.
     static Calendar current() { return {}; }
 
-    /// The local date, or nothing where the instant lies outside the calendar's range.
+    /// The local date; no value when the instant is outside the calendar's range.
     std::optional<QDate> date(Instant instant) const;
     /// The first instant of a local day.
     std::optional<Instant> startOfDay(QDate date) const;

@@ -4,9 +4,9 @@
 
 namespace lexiquill {
 
-/// Held by whoever starts asynchronous work, to give it up: by cancel(), or simply by destroying this. The
-/// work then ends within that call; a coroutine that awaits it goes on there and must ask its token before it
-/// touches anything that may be gone.
+/// Held by the code that starts asynchronous work. cancel(), or destroying this object, cancels the work,
+/// which then ends within that call. A coroutine that awaits it also resumes within that call, and must check
+/// its token before it uses anything that may have been destroyed.
 class Cancellation {
 public:
     Cancellation() = default;
@@ -15,7 +15,7 @@ public:
     Cancellation &operator=(const Cancellation &) = delete;
 
     void cancel() {
-        // What runs now may destroy this object.
+        // The code that runs now may destroy this object.
         std::stop_source source = m_source;
         source.request_stop();
     }

@@ -31,8 +31,8 @@ QByteArrayView findChunkTable(QByteArrayView extra) {
     return {};
 }
 
-/// Where the compressed data begins behind the header fields that follow the extra field; -1 when they are
-/// cut off.
+/// The position of the compressed data, after the header fields that follow the extra field; -1 when these
+/// are truncated.
 qsizetype skipHeaderRest(QByteArrayView packed, qsizetype at, int flags) {
     for (const int flag : {OriginalName, Comment}) {
         if ((flags & flag) == 0)

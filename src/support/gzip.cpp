@@ -64,12 +64,12 @@ bool GzipReader::feed(QByteArrayView packed, QByteArray &out, qint64 limit) {
 }
 
 bool unpackGzip(QByteArrayView packed, qint64 expectedSize, QByteArray &out) {
-    // Deflate cannot shrink data more than about a thousandfold, so a larger claim is a lie.
+    // Deflate cannot compress by more than a factor of about a thousand, so a larger `expectedSize` is wrong.
     constexpr qint64 maxRatio = 1100;
     if (expectedSize < 0 || expectedSize / maxRatio > packed.size())
         return false;
     const qsizetype start = out.size();
-    // One byte more than expected shows that the file holds too much.
+    // One byte more than expected, to detect a file that contains too much.
     out.resize(start + expectedSize + 1);
     char *to = out.data() + start;
     qsizetype space = expectedSize + 1;

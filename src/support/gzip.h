@@ -18,7 +18,7 @@ public:
     };
     enum class Step {
         Going,
-        Ended, ///< the stream, or the member of a gzip file, has come to its proper end
+        Ended, ///< the stream, or the member of a gzip file, has ended correctly
         Failed,
     };
 
@@ -27,7 +27,7 @@ public:
     Inflater(const Inflater &) = delete;
     Inflater &operator=(const Inflater &) = delete;
 
-    /// Unpacks from `in` to `out`, where there is room for `space` bytes. Takes what was used off all three.
+    /// Unpacks from `in` to `out`, which has room for `space` bytes. Advances all three by what was used.
     Step run(QByteArrayView &in, char *&out, qsizetype &space);
     /// Begins a new stream; false when that is impossible.
     bool restart();
@@ -37,13 +37,13 @@ private:
     bool m_isReady = false;
 };
 
-/// Unpacks a gzip stream that comes piece by piece.
+/// Unpacks a gzip stream that arrives in pieces.
 class GzipReader {
 public:
-    /// Appends to `out` what the next bytes unpack to, but stops when `out` holds more than `limit` bytes.
+    /// Unpacks the next bytes and appends the result to `out`. Stops when `out` has more than `limit` bytes.
     /// False when the stream is damaged.
     bool feed(QByteArrayView packed, QByteArray &out, qint64 limit);
-    /// Whether the stream has come to its proper end.
+    /// Whether the stream has ended correctly.
     bool isComplete() const { return m_isComplete; }
 
 private:

@@ -42,7 +42,7 @@ public:
         return value;
     }
 
-    /// One or more digits as a decimal fraction, or nothing.
+    /// One or more digits as a decimal fraction, or no value.
     std::optional<double> fraction() {
         double value = 0;
         double scale = 0.1;
@@ -130,7 +130,7 @@ QString Instant::toIso8601() const {
     const hh_mm_ss time{whole - day};
     QString text = QStringLiteral("0000-00-00T00:00:00Z");
     QChar *const characters = text.data();
-    // Writes a number so that it ends before the given place.
+    // Writes a number so that it ends before the position `end`.
     const auto write = [characters](qint64 number, qsizetype end) {
         for (; number > 0; number /= 10)
             characters[--end] = QChar(static_cast<char16_t>(u'0' + number % 10));

@@ -17,17 +17,17 @@ struct Instant {
     static constexpr Instant fromUnixSeconds(double unixSeconds) {
         return {unixSeconds - referenceUnixSeconds};
     }
-    /// Reads an ISO 8601 date and time with a "Z" or "±hh:mm" offset; a fraction of a second is kept.
-    /// Anything else, out-of-range fields included, gives nothing.
+    /// Reads an ISO 8601 date and time with a "Z" or "±hh:mm" offset; a fraction of a second is kept. No
+    /// value for anything else, including out-of-range fields.
     static std::optional<Instant> fromIso8601(QStringView text);
 
     constexpr double unixSeconds() const { return seconds + referenceUnixSeconds; }
     constexpr Instant adding(double interval) const { return {seconds + interval}; }
-    /// "2025-03-14T09:26:53Z": UTC, whole seconds (the fraction is dropped); years are held within
-    /// 0001 to 9999.
+    /// "2025-03-14T09:26:53Z": UTC, whole seconds (the fraction is dropped); years are limited to 0001 to
+    /// 9999.
     QString toIso8601() const;
 
-    // The check mistakes the generated comparison with zero for a null pointer.
+    // clang-tidy mistakes the zero in the generated comparison for a null pointer.
     friend constexpr auto operator<=>(Instant, Instant) = default; // NOLINT(modernize-use-nullptr)
 
     static constexpr double referenceUnixSeconds = 978307200;
@@ -35,7 +35,7 @@ struct Instant {
 
 inline constexpr double secondsPerDay = 86400;
 
-/// Tells the current time; a parameter so that time can stand still in tests.
+/// Returns the current time. A parameter, so that tests can use a fixed time.
 using Clock = std::function<Instant()>;
 
 } // namespace lexiquill

@@ -12,8 +12,8 @@
 
 namespace lexiquill {
 
-/// A value in a JSON document from outside, or the place of one that is missing. Every access is tolerant:
-/// what is not there, or of another type, is missing or nothing. Lasts as long as its document.
+/// A value in a JSON document from outside, or a missing value. Every access is tolerant: if something does
+/// not exist or has another type, the result is a missing value or no value. Valid as long as its document.
 class JsonValue {
 public:
     JsonValue() = default;
@@ -23,7 +23,7 @@ public:
     bool isObject() const { return m_element && m_element->is_object(); }
     bool isArray() const { return m_element && m_element->is_array(); }
 
-    /// A member of an object; of several with one name, the last.
+    /// A member of an object; of several with the same name, the last.
     JsonValue member(std::string_view name) const;
     /// The elements of an array; no more than `most`, if given.
     QList<JsonValue> elements(qsizetype most = -1) const;
@@ -45,12 +45,12 @@ private:
     std::optional<simdjson::dom::element> m_element;
 };
 
-/// A JSON text that has been checked and read as a whole.
+/// A JSON text that has been checked and parsed completely.
 class JsonDocument {
 public:
-    /// Nothing when the text is no JSON: not well-formed, not UTF-8, or nested deeper than 512 levels.
+    /// No value when the text is not JSON: not well-formed, not UTF-8, or nested deeper than 512 levels.
     static std::optional<JsonDocument> parse(const QByteArray &text);
-    /// Whether parse() would give a document. Throws std::bad_alloc when there is not enough memory to tell.
+    /// Whether the text is JSON, however deeply nested. Throws std::bad_alloc when memory runs out.
     static bool isJson(const QByteArray &text);
 
     JsonValue root() const { return JsonValue(m_root); }

@@ -151,7 +151,8 @@ void JsonWriter::value(double number) {
         return writeToken("null");
     constexpr qsizetype longest = 32;
     char *const start = begin(longest);
-    // Readers that see an integer beyond 64 bits refuse the whole text; an exponent makes it none.
+    // Some readers reject the whole text if it contains an integer beyond 64 bits. With an exponent the
+    // number is not an integer.
     const bool isLarge = std::abs(number) >= 1e18;
     advance((isLarge ? std::to_chars(start, start + longest, number, std::chars_format::scientific)
                      : std::to_chars(start, start + longest, number))
@@ -207,8 +208,8 @@ void JsonWriter::close(char bracket) {
     m_isFirst = false;
 }
 
-/// Writes what stands between the value that comes now and what was written last, and makes room for `size`
-/// bytes behind it. The caller writes there and calls advance().
+/// Writes the separators before the next value, and reserves `size` bytes for it. The caller writes the value
+/// there and calls advance().
 char *JsonWriter::begin(qsizetype size) {
     char *out = reserve(1 + lineStartSize() + size);
     if (m_followsKey) {

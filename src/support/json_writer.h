@@ -9,13 +9,13 @@
 
 namespace lexiquill {
 
-/// Writes one JSON value piece by piece as UTF-8 and hands the bytes to a sink in large chunks.
-/// The caller is responsible for calling begin, key, value and end in an order that makes valid JSON.
+/// Writes one JSON value piece by piece as UTF-8 and passes the bytes to a sink in large chunks. The caller
+/// is responsible for calling begin, key, value and end in an order that makes valid JSON.
 class JsonWriter {
 public:
     enum class Style {
         Compact,
-        Pretty, ///< a member or element per line, two blanks an indentation level
+        Pretty, ///< a member or element per line, two blanks per indentation level
     };
     using Sink = std::function<void(QByteArrayView)>;
 
@@ -38,16 +38,16 @@ public:
     void value(double number);
     void value(bool boolean);
 
-    /// Writes what stands before the next value, so that position() tells where that begins.
+    /// Writes the separators before the next value, so that position() is the start of that value.
     void startValue();
     /// Writes a piece of the JSON text of the value that was started.
     void text(QByteArrayView piece);
     /// How many bytes have been written.
     qint64 position() const { return m_handedOver + m_used; }
 
-    /// Hands the remaining bytes to the sink.
+    /// Passes the remaining bytes to the sink.
     void finish();
-    /// Overwrites what the writer still holds of the text that it has handed on.
+    /// Overwrites the text that is still in the writer's buffer.
     void wipeBuffer();
 
 private:

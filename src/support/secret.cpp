@@ -9,7 +9,7 @@ void wipe(const QByteArray &bytes) {
     if (bytes.isEmpty())
         return;
     std::memset(const_cast<char *>(bytes.constData()), 0, static_cast<std::size_t>(bytes.size()));
-    // Keeps the compiler from dropping what nobody seems to read.
+    // Prevents the compiler from removing a write that nothing seems to read.
     std::atomic_signal_fence(std::memory_order_seq_cst);
 }
 

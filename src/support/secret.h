@@ -4,8 +4,8 @@
 
 namespace lexiquill {
 
-/// Overwrites the bytes, also for everyone who shares them; for texts that must not stay in memory. Not for
-/// bytes that lie in read-only memory, such as literals.
+/// Overwrites the bytes, also in all copies that share them. For texts that must not stay in memory. Not for
+/// bytes in read-only memory, such as literals.
 void wipe(const QByteArray &bytes);
 
 } // namespace lexiquill

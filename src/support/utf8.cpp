@@ -12,7 +12,7 @@ QString textFromUtf8(std::string_view utf8) {
 }
 
 ShortText::ShortText(std::string_view utf8) {
-    // A byte never becomes more than one unit.
+    // A byte never becomes more than one UTF-16 unit.
     if (utf8.size() <= std::size(m_buffer)) {
         using Converter = QStringConverter;
         QStringDecoder decoder(Converter::Utf8,

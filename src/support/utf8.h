@@ -7,11 +7,11 @@
 
 namespace lexiquill {
 
-/// The text of UTF-8 bytes, with U+FFFD for what is none. Unlike QString::fromUtf8() it keeps a byte order
-/// mark, which is text like any other in the middle of a document.
+/// The text of UTF-8 bytes, with U+FFFD for invalid bytes. Unlike QString::fromUtf8() it keeps a byte order
+/// mark, which is ordinary text in the middle of a document.
 QString textFromUtf8(std::string_view utf8);
 
-/// The same for a text of a few characters that is looked at and forgotten, without memory of its own.
+/// The same for a short text that is used only briefly. Allocates no memory for a text of a few characters.
 class ShortText {
 public:
     explicit ShortText(std::string_view utf8);
@@ -19,7 +19,7 @@ public:
 
 private:
     QChar m_buffer[64];
-    QString m_long; ///< of what does not fit
+    QString m_long; ///< the text if it does not fit into the buffer
     QStringView m_text;
 };
 

@@ -11,8 +11,8 @@ std::optional<QByteArray> queryEncoded(const QString &text) {
 }
 
 bool isLoopbackHost(const QString &host) {
-    // QUrl has brought every way of writing an address into this form; a number too large makes a name of it,
-    // which could lead anywhere.
+    // QUrl converts every notation of an address into this form. With a number that is too large the text is
+    // a host name, which could belong to any machine.
     static const QRegularExpression address(
         QStringLiteral("\\A127(?:\\.(?:25[0-5]|2[0-4][0-9]|1?[0-9]{1,2})){3}\\z"));
     return host == QLatin1StringView("localhost") || host == QLatin1StringView("::1") ||

@@ -37,13 +37,13 @@ void complete(const SyncManager::Completion &completion, bool isSuccess,
 
 } // namespace
 
-/// A reply and what it says, read on another thread: a large wordbook takes longer than a frame may.
+/// A reply and its content, parsed on another thread: a large wordbook takes longer than a frame may take.
 struct SyncManager::Response {
     HttpReply reply;
     std::optional<ServerAnswer> answer;
     std::optional<QList<WordRecord>> words;
-    QList<WordRecord> known; ///< the wordbook when the reply came
-    QList<WordRecord> news;  ///< those of the words that it does not know yet
+    QList<WordRecord> known; ///< the wordbook when the reply arrived
+    QList<WordRecord> news;  ///< those of `words` that would change it
 
     static ResponsePointer of(const HttpReply &reply, const QList<WordRecord> &known, Instant now) {
         auto response = std::make_shared<Response>();
@@ -109,7 +109,7 @@ void SyncManager::syncWithCloud() {
     if (!isLoggedIn() || !url)
         return;
     setIsSyncing(true);
-    // What other processes have deleted must go out, too.
+    // Words that other processes have deleted must be sent, too.
     m_dependencies.defaults.refresh();
     const StorageManager &storage = m_dependencies.storage;
     const auto encode = [user = m_currentUser, words = storage.words(), deleted = storage.deletedWords()] {
@@ -139,7 +139,7 @@ QCoro::Task<> SyncManager::tellDeletions(QUrl url) {
     --m_deletionsUnderWay;
 }
 
-/// Nothing when the base and the path make no URL.
+/// No value when the base and the path do not form a URL.
 std::optional<QUrl> SyncManager::endpoint(const char *path) const {
     const QUrl url(apiBase() + QLatin1StringView(path), QUrl::StrictMode);
     return url.isValid() ? std::optional(url) : std::nullopt;
@@ -157,14 +157,14 @@ HttpRequest SyncManager::request(const QUrl &url, const QByteArray &body) const 
             .stop = m_destruction.token()};
 }
 
-/// Makes the body on another thread and sends it.
+/// Creates the body on another thread and sends it.
 void SyncManager::post(const QUrl &url, const std::function<QByteArray()> &encode, const Handler &handle) {
     runInBackground(this, encode,
                     [this, url, handle](const QByteArray &body) { send(request(url, body), handle); });
 }
 
-/// Sends a request and overwrites its body. The reply is handled in a turn of its own of the event loop, and
-/// not at all when the manager is gone by then.
+/// Sends a request and overwrites its body. The reply is handled later, from the event loop; not at all if
+/// the manager has been destroyed by then.
 QCoro::Task<> SyncManager::send(HttpRequest request, Handler handle) {
     const WipedAtEnd wiped(request.body);
     const HttpReply reply = co_await m_dependencies.http.send(request);
@@ -176,7 +176,8 @@ QCoro::Task<> SyncManager::send(HttpRequest request, Handler handle) {
     runInBackground(this, read, handle);
 }
 
-/// Enters the state of being logged in if the server says so; else completes with its message or another.
+/// Sets the user as logged in if the server accepts that. Otherwise completes with the server's message, or
+/// with another one.
 bool SyncManager::enterAccount(const Response &response, const QString &username,
                                const QString &failureMessage, const Completion &completion) {
     const auto &answer = response.answer;
@@ -214,11 +215,11 @@ void SyncManager::finishSync(const ResponsePointer &response) {
         QStringLiteral("双向同步完成 (共 %1 词)").arg(m_dependencies.storage.words().size()));
 }
 
-/// Takes in the server's words; only the news of them if the wordbook is still what they were compared with.
+/// Merges the server's words. If the wordbook has not changed since the comparison, merges only the news.
 void SyncManager::merge(const ResponsePointer &response) {
     StorageManager &storage = m_dependencies.storage;
     const bool areStillKnown = storage.areStill(response->known);
-    // Nobody shares a list that is about to change, or it would be copied.
+    // Release the shared list, because it would otherwise be copied when it changes.
     if (areStillKnown)
         response->known.clear();
     if (response->words)

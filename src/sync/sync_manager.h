@@ -20,10 +20,10 @@
 
 namespace lexiquill {
 
-/// The client of the program's own account server: registers and logs in, and keeps the wordbook the same
-/// here and there. Outcomes are told through the properties, or through a completion; both change only after
-/// the call has returned. Every message is Chinese. Without a configured server every request ends as if it
-/// could not be reached. To be used on the main thread.
+/// The client of the program's own account server: registers, logs in, and synchronises the wordbook. Results
+/// are reported through the properties or a completion, in both cases only after the call has returned. Every
+/// message is in Chinese. Without a configured server every request fails as if the server could not be
+/// reached. To be used on the main thread.
 class SyncManager : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString apiBase READ apiBase CONSTANT)
@@ -44,22 +44,23 @@ public:
         Clock clock = Instant::now;
         /// The longest time without any progress.
         std::chrono::milliseconds idleLimit = std::chrono::seconds{60};
-        /// The longest time altogether: a large wordbook on a slow line takes more than a minute.
+        /// The longest total time: a large wordbook on a slow connection takes more than a minute.
         std::chrono::milliseconds totalLimit = std::chrono::minutes{10};
     };
     /// `message` says what went wrong; it is absent on success.
     using Completion = std::function<void(bool isSuccess, const std::optional<QString> &message)>;
 
-    /// Takes up the user name that was stored last.
+    /// Restores the user name that was stored last.
     explicit SyncManager(Dependencies dependencies, QObject *parent = nullptr);
 
     const QString &apiBase() const { return m_dependencies.apiBase; }
     /// The logged-in user; null when there is none.
     const QString &currentUser() const { return m_currentUser; }
     bool isLoggedIn() const { return !m_currentUser.isNull(); }
-    /// Whether a two-way sync is under way. With more than one at a time, false from the first answer on.
+    /// Whether a two-way sync is in progress. If several run at once, false after the first answer.
     bool isSyncing() const { return m_isSyncing; }
-    /// When login, registration or sync last succeeded since the start; invalid before that.
+    /// The time of the last successful login, registration or sync since the program started; invalid before
+    /// that.
     const QDateTime &lastSyncTime() const { return m_lastSyncTime; }
     /// The outcome of the last sync or registration; null when there is none.
     const QString &syncStatusMessage() const { return m_syncStatusMessage; }
@@ -68,14 +69,14 @@ public:
 
     /// Creates an account with the local words in it, and logs in.
     void registerUser(const QString &username, const QString &password, const Completion &completion);
-    /// Logs in and takes in the words of the account.
+    /// Logs in and merges the words of the account.
     void login(const QString &username, const QString &password, const Completion &completion);
-    /// Forgets the user; the words stay.
+    /// Logs out. The words stay.
     Q_INVOKABLE void logout();
-    /// Sends the whole wordbook and takes in the server's. Does nothing when nobody is logged in.
+    /// Sends the whole wordbook and merges the server's words. Does nothing when nobody is logged in.
     Q_INVOKABLE void syncWithCloud();
-    /// Tells the server of a deletion; whatever it answers. Does nothing when nobody is logged in. Of many
-    /// deletions, a few are told at a time, in order.
+    /// Reports a deletion to the server and ignores its answer. Does nothing when nobody is logged in. Of
+    /// many deletions, a few are sent at a time, in order.
     void syncDeletionToCloud(const QString &word);
 
     static const QString userDefaultsKey;  ///< "lexiquill_logged_user"

@@ -24,14 +24,14 @@ public:
     QString build;
     QString releaseDate;
     QString releaseNotes;
-    QString downloadUrl; ///< of a zip archive that holds the new application bundle
-    std::optional<QString> minOSVersion = std::nullopt; ///< carried, not checked
+    QString downloadUrl;                                ///< of a zip archive with the new application bundle
+    std::optional<QString> minOSVersion = std::nullopt; ///< stored, not checked
 
     bool operator==(const RemoteUpdateInfo &) const = default;
 };
 
-/// Decodes a record. Nothing when the text is no JSON object, when a required member is missing, or when a
-/// member is no string (only "minOSVersion" may be null).
+/// Decodes a record. No value when the text is not a JSON object, when a required member is missing, or when
+/// a member is not a string (only "minOSVersion" may be null).
 std::optional<RemoteUpdateInfo> decodeRemoteUpdateInfo(const QByteArray &json);
 /// Compact, members in declared order, without an absent "minOSVersion".
 QByteArray encodeRemoteUpdateInfo(const RemoteUpdateInfo &info);

@@ -7,7 +7,7 @@
 
 namespace lexiquill {
 
-/// Why an update cannot be made, for display.
+/// Why an update cannot be installed, for display.
 QString displayText(SharedDirectory::Problem problem);
 QString displayText(ReplacementObstacle obstacle);
 

@@ -17,7 +17,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// How long the script gets to start before the process ends.
+/// How long the script may take to start before the process ends.
 constexpr auto timeToQuit = 150ms;
 
 QString nameOf(const QString &path) {
@@ -155,7 +155,7 @@ QCoro::Task<> UpdateManager::download(QUrl url) {
     if (reply.error) {
         endDownload(QStringLiteral("下载中断: ") + description(*reply.error));
     } else if (!reply.isOk()) {
-        // An error page is no archive.
+        // An error page is not an archive.
         endDownload(QStringLiteral("下载中断: 服务器返回状态 ") + QString::number(reply.status));
     } else if (const auto failure = prepareUnpacking(*directory, file)) {
         endDownload(QStringLiteral("文件解压准备失败: ") + displayText(*failure));
@@ -181,7 +181,8 @@ void UpdateManager::executeSelfReplaceAndRestart(SharedDirectory &directory) {
     const QByteArray script =
         updateScript(m_dependencies.platform, m_paths, m_dependencies.installation.applicationPath,
                      QCoreApplication::applicationPid());
-    // The script writes through whatever bears the name of its log, so this must be ours beforehand.
+    // The script writes to any file with the name of its log, so that file must be ours before the script
+    // starts.
     auto failure = directory.createFile(nameOf(m_paths.log), SharedDirectory::FileKind::Private, {});
     if (!failure)
         failure = directory.createFile(nameOf(m_paths.script), SharedDirectory::FileKind::Script, script);
@@ -191,7 +192,7 @@ void UpdateManager::executeSelfReplaceAndRestart(SharedDirectory &directory) {
         return endDownload(QStringLiteral("安装脚本创建失败: ") + displayText(*failure));
     }
     m_isInstalling = true;
-    // The directory that the process works in may be part of what the script removes.
+    // Start in "/", because the script may remove the working directory of this process.
     QProcess::startDetached(QStringLiteral("/bin/bash"),
                             {QStringLiteral("-c"), QStringLiteral("nohup ") + shellWord(m_paths.script) +
                                                        QStringLiteral(" >/dev/null 2>&1 &")},

@@ -22,8 +22,8 @@ namespace lexiquill {
 class HttpClient;
 
 /// Keeps the program up to date: asks its server for the newest release, downloads it on the user's request,
-/// and hands over to a script that puts it in the place of the running one and starts it. All its state
-/// changes on the thread that it lives on.
+/// and runs a script that replaces the running program with it and starts it. All its state changes on the
+/// thread that it lives on.
 class UpdateManager : public QObject {
     Q_OBJECT
     Q_PROPERTY(QUrl updateCheckURL READ updateCheckURL CONSTANT)
@@ -43,13 +43,13 @@ class UpdateManager : public QObject {
 public:
     struct Dependencies {
         HttpClient &http;
-        QUrl updateCheckURL; ///< where the version record lies
+        QUrl updateCheckURL; ///< the URL of the version record
         QString currentVersion;
         QString currentBuild;
         Installation installation;
         ScriptPlatform platform;
         std::function<void(int status)> quit; ///< ends the process
-        /// Where archive and script go; other users may write to it, too.
+        /// The directory for archive and script; other users may write to it, too.
         QString directory = QStringLiteral("/tmp");
         std::chrono::milliseconds idleLimit{60'000}; ///< of both requests
         std::chrono::milliseconds checkLimit{60'000};
@@ -61,25 +61,26 @@ public:
     explicit UpdateManager(Dependencies dependencies, QObject *parent = nullptr);
     ~UpdateManager() override;
 
-    /// Looks for a newer release; does nothing while it is doing so. The outcome shows in the properties;
-    /// `manual` tells whether the user asked for it and wants to hear of failures, too.
+    /// Checks for a newer release; does nothing while a check is in progress. The result appears in the
+    /// properties. `manual`: the user asked for the check, so failures are reported, too.
     Q_INVOKABLE void checkForUpdates(bool manual);
-    /// Downloads the release, installs it and ends the process. An earlier download is given up. Failures
-    /// show in `errorMessage`.
+    /// Downloads the release, installs it and ends the process. An earlier download is cancelled. Failures
+    /// appear in `errorMessage`.
     Q_INVOKABLE void startDownloadAndInstall(const lexiquill::RemoteUpdateInfo &update);
 
     QUrl updateCheckURL() const { return m_dependencies.updateCheckURL; }
     QString currentVersion() const { return m_dependencies.currentVersion; }
     QString currentBuild() const { return m_dependencies.currentBuild; }
-    /// False when updates are the business of the system's package manager.
+    /// False when the system's package manager updates the program.
     bool canInstall() const { return !m_dependencies.installation.isManagedBySystem; }
-    /// What the dialog offers to do: to update, or, if it cannot, to leave it to the package manager.
+    /// The action that the dialog offers: to update, or to use the package manager if the program cannot
+    /// update itself.
     QString installActionText() const;
 
     bool isChecking() const { return m_isChecking; }
-    /// The newer release that was found.
+    /// The newer release that was found; no value if there is none.
     const std::optional<RemoteUpdateInfo> &availableUpdate() const { return m_availableUpdate; }
-    /// The same as a property's value; an invalid one stands for nothing.
+    /// The same as a property's value; invalid if there is none.
     QVariant availableUpdateValue() const;
     /// Whether the window should show the update dialog.
     bool showUpdateSheet() const { return m_showUpdateSheet; }
@@ -87,9 +88,9 @@ public:
     bool isDownloading() const { return m_isDownloading; }
     /// The part that is downloaded, 0…1; 0 while the size is unknown.
     double downloadProgress() const { return m_downloadProgress; }
-    /// What goes on; null when there is nothing to say.
+    /// The current status for the user; null when there is none.
     QString statusMessage() const { return m_statusMessage; }
-    /// What went wrong; null when nothing did.
+    /// The error message for the user; null when there is none.
     QString errorMessage() const { return m_errorMessage; }
 
 Q_SIGNALS:
@@ -110,7 +111,7 @@ private:
     QCoro::Task<> check(bool manual);
     void judge(const QByteArray &record, bool manual);
     QCoro::Task<> download(QUrl url);
-    /// Lays out archive and unpack directory.
+    /// Creates archive and unpack directory.
     SharedDirectory::Failure prepareUnpacking(SharedDirectory &directory, const QFile &downloaded) const;
     void executeSelfReplaceAndRestart(SharedDirectory &directory);
     void endDownload(const QString &message);

@@ -14,7 +14,7 @@ QString escaped(QString text) {
     return text.replace(special, QStringLiteral("\\\\1"));
 }
 
-/// The text with values in the place of their names in braces; in one pass, for a value may itself hold such
+/// The text with values instead of their names in braces. Done in one pass, because a value may contain such
 /// a name.
 QString filled(const QString &text, const QHash<QString, QString> &values) {
     static const QRegularExpression placeholder(QStringLiteral("\\{([A-Z]+)\\}"));
@@ -32,7 +32,7 @@ QString filled(const QString &text, const QHash<QString, QString> &values) {
 /// The lines in which the platforms differ. {ARCHIVE}, {UNPACKED} and {APP} stand for the escaped paths.
 struct PlatformLines {
     QStringList unpack;
-    QString firstFound; ///< what the command that looks for the bundle ends with
+    QString firstFound; ///< the end of the command that looks for the bundle
     QStringList makeRunnable;
     QString launch;
 };
@@ -47,10 +47,10 @@ PlatformLines macOSLines() {
             .launch = QStringLiteral("    /usr/bin/open \"{APP}\"")};
 }
 
-/// The unpack directory is emptied, not made anew, for another user could be quicker to make it; what is
-/// there must still be ours. An archive that does not unpack to its end (1 stands for mere warnings) counts
-/// as one without a bundle, so that no half application takes the place of a whole one; neither does a link,
-/// which would not survive the removal of what it leads to.
+/// The unpack directory is emptied and not created again, because another user could create it first; it must
+/// still belong to this user. An archive that cannot be unpacked completely (status 1 means only warnings)
+/// counts as one without a bundle, so that no incomplete application replaces a complete one. A link does not
+/// count as a bundle either, because its target is removed.
 PlatformLines linuxLines() {
     const QString clear = QStringLiteral("find \"{UNPACKED}\" -mindepth 1 -delete");
     return {.unpack = {QStringLiteral("if [ -L \"{UNPACKED}\" ] || [ ! -O \"{UNPACKED}\" ] || "

@@ -10,7 +10,7 @@ bool isDigit(QChar unit) {
     return unit >= u'0' && unit <= u'9';
 }
 
-/// Takes the run of digits at the beginning off the text, and returns it without leading zeros.
+/// Removes the run of digits at the beginning of the text, and returns it without leading zeros.
 QStringView takeNumber(QStringView &text) {
     const auto end = std::find_if_not(text.begin(), text.end(), isDigit);
     const QStringView digits = text.first(end - text.begin());

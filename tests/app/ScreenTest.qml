@@ -1,14 +1,14 @@
 import QtQuick
 import QtTest
 
-/// A test that looks for items as a user sees them.
+/// A test that finds items by what a user sees.
 TestCase {
-    /// A fault in a binding or a component is only warned of.
+    /// An error in a binding or a component causes only a warning, so a warning fails the test.
     function init() {
         failOnWarning(/.?/);
     }
 
-    /// The first that is wanted of an item and all below it; null without one.
+    /// The first item for which `wanted` is true, among `item` and all items below it; null if there is none.
     function find(item, wanted) {
         if (wanted(item))
             return item;
@@ -20,7 +20,7 @@ TestCase {
         return null;
     }
 
-    /// The visible item of this accessible name.
+    /// The visible item with this accessible name.
     function named(item, name) {
         return find(item, each => each.visible && each.Accessible.name === name);
     }

@@ -10,14 +10,14 @@ using namespace lexiquill;
 
 namespace {
 
-/// A Wednesday; summer time begins on the 30th of the month in Berlin.
+/// The instant of an ISO 8601 text. 2025-03-12 is a Wednesday; in Berlin, summer time begins on 2025-03-30.
 Instant at(QStringView text) {
     return Instant::fromIso8601(text).value();
 }
 
 const Calendar berlin{.timeZone = QTimeZone("Europe/Berlin")};
 
-/// Words that are next reviewed at these times; "*" marks a mastered one.
+/// Words whose next reviews are at these times; "*" marks a mastered one.
 QList<WordRecord> wordsDueAt(const QString &times) {
     QList<WordRecord> words;
     for (const QString &time : times.split(u' ', Qt::SkipEmptyParts)) {
@@ -35,7 +35,8 @@ class MemoryStatisticsTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    /// The time, when words are next reviewed, the seven days, the due words, and when it is out of date.
+    /// The current time, the times of the next reviews, the seven days, the number of due words, and the time
+    /// when the result is out of date.
     void forecasts_data() {
         addRows(R"(
             2025-03-12T10:00:00Z | | 今天0 明天0 周五0 周六0 周日0 周一0 周二0 | 0 | 2025-03-12T23:00:00Z
@@ -59,7 +60,7 @@ private Q_SLOTS:
         QCOMPARE(statistics.validUntil.toIso8601(), cells[4]);
     }
 
-    /// Mastered, reviewing and other words, and the rate.
+    /// The numbers of mastered, reviewing and other words, and the rate.
     void rates_data() {
         addRows(
             "0 | 0 | 0 | 0.0%\n0 | 0 | 3 | 0.0%\n1 | 2 | 5 | 37.5%\n1 | 1 | 1 | 66.7%\n2 | 0 | 0 | 100.0%");
@@ -78,7 +79,7 @@ private Q_SLOTS:
         QCOMPARE(statistics.retentionText(), cells[3]);
     }
 
-    /// Local midnight divides the days, also when they are 23 hours long.
+    /// Days end at local midnight, even if they are 23 hours long.
     void reviewsPerDay() {
         WordRecord word;
         for (const auto *date : {u"2025-04-02T09:00:00Z", u"2025-04-01T22:00:00Z", u"2025-04-01T21:59:59Z",
@@ -144,7 +145,7 @@ private Q_SLOTS:
         QCOMPARE(curve.retention(11), 0.9);
     }
 
-    /// Absurd records give a curve that can be drawn.
+    /// Even records with extreme values give a curve that can be drawn.
     void hostileCurves() {
         WordRecord word;
         word.nextReviewDate = Instant{std::numeric_limits<double>::infinity()};

@@ -27,7 +27,7 @@ WordRecord wordRecord(const QString &word, double daysOverdue, qint64 searchCoun
     return record;
 }
 
-/// A wordbook of apple, pear and plum, by urgency; its clock stands still until it is moved.
+/// A wordbook of pear, apple and plum, most urgent first. The tests set its clock.
 class Wordbook {
 public:
     explicit Wordbook(const QList<WordRecord> &words = {wordRecord(u"plum"_s, 1), wordRecord(u"apple"_s, 2),
@@ -180,7 +180,7 @@ private Q_SLOTS:
             return exported.wait() ? exported.takeFirst().at(1).toString() : u"nothing"_s;
         };
         QCOMPARE(exportTo(QUrl::fromLocalFile(file)), QString());
-        QCOMPARE(exportTo(QUrl(file)), QString()); // as Qt's own dialog gives a name that was typed
+        QCOMPARE(exportTo(QUrl(file)), QString()); // Qt's own dialog returns this for a typed name
         QCOMPARE(readFile(file), WeeklyReviewScheduler::exportMarkdown(*wordbook.services.plan().weeklyPlan(),
                                                                        wordbook.store().calendar())
                                      .toUtf8());

@@ -1,5 +1,5 @@
-// Runs the tst_*.qml files of this folder against the screens, without a display. Every file finds services
-// and a wordbook of its own.
+// Runs the tst_*.qml files of this folder against the screens, without a display. Every file gets its own
+// services and wordbook.
 
 #include "app/shell/app_context.h"
 #include "app/shell/lexiquill_app.h"
@@ -24,7 +24,7 @@ public:
 private Q_SLOTS:
     void applicationAvailable() { LexiquillApp::setUpApplication(); }
     void qmlEngineAvailable(QQmlEngine *engine) {
-        // A Wednesday, for what is due and what is planned depends on the day of the week.
+        // A Wednesday, because due and planned words depend on the day of the week.
         const auto clock = [] {
             return *Instant::fromIso8601(u"2025-03-12T09:26:53Z");
         };

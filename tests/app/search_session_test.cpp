@@ -16,7 +16,7 @@ using namespace lexiquill;
 
 namespace {
 
-/// Answers when the test wants it to.
+/// Answers when the test calls decide().
 class SlowSource : public OnlineSource {
 public:
     QCoro::Task<std::optional<DictionaryEntry>> lookup(QString word, std::stop_token stop) override {
@@ -130,7 +130,7 @@ private Q_SLOTS:
         QCOMPARE(session.text(), u"apple"_s);
         session.lookUp(u"apple"_s);
         services.source.decide();
-        storage.restoreWords(undo); // unites the records
+        storage.restoreWords(undo); // combines the records
         QCOMPARE(session.state(), SearchSession::State::Found);
         QCOMPARE(QUuid::fromString(session.wordId()), storage.words().constFirst().id);
     }
@@ -219,7 +219,8 @@ private Q_SLOTS:
         QVERIFY(!pronunciationUrl(base, u" "_s).isValid());
     }
 
-    /// Whatever comes in place of a recording, and whatever the machine can play, there is a message.
+    /// Whatever the server sends instead of a recording, and whatever the machine can play, there is a
+    /// message.
     void unplayableSounds_data() {
         columns<ServedAnswer, QString>("answer", "message");
         QTest::newRow("broken connection") << ServedAnswer{.manner = ServedAnswer::Manner::Reset}

@@ -1,5 +1,5 @@
-// The sheets as the user sees them, without a display: every text, symbol and state, against real servers on
-// the loopback interface and real files.
+// Tests the sheets as the user sees them, without a display: texts and states, with real servers on the
+// loopback interface and real files.
 
 #include "app/preferences/backup_list_model.h"
 #include "app/preferences/offline_dictionary_model.h"
@@ -43,7 +43,7 @@ public:
 
     QQuickWindow *window() const { return m_window; }
 
-    /// What stands in the window, from top to bottom of the tree.
+    /// The texts in the window, from top to bottom of the item tree.
     QStringList texts() const {
         QStringList found;
         visit([&](const QQuickItem &item) {
@@ -54,7 +54,7 @@ public:
         return found;
     }
     bool shows(const QString &text) const { return texts().contains(text); }
-    /// The button, field or switch of that name; null without one.
+    /// The button, field or switch with that name; null if there is none.
     QQuickItem *control(const QString &name) const {
         QQuickItem *found = nullptr;
         visit([&](QQuickItem &item) {
@@ -151,7 +151,7 @@ private Q_SLOTS:
 
         sheet.type(u"用户名"_s, ann);
         sheet.type(u"密码"_s, password);
-        // What is typed stays when the other way is chosen.
+        // Typed text stays when the user switches between login and registration.
         sheet.click(u"注册新账号"_s);
         QVERIFY(sheet.isEnabled(u"注册并同步"_s));
         if (!isRegistration)
@@ -172,7 +172,7 @@ private Q_SLOTS:
             sheet.click(u"退出登录"_s);
             QVERIFY(!sheet.shows(cells.at(2)));
         }
-        // The password is kept only for another try.
+        // The password is kept only after a failure, for another try.
         QCOMPARE(sheet.control(u"密码"_s)->property("text").toString(), isSuccess ? QString() : password);
         QCOMPARE(sheet.control(u"用户名"_s)->property("text").toString(), ann);
     }
@@ -214,7 +214,7 @@ private Q_SLOTS:
         QVERIFY(!updater.showUpdateSheet());
         QVERIFY(updater.availableUpdate());
 
-        // However quick the server is.
+        // Collect the texts at each signal, because the server may be very fast.
         QSet<QString> seen;
         connect(&updater, &UpdateManager::downloadProgressChanged, &updater, [&] {
             for (const QString &text : sheet.texts())
@@ -242,7 +242,7 @@ private Q_SLOTS:
         QVERIFY(sheet.shows(u"已监听 [⌘ ⇧ D]"_s));
         QVERIFY(services.defaults().byteArray(HotKeyManager::userDefaultsKey).contains("\"keyCode\":2"));
 
-        // The user's own one starts as the current one.
+        // The custom shortcut starts as the current one.
         QVERIFY(sheet.shows(u"⇧ ⌘ D"_s));
         sheet.click(u"⇧ Shift"_s);
         sheet.click(u"⌘ Command"_s);

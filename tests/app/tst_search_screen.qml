@@ -107,10 +107,10 @@ ScreenTest {
         tests.type("abc");
         editor.stored = "xyz";
         compare(area.text, "abc");
-        // Nobody takes it, as when the word has been deleted in the meantime.
+        // Nothing stores the text, as if the word had been deleted meanwhile.
         editor.finish();
         compare(area.text, "xyz");
-        // What came from outside has not been typed.
+        // A change from outside does not count as typing.
         editor.stored = "";
         compare(area.text, "");
         compare(editor.isEdited, false);

@@ -20,7 +20,7 @@ ScreenTest {
         }
     }
 
-    /// Clicks once everything has its place.
+    /// Clicks when the layout is complete.
     function click(parent: Item, name: string): void {
         const item = named(parent, name);
         for (let outer = item; outer; outer = outer.parent)

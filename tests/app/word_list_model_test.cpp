@@ -39,7 +39,7 @@ QByteArray wordbook() {
                              JsonForm::File);
 }
 
-/// The model of a wordbook, watched for reports that do not fit the rows.
+/// The model of a wordbook, with a tester that checks its signals.
 struct Place {
     TestServices services{wordbook()};
     WordListModel model{services.storage()};
@@ -117,12 +117,12 @@ private Q_SLOTS:
         QCOMPARE(inserted.size(), 1);
         QCOMPARE(cherry.row(), 4);
 
-        // A note leaves the row where it is.
+        // A changed note does not move the row.
         place.storage().setUserNotes(place.storage().words().at(4).id, u"red"_s);
         QCOMPARE(changed.size(), 1);
         QCOMPARE(changed.first().first().toModelIndex().row(), 4);
 
-        // Another search moves one.
+        // Another search moves one row.
         place.search("élan");
         QCOMPARE(place.words(), "élan fig banana Apple cherry");
         QCOMPARE(inserted.size(), 2);
@@ -133,7 +133,7 @@ private Q_SLOTS:
         QCOMPARE(cherry.row(), 3);
         QCOMPARE(resets.size(), 0);
 
-        // One that comes in from outside shows only if the text lets it.
+        // A new word appears only if it matches the filter text.
         place.model.setSearchText(u"appl"_s);
         place.search("grape");
         place.search("appliance");
@@ -160,7 +160,7 @@ private Q_SLOTS:
         QCOMPARE(selected(), "Apple cherry");
         QCOMPARE(model.selectedId(), QString());
 
-        // The selection stays with its records, and what is not listed does not count.
+        // The selection stays with its records; records that are not listed do not count.
         model.setOrder(static_cast<int>(WordOrder::Alphabet));
         QCOMPARE(selected(), "Apple cherry");
         model.setSearchText(u"樱桃"_s);

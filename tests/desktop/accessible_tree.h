@@ -12,17 +12,17 @@ using namespace Qt::StringLiterals;
 
 namespace lexiquill {
 
-/// Something that a program tells assistive tools of, at the moment it was asked.
+/// An object that a program shows to assistive tools, at the time of the query.
 struct AccessibleObject {
     QString service;
     QString path;
     QString role = {}; ///< such as "push button"
     QString name = {};
     bool isFocused = false;
-    QString text = {}; ///< in a field to type into
+    QString text = {}; ///< the content of a text field
 };
 
-/// What the programs of a session show, as a screen reader is told.
+/// The objects of all programs of a session, as a screen reader sees them.
 class AccessibleTree {
 public:
     /// Starts the session's accessibility bus.
@@ -36,7 +36,7 @@ public:
     AccessibleTree(const AccessibleTree &) = delete;
     AccessibleTree &operator=(const AccessibleTree &) = delete;
 
-    /// Everything that can be seen, parents first.
+    /// All visible objects, parents first.
     QList<AccessibleObject> objects() const {
         QList<AccessibleObject> found;
         QList<AccessibleObject> pending = children({.service = u"org.a11y.atspi.Registry"_s, .path = root});
@@ -66,7 +66,7 @@ public:
         return {};
     }
     bool shows(const QString &role, const QString &name) const { return !find(role, name).path.isEmpty(); }
-    /// Waits for the object and does what a click on it does; false if it does not come.
+    /// Waits for the object and clicks it; false if it does not appear.
     bool press(const QString &role, const QString &name) const {
         AccessibleObject object;
         const auto isThere = [&] {
@@ -76,7 +76,7 @@ public:
         return QTest::qWaitFor(isThere, 30'000) &&
                ask(object, u"org.a11y.atspi.Action"_s, u"DoAction"_s, {0}).toBool();
     }
-    /// The name of what has the keyboard; what it stands in has the keyboard, too.
+    /// The name of the innermost object with keyboard focus. The objects around it have the focus state, too.
     QString focusedName() const {
         QString name;
         for (const AccessibleObject &object : objects()) {
@@ -107,7 +107,7 @@ private:
         const QVariant answer = ask(object, accessible, u"GetState"_s);
         return qdbus_cast<QList<uint>>(answer).value(0);
     }
-    /// The last one first.
+    /// The children, the last one first.
     QList<AccessibleObject> children(const AccessibleObject &parent) const {
         QList<AccessibleObject> children;
         const QVariant answer = ask(parent, accessible, u"GetChildren"_s);

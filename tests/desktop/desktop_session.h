@@ -11,8 +11,8 @@
 
 namespace lexiquill {
 
-/// A desktop of its own with a home for the program: an X server, a window manager and a session bus. The
-/// program is driven from outside, by keys and calls.
+/// A separate desktop with a home for the program: an X server, a window manager and a session bus. The
+/// program is controlled from outside, by keys and calls.
 class DesktopSession {
 public:
     DesktopSession() {
@@ -53,7 +53,7 @@ public:
     bool isRunning() const { return m_x.isRunning() && !m_bus->address().isEmpty(); }
     const AccessibleTree &tree() const { return *m_tree; }
 
-    /// Starts the program and waits until its window has the keyboard.
+    /// Starts the program and waits until its window has the focus.
     void startApplication() {
         application = home.start({});
         QTRY_VERIFY(isActive());
@@ -62,7 +62,7 @@ public:
                 const QString &program = QStringLiteral(LEXIQUILL_PROGRAM)) const {
         return Home::finish(*home.start(arguments, program));
     }
-    /// Calls the program's own method on the bus; `text` has the form that dbus-send wants.
+    /// Calls the program's own method on the bus; `text` has the form that dbus-send expects.
     Outcome callLookup(const QString &text) const {
         return run({u"--session"_s, u"--print-reply"_s, u"--dest=com.lexiquill.Lexiquill"_s,
                     u"/com/lexiquill/Lexiquill"_s, u"com.lexiquill.Lexiquill.Lookup"_s, u"string:"_s + text},
@@ -74,12 +74,13 @@ public:
         return xdotool({u"search"_s, u"--onlyvisible"_s, u"--name"_s, u"^Lexiquill$"_s})
             .split(u'\n', Qt::SkipEmptyParts);
     }
-    /// Whether the window is on the screen and has the keyboard.
+    /// Whether the window is visible and has the focus.
     bool isActive() const {
         const QString window = visibleWindows().value(0);
         return !window.isEmpty() && xdotool({u"getactivewindow"_s}).trimmed() == window;
     }
-    /// Presses keys, given by their names with "+" between those that are held down, one after the other.
+    /// Presses keys one after the other. They are given by their names; "+" joins keys that are held down
+    /// together.
     void press(const QString &keys) const { xdotool(QStringList(u"key"_s) + keys.split(u' ')); }
     void type(const QString &text) const { xdotool({u"type"_s, u"--delay"_s, u"20"_s, text}); }
     void closeWindow() const {
@@ -88,7 +89,7 @@ public:
         QTRY_VERIFY(visibleWindows().isEmpty());
     }
 
-    /// Leaves a picture of the screen in the build tree.
+    /// Saves a picture of the screen in the build tree.
     bool takePicture(const QString &name) const {
         xcb_connection_t *const connection = xcb_connect(m_x.display().toLatin1().constData(), nullptr);
         const xcb_screen_t *const screen = xcb_setup_roots_iterator(xcb_get_setup(connection)).data;

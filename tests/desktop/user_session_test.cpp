@@ -1,4 +1,4 @@
-// What a user does at a real desktop, from the keyboard and from other programs. Each leaves a picture.
+// Actions of a user on a real desktop, from the keyboard and from other programs. Each test saves a picture.
 
 #include "desktop/desktop_session.h"
 #include "support/http_server.h"
@@ -54,7 +54,7 @@ private Q_SLOTS:
     void comingBackByTheHotKey() {
         m_desktop->startApplication();
         m_desktop->press(u"ctrl+comma"_s);
-        // The window manager has taken the usual one.
+        // The window manager has grabbed the default one.
         QVERIFY(tree().press(u"radio button"_s, u"Option + D"_s));
         QTRY_VERIFY(tree().shows(u"alert message"_s, u"已监听 [⌥ D]"_s));
         QVERIFY(m_desktop->takePicture(picture() + u"-preferences"_s));

@@ -1,4 +1,4 @@
-// The one window and the one process, on a real desktop.
+// Tests the single window and the single process, on a real desktop.
 
 #include "desktop/desktop_session.h"
 

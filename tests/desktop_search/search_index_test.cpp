@@ -39,12 +39,12 @@ QList<SearchItem> sampleItems() {
             item(text("e\u0301lan  vital"), text("𬬻；Ｔ恤 ﬁt"))};
 }
 
-/// An index file in a directory of its own.
+/// An index file in its own directory.
 class File {
 public:
     QString path() const { return m_directory.filePath(u"数据/index.sqlite"_s); }
     std::unique_ptr<SearchDatabase> open() const { return openSearchFile(path()); }
-    /// Overwrites bytes at a place.
+    /// Overwrites bytes at `offset`.
     void patch(qint64 offset, const QByteArray &bytes) const {
         QFile file(path());
         QVERIFY(file.open(QIODevice::ReadWrite) && file.seek(offset) && file.write(bytes) == bytes.size());
@@ -62,7 +62,7 @@ QString found(SearchDatabase &database, const QStringList &terms, int limit = 50
     return titles.join(u',');
 }
 
-/// Does the work in a process of its own, which must not have threads.
+/// Does the work in a child process. The calling process must not have threads.
 template <typename Work> void elsewhere(Work work) {
     const pid_t child = ::fork();
     if (child == 0)
@@ -72,9 +72,8 @@ template <typename Work> void elsewhere(Work work) {
     QCOMPARE(status, 0);
 }
 
-/// Keeps all others from writing to an index, as a process does that has stopped amid a change: holds the
-/// bytes that stand for the use of a SQLite write-ahead log and for the right to write to it. Null when they
-/// are taken.
+/// Blocks all other writers of an index, like a process that hangs during a change: locks the bytes for using
+/// a SQLite write-ahead log and for writing to it. Null when they are locked already.
 std::unique_ptr<QFile> stopWriters(const QString &path) {
     auto memory = std::make_unique<QFile>(path + u"-shm"_s);
     const auto lock = [&memory](short type, off_t byte) {
@@ -156,7 +155,7 @@ private Q_SLOTS:
         QCOMPARE(found(*database, {text("苹果")}), QString());
         database->put({item(u"pear"_s, text("另一个"))});
         QCOMPARE(found(*database, {text("另一个")}), u"pear,apple"_s);
-        // What is published again is the most recent.
+        // An item that is published again becomes the most recent one.
         database->put({item(apple, text("另一个"))});
         QCOMPARE(found(*database, {text("另一个")}), u"apple,pear"_s);
 
@@ -172,7 +171,8 @@ private Q_SLOTS:
         QCOMPARE(database->items({identifier, u"word:pear"_s}), QList<SearchItem>{foreign});
     }
 
-    /// A file that cannot be used is made anew, marked as incomplete, and takes what is published.
+    /// A file that cannot be used is created again and marked as incomplete, and items can be published to
+    /// it.
     void damage_data() {
         addRows(
             "empty file\njunk\njunk in the middle\ncut\nanother program's\nnewer version\nmissing table\n");
@@ -208,7 +208,7 @@ private Q_SLOTS:
         QCOMPARE(found(*database, {text("李子")}), u"plum"_s);
         QCOMPARE(found(*database, {text("菠萝")}), QString());
         QCOMPARE(database->complete(sampleItems()), std::nullopt);
-        // One that has had the old file open all the time goes on with the new one.
+        // An object that has used the old file continues with the new one.
         QVERIFY(reader->isComplete());
         QCOMPARE(found(*reader, {text("菠萝")}), u"pineapple"_s);
         QCOMPARE(reader->put({item(u"plum"_s, text("菠萝李"))}), std::nullopt);
@@ -222,7 +222,7 @@ private Q_SLOTS:
         QTest::newRow("locked") << u"locked"_s << static_cast<int>(Kind::Busy);
         QTest::newRow("limited size") << u"limited size"_s << static_cast<int>(Kind::ReadWrite);
     }
-    /// Nothing of this waits for long, fails otherwise than with a message, or spoils the file.
+    /// In none of these cases does anything wait long, fail without an error value, or damage the file.
     void unusableFiles() {
         QFETCH(const QString, kind);
         QFETCH(const int, error);
@@ -255,7 +255,7 @@ private Q_SLOTS:
         const auto database = file.open();
         QCOMPARE(found(*database, {text("苹果")}), u"apple pie,Apple"_s);
         QCOMPARE(found(*database, {text("新词")}), QString());
-        // What could not be published is made up for later.
+        // Items that could not be published are added later.
         QVERIFY(!database->isComplete());
         QCOMPARE(database->complete({}), std::nullopt);
         QVERIFY(database->isComplete());
@@ -282,7 +282,7 @@ private Q_SLOTS:
             QCOMPARE(events, QStringList({u"items"_s, u"delete"_s}));
             QCOMPARE(found(*file.open(), {u"plum"_s}), u"plum"_s);
             QCOMPARE(found(*file.open(), {u"apple"_s}), u"apple pie"_s);
-            // The destructor does what is left.
+            // The destructor waits for the remaining work.
             index.deleteDomain(u"words"_s, noteAs("domain"));
         }
         QCOMPARE(events.value(2), u"domain"_s);

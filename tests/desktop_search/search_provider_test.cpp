@@ -19,7 +19,7 @@ const QString providerName = u"com.lexiquill.Lexiquill.SearchProvider"_s;
 const QString gnome = u"org.gnome.Shell.SearchProvider2"_s;
 const QString krunner = u"org.kde.krunner1"_s;
 
-/// What stands behind a key in one of the files that are installed for the desktops.
+/// The value of a key in one of the files that are installed for the desktops.
 QString entry(const char *file, const char *key) {
     const QByteArray content =
         readFile(QStringLiteral(LEXIQUILL_DATA_DIRECTORY "/search/") + QString::fromLatin1(file));
@@ -30,7 +30,7 @@ QString entry(const char *file, const char *key) {
     return {};
 }
 
-/// A session bus of its own that starts the search provider on demand, in a home of its own.
+/// A separate session bus that starts the search provider on demand, with its own home.
 class Session {
 public:
     explicit Session(int quietMilliseconds = 60'000) {
@@ -51,7 +51,7 @@ public:
 
     QDBusConnection connect(const QString &name) const { return m_bus->connect(name); }
 
-    /// Calls the provider as the desktops do, by what their files say of it.
+    /// Calls the provider as the desktops do, with the names from the installed files.
     QDBusMessage call(const QString &interface, const char *method, const QVariantList &arguments) const {
         const bool isGnome = interface == gnome;
         const char *const file = isGnome ? "com.lexiquill.Lexiquill.search-provider.ini"
@@ -63,7 +63,7 @@ public:
         message.setArguments(arguments);
         return m_connection->call(message);
     }
-    /// The identifiers that GNOME is given, without their prefix.
+    /// The identifiers that GNOME receives, without their prefix.
     QString results(const QString &terms) const {
         const QDBusMessage reply = call(gnome, "GetInitialResultSet", {terms.split(u' ')});
         return reply.arguments().value(0).toStringList().join(u' ').remove(u"word:"_s);
@@ -87,7 +87,7 @@ QByteArray sampleWordbook() {
            record("apply", "v. 申请") + ',' + record("gone", "苹果") + ']';
 }
 
-/// Plays the application that search results are handed to.
+/// A fake application that receives the opened search results.
 class Application final : public QDBusAbstractAdaptor {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
@@ -110,7 +110,7 @@ class SearchProviderTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    /// GNOME passes over a provider whose program it does not show in its menus.
+    /// GNOME ignores a provider whose program is not shown in its menus.
     void programIsShown() {
         const QString id = entry("com.lexiquill.Lexiquill.search-provider.ini", "DesktopId");
         const QByteArray file =
@@ -120,7 +120,7 @@ private Q_SLOTS:
             QVERIFY2(!file.contains("\n"_ba + key + '='), key);
     }
 
-    /// Started by the first call, without an index: the words come from the wordbook.
+    /// The first call starts the provider. There is no index, so the words come from the wordbook.
     void gnomeSearch() {
         const Session session;
         session.home.setWordbook(sampleWordbook());
@@ -171,7 +171,7 @@ private Q_SLOTS:
         QCOMPARE(session.call(krunner, "Teardown", {}).type(), QDBusMessage::ReplyMessage);
     }
 
-    /// The words that a terminal has just published, or that a damaged index has lost.
+    /// Words that a terminal command has just published, or that a damaged index has lost, are found.
     void changesOfTheIndex() {
         const Session session;
         session.home.setWordbook(sampleWordbook());
@@ -181,7 +181,7 @@ private Q_SLOTS:
         QVERIFY(writeFile(session.indexPath(), "junk"_ba.repeated(5000)));
         QFile::remove(session.indexPath() + u"-wal"_s);
         QCOMPARE(session.results(u"抛弃"_s), u"abandon"_s);
-        // Nothing can be found then, but the provider goes on.
+        // Without an index nothing is found, but the provider keeps running.
         QVERIFY(QFile::remove(session.indexPath()) && QDir().mkpath(session.indexPath()));
         QCOMPARE(session.results(u"app"_s), QString());
     }
@@ -190,7 +190,7 @@ private Q_SLOTS:
         const Session session;
         const QString apple = u"word:apple"_s;
         const QStringList terms{u"ice"_s, u"cream"_s};
-        // Without the application, that leads nowhere.
+        // Without the application, the call has no effect.
         QCOMPARE(session.call(gnome, "ActivateResult", {apple, terms, 7U}).type(),
                  QDBusMessage::ReplyMessage);
 
@@ -239,7 +239,7 @@ private Q_SLOTS:
         QCOMPARE(session.results(u"pineapple"_s), u"pineapple"_s);
     }
 
-    /// Ends by itself, leaves a short log, and starts again when it is asked.
+    /// The provider ends by itself, leaves an empty log, and starts again at the next call.
     void quietEnd() {
         const Session session(200);
         session.home.setWordbook(sampleWordbook());

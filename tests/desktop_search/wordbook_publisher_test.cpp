@@ -6,7 +6,7 @@ using namespace lexiquill;
 
 namespace {
 
-/// Does what it is told at once and notes it: "+" and "-" before identifiers.
+/// Executes each call at once and records it: "+" or "-" before each identifier.
 class NotedIndex : public SearchIndex {
 public:
     bool isIndexingAvailable() const override { return true; }
@@ -49,7 +49,7 @@ private Q_SLOTS:
         const auto backup = store->words();
         store->deleteWord(u"apple"_s);
         QCOMPARE(index.takeNotes(), u"-apple"_s);
-        // What a backup brings back is published, what it does not know goes.
+        // Words that the backup restores are published; words that are not in it are removed.
         store->addOrUpdateSearch(entryFor(u"late"_s));
         index.takeNotes();
         QVERIFY(store->restoreBackup(backup));

@@ -10,7 +10,7 @@ namespace {
 const QString onlineLabel = u" [数据源: 有道在线词典]\n"_s;
 const QString offlineLabel = u" [数据源: 苹果本地离线词典]\n"_s;
 
-/// An answer that nobody could take for that of the starter dictionary.
+/// An answer that differs clearly from that of the starter dictionary.
 ServedAnswer youdaoAnswer() {
     return {.body = R"({"simple":{"word":[{"usphone":"ˈæpl"}]},"ec":{"word":[{"return-phrase":"Apple",
                         "trs":[{"tr":[{"l":{"i":["n. 在线苹果；\u001b[31m苹果树"]}}]}]}]}})"};
@@ -46,7 +46,8 @@ private Q_SLOTS:
         columns<ServedAnswer, QString>("answer", "label");
         QTest::newRow("unknown word") << ServedAnswer{.body = "{}"} << offlineLabel;
         QTest::newRow("reset") << ServedAnswer{.body = "{}", .manner = Manner::ResetInMiddle} << offlineLabel;
-        // What is still on its way after five seconds comes too late; the mode is then named as the source.
+        // An answer that takes longer than five seconds is too late. The current mode is then shown as the
+        // source.
         const QByteArray body = youdaoAnswer().body;
         QTest::newRow("a byte a second")
             << ServedAnswer{.body = body, .manner = Manner::Trickle} << onlineLabel;
@@ -67,7 +68,7 @@ private Q_SLOTS:
         QTRY_COMPARE(server.openConnections(), 0);
     }
 
-    /// The system says at once that there is no network, so nobody waits for the deadline.
+    /// The system reports at once that there is no network, so the program does not wait for the deadline.
     void noNetwork() {
         const Home home;
         if (home.shell(u"unshare -rn true"_s).status != 0)

@@ -36,7 +36,7 @@ class ProcessesTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    /// All of them race for the first run and for the index, too.
+    /// All processes also compete for the first run and for the index.
     void fiftySearchesAndOneReview() {
         const Home home;
         const QStringList words = starterWords().first(50);
@@ -67,7 +67,7 @@ private Q_SLOTS:
         const auto search = [&](qsizetype i) {
             return home.start({u"search"_s, words.at(i)});
         };
-        // The second run takes the usual time: the first one also lays the wordbook and its tables down.
+        // The second run takes the usual time: the first one also creates the wordbook and the lookup tables.
         QCOMPARE(Home::finish(*search(0)).status, 0);
         QElapsedTimer timer;
         timer.start();
@@ -90,7 +90,7 @@ private Q_SLOTS:
             QVERIFY(namesOf(*saved).contains(acknowledged));
             QCOMPARE(namesOf(*saved).size(), saved->size());
         }
-        // Nothing that the killed ones left behind is in the way.
+        // Files that the killed processes left behind do not cause problems.
         QCOMPARE(Home::finish(*search(next)).status, 0);
         QVERIFY(namesOf(*home.words()).contains(words.at(next)));
     }

@@ -13,14 +13,14 @@ using namespace Qt::StringLiterals;
 
 namespace lexiquill {
 
-/// How a run of the program ended; the status is -1 when it did not exit by itself.
+/// The result of a run of the program; the status is -1 when it did not exit by itself.
 struct Outcome {
     int status = -1;
     QString output;
     QByteArray errors;
 };
 
-/// A home directory of its own, with blanks and Chinese in its name, for runs of the real program.
+/// A separate home directory for runs of the real program, with blanks and Chinese in its name.
 class Home {
 public:
     Home() {
@@ -40,20 +40,20 @@ public:
     QString wordbookPath() const { return path(u"XDG_DATA_HOME/Lexiquill/vocabulary.json"_s); }
     QString settingsPath() const { return path(u"XDG_CONFIG_HOME/Lexiquill/Lexiquill.conf"_s); }
 
-    /// Where the program finds the Youdao dictionary, and what else the settings file says. At first that is
-    /// nowhere.
+    /// Sets the base address of the Youdao dictionary, and more lines of the settings file. The initial
+    /// address does not exist.
     void setOnlineBase(const QString &base, const QString &moreSettings = {}) const {
         const QString settings = u"[General]\nlexiquill_youdao_base=%1\n%2"_s.arg(base, moreSettings);
         writeFile(settingsPath(), settings.toUtf8());
     }
 
-    /// The words in the wordbook; nothing when there is no readable one.
+    /// The words in the wordbook; no value when there is no readable one.
     std::optional<QList<WordRecord>> words() const {
         return decodeWordRecords(readFile(wordbookPath()), JsonForm::File, Instant::now());
     }
     void setWordbook(const QByteArray &json) const { writeFile(wordbookPath(), json); }
 
-    /// Starts the program, or another one, in this home as working directory.
+    /// Starts the program, or another one, with this home as its working directory.
     std::unique_ptr<QProcess> start(const QStringList &arguments,
                                     const QString &program = QStringLiteral(LEXIQUILL_PROGRAM)) const {
         auto process = std::make_unique<QProcess>();
@@ -71,12 +71,12 @@ public:
                 .output = QString::fromUtf8(process.readAllStandardOutput()),
                 .errors = process.readAllStandardError()};
     }
-    /// Runs the program with arguments that stand between "|"; a null text means none.
+    /// Runs the program with arguments that are separated by "|"; null means none.
     Outcome run(const char *arguments, const QByteArray &input = {}) const {
         const QStringList list = arguments ? QString::fromUtf8(arguments).split(u'|') : QStringList();
         return finish(*start(list), input);
     }
-    /// Runs a shell script that finds the program in $PROGRAM.
+    /// Runs a shell script in which $PROGRAM is the program.
     Outcome shell(const QString &script) const { return finish(*start({u"-c"_s, script}, u"/bin/sh"_s)); }
 
     QProcessEnvironment environment;

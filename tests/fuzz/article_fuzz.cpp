@@ -11,7 +11,7 @@ using article::Form;
 
 namespace {
 
-/// Whatever the article is, an entry on it can be stored and shown.
+/// For any article, the entry can be stored and shown.
 void checkEntry(const QString &headword, const article::Article &parts) {
     const auto entry = article::readArticles(headword, {parts});
     if (!entry)

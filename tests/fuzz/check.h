@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-/// A finding unless `holds`.
+/// Reports a finding unless `holds`.
 inline void check(bool holds) {
     if (!holds)
         std::abort();

@@ -11,7 +11,7 @@ using namespace lexiquill;
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     const QByteArray input(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
     const QString query = QStringLiteral("query");
-    // Texts come as UTF-8; as UTF-16 the same bytes reach what is done with broken surrogates.
+    // Texts are UTF-8. The same bytes as UTF-16 also test invalid surrogates.
     QString units(input.size() / 2, u' ');
     std::memcpy(units.data(), input.constData(), static_cast<std::size_t>(units.size()) * sizeof(QChar));
     for (const QString &text : {QString::fromUtf8(input), units}) {

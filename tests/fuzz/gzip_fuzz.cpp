@@ -8,13 +8,13 @@
 using namespace lexiquill;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
-    // A copy of the exact size lets the sanitizer see every byte read beyond it.
+    // With a copy of the exact size, the sanitizer detects every read beyond it.
     const QByteArray input(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
     constexpr qsizetype limit = 100'000;
     QByteArray whole;
     GzipReader reader;
     const bool isSound = reader.feed(input, whole, limit);
-    // Byte by byte it comes to the same.
+    // Byte by byte the result must be the same.
     QByteArray pieced;
     GzipReader slowReader;
     bool isPiecedSound = true;

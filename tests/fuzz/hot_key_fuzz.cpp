@@ -9,7 +9,7 @@ using namespace lexiquill;
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     const QByteArray json(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
     const auto shortcut = decodeHotKeyShortcut(json);
-    // What has been read once is written and read again without change.
+    // A value that has been read once does not change when it is written and read again.
     check(!shortcut || decodeHotKeyShortcut(encodeHotKeyShortcut(*shortcut)) == shortcut);
     return 0;
 }

@@ -10,7 +10,7 @@ using namespace lexiquill;
 
 namespace {
 
-/// What holds for every entry that came over the network: it can be stored and read back.
+/// Every entry from the network can be stored and read back.
 void checkStorable(const DictionaryEntry &entry) {
     const auto again = decodeDictionaryEntry(encodeDictionaryEntry(entry, JsonForm::Wire));
     check(again && *again == entry);

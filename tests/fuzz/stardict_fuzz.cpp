@@ -14,7 +14,7 @@ using stardict::StardictDictionary;
 
 namespace {
 
-/// Takes the next file off the input: a 16-bit length, then the bytes.
+/// Removes the next file from the input: a 16-bit length, then the bytes.
 QByteArrayView takePart(QByteArrayView &input) {
     if (input.size() < 2)
         return {};
@@ -25,8 +25,8 @@ QByteArrayView takePart(QByteArrayView &input) {
     return part;
 }
 
-/// All files of one dictionary. Whatever they hold, asking twice gives the same answer: the second time from
-/// the cache.
+/// `input` has all files of one dictionary. For any content, a second lookup, which uses the cache, gives the
+/// same answer.
 void checkFiles(QByteArrayView input) {
     static const QTemporaryDir directory;
     static const QString base = directory.filePath(QStringLiteral("d"));

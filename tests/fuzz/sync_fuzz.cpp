@@ -15,7 +15,7 @@ const Instant now{763637213.25};
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
-    // A copy of the exact size lets the sanitizer see every byte read beyond it.
+    // With a copy of the exact size, the sanitizer detects every read beyond it.
     const QByteArray json(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
     const auto answer = decodeServerAnswer(json);
     const auto words = answer ? decodeCloudWords(*answer, now) : std::nullopt;
@@ -28,7 +28,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     const qsizetype before = wordbook.size();
     mergeCloudWords(wordbook, *words, deleted);
     check(wordbook.size() >= before && wordbook.size() <= words->size());
-    // What goes back to the server is what it understands, and brings nothing new when it comes again.
+    // The words sent to the server can be read back without change.
     const auto echo = decodeServerAnswer(encodeSync({}, wordbook, deleted));
     check(echo && !echo->isSuccess);
     const auto again = decodeCloudWords(*echo, now);

@@ -16,14 +16,14 @@ void checkForm(const QByteArray &json, JsonForm form) {
     const auto records = decodeWordRecords(json, form, now);
     if (!records)
         return;
-    // What has been read once is written and read again without change.
+    // Records that have been read once do not change when they are written and read again.
     const QByteArray written = encodeWordRecords(*records, form);
     check(isWellFormed(written));
     const auto again = decodeWordRecords(written, form, now);
     check(again && again->size() == records->size());
     check(encodeWordRecords(*again, form) == written);
 
-    // Nothing that a file may hold harms what is done with the records.
+    // No content of a file may harm the operations on the records.
     const Calendar calendar{.timeZone = QTimeZone("Europe/Berlin")};
     for (WordRecord record : *records) {
         record.nextReviewRelativeDescription(now, calendar);
@@ -37,7 +37,8 @@ void checkForm(const QByteArray &json, JsonForm form) {
     WeeklyReviewScheduler::exportMarkdown(plan, calendar);
 }
 
-/// Reading in pieces gives the same, and in a sound file each record's text is that record.
+/// Decoding in pieces gives the same result. In a well-formed file, the text found for each record is that
+/// record.
 void checkPieces(const QByteArray &json) {
     const auto whole = decodeWordRecords(json, JsonForm::File, now, nullptr, json.size());
     QList<RecordText> texts;
@@ -56,7 +57,7 @@ void checkPieces(const QByteArray &json) {
         const QByteArray text = json.sliced(texts.at(i).offset, texts.at(i).size);
         auto alone = decodeWordRecord(text, JsonForm::File, now);
         check(alone.has_value());
-        alone->id = record.id; // made up where the text has none
+        alone->id = record.id; // generated if the text has none
         check(haveSameContent(*alone, record));
     }
 }
@@ -64,7 +65,7 @@ void checkPieces(const QByteArray &json) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
-    // A copy of the exact size lets the sanitizer see every byte read beyond it.
+    // With a copy of the exact size, the sanitizer detects every read beyond it.
     const QByteArray json(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
     checkForm(json, JsonForm::File);
     checkPieces(json);

@@ -67,7 +67,7 @@ private Q_SLOTS:
     }
 
 private:
-    /// Starts anew, with the settings as they are on disk.
+    /// Starts again, with the settings that are on disk.
     void start(const QString &display) {
         m_manager.reset();
         m_seen.clear();
@@ -90,7 +90,7 @@ private:
     std::unique_ptr<UserDefaults> m_defaults;
     std::unique_ptr<X11HotKeyRegistrar> m_registrar;
     std::unique_ptr<HotKeyManager> m_manager;
-    QStringList m_seen; ///< what a screen is told, in order
+    QStringList m_seen; ///< the changes that a screen would see, in order
 };
 
 } // namespace

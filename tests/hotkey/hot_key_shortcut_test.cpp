@@ -45,7 +45,7 @@ private Q_SLOTS:
                  "'carbonModifiers':768,'symbolString':'⌘ ⇧ D'}"_ba.replace('\'', '"'));
     }
 
-    /// What of the JSON is replaced by what, and whether a shortcut can be read from it.
+    /// A text in the JSON, its replacement, and whether a shortcut can be read from the result.
     void damagedJson_data() {
         addRows(R"(
             {    | {"more":[{}], | yes

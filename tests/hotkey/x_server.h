@@ -12,11 +12,11 @@ using namespace Qt::StringLiterals;
 
 namespace lexiquill {
 
-/// A real X server on a display of its own, without a screen.
+/// A real X server on its own display, without a screen.
 class XServer {
 public:
-    /// Without a display, the server chooses a free one. Held keys repeat soon unless `options` say
-    /// otherwise.
+    /// If `display` is empty, the server chooses a free one. With the default options, held keys repeat
+    /// quickly.
     explicit XServer(const QString &display = {}, const QString &options = u"-ardelay 50 -arinterval 10"_s) {
         QStringList arguments = u"-displayfd 1 -nolisten tcp -noreset"_s.split(u' ') + options.split(u' ');
         if (!display.isEmpty())
@@ -44,13 +44,13 @@ public:
         process->startCommand(command);
         return process;
     }
-    /// Runs a program of the server's to its end.
+    /// Runs a program on this server to its end; false if it fails.
     bool run(const QString &command) const {
         const auto process = start(command);
         return process->waitForFinished(30'000) && process->exitCode() == 0;
     }
 
-    /// Presses keys as a keyboard does, given by their numbers with "+" between them, and lets them go.
+    /// Presses and releases keys like a keyboard. `keys`: key codes with "+" between them.
     void press(const QString &keys) const {
         hold(keys);
         release(keys);
@@ -67,7 +67,7 @@ private:
         for (const QString &key : keys)
             xcb_test_fake_input(connection, type, static_cast<quint8>(key.toUInt()), XCB_CURRENT_TIME,
                                 XCB_NONE, 0, 0, 0);
-        // The answer says that the server has taken all of it in.
+        // When this answer arrives, the server has processed all events.
         std::free(xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
         xcb_disconnect(connection);
     }

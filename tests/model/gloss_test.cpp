@@ -78,7 +78,7 @@ private Q_SLOTS:
         QCOMPARE(summary({}, u"\n \n"_s), QString());
     }
 
-    /// Beyond the few tokens that are compared one by one, too.
+    /// Also with more tokens than are compared one by one.
     void cleanListHasNoDuplicates() {
         QStringList expected;
         QString gloss;

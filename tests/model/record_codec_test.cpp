@@ -14,8 +14,7 @@ namespace {
 const Instant now{1000.5};
 const QByteArray id = "\"5F2A1C00-0000-4000-8000-00000000ABCD\"";
 
-/// The wire form of a record that has nothing but defaults, with other values for the members that are named
-/// as "key=value".
+/// The wire form of a record with default values, except for the members given as "key=value".
 QByteArray expectedWire(const QStringList &changed) {
     const QByteArray defaults =
         R"(id=)" + id +
@@ -28,7 +27,7 @@ QByteArray expectedWire(const QStringList &changed) {
         const QByteArray key = member.left(member.indexOf('='));
         QByteArray value = member.sliced(key.size() + 1);
         for (const QString &change : changed) {
-            // Both keys of a number carry the same.
+            // Both keys of a number have the same value.
             const QByteArray changedKey = change.section(u'=', 0, 0).toUtf8();
             if (key == changedKey || key + "Count" == changedKey || key + "Days" == changedKey)
                 value = change.section(u'=', 1).toUtf8();
@@ -74,7 +73,7 @@ WordRecord fullRecord() {
             .userNotes = u"note"_s};
 }
 
-/// Decodes the object with these members, alone and between two whole records that it must not harm.
+/// Decodes the object with these members, alone and between two complete records, which must not be affected.
 void checkDecoding(const QByteArray &members, const QStringList &changed) {
     const QByteArray sibling = wire(fullRecord());
     const QByteArray object = "{\"id\":" + id + (members.isEmpty() ? "" : ",") + members + '}';
@@ -95,7 +94,7 @@ class RecordCodecTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    /// An object's members, and what its record has instead of the defaults.
+    /// An object's members, and the values of its record that differ from the defaults.
     void decoding_data() {
         addRows(R"(
 |
@@ -133,7 +132,7 @@ private Q_SLOTS:
         checkDecoding(cells[0].toUtf8(), cells.sliced(1));
     }
 
-    /// Values that cannot be read leave the default, and everything else in place.
+    /// A value that cannot be read leaves the default and does not affect other values.
     void unreadableValues_data() {
         addRows(R"(
 word        | null | 7 | true | [] | {} | "\ud800" | "\udc00x" | "\x" | "\u12" | NaN | nul | tru
@@ -216,7 +215,7 @@ posGroups   | {} | [[]] | "[]" | null | [null])");
         const auto again = decodeWordRecords(file, JsonForm::File, now);
         QVERIFY(again);
         QCOMPARE(encodeWordRecords(*again, JsonForm::File), file);
-        // Dates as numbers are not this form's.
+        // Dates as numbers do not belong to this form.
         const auto numbers = decodeWordRecord(wire(record), JsonForm::File, now);
         QVERIFY(numbers->firstSearchedDate == now && !numbers->lastReviewDate &&
                 numbers->reviewHistory.isEmpty());

@@ -39,7 +39,7 @@ class RecordMergeTest : public QObject {
 
 private Q_SLOTS:
     void merge_data() {
-        // What comes from the server is marked with an apostrophe.
+        // Records from the server are marked with an apostrophe.
         addRows("b 1 1                | c 1 1; a 1 1               |       | b 1 1; c' 1 1; a' 1 1\n"
                 "Apple 3 9            | apple 5 1                  |       | Apple 5 1\n"
                 "apple 5 1            | APPLE 3 9                  |       | apple 3 9\n"
@@ -94,7 +94,8 @@ private Q_SLOTS:
         QCOMPARE(encodeWordRecords(words, JsonForm::Wire), encodeWordRecords(expected, JsonForm::Wire));
     }
 
-    /// Two records of one word: reviewed at, ease, count, note; which review state the united one has.
+    /// Two records of one word (last review, ease factor, search count, note), and the ease factor, count and
+    /// note of the combined record.
     void united_data() {
         addRows("-|1.5|2|a | -|2.5|1| | 1.5|3|a\n"
                 "5|1.5|2|a | -|2.5|1|b | 1.5|3|b\n"

@@ -122,7 +122,7 @@ private Q_SLOTS:
         store.keep(url(u"large"_s), QByteArray(10'001, 'x'));
         QCOMPARE(files(directory.path()).size(), 6);
 
-        // What a killed process has left behind.
+        // A file that a killed process has left behind.
         QFile left(directory.filePath(u"abcdefgh.tmp"_s));
         QVERIFY(left.open(QIODevice::WriteOnly) &&
                 left.setFileTime(now.addSecs(-7'200), QFileDevice::FileModificationTime));

@@ -11,7 +11,7 @@ using Manner = ServedAnswer::Manner;
 
 namespace {
 
-/// What the user is told; empty when all went well.
+/// The error text for the user; empty after success.
 QString errorOf(const HttpReply &reply) {
     return reply.error ? description(*reply.error) : QString();
 }
@@ -88,7 +88,7 @@ private Q_SLOTS:
         for (const int status : {201, 204, 304, 401, 407, 500})
             row(QByteArray::number(status), {.status = status, .body = {}}, status);
         row("cut", {.body = body, .manner = Manner::Cut}, 200, "连接中断");
-        // Whether the library sees the end of the connection at once depends on how the bytes come in.
+        // Whether the library notices the end of the connection at once depends on how the bytes arrive.
         row("chunked cut", {.body = body, .manner = Manner::ChunkedCut}, 200, "请求超时|连接中断");
         row("gzip cut", {.body = gzipped(body).chopped(9), .headers = gzip}, 200, "连接中断");
         row("reset in the middle", {.body = body, .manner = Manner::ResetInMiddle}, 200, "连接中断");
@@ -141,7 +141,7 @@ private Q_SLOTS:
         QFETCH(const QStringList, cells);
         HttpClient client;
         const auto task = client.send(get(cells[0]));
-        QVERIFY(task.isReady()); // without a word on the network
+        QVERIFY(task.isReady()); // without network traffic
         QCOMPARE(errorOf(QCoro::waitFor(task)), cells[1]);
     }
 
@@ -158,7 +158,7 @@ private Q_SLOTS:
         QVERIFY(server.connections() > 0 && server.requests().isEmpty());
     }
 
-    /// A status, where it leads, what is requested, and the error.
+    /// A status, its target, the resulting requests, and the error.
     void redirects_data() {
         addRows("302 | /end?q              | POST /, GET /end?q |\n"
                 "303 | end                 | POST /, GET /end   |\n"
@@ -214,7 +214,7 @@ private Q_SLOTS:
         QCOMPARE(server.requests().size(), 2);
     }
 
-    /// A server that breaks off may have acted on the request.
+    /// A server that closes the connection may already have processed the request.
     void aPostIsSentOnce() {
         const HttpServer server(ServedAnswer{.manner = Manner::Reset});
         HttpClient client;
@@ -244,14 +244,14 @@ private Q_SLOTS:
         QCOMPARE(sink.data(), body);
         QVERIFY(steps.size() > 1 && steps.last() == body.size());
 
-        // What comes with another status is no part of the file.
+        // A body with another status is not part of the file.
         server.setHandler([](const ServedRequest &) { return ServedAnswer{.status = 404, .body = "gone"}; });
         const HttpReply gone = waitFor(client, request);
         QCOMPARE(gone.status, 404);
         QCOMPARE(gone.body, "gone"_ba);
         QCOMPARE(sink.size(), body.size());
 
-        // Nor does it fill the memory.
+        // Such a body is also limited in size.
         server.setHandler(
             [body](const ServedRequest &) { return ServedAnswer{.status = 404, .body = body}; });
         QCOMPARE(errorOf(waitFor(client, request)), u"服务器响应过大"_s);
@@ -268,7 +268,7 @@ private Q_SLOTS:
         }
     }
 
-    /// The reply is there before the abandoning call returns, and the connection is closed.
+    /// The reply is available before the cancelling call returns, and the connection is closed.
     void abandoned() {
         QFETCH(const bool, byClient);
         QFETCH(const ServedAnswer, answer);

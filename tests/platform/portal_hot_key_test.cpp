@@ -15,8 +15,8 @@ constexpr quint32 keyD = 2;
 constexpr quint32 keySpace = 49;
 const QString portalName = u"portal"_s;
 
-/// A portal that answers as it is told: with a number, and behind it what is odd about the answer; with the
-/// name of an error; or not at all.
+/// A fake portal. Texts set its answers: a response number, optionally followed by a peculiarity; the name of
+/// an error; or no answer ("silent", "mute").
 class TestPortal : public QDBusVirtualObject {
 public:
     explicit TestPortal(const SessionBus &bus) : m_connection(bus.connect(portalName)) {
@@ -27,7 +27,7 @@ public:
 
     void appear() { m_connection.registerService(Portal::service); }
     void vanish() { m_connection.unregisterService(Portal::service); }
-    /// Answers what was asked last.
+    /// Answers the last request.
     void respond() { send(m_request, "org.freedesktop.portal.Request", "Response", m_response); }
     void activate(const QString &target, const char *shortcut, qulonglong timestamp) {
         send(Portal::path, "org.freedesktop.portal.GlobalShortcuts", "Activated",
@@ -41,9 +41,9 @@ public:
 
     QString creation = u"0"_s;
     QString binding = u"0"_s;
-    QStringList calls;    ///< methods, and what they were for
-    QStringList sessions; ///< those that have not been closed
-    QString session;      ///< the last one
+    QStringList calls;    ///< the called methods, with details
+    QStringList sessions; ///< the sessions that have not been closed
+    QString session;      ///< the last session
 
 private:
     void send(const QString &path, const char *interface, const char *name, const QVariantList &arguments) {
@@ -149,7 +149,7 @@ private Q_SLOTS:
         m_bus.reset();
     }
 
-    /// How the portal answers to the session and to the shortcut, and the status.
+    /// The portal's answers to the session and to the shortcut, and the resulting status.
     void answers_data() {
         addRows(R"(
             0           | 0          | 0
@@ -190,7 +190,7 @@ private Q_SLOTS:
         m_portal->activate(m_portal->session, "focus-search", 3);
         const HotKeyPress third{.timestamp = 3, .activationToken = u"token"_s};
         QTRY_COMPARE(m_presses, QList{third});
-        // A change is a new session; the one before is closed and no longer listened to.
+        // A change creates a new session. The previous one is closed, and its signals are ignored.
         const QString before = m_portal->session;
         registerHotKey(keyD, CarbonModifier::control);
         QTRY_COMPARE(m_statuses.size(), 2);

@@ -25,7 +25,7 @@ mode_t modeOf(const QString &path) {
 
 } // namespace
 
-/// A directory like /tmp, with a file of ours outside that nothing may happen to.
+/// Tests a directory like /tmp. A file of this user outside it must never be changed.
 class SharedDirectoryTest : public QObject {
     Q_OBJECT
 
@@ -35,7 +35,7 @@ class SharedDirectoryTest : public QObject {
 
     QString file(const QString &each = name) const { return m_path + u'/' + each; }
 
-    /// Every way in which something comes to bear the name.
+    /// Tries every operation that creates or removes the name.
     void use(bool isAllowed, const QByteArray &content) const {
         const auto directory = SharedDirectory::at(m_path);
         QCOMPARE(!directory->remove(name), isAllowed);
@@ -47,7 +47,7 @@ class SharedDirectoryTest : public QObject {
             QCOMPARE(modeOf(file()), mode_t{0600});
             QVERIFY(!QFileInfo(file()).isSymLink());
         }
-        // Neither replaces what is there.
+        // Neither operation replaces an existing file.
         QVERIFY(directory->createDirectory(name) == Problem::NameTaken);
         QFile unnamed;
         QVERIFY(!directory->openUnnamed(unnamed));
@@ -90,7 +90,7 @@ private Q_SLOTS:
         QVERIFY(QDir(m_path).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot));
     }
 
-    /// What we left there earlier gives way; what somebody else put there is left alone, and nothing is done.
+    /// This user's earlier files are replaced. Files of other users are not touched, and the operation fails.
     void existing_data() {
         addRows("file | us\nlink | us\nhard link | us\npipe | us\ndirectory | us\n"
                 "file | them\nlink | them\nhard link | them\ndirectory | them\n");

@@ -38,7 +38,7 @@ private:
     xcb_screen_t *m_screen;
 };
 
-/// A registrar with everything that it tells.
+/// A registrar, and everything that it reports.
 struct Recorder {
     explicit Recorder(const XServer &server) : registrar(server.display().toLatin1()) {
         registrar.installHandler([this](const HotKeyPress &press) { presses += press; });
@@ -62,7 +62,7 @@ private Q_SLOTS:
     }
     void init() { QVERIFY(setLayout("us")); }
 
-    /// A layout, keys pressed before, a shortcut, and the keys that make it.
+    /// A layout, keys pressed before, a shortcut (key code and modifiers), and the keys that produce it.
     void keysFollowTheLayout_data() {
         addRows(R"(
             us                               |       | 2   | 768  | 133+50+40
@@ -107,12 +107,12 @@ private Q_SLOTS:
 
     void heldByAnotherProgram() {
         OtherProgram other(m_server);
-        // Only one of the states of the locks, and the last to be asked for.
+        // Only one combination of the locks, the last one that is requested.
         QTRY_VERIFY(other.grab(XCB_MOD_MASK_1 | XCB_MOD_MASK_LOCK | XCB_MOD_MASK_2, 40));
         Recorder recorder(m_server);
         recorder.registerHotKey(keyD, CarbonModifier::option);
         QCOMPARE(recorder.statuses, QList<qint32>{badAccess});
-        // Nothing of the attempt is left.
+        // The failed attempt leaves no grabs.
         QTRY_VERIFY(other.grab(XCB_MOD_MASK_1, 40));
         QTRY_VERIFY(other.grab(XCB_MOD_MASK_1 | XCB_MOD_MASK_LOCK, 40));
     }
@@ -149,7 +149,7 @@ private Q_SLOTS:
         QVERIFY(server->isRunning());
         recorder.registerHotKey(keyD, CarbonModifier::option);
         QCOMPARE(recorder.statuses.last(), HotKeyStatus::ok);
-        // Asked for while the server dies, and again with nobody knowing yet.
+        // Register while the server is dying, before the registrar has noticed it.
         server->stop();
         recorder.registerHotKey(keyA, CarbonModifier::option);
         QVERIFY(recorder.statuses.last() < 0);

@@ -21,7 +21,7 @@ QString names(const RecordSelection &words) {
     return list.join(u' ');
 }
 
-/// A record that stands in no list of the week, which goes from 0 to 604800 seconds, with changed members.
+/// A record that is in no list of the week (0 to 604800 seconds), with changed members.
 WordRecord record(const QString &members) {
     const QString json = u"{\"lastSearchedDate\":-1,\"nextReviewDate\":9e6,\"repetitionCount\":2,"
                          "\"intervalDays\":6,\"memoryStatus\":\"巩固中\"%1}"_s;
@@ -105,7 +105,7 @@ private Q_SLOTS:
         QVERIFY(word.intervalDays == 3 && word.nextReviewDate == Instant{5});
     }
 
-    /// Seconds from 23:50 to the next review, and what is said of it.
+    /// Seconds from 23:50 to the next review, and its description.
     void relativeDescriptions_data() {
         addRows("0 | 今天待复习\n-85800 | 今天待复习\n-85801 | 已逾期 1 天\n"
                 "1200 | 明天\n604800 | 7 天后\n1e200 | 今天");

@@ -23,7 +23,7 @@ private Q_SLOTS:
         QTest::newRow("bytes") << QVariant(QByteArray("{\"k\":\"\\x\"}\x00\x01\xff\n@", 15));
     }
 
-    /// Both through this program's reader and through QSettings, whose format it is.
+    /// Read with this program's reader and with QSettings, which defines the format.
     void valuesComeBack() {
         QFETCH(const QVariant, value);
         const QVariantMap values{{u"key"_s, value}, {u"Group/k y"_s, value}};
@@ -55,7 +55,7 @@ private Q_SLOTS:
         QCOMPARE(iniValues("[General]\n" + line + "\n").value(u"k"_s), value);
     }
 
-    /// Two processes that write the same number of bytes in the same instant.
+    /// Two objects that write the same number of bytes at the same time, like two processes.
     void seesEveryReplacement() {
         QTemporaryDir directory;
         const QString path = directory.filePath(u"new/settings.conf"_s);
@@ -92,7 +92,7 @@ private Q_SLOTS:
         QCOMPARE(there.string(u"other"_s), u"x"_s);
         QCOMPARE(iniValues(readFile(path)).keys(), QStringList{u"other"_s});
 
-        // A removal that cannot be written yet is not forgotten, nor undone by what others write.
+        // A removal that cannot be written yet is kept, and is not undone when others write.
         QVERIFY(QFile::rename(path, path + u'~') && QDir().mkpath(path));
         here.remove(u"other"_s);
         QVERIFY(QDir().rmdir(path) && QFile::rename(path + u'~', path));

@@ -6,7 +6,7 @@ using namespace lexiquill;
 
 namespace {
 
-/// Records of the words that stand between blanks, with so many repetitions.
+/// Records of the words in `words`, which are separated by blanks, with this number of repetitions.
 QList<WordRecord> cloudWords(const QString &words, qint64 repetitions) {
     QList<WordRecord> records;
     for (const QString &word : words.split(u' ')) {
@@ -37,7 +37,7 @@ private Q_SLOTS:
         QCOMPARE(changes.size(), 0);
     }
 
-    /// What could not be saved is merged again into what others have made of the wordbook since.
+    /// A merge that could not be saved is applied again to the wordbook that others have changed since.
     void unsavedMerge() {
         Place place;
         place.setWords({});

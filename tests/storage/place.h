@@ -25,7 +25,7 @@ inline QByteArray names(const QList<WordRecord> &words) {
     return list.join(' ');
 }
 
-/// A wordbook's place with all that a store needs; the clock stands still until it is moved.
+/// The directory of a wordbook, with everything that a store needs. The tests set the clock.
 class Place {
 public:
     QString path(const char *name) const { return m_directory.filePath(QString::fromLatin1(name)); }
@@ -73,7 +73,7 @@ public:
     }
     QStringList backups() const { return QDir(directory() + u"/backups"_s).entryList(QDir::Files); }
 
-    /// Starts another process, with settings of its own, that works on a store.
+    /// Starts another process, with its own settings, that works on a store.
     template <typename Work> pid_t startElsewhere(Work work) {
         const pid_t child = ::fork();
         if (child == 0) {
@@ -90,8 +90,8 @@ public:
         QCOMPARE(::waitpid(child, &status, 0), child);
         QCOMPARE(status, 0);
     }
-    /// What the stores have told since: "+" and "-" before the words of records that have changed and gone,
-    /// "=" before those of a wordbook that has been replaced.
+    /// The signals of the stores since the last call: "+" before the words of changed records, "-" before
+    /// removed words, "=" before the words of a replaced wordbook.
     QByteArray takeTold() { return std::exchange(told, {}).trimmed(); }
 
     Instant now = *Instant::fromIso8601(u"2025-03-14T09:26:53Z");

@@ -14,7 +14,7 @@ const QString apple = u"apple"_s;
 const QString pear = u"pear"_s;
 const QString plum = u"plum"_s;
 const QByteArray seeds = "concise serendipity";
-/// A disk with room for the settings, but for no wordbook.
+/// A file size limit that is enough for the settings, but not for a wordbook.
 constexpr rlim_t tooSmall = 400;
 
 } // namespace
@@ -125,7 +125,7 @@ private Q_SLOTS:
         QVERIFY(!store->recordReview(QUuid::createUuid(), ReviewFeedback::Forgot));
     }
 
-    /// What another process answers before an answer is taken back stays, whether the answer was saved or
+    /// An answer from another process stays when an earlier answer is undone, whether that one was saved or
     /// not.
     void undoneReviewsBetweenOthers_data() { addRows("saved\nin memory only\n"); }
     void undoneReviewsBetweenOthers() {
@@ -170,7 +170,7 @@ private Q_SLOTS:
         QCOMPARE(names(place.saved()), "pear");
         QCOMPARE(store->deletedWords(), QSet<QString>({apple, plum}));
 
-        // Neither comes back with an old file, until it is searched again.
+        // An old file restores neither word, but a new search does.
         place.setContent(oldFile);
         QCOMPARE(names(place.open()->words()), "pear");
         store->loadData();
@@ -213,14 +213,14 @@ private Q_SLOTS:
         Place place;
         place.setWords({apple, pear, plum});
         const auto here = place.open();
-        // What is deleted is the record as it stands, not as it was known here.
+        // The current record is deleted, not the one known here.
         place.elsewhere([](StorageManager &store) {
             store.recordReview(store.words().at(0).id, ReviewFeedback::Remembered);
             store.setUserNotes(store.words().at(0).id, u"note"_s);
         });
         WordsRestored undo = here->deleteWords({here->words().at(0).id});
         place.now = place.now.adding(3600);
-        // The word is searched for again elsewhere: the two records become one.
+        // The word is searched again elsewhere: the two records are combined.
         place.elsewhere([](StorageManager &store) {
             const QUuid id = store.addOrUpdateSearch(entryFor(apple, u"ˈæpl"_s)).id;
             store.recordReview(id, ReviewFeedback::Forgot);
@@ -236,7 +236,7 @@ private Q_SLOTS:
         QCOMPARE(united.reviewHistory.size(), 2);
         QCOMPARE(united.memoryStatus, MemoryStatus::Learning);
 
-        // A restoration that could not be saved is made again, unless the word has been deleted since.
+        // A restoration that could not be saved is applied again, unless the word has been deleted since.
         undo = here->deleteWords({here->words().at(1).id, here->words().at(2).id});
         {
             const FullDisk full(tooSmall);
@@ -250,7 +250,7 @@ private Q_SLOTS:
         QCOMPARE(place.saved().at(2).userNotes, u"sweet"_s);
     }
 
-    /// Each change is made by a store that has not seen the other process's last one.
+    /// Each change is made by a store that has not seen the last change of the other process.
     void manyProcesses() {
         Place place;
         place.setWords({apple});
@@ -281,7 +281,7 @@ private Q_SLOTS:
         QCOMPARE(names(place.saved()), "apple");
         QCOMPARE(here->deletedWords(), QSet<QString>({pear, plum}));
 
-        // A word deleted here and searched there is not hidden by what was known here.
+        // A word deleted here and then searched elsewhere is not hidden here.
         here->deleteWord(apple);
         place.elsewhere([](StorageManager &store) { store.addOrUpdateSearch(entryFor(apple)); });
         here->loadData();
@@ -315,7 +315,7 @@ private Q_SLOTS:
         QCOMPARE(names(store->words()), "pear apple");
         QCOMPARE(changes.size(), 1);
 
-        // What has been read in the meantime is older than what a change was made on.
+        // The content that has been read meanwhile is older than the content to which a change was applied.
         place.elsewhere([](StorageManager &other) { other.deleteWord(pear); });
         store->followFile();
         QThreadPool::globalInstance()->waitForDone();
@@ -326,7 +326,7 @@ private Q_SLOTS:
         QCOMPARE(store->words().at(1).userNotes, plum);
         QCOMPARE(place.saved().at(1).userNotes, plum);
 
-        // What could not be saved is made again on what has been read.
+        // A change that could not be saved is applied again to the content that has been read.
         place.elsewhere([](StorageManager &other) { other.deleteWord(plum); });
         store->followFile();
         const auto lock = FileLock::acquire(place.wordbook() + QStringLiteral(".lock"), {});
@@ -338,7 +338,7 @@ private Q_SLOTS:
         QVERIFY(store->hasUnsavedChanges());
     }
 
-    /// One process searches while another one follows it, with changes of its own.
+    /// One process searches words while another one follows it and makes its own changes.
     void followedFilesBetweenChanges() {
         constexpr int count = 40;
         Place place;
@@ -385,7 +385,7 @@ private Q_SLOTS:
         QCOMPARE(place.backups().size(), 10);
         QCOMPARE(place.backups().first(), u"vocabulary-2025-03-16.json"_s);
 
-        // A corrupt file takes the place of neither a backup nor the words in memory.
+        // A corrupt file replaces neither a backup nor the words in memory.
         place.setContent("{");
         store->deleteWord(u"morning1"_s);
         QCOMPARE(store->words().size(), 23);
@@ -422,7 +422,7 @@ private Q_SLOTS:
         QVERIFY(QDir(place.directory()).entryList({u"*.tmp"_s}).isEmpty());
         QVERIFY(store->hasUnsavedChanges());
         QCOMPARE(store->words().at(1).reviewHistory.size(), 1);
-        // The change goes along with the next one, on top of what others have saved meanwhile.
+        // The change is saved with the next one, on top of what others have saved meanwhile.
         place.elsewhere([](StorageManager &other) { other.addOrUpdateSearch(entryFor(plum)); });
         store->deleteWord(apple);
         QVERIFY(!store->hasUnsavedChanges());
@@ -452,12 +452,12 @@ private Q_SLOTS:
         QCOMPARE(names(store->words()), "apple pear");
         QCOMPARE(names(place.saved()), "apple pear");
         QCOMPARE(place.takeTold(), "=plum apple");
-        // A deleted word that is there again stays there.
+        // A deleted word that has been restored stays.
         QVERIFY(store->deletedWords().isEmpty());
         QCOMPARE(names(place.open()->words()), "apple pear");
 
-        // What the backup has replaced, the other process's word included, can be had back, and then that
-        // again.
+        // The words that the backup replaced, including the other process's word, can be restored, and after
+        // that the backup again.
         for (const char *expected : {"plum apple", "apple pear"}) {
             const auto backups = WordbookBackup::list(directory);
             QVERIFY(backups.first().isOfMoment);
@@ -467,7 +467,7 @@ private Q_SLOTS:
             QCOMPARE(names(place.saved()), expected);
         }
         QCOMPARE(place.backups().size(), 4);
-        // Other processes find the restored words below what they do next.
+        // Changes of other processes are applied to the restored words.
         place.elsewhere([](StorageManager &other) { other.deleteWord(apple); });
         store->addOrUpdateSearch(entryFor(plum));
         QCOMPARE(names(place.saved()), "plum pear");

@@ -6,7 +6,7 @@
 
 namespace lexiquill {
 
-/// While it lives, no file of this process can become longer than so many bytes.
+/// While this object exists, no file of this process can become longer than `longest` bytes.
 class FullDisk {
 public:
     explicit FullDisk(rlim_t longest) {

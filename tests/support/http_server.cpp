@@ -18,7 +18,7 @@ namespace lexiquill {
 
 namespace {
 
-constexpr int tick = 20; ///< milliseconds after which a waiting thread looks whether it should end
+constexpr int tick = 20; ///< milliseconds between a waiting thread's checks whether it should end
 
 class Listener : public QTcpServer {
 public:
@@ -41,7 +41,7 @@ std::pair<QByteArray, QByteArray> selfSigned() {
     return {readFile(key), readFile(certificate)};
 }
 
-/// One connection, worked through with blocking calls that end when the server stops or the peer has gone.
+/// One connection with blocking calls. They end when the server stops or the peer disconnects.
 class Connection {
 public:
     Connection(QSslSocket &socket, const std::atomic<bool> &isStopping)

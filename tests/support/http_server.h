@@ -22,14 +22,14 @@ struct ServedRequest {
     HttpHeaders headers;
     QByteArray body;
 
-    /// The value of a header in whatever case; null without one.
+    /// The value of a header; the case of `name` does not matter. Null when there is no such header.
     QByteArray header(const char *name) const;
 };
 
-/// What to answer, and how well.
+/// An answer, and how it is sent.
 struct ServedAnswer {
     enum class Manner {
-        Proper,         ///< as it should be
+        Proper,         ///< complete and correct
         Chunked,        ///< in chunks, without an announced length
         ChunkedCut,     ///< the same, but closed before the last chunk
         Cut,            ///< closed in the middle of the body
@@ -38,8 +38,8 @@ struct ServedAnswer {
         Silent,         ///< no answer, and the connection stays open
         SilentInMiddle, ///< half the body, then nothing more
         Trickle,        ///< a byte every `pause`, from the status line on
-        Endless,        ///< the body again and again without end
-        Raw,            ///< nothing but `body`, which holds the head, too
+        Endless,        ///< the body is repeated without end
+        Raw,            ///< only `body`, which contains the head, too
     };
 
     int status = 200;
@@ -49,15 +49,15 @@ struct ServedAnswer {
     int pause = 1000; ///< milliseconds
 };
 
-/// A real HTTP server on the loopback interface with threads of its own, so it also serves programs that the
-/// test waits for. Records the requests and answers them as it is told. Every connection serves one request.
+/// A real HTTP server on the loopback interface. It has its own threads, so it also serves programs that the
+/// test waits for. Records the requests and sends the given answers. Every connection serves one request.
 class HttpServer {
 public:
-    /// Asked for the answer to each request, one at a time, in one of the server's threads.
+    /// Returns the answer to a request. Called in one of the server's threads, one call at a time.
     using Handler = std::function<ServedAnswer(const ServedRequest &)>;
     enum class Protocol {
         Plain,
-        SelfSigned, ///< TLS with a certificate that nobody has reason to trust
+        SelfSigned, ///< TLS with a self-signed certificate
     };
 
     explicit HttpServer(Handler handler, Protocol protocol = Protocol::Plain);
@@ -69,17 +69,17 @@ public:
 
     /// "http://127.0.0.1:PORT", or the same with https.
     QString base() const;
-    /// Of a SelfSigned server, in PEM form: what somebody who trusts it must know.
+    /// The certificate of a SelfSigned server in PEM form, for clients that trust it.
     QByteArray certificate() const { return m_certificate; }
     void setHandler(Handler handler);
     /// Stops listening and drops all connections; further ones are refused.
     void stop();
 
-    /// What has arrived, in order.
+    /// All requests so far, in order.
     QList<ServedRequest> requests() const;
     /// The targets of the requests, separated by blanks.
     QString targets() const;
-    /// Connections so far, also those on which no request came.
+    /// Connections so far, including those without a request.
     int connections() const { return m_connections; }
     /// Connections that are open now.
     int openConnections() const { return m_openConnections; }
@@ -107,7 +107,7 @@ QString refusingBase();
 
 /// Bytes as a gzip file.
 QByteArray gzipped(const QByteArray &bytes);
-/// A gzip file of a few kilobytes for each megabyte of blanks that it unpacks to.
+/// A gzip file of blanks: about 1 KB for each unpacked megabyte.
 QByteArray gzippedBlanks(int megabytes);
 
 } // namespace lexiquill

@@ -7,10 +7,10 @@
 
 namespace lexiquill {
 
-/// A session bus that nobody else is on.
+/// A private session bus.
 class SessionBus {
 public:
-    /// Starts the services that the files of `services` tell of when they are asked for.
+    /// The bus starts the services of the .service files in the directory `services` on demand.
     explicit SessionBus(const QProcessEnvironment &environment = QProcessEnvironment::systemEnvironment(),
                         const QString &services = u"/nonexistent"_s) {
         const QString configuration = m_directory.filePath(u"bus.conf"_s);

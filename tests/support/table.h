@@ -3,8 +3,8 @@
 #include <QStringList>
 #include <QTest>
 
-/// Adds a data row for each line of a table, named by the line. A test finds the line's cells, which "|"
-/// separates, in the column "cells".
+/// Adds a data row for each line of a table, with the line as its name. The column "cells" contains the cells
+/// of the line, which are separated by "|".
 inline void addRows(const char *table) {
     QTest::addColumn<QStringList>("cells");
     for (const QString &line : QString::fromUtf8(table).split(u'\n', Qt::SkipEmptyParts)) {

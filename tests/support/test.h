@@ -7,7 +7,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-// A loaded machine may take its time.
+// Operations can be slow on a loaded machine.
 #undef QTRY_VERIFY
 #define QTRY_VERIFY(expression) QTRY_VERIFY_WITH_TIMEOUT((expression), 60'000)
 #undef QTRY_COMPARE

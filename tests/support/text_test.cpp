@@ -46,7 +46,7 @@ private Q_SLOTS:
         QTEST(written([&](JsonWriter &writer) { writer.value(text); }), "json");
     }
 
-    /// Whatever straddles the borders of the writer's blocks and buffer comes out whole.
+    /// Text across the borders of the writer's blocks and buffer is written completely.
     void longJsonText() {
         QStringList texts;
         for (const char *const unit : {"😀", "a😀", "\x01", "词"})
@@ -80,14 +80,15 @@ private Q_SLOTS:
         }
     }
 
-    /// A text, a number of characters, the text's head with so many, and how many it has.
+    /// A text, a number of characters, the start of the text with that many characters, and the text's length
+    /// in characters.
     void leadingCharacters_data() {
         addRows("abc|2|ab|3\nabc|0||3\n词典释义|3|词典释|4\n😀😃😄|2|😀😃|3\n각각|1|각|2\n"
                 "e\u0301e\u0301e\u0301|2|e\u0301e\u0301|3\n👍🏽👍🏽|1|👍🏽|2\n🇨🇳🇬🇧|1|"
                 "🇨🇳|"
                 "2\n"
                 "👩‍👩‍👧‍👦x|1|👩‍👩‍👧‍👦|2\na\r\u0301|1|a|3\n"
-                // Beside flags, in Thai and in Indic scripts.
+                // Next to flags, in Thai and in Indic scripts.
                 "x🇨🇳y🇬🇧z|2|x🇨🇳|5\n🇨🇳🇨|1|🇨🇳|2\nกำลัง|2|กำลั|3\nनिर्|1|नि|2\nநி🇮🇳|1|நி|2\n"
                 "1️⃣2️⃣|1|1️⃣|2\n🏳️‍🌈🏴|1|🏳️‍🌈|2");
     }
@@ -98,7 +99,7 @@ private Q_SLOTS:
         const qsizetype length = cells[3].toLongLong();
         QCOMPARE(lexiquill::leadingCharacters(text, cells[1].toLongLong()), cells[2]);
         QCOMPARE(characterCount(text), length);
-        // What follows, however long, changes nothing.
+        // A long text that follows does not change the result.
         QCOMPARE(lexiquill::leadingCharacters(text + u" 词"_s.repeated(10'000), length), text);
     }
 

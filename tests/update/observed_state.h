@@ -6,7 +6,7 @@
 
 namespace lexiquill {
 
-/// Reports each change that a screen would see, as "property=value"; of a release, the version.
+/// Reports each change that a screen would see, as "property=value". The value of a release is its version.
 inline void observe(UpdateManager &manager, const std::function<void(const QString &)> &report) {
     const auto watch = [&](void (UpdateManager::*changed)(), const char *property) {
         QObject::connect(&manager, changed, &manager, [&manager, report, property] {

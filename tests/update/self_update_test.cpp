@@ -14,7 +14,7 @@ class SelfUpdateTest : public QObject {
 
     struct Surroundings {
         QTemporaryDir root;
-        QString home;      ///< where the bundle of version 1.0.0 lies
+        QString home;      ///< the directory with the bundle of version 1.0.0
         QString directory; ///< where the update is prepared
         bool isStubborn = false;
 
@@ -47,7 +47,7 @@ class SelfUpdateTest : public QObject {
         return m_templates.filePath(QString::fromLatin1(version) + u"/Lexiquill.app"_s);
     }
 
-    /// What stands in a directory, as a zip archive.
+    /// The content of a directory as a zip archive.
     QByteArray archiveOf(const QString &directory) const {
         const QString archive = m_templates.filePath(u"archive.zip"_s);
         QFile::remove(archive);
@@ -70,7 +70,7 @@ class SelfUpdateTest : public QObject {
         };
     }
 
-    /// Puts version 1.0.0 there, made so that it can be told from what replaces it.
+    /// Installs version 1.0.0, with an extra file that its replacement does not have.
     void install(const Surroundings &surroundings) const {
         QCOMPARE(run(u"cp"_s, {u"-R"_s, bundleOf("1.0.0"), surroundings.bundle()}), 0);
         QVERIFY(writeFile(surroundings.bundle() + u"/old"_s, {}));
@@ -100,7 +100,7 @@ private Q_SLOTS:
             QCOMPARE(run(cmake, installation + QStringList{u"--strip"_s}), 0);
             QCOMPARE(run(cmake, installation + QStringList{u"--component"_s, u"bundle"_s}), 0);
         }
-        // A bundle as it is runs from anywhere, also through a link.
+        // An unchanged bundle runs in any directory, also through a link.
         const Home home;
         const QString moved = home.path(u"一 'a' $b/Lexiquill.app"_s);
         QVERIFY(QDir().mkpath(QFileInfo(moved).path()));
@@ -159,7 +159,7 @@ private Q_SLOTS:
     }
 
     void oldVersionStands_data() {
-        // Without a failure the program has ended for the script.
+        // Without `failure`, the program has quit, so that the script can run.
         columns<QByteArray, Manner, QString>("archive", "manner", "failure");
         const QByteArray whole = archiveOf(m_templates.filePath(u"new/1.1.0"_s));
         QTemporaryDir other;

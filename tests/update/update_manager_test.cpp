@@ -21,7 +21,7 @@ RemoteUpdateInfo release(const QString &version, const QString &url = {}) {
             .downloadUrl = url};
 }
 
-/// A manager of version 1.9.0 with short limits, and what a screen sees of it.
+/// A manager of version 1.9.0 with short limits, and the changes that a screen sees.
 struct Observed {
     QTemporaryDir root;
     HttpClient http;
@@ -115,7 +115,7 @@ private Q_SLOTS:
         QVERIFY(observed.check(false).endsWith(u"errorMessage=检查更新失败: 请求超时"_s));
         QCOMPARE(server.connections(), 1);
 
-        // The next one takes the error back, and a dismissed release is offered again.
+        // The next check clears the error, and offers a dismissed release again.
         server.setHandler([](const ServedRequest &) {
             return ServedAnswer{.body = encodeRemoteUpdateInfo(release(u"2"_s))};
         });

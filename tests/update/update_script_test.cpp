@@ -39,7 +39,7 @@ private Q_SLOTS:
         }
     }
 
-    /// Files that belong to somebody else when the script gets to them are neither unpacked nor installed.
+    /// Files that belong to another user are neither unpacked nor installed.
     void foreignFiles_data() { addRows("Lexiquill_update_extracted\nLexiquill_update.zip\nlink\n"); }
 
     void foreignFiles() {

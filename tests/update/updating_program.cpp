@@ -1,6 +1,5 @@
-// A program that updates itself as soon as it can, for use in a bundle. It takes its version from
-// share/version of its bundle, the server, the directory for the update and the file to report to from the
-// environment.
+// A program for a bundle. It updates itself as soon as it can. It reads its version from share/version of its
+// bundle. The server, the directory for the update and the report file come from environment variables.
 
 #include "network/http_client.h"
 #include "observed_state.h"

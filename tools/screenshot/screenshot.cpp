@@ -1,11 +1,12 @@
 // Usage: screenshot [--screen NAME] [--size WIDTHxHEIGHT] [--scale FACTOR] [--dark] [--wordbook FILE]
 //     [--sample COUNT] [--word WORD] [--user NAME] [--release stalled|broken] [--steps STEPS] [--wait MS]
 //     OUTPUT.png
-// Draws the main window as it stands after a moment, without a display, into a picture. NAME is a tab
+// Draws the main window into a picture, after a short time and without a display. The screen NAME is a tab
 // (dictionary, weeklyReview, history, statistics) or a sheet (preferences, account, update). The wordbook is
-// read from a file, or made of COUNT words; otherwise it is that of the first start. NAME is logged in to a
-// server of its own, which with --release also has a newer release. STEPS are as takeSteps() takes them. With
-// several pictures in mind, run it several times: every run has services and a wordbook of its own.
+// read from FILE, or has COUNT sample words; otherwise it is that of the first start. With --user, the user
+// NAME is logged in to a test server; with --release, that server also has a newer release. See takeSteps()
+// for STEPS. For several pictures, run the program several times: every run has its own services and
+// wordbook.
 
 #include "app/shell/app_context.h"
 #include "app/shell/lexiquill_app.h"

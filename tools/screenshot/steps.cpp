@@ -28,7 +28,7 @@ QStringList starterWords() {
     return words;
 }
 
-/// A word that was looked up some time in the last year and reviewed more or less on time since.
+/// A word that was looked up some time in the last year, and has been reviewed more or less on time since.
 WordRecord sampleRecord(const DictionaryEntry &entry, std::mt19937 &random) {
     const auto below = [&random](unsigned limit) {
         return static_cast<int>(random() % limit);

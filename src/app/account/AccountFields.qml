@@ -1,7 +1,7 @@
 import QtQuick
 import Lexiquill
 
-/// What logging in or registering takes.
+/// The input fields for login and registration.
 FocusScope {
     id: scope
 

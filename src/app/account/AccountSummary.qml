@@ -1,7 +1,7 @@
 import QtQuick
 import Lexiquill
 
-/// The account that is logged in, with what can be done then.
+/// The logged-in account and the actions on it.
 Column {
     id: summary
 

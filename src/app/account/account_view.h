@@ -8,7 +8,7 @@ namespace lexiquill {
 
 class SyncManager;
 
-/// The state of the account sheet: what is typed, and how the last login or registration went.
+/// The state of the account sheet: the typed text, and the result of the last login or registration.
 class AccountView : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -26,17 +26,17 @@ public:
     explicit AccountView(QObject *parent = nullptr);
 
     bool isSubmitting() const { return m_isSubmitting; }
-    /// How the last attempt went; null when there is nothing to say.
+    /// Result of the last attempt; null when there is no message.
     const QString &errorMessage() const { return m_errorMessage; }
     const QString &successMessage() const { return m_successMessage; }
     /// The base URL of the server, without a slash at the end.
     QString serverAddress() const;
     /// False when no server is configured, so that no request can reach one.
     bool hasServer() const;
-    /// The time of the last sync as the user's language writes it; empty before the first.
+    /// Time of the last sync in the format of the user's locale; empty before the first sync.
     QString lastSyncText() const;
 
-    /// Logs in or registers with the texts as typed. The password is forgotten as soon as that has worked.
+    /// Logs in or registers with the text as typed. Clears the password after success.
     Q_INVOKABLE void submitAuth();
 
 Q_SIGNALS:

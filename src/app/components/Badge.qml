@@ -1,7 +1,7 @@
 import QtQuick
 import Lexiquill
 
-/// A number on a solid ground.
+/// A number on a solid background.
 Rectangle {
     id: badge
 

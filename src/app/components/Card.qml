@@ -1,7 +1,7 @@
 import QtQuick
 import Lexiquill
 
-/// A white or dark area with round corners; its content lies inside the padding.
+/// A white or dark area with rounded corners; its content lies inside the padding.
 Rectangle {
     id: card
 

@@ -4,11 +4,11 @@ import QtQuick
 import QtQuick.Templates as T
 import Lexiquill
 
-/// A choice from a list that opens below it. Typing the start of a name goes to it.
+/// A drop-down list. Typing the start of an entry moves to that entry.
 T.ComboBox {
     id: control
 
-    /// What is chosen, for assistive tools and the help text.
+    /// The name of the choice, for assistive tools and the help text.
     property string name: ""
 
     implicitWidth: 124

@@ -1,9 +1,9 @@
 import QtQuick
 import Lexiquill
 
-/// Shows that a control has the keyboard: fills its parent, a little outside of it.
+/// The focus ring of its parent, drawn slightly outside it.
 Rectangle {
-    /// Whether the control has the keyboard.
+    /// Whether the control has keyboard focus.
     required property bool shown
 
     anchors.fill: parent

@@ -4,7 +4,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Lexiquill
 
-/// The help text of its parent, which appears after a moment of hovering. It is made then, for there are many.
+/// The tooltip of its parent. Created when it is first shown, because there are many.
 Item {
     id: help
 

@@ -2,14 +2,14 @@ import QtQuick
 import QtQuick.Templates as T
 import Lexiquill
 
-/// A symbol to click. `text` names it for assistive tools and in its help text.
+/// A button that shows only a symbol. `text` is its name for assistive tools and its default help text.
 T.AbstractButton {
     id: control
 
     required property string symbol
     property color tint: Theme.secondaryText
     property int iconSize: 18
-    /// Help text; the name unless set.
+    /// Help text; by default the name.
     property string help: text
 
     implicitWidth: Theme.controlHeight

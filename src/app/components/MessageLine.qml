@@ -1,7 +1,7 @@
 import QtQuick
 import Lexiquill
 
-/// How something went: a symbol and a short text. Takes no room while there is nothing to say.
+/// The result of an action: a symbol and a short text. Takes no space while the text is empty.
 Row {
     id: line
 

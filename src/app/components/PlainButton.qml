@@ -2,16 +2,16 @@ import QtQuick
 import QtQuick.Templates as T
 import Lexiquill
 
-/// Any other action.
+/// A button for a secondary action.
 T.Button {
     id: control
 
     /// A symbol before the text; empty for none.
     property string symbol: ""
-    /// Of the text and the symbol.
+    /// Colour of the text and the symbol.
     property color tint: Theme.text
     property color ground: Theme.fill
-    /// The ground below the pointer, and while pressed.
+    /// Background colours when hovered and when pressed.
     property color hoveredGround: Theme.isDark ? "#46464B" : "#DCDCE1"
     property color pressedGround: Theme.isDark ? "#55555A" : "#CFCFD5"
 
@@ -28,7 +28,7 @@ T.Button {
     Keys.onEnterPressed: control.clicked()
 
     contentItem: Item {
-        // Not that of the row, whose text gives way when there is not enough room.
+        // Not the implicit width of the row, which shrinks when the text is elided.
         implicitWidth: label.implicitWidth + (control.symbol === "" ? 0 : 16 + row.spacing)
         implicitHeight: row.implicitHeight
 

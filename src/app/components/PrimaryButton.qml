@@ -1,7 +1,7 @@
 import QtQuick
 import Lexiquill
 
-/// The one action that a place suggests.
+/// The button for the main action of a screen or sheet.
 PlainButton {
     property color accent: Theme.accent
 

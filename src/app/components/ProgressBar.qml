@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Lexiquill
 
-/// How far some work is; moves to and fro while that is unknown.
+/// A progress bar; moves back and forth while the progress is unknown.
 T.ProgressBar {
     id: control
 

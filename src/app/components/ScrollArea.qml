@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Lexiquill
 
-/// Content of any height in the width of the area. Put one item into it and bind its width to `contentWidth`.
+/// A vertical scroll area. Put one item into it and bind the item's width to `contentWidth`.
 Flickable {
     id: area
 
@@ -13,7 +13,7 @@ Flickable {
     contentHeight: contentItem.childrenRect.height
     boundsBehavior: Flickable.StopAtBounds
     T.ScrollBar.vertical: ThinScrollBar {}
-    // The keyboard may go to what is scrolled away.
+    // Keyboard focus may move to an item outside the visible part.
     onFocusItemChanged: {
         let ancestor = focusItem;
         while (ancestor && ancestor !== contentItem)

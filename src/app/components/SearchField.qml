@@ -1,7 +1,7 @@
 import QtQuick
 import Lexiquill
 
-/// A field to search in, with a button that empties it.
+/// A search field with a button that clears it.
 TextInputField {
     id: control
 

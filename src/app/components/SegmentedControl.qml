@@ -4,17 +4,17 @@ import QtQuick
 import QtQuick.Templates as T
 import Lexiquill
 
-/// One choice of a few, side by side.
+/// A few choices side by side, one of them selected.
 T.Control {
     id: control
 
     /// The texts of the choices.
     property list<string> choices
     property int currentIndex: 0
-    /// What is chosen among, for assistive tools.
+    /// The name of the choice, for assistive tools.
     property string name: ""
 
-    /// The user chose; `currentIndex` is for the owner to change.
+    /// The user chose a segment. The owner must change `currentIndex`.
     signal chosen(int index)
 
     implicitWidth: row.implicitWidth + 4

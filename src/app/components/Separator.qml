@@ -1,7 +1,7 @@
 import QtQuick
 import Lexiquill
 
-/// A hairline.
+/// A thin line.
 Rectangle {
     implicitHeight: 1
     implicitWidth: 1

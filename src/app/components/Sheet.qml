@@ -2,14 +2,14 @@ import QtQuick
 import QtQuick.Templates as T
 import Lexiquill
 
-/// A modal sheet inside the window on a dimmed ground. Escape and its closing button ask to close it.
+/// A modal sheet over the dimmed window. Escape and the close button emit `dismissed`.
 T.Dialog {
     id: sheet
 
     property bool closable: true
     default property alias body: inner.data
 
-    /// The user wants to close the sheet; whoever shows it changes what it is shown by.
+    /// The user wants to close the sheet. The owner must hide it.
     signal dismissed
 
     parent: T.Overlay.overlay

@@ -1,7 +1,7 @@
 import QtQuick
 import Lexiquill
 
-/// A short word on a tinted ground, for a status or a part of speech.
+/// A short word on a tinted background, for a status or a part of speech.
 Rectangle {
     id: tag
 

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Lexiquill
 
-/// One line of text to type.
+/// A one-line text field.
 T.TextField {
     id: control
 

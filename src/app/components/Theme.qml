@@ -3,7 +3,7 @@ pragma Singleton
 import QtQuick
 import Lexiquill
 
-/// Colours, distances and type sizes, in light and dark.
+/// Colours, spacing and font sizes for light and dark mode.
 QtObject {
     id: theme
 
@@ -17,7 +17,7 @@ QtObject {
     readonly property color gray: isDark ? "#98989D" : "#8E8E93"
     readonly property color accent: blue
 
-    /// The ground of the detail area, and what lies on it.
+    /// Background of the detail area, and the colours of the elements on it.
     readonly property color ground: isDark ? "#1E1E20" : "#F5F5F7"
     readonly property color sidebarGround: isDark ? "#26262A" : "#ECECEF"
     readonly property color card: isDark ? "#2C2C2F" : "#FFFFFF"
@@ -67,12 +67,12 @@ QtObject {
         }
     }
 
-    /// A faint version of a colour, as a ground for text in it.
+    /// A faint version of a colour, as the background of text in that colour.
     function tint(base: color): color {
         return Qt.rgba(base.r, base.g, base.b, theme.isDark ? 0.22 : 0.12);
     }
 
-    /// The colour with enough contrast for text on its own tint.
+    /// A variant of a colour with enough contrast for text on the tint of that colour.
     function onTint(base: color): color {
         return theme.isDark ? Qt.lighter(base, 1.25) : Qt.darker(base, 1.35);
     }

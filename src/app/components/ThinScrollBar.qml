@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Lexiquill
 
-/// A quiet scroll bar; attach it with T.ScrollBar.vertical.
+/// A thin scroll bar; attach it with T.ScrollBar.vertical.
 T.ScrollBar {
     id: control
 

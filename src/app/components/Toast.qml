@@ -1,7 +1,7 @@
 import QtQuick
 import Lexiquill
 
-/// A short message at the bottom of its parent, with an action such as undoing what it tells of.
+/// A short message at the bottom of its parent, with an optional action such as undo.
 Rectangle {
     id: toast
 
@@ -10,7 +10,7 @@ Rectangle {
     property int duration: 6000
     property var action: null
 
-    /// Shows a message; `whenActed` is called if the user takes the action in time.
+    /// Shows a message; `whenActed` is called if the user clicks the action while the message is shown.
     function show(text: string, actionName: string, whenActed: var): void {
         toast.message = text;
         toast.actionText = actionName;

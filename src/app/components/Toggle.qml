@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Lexiquill
 
-/// Something to switch on and off, with its label.
+/// An on/off switch with a label.
 T.Switch {
     id: control
 

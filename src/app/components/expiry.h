@@ -7,18 +7,18 @@
 
 namespace lexiquill {
 
-/// Tells when something that depends on the time is out of date. It goes by the clock of the wall, which
-/// leaps when the machine sleeps or its time is set.
+/// Emits a signal at a point in time. Uses the wall clock, which jumps when the machine sleeps or when its
+/// time is set.
 class Expiry : public QObject {
     Q_OBJECT
 
 public:
     explicit Expiry(Clock clock, QObject *parent = nullptr);
 
-    /// Emits `expired` once when it is `until`, or when the clock has been set back.
+    /// Emits `expired` once when `until` is reached, or when the clock is set back.
     void start(Instant until);
 
-    /// Whether that time has come.
+    /// Whether `until` has been reached or the clock has been set back.
     bool isOver() const;
 
 Q_SIGNALS:

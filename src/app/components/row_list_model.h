@@ -10,8 +10,8 @@
 
 namespace lexiquill {
 
-/// A list of values that tells views exactly which rows change. A `Row` can be compared and has an identity,
-/// the member `id`.
+/// A list model that reports exactly which rows change. A `Row` must be comparable; its member `id`
+/// identifies it.
 template <typename Row, auto id = &Row::id> class RowListModel : public QAbstractListModel {
 public:
     using QAbstractListModel::QAbstractListModel;
@@ -22,7 +22,7 @@ public:
     const QList<Row> &rows() const { return m_rows; }
 
 protected:
-    /// Makes `rows` the rows: what keeps its order stays, the rest is removed and inserted.
+    /// Replaces the rows with `rows`. Rows that keep their order stay; the others are removed and inserted.
     void setRows(QList<Row> rows) {
         const Span span = differing(rows);
         const std::vector<qsizetype> targets = keptTargets(rows, span);
@@ -53,8 +53,8 @@ protected:
             Q_EMIT dataChanged(index(static_cast<int>(from)), index(static_cast<int>(to) - 1));
     }
 
-    /// Makes `rows` the rows of another list. Each takes the place of the one that was there, so that a view
-    /// shows other texts, which is quicker than making its items anew.
+    /// Replaces the rows with those of a different list. Row n overwrites row n, so that a view reuses its
+    /// items. That is faster than creating new ones.
     void replaceRows(QList<Row> rows) {
         const qsizetype common = std::min(m_rows.size(), rows.size());
         std::move(rows.begin(), rows.begin() + common, m_rows.begin());
@@ -70,16 +70,17 @@ protected:
     }
 
 private:
-    using Range = std::pair<qsizetype, qsizetype>; ///< first, and behind the last
+    using Range = std::pair<qsizetype, qsizetype>; ///< first row, and the row after the last
 
-    /// Where the present rows and others differ, from `first` to before the two ends.
+    /// The part in which the current and the new rows differ: from `first` up to, but not including, the
+    /// ends.
     struct Span {
         qsizetype first;
         qsizetype oldEnd;
         qsizetype newEnd;
     };
 
-    /// More changes than this are cheaper to show anew.
+    /// With more changed ranges than this, overwriting all rows is faster.
     static constexpr std::size_t mostRanges = 64;
 
     Span differing(const QList<Row> &rows) const {
@@ -98,7 +99,8 @@ private:
         endInsertRows();
     }
 
-    /// The runs of rows between `first` and `end` for which `holds`, which counts from `first`, is true.
+    /// The ranges of rows in [first, end) for which `holds` is true. `holds` gets the row's offset from
+    /// `first`.
     template <typename Holds> static std::vector<Range> ranges(qsizetype first, qsizetype end, Holds holds) {
         std::vector<Range> result;
         for (qsizetype row = first; row < end; ++row) {
@@ -112,8 +114,8 @@ private:
         return result;
     }
 
-    /// For each present row of the span its place among `rows`, or -1 when it is gone or is to be moved: the
-    /// rows left are a longest increasing subsequence.
+    /// For each current row of the span its position in `rows`, or -1 when it is removed or must move. The
+    /// rows that stay are a longest increasing subsequence.
     std::vector<qsizetype> keptTargets(const QList<Row> &rows, const Span &span) const {
         using Id = std::decay_t<decltype(std::declval<Row>().*id)>;
         QHash<Id, qsizetype> places;
@@ -122,7 +124,7 @@ private:
             places.insert(rows.at(row).*id, row);
         const auto count = static_cast<std::size_t>(span.oldEnd - span.first);
         std::vector<qsizetype> targets(count, -1);
-        std::vector<std::size_t> ends; // of the best subsequence of each length
+        std::vector<std::size_t> ends; // last row of the best subsequence of each length
         std::vector<std::size_t> previous(count, count);
         for (std::size_t row = 0; row < count; ++row) {
             const Row &present = m_rows.at(span.first + static_cast<qsizetype>(row));
@@ -130,7 +132,7 @@ private:
             targets[row] = target;
             if (target < 0)
                 continue;
-            // Nearly always the row belongs behind all others.
+            // Usually the row comes after all others.
             const bool isLast = ends.empty() || targets[ends.back()] < target;
             const auto end =
                 isLast ? ends.end()

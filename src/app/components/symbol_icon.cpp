@@ -31,7 +31,7 @@ void SymbolIcon::paint(QPainter *painter) {
     QSvgRenderer drawing(QStringLiteral(":/lexiquill/symbols/%1.svg").arg(m_symbol));
     drawing.setAspectRatioMode(Qt::KeepAspectRatio);
     drawing.render(painter, boundingRect());
-    // The files are black.
+    // The files are drawn in black.
     painter->setCompositionMode(QPainter::CompositionMode_SourceIn);
     painter->fillRect(boundingRect(), m_color);
 }

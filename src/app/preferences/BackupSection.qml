@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Lexiquill
 
-/// The backups of the wordbook; each can be restored after a question.
+/// The backups of the wordbook; each can be restored after a confirmation.
 PreferenceSection {
     id: section
 

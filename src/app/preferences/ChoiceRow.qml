@@ -2,19 +2,19 @@ import QtQuick
 import QtQuick.Templates as T
 import Lexiquill
 
-/// One choice of several, below each other.
+/// One row of a vertical list of choices.
 T.RadioButton {
     id: control
 
     /// A symbol before the text; empty for none.
     property string symbol: ""
-    /// At the end of the row.
+    /// A text at the end of the row.
     property string trailing: ""
-    /// Below the text.
+    /// A smaller text below `text`.
     property string detail: ""
 
     implicitHeight: Math.max(32, texts.implicitHeight + 10)
-    // Its owner decides.
+    // The owner sets `checked`.
     checkable: false
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus

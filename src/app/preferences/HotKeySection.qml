@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Lexiquill
 
-/// The system-wide hotkey: presets, a combination of the user's own, and how the registration went.
+/// The system-wide hotkey: presets, a custom combination, and the result of the registration.
 PreferenceSection {
     id: section
 

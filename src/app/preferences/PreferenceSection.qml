@@ -1,7 +1,7 @@
 import QtQuick
 import Lexiquill
 
-/// A heading, and below it what belongs together.
+/// A heading with a group of related settings below it.
 Column {
     id: section
 

@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Lexiquill
 
-/// The user's choices, where the data lives, and the backups.
+/// The settings, the locations of the data, and the backups.
 Sheet {
     id: sheet
 

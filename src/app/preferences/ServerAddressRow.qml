@@ -1,13 +1,13 @@
 import QtQuick
 import Lexiquill
 
-/// The address of a server to type; nothing typed stands for the built-in one.
+/// A field for a server address; empty means the built-in address.
 Column {
     id: row
 
     required property ServerAddressEditor editor
     required property string label
-    /// As stored.
+    /// The stored address; empty while the built-in one is used.
     required property string storedText
     required property string builtIn
     readonly property string problem: editor.problem(field.text)

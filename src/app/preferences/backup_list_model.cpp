@@ -73,7 +73,7 @@ void BackupListModel::reload() {
     });
 }
 
-/// The rows that are new come in and those that are gone go out; both lists are in the same order.
+/// Removes the rows that are gone and inserts the new ones. Both lists have the same order.
 void BackupListModel::show(const QList<Row> &rows) {
     const auto isIn = [](const QList<Row> &list, const Row &row) {
         return std::any_of(list.begin(), list.end(),

@@ -20,17 +20,17 @@ class BackupListModel : public QAbstractListModel {
 
 public:
     enum Role {
-        LabelRole = Qt::UserRole, ///< when it was kept
-        DetailRole,               ///< what it holds
+        LabelRole = Qt::UserRole, ///< when it was made
+        DetailRole,               ///< number of words and size
         IsUsableRole,             ///< false for a damaged one
-        IsOfMomentRole            ///< kept by restoring another
+        IsOfMomentRole            ///< made when another backup was restored
     };
 
     explicit BackupListModel(QObject *parent = nullptr);
 
-    /// While the backups are read or one is restored.
+    /// True while the backups are read or one is restored.
     bool isBusy() const { return m_isBusy; }
-    /// How the last restoring went; null when there is nothing to say.
+    /// Result of the last restore; null when there is no message.
     const QString &errorMessage() const { return m_errorMessage; }
     const QString &successMessage() const { return m_successMessage; }
 
@@ -38,9 +38,9 @@ public:
     QVariant data(const QModelIndex &index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
 
-    /// Reads the directory anew.
+    /// Reads the directory again.
     Q_INVOKABLE void reload();
-    /// Puts the backup in the place of the wordbook, which becomes a backup itself.
+    /// Replaces the wordbook with the backup. The replaced wordbook is kept as a new backup.
     Q_INVOKABLE void restore(int row);
 
 Q_SIGNALS:
@@ -50,7 +50,7 @@ Q_SIGNALS:
 private:
     struct Row {
         WordbookBackup backup;
-        std::optional<qsizetype> wordCount; ///< nothing for a damaged one
+        std::optional<qsizetype> wordCount; ///< no value for a damaged backup
     };
 
     static QList<Row> read(const QString &directory, Instant now);

@@ -23,8 +23,8 @@ public:
     static QString settings();
     static QString caches();
 
-    /// Shows the directory, or the one that the file lies in, in the desktop's file manager; the nearest one
-    /// that exists. False when the desktop has none.
+    /// Opens the directory, or the directory of the file, in the desktop's file manager. If it does not
+    /// exist, opens the nearest parent that does. False when the desktop has no file manager.
     Q_INVOKABLE static bool openFolder(const QString &path);
 };
 

@@ -21,19 +21,18 @@ class ServerAddressEditor : public QObject {
 public:
     explicit ServerAddressEditor(QObject *parent = nullptr);
 
-    /// As stored; empty while the built-in address counts.
+    /// As stored; empty while the built-in address is used.
     QString youdaoText() const;
     QString serverText() const;
     static QString builtInYoudao();
     /// Empty when the program has been built without a server of its own.
     static QString builtInServer();
-    /// Whether something has been stored that counts from the next start only.
+    /// Whether a change has been stored. It takes effect at the next start.
     bool isChanged() const { return m_isChanged; }
 
     /// Why the text cannot be stored, for the user; empty when it can.
     Q_INVOKABLE static QString problem(const QString &text);
-    /// Stores an address, or goes back to the built-in one with a blank text. False when it is not
-    /// acceptable.
+    /// Stores an address; blank text restores the built-in one. False when the address is not acceptable.
     Q_INVOKABLE bool storeYoudao(const QString &text);
     Q_INVOKABLE bool storeServer(const QString &text);
 

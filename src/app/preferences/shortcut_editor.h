@@ -10,7 +10,7 @@ namespace lexiquill {
 
 class HotKeyManager;
 
-/// The choice of the system-wide hotkey: one of the presets, or one put together from modifiers and a key.
+/// Lets the user choose the system-wide hotkey: a preset, or a custom combination of modifiers and a key.
 class ShortcutEditor : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -49,9 +49,9 @@ public:
     void setShift(bool isOn) { toggle(m_toggles.shift, isOn); }
     bool command() const { return m_toggles.command; }
     void setCommand(bool isOn) { toggle(m_toggles.command, isOn); }
-    /// The custom shortcut's, as it stands.
+    /// The custom shortcut as symbols.
     QString symbolString() const { return custom().symbolString; }
-    /// Without any modifier the shortcut would take a key away from every program.
+    /// Whether the custom shortcut has a modifier. Without one it would block its key in every program.
     bool hasModifier() const { return custom().carbonModifiers != 0; }
     /// Makes the custom shortcut the current one; does nothing when it has no modifier.
     Q_INVOKABLE void useCustom();

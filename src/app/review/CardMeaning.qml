@@ -8,7 +8,7 @@ Column {
     id: meaning
 
     required property ReviewSession session
-    /// Nothing is made before it is wanted.
+    /// While this is false, no items are created.
     required property bool isShown
     readonly property var groups: isShown ? session.groups : []
 

@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Lexiquill
 
-/// One word: its spelling and sound, and below, once it is wanted, what it means.
+/// One word: its spelling and phonetic, and its meaning once revealed.
 Rectangle {
     id: card
 

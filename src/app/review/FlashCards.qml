@@ -3,16 +3,16 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Lexiquill
 
-/// A round of flash cards: Space shows the meaning, 1 and 2 answer, Control-Z takes the last answer back.
+/// A round of flash cards: Space shows the meaning, 1 and 2 answer, Ctrl+Z undoes the last answer.
 FocusScope {
     id: cards
 
-    /// Whether the cards can be seen.
+    /// Whether the cards are visible.
     required property bool isActive
 
     readonly property bool isRunning: session.state === ReviewSession.State.Asking || session.state === ReviewSession.State.Revealed
 
-    // What can be seen has the keyboard, if the cards have it at all.
+    // The visible item gets the focus within this scope.
     onIsRunningChanged: (isRunning ? card : summary).focus = true
     Keys.onPressed: event => {
         if (event.modifiers & (Qt.ControlModifier | Qt.AltModifier | Qt.MetaModifier))

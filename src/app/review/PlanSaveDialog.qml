@@ -1,13 +1,13 @@
 import QtQuick.Dialogs
 
-/// Asks where the plan is to be saved: with the desktop's own dialog if it has one.
+/// Asks where to save the plan, with the desktop's own dialog if it has one.
 FileDialog {
     id: dialog
 
     /// The user chose a file.
     signal fileChosen(file: url)
 
-    /// Opens with a file that is suggested.
+    /// Opens with a suggested file.
     function openWith(suggestion: url): void {
         const text = `${suggestion}`;
         dialog.currentFolder = text.substring(0, text.lastIndexOf("/"));

@@ -1,7 +1,7 @@
 import QtQuick
 import Lexiquill
 
-/// The week, its counts, and what can be done with the plan.
+/// The week, its counts, and the actions on the plan.
 Item {
     id: header
 

@@ -1,11 +1,11 @@
 import QtQuick
 import Lexiquill
 
-/// How the round went, or that there is nothing to review.
+/// The result of the round, or a message that there is nothing to review.
 FocusScope {
     id: summary
 
-    /// As many as have room.
+    /// As many words as fit.
     function listed(words: var): string {
         return words.slice(0, 40).join("、");
     }

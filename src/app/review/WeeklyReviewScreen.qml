@@ -67,7 +67,7 @@ FocusScope {
     Loader {
         id: saveDialog
 
-        /// Shows the dialog, which is made when it is first wanted.
+        /// Shows the dialog, which is created on first use.
         function open(): void {
             const dialog = saveDialog.item as PlanSaveDialog;
             dialog?.openWith(review.suggestedFile());

@@ -15,7 +15,7 @@ namespace lexiquill {
 
 namespace {
 
-// A card shows no more than one can learn from it.
+// A card shows no more than a user can learn at once.
 constexpr qsizetype mostSenses = 60;
 constexpr qsizetype mostExamples = 3;
 
@@ -52,7 +52,7 @@ void ReviewSession::setActive(bool isActive) {
         takeWords();
 }
 
-/// Takes in what has become of the words without an answer from here.
+/// Follows changes of the words that this session did not make.
 void ReviewSession::takeWords() {
     if (!m_isActive || m_isChanging)
         return;

@@ -14,8 +14,8 @@ class CurrentWeeklyPlan;
 class StorageManager;
 struct Services;
 
-/// One round through the flash cards of the weekly plan. Its order stays as it was when the round began,
-/// although every answer changes the plan; words deleted since are passed over.
+/// One round through the flash cards of the weekly plan. The order is fixed when the round begins, although
+/// every answer changes the plan. Words deleted during the round are skipped.
 class ReviewSession : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -39,21 +39,23 @@ class ReviewSession : public QObject {
     Q_PROPERTY(QString rawDefinition READ rawDefinition NOTIFY changed)
 
 public:
-    /// Nothing to review; the word is shown; its meaning, too; all words are answered.
+    /// Empty: nothing to review. Asking: the word is shown. Revealed: its meaning is shown, too. Finished:
+    /// all words are answered, or the user ended the round.
     enum class State { Empty, Asking, Revealed, Finished };
     Q_ENUM(State)
 
     explicit ReviewSession(QObject *parent = nullptr);
     explicit ReviewSession(Services &services, QObject *parent = nullptr);
 
-    /// An active session begins a round when there is none, and when the last one ended on another day.
+    /// On becoming active, begins a new round if there is none, if nothing has been answered yet, or if the
+    /// last round is finished and began on another day.
     bool isActive() const { return m_isActive; }
     void setActive(bool isActive);
 
     State state() const { return m_state; }
-    /// The cards of the round.
+    /// The number of cards in the round.
     int count() const { return static_cast<int>(m_cards.size()); }
-    /// The cards that have been dealt with.
+    /// The number of cards already answered or skipped.
     int position() const { return static_cast<int>(m_position); }
     int rememberedCount() const { return countOf(ReviewFeedback::Remembered); }
     int forgottenCount() const { return countOf(ReviewFeedback::Forgot); }
@@ -62,7 +64,7 @@ public:
     /// Whether the plan has words that a round leaves out, because they have been reviewed today.
     bool hasAnsweredToday() const { return m_hasAnsweredToday; }
 
-    // Of the word of the card; empty when there is none.
+    // These describe the word on the card; empty when there is no card.
     QString word() const { return m_record.word; }
     QString phonetic() const;
     QString status() const;
@@ -70,14 +72,13 @@ public:
     /// When the review is due and how often the word has been searched.
     QString memory() const;
     QString notes() const { return m_record.userNotes; }
-    /// Objects of a part of speech `pos` and its `senses`, each a line of text.
+    /// Objects with a part of speech `pos` and its `senses`, each sense one line of text.
     QVariantList groups() const;
-    /// Objects of `en` and `cn`.
+    /// Objects with `en` and `cn`.
     QVariantList examples() const;
     QString rawDefinition() const { return m_record.rawDefinition; }
 
-    /// Begins a round with the plan's words, most urgent first; without those that have been reviewed today
-    /// unless `all`.
+    /// Begins a round with the plan's words, most urgent first. Leaves out words reviewed today unless `all`.
     Q_INVOKABLE void start(bool all = false);
     /// Begins a round with the words that were forgotten in this one.
     Q_INVOKABLE void startWithForgotten();
@@ -87,7 +88,7 @@ public:
     Q_INVOKABLE void answer(bool isRemembered);
     /// Takes back the last answer and shows its card again.
     Q_INVOKABLE void undo();
-    /// Ends the round before its time.
+    /// Ends the round early. Does nothing before the first answer.
     Q_INVOKABLE void finish();
 
 Q_SIGNALS:

@@ -34,14 +34,14 @@ QString reasonOf(DurableFile::Problem problem) {
     return QStringLiteral("写入文件时出错");
 }
 
-/// A folder may let its files be written but none be made in it.
+/// Overwrites the file itself. Some folders allow that but do not allow new files.
 bool writeInPlace(const QString &path, const QByteArray &text) {
     QFile file(path);
     return file.open(QIODevice::WriteOnly | QIODevice::ExistingOnly) && file.write(text) == text.size() &&
            file.flush();
 }
 
-/// Says why it failed; empty when it has not.
+/// Returns why it failed, for the user; empty after success.
 QString write(const std::optional<WeeklyReviewPlan> &plan, const Calendar &calendar, const QUrl &file) {
     if (!file.isLocalFile())
         return QStringLiteral("导出失败：只能保存到本机的文件");
@@ -112,7 +112,7 @@ QUrl WeeklyReview::suggestedFile() const {
 }
 
 void WeeklyReview::exportTo(const QUrl &chosen) {
-    // Qt's own dialog gives the path of a name that was typed without a scheme.
+    // When the user types a name, Qt's own dialog returns a path without a scheme.
     const bool isPath = chosen.scheme().isEmpty() && chosen.path().startsWith(u'/');
     const QUrl file = isPath ? QUrl::fromLocalFile(chosen.path(QUrl::FullyDecoded)) : chosen;
     const auto writeCopy = [plan = m_plan.weeklyPlan(), calendar = m_storage.calendar(), file] {

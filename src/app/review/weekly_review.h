@@ -12,8 +12,8 @@ class CurrentWeeklyPlan;
 class StorageManager;
 struct Services;
 
-/// The week of the review plan, its counts, and its export. Follows the plan for as long as it is active, and
-/// has the plan made anew when a day begins.
+/// The week of the review plan, its counts, and its export. Follows the plan while it is active. Refreshes
+/// the plan when a new day begins.
 class WeeklyReview : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -41,13 +41,14 @@ public:
     int difficultCount() const { return m_difficultCount; }
     int newCount() const { return m_newCount; }
 
-    /// Where an export is suggested to go: the plan's file name in the user's documents.
+    /// The suggested file for an export: the plan's file name in the user's documents folder, or in the home
+    /// directory if there is no such folder.
     Q_INVOKABLE QUrl suggestedFile() const;
     /// Writes the plan as Markdown, on another thread.
     Q_INVOKABLE void exportTo(const QUrl &chosen);
 
 Q_SIGNALS:
-    /// How an export ended: `error` says in Chinese why it failed, and is empty when it has not.
+    /// An export has ended. `error` says in Chinese why it failed; empty after success.
     void exported(const QUrl &file, const QString &error);
     void activeChanged();
     void planChanged();

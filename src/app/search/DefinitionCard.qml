@@ -3,20 +3,20 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Lexiquill
 
-/// A word of the wordbook: its definition, what is remembered of it, and what can be done with it. Give it a
-/// width; its height follows from the content, so it belongs into a ScrollArea.
+/// A word of the wordbook: its definition, its review state, and the actions on it. Set its width; its height
+/// follows from the content, so put it into a ScrollArea.
 Card {
     id: card
 
     /// The id of the record in the wordbook; the card is empty without one.
     property string wordId: ""
-    /// Where the definition came from, in a few words; empty when that is of no interest.
+    /// The source of the definition, for display; empty hides it.
     property string sourceText: ""
-    /// The form of the word that was looked up; empty when that is of no interest.
+    /// The form of the word that was looked up; empty hides it.
     property string askedForm: ""
     property bool showsAnswers: true
     property bool showsDelete: true
-    /// Tells about what was done, and offers to undo a deletion; without one that is not told.
+    /// Shows the results of actions and offers to undo a deletion; null shows nothing.
     property Toast toast: null
     readonly property alias word: record.headword
     readonly property alias exists: record.exists
@@ -47,7 +47,7 @@ Card {
     implicitHeight: column.implicitHeight + 2 * padding
     Accessible.role: Accessible.Grouping
     Accessible.name: word
-    // What was typed belongs to the word that was shown.
+    // Save the typed note for the word shown so far, before switching to the new word.
     onWordIdChanged: {
         note.finish();
         pronunciation.cancel();

@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Templates as T
 import Lexiquill
 
-/// The user's note on a word. What is typed is kept until it is left, whatever changes meanwhile.
+/// The user's note on a word. Typed text stays until the editor loses focus, even if the stored note changes
+/// meanwhile.
 FocusScope {
     id: editor
 
@@ -12,7 +13,7 @@ FocusScope {
 
     signal edited(notes: string)
 
-    /// Hands over what has been typed.
+    /// Emits `edited` if something has been typed.
     function finish(): void {
         if (area.preeditText !== "")
             (Qt.inputMethod as InputMethod).commit();
@@ -20,7 +21,7 @@ FocusScope {
             return;
         editor.isEdited = false;
         editor.edited(area.text);
-        // A word that is gone has not taken it, and the next word must not get it.
+        // If the word has been deleted, the text was not stored. The next word must not get it.
         editor.showStored();
     }
 
@@ -38,7 +39,7 @@ FocusScope {
     Component.onCompleted: showStored()
     Component.onDestruction: finish()
 
-    // A pause keeps what has been typed, should the process not live to see the note left.
+    // Save after a pause in typing, in case the process ends before the editor loses focus.
     Timer {
         id: pause
 

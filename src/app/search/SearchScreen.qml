@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Lexiquill
 
-/// A field to type into; below it what is offered, what is being looked up, or the definition that was found.
+/// The search field; below it the suggestions, the progress of the lookup, or the definition.
 FocusScope {
     id: screen
 
@@ -55,7 +55,7 @@ FocusScope {
                 patience.stop();
         }
     }
-    // An answer that is there at once needs no announcement.
+    // A quick lookup shows no progress message.
     Timer {
         id: patience
 
@@ -134,7 +134,7 @@ FocusScope {
         Column {
             id: missing
 
-            // In line with the suggestions' symbols.
+            // Aligned with the symbols of the suggestions.
             x: 2 * Theme.unit + 12
             y: Theme.unit
             width: parent.width - x - 2 * Theme.unit
@@ -144,7 +144,7 @@ FocusScope {
             ThemedText {
                 width: parent.width
                 role: ThemedText.Heading
-                // Hidden texts load their fonts, too, and a bold Chinese one takes megabytes.
+                // Hidden texts load their fonts, too, and a bold Chinese font takes megabytes of memory.
                 font.weight: missing.visible ? Font.DemiBold : Font.Normal
                 text: "没有找到“" + session.word + "”"
                 wrapMode: Text.Wrap
@@ -215,7 +215,7 @@ FocusScope {
         }
     }
 
-    // Made for the first definition, and kept.
+    // Created for the first definition, then reused.
     Component {
         id: definitionCard
 

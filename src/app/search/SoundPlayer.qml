@@ -7,7 +7,7 @@ Item {
 
     required property url file
 
-    /// Ends the process with a SoundOutcome, once events are handled.
+    /// Ends the process with a SoundOutcome as exit status, after pending events.
     function finish(outcome: int): void {
         Qt.callLater(Qt.exit, outcome);
     }
@@ -22,7 +22,7 @@ Item {
     MediaDevices {
         id: devices
     }
-    // Without a device even making a player can end the process.
+    // Without an output device, even creating a MediaPlayer can terminate the process.
     Loader {
         id: media
 

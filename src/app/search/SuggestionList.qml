@@ -4,12 +4,12 @@ import QtQuick
 import QtQuick.Templates as T
 import Lexiquill
 
-/// Words to choose from. The keyboard stays in the field, which moves the selection.
+/// Words to choose from. Keyboard focus stays in the search field, which moves the selection.
 ListView {
     id: list
 
     required property SuggestionModel suggestions
-    /// The word that has been gone to; rows may come and go around it.
+    /// The word that the user selected; rows around it may be inserted and removed.
     property string wanted: ""
 
     signal chosen(word: string)
@@ -20,7 +20,7 @@ ListView {
         return word === list.wanted ? word : "";
     }
 
-    /// Moves the selection, also out of the list at its start.
+    /// Moves the selection by `rows`; moving up from the first row deselects.
     function move(rows: int): void {
         const from = list.selected() === "" ? -1 : list.currentIndex;
         list.currentIndex = Math.max(-1, Math.min(from + rows, list.count - 1));
@@ -58,7 +58,7 @@ ListView {
         focusPolicy: Qt.NoFocus
         hoverEnabled: true
         highlighted: ListView.isCurrentItem && word === list.wanted
-        // A row that waits to be used again is nothing that assistive tools should find.
+        // Hide pooled rows from assistive tools.
         ListView.onPooled: visible = false
         ListView.onReused: visible = true
         text: word

@@ -8,13 +8,13 @@ namespace lexiquill {
 
 namespace {
 
-/// What is shown of one text; no dictionary's sense is longer.
+/// The longest text shown; no real sense is longer.
 constexpr qsizetype maxTextLength = 4000;
 constexpr qsizetype maxEmphasisedWordLength = 64;
 constexpr qsizetype maxExamplesPerSense = 12;
 constexpr qsizetype maxExamples = 50;
 
-/// Matches the word with the usual endings; invalid for words that are too long to be looked for.
+/// Matches the word with the usual endings; invalid for blank words and for very long ones.
 QRegularExpression wordPattern(const QString &word) {
     const QString trimmed = word.trimmed();
     if (trimmed.isEmpty() || trimmed.size() > maxEmphasisedWordLength)
@@ -50,14 +50,14 @@ QString emphasised(const QString &text, const QRegularExpression &pattern) {
     return styled.replace(u'\n', QStringLiteral("<br>"));
 }
 
-/// The Chinese name, where it says more than the abbreviation beside it.
+/// The Chinese name; empty if it would only repeat the tag.
 QString shownName(const PartOfSpeechGroup &group) {
     const QString name =
         group.posChinese.isEmpty() ? PartOfSpeechGroup::localizePOS(group.pos) : group.posChinese;
     return name == group.pos ? QString() : name;
 }
 
-/// The tag: "n.", or "释义" without the full stop of an abbreviation.
+/// The text of the tag: "n.", or "释义" without a full stop.
 QString shownAbbreviation(const PartOfSpeechGroup &group) {
     const bool isLatin = !group.pos.isEmpty() && group.pos.front().unicode() < 128;
     return isLatin ? group.posAbbreviation() : group.pos;

@@ -8,13 +8,14 @@
 
 namespace lexiquill {
 
-/// The phonetic between slashes, unless the source has put it between marks of its own; empty without one.
+/// The phonetic in slashes, or unchanged if it already begins with a slash or bracket; empty if there is
+/// none.
 QString shownPhonetic(const WordRecord &record);
 
-/// The text as styled text in which the word, also with the usual endings, is bold.
+/// The text as styled text with the word in bold, also where the word has a usual ending.
 QString emphasised(const QString &text, const QString &word);
 
-/// The colour name of a part of speech's tag, as the theme knows it.
+/// The theme's colour name for the tag of a part of speech.
 QString partOfSpeechColor(const PartOfSpeechGroup &group);
 
 /// The number of senses in all groups.
@@ -28,7 +29,7 @@ QVariantList definitionRows(const QList<PartOfSpeechGroup> &groups, const QStrin
 /// Bilingual examples as maps of `en` (styled) and `cn`.
 QVariantList exampleRows(const QList<ExampleSentence> &examples, const QString &word);
 
-/// The content as plain text, as the user wants it on the clipboard.
+/// The content as plain text, for the clipboard.
 QString plainDefinition(const QString &word, const QString &phonetic, const QList<PartOfSpeechGroup> &groups,
                         const QList<ExampleSentence> &examples, const QString &rawText);
 

@@ -17,7 +17,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/// A spoken word takes some ten thousand bytes.
+/// In bytes. A spoken word takes about ten thousand.
 constexpr qint64 maxSoundSize = qint64{4} << 20;
 
 /// The player of this installation or build tree.
@@ -115,7 +115,7 @@ void Pronunciation::playFile(const QString &file) {
     m_player = new QProcess(this);
     m_player->setStandardErrorFile(QProcess::nullDevice());
     connect(m_player, &QProcess::finished, this, [this](int status, QProcess::ExitStatus exit) {
-        // One that crashed has no status of its own.
+        // A crashed player has no exit status.
         std::exchange(m_player, nullptr)->deleteLater();
         const QString message =
             messageOf(static_cast<SoundOutcome>(exit == QProcess::NormalExit ? status : -1));

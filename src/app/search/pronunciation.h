@@ -13,10 +13,10 @@
 
 namespace lexiquill {
 
-/// Where the recording of a word is; empty for a word that cannot be asked for.
+/// URL of the recording of a word; empty for a blank or invalid word.
 QUrl pronunciationUrl(const QString &youdaoBase, const QString &word);
 
-/// Fetches and plays recordings of words. Nothing is made before the first one is asked for.
+/// Fetches and plays recordings of words. Creates nothing before the first request.
 class Pronunciation : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -28,8 +28,8 @@ public:
 
     bool isFetching() const { return m_isFetching; }
 
-    /// Fetches and plays the recording of a word, in place of whatever is being played. What goes wrong is
-    /// told by failed().
+    /// Fetches and plays the recording of a word, and stops any other that is playing. Emits failed() if that
+    /// does not work.
     Q_INVOKABLE void play(const QString &word);
     Q_INVOKABLE void cancel();
 
@@ -45,7 +45,7 @@ private:
 
     bool m_isFetching = false;
     std::unique_ptr<QTemporaryFile> m_file;
-    QProcess *m_player = nullptr; ///< while it plays
+    QProcess *m_player = nullptr; ///< null while nothing plays
     std::unique_ptr<Cancellation> m_cancellation;
 };
 

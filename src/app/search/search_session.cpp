@@ -15,14 +15,14 @@ constexpr qsizetype maxFromWordbook = 6;
 constexpr qsizetype maxSuggestions = 14;
 constexpr qsizetype maxRecent = 30;
 constexpr qsizetype maxNearSpellings = 8;
-/// A phrase; what is longer is a text.
+/// Longer input is a text, not a word or phrase.
 constexpr qsizetype maxSuggestedLength = 64;
 
 Suggestion suggestionOf(const WordRecord &record, Suggestion::Origin origin) {
     return {.word = record.word, .summary = record.conciseSummary, .origin = origin};
 }
 
-/// The best `count` of the wordbook's records that are wanted; equally good ones in the wordbook's order.
+/// The best `count` wanted records of the wordbook; equally good ones in the wordbook's order.
 template <typename Wanted, typename Better>
 QList<const WordRecord *> best(const QList<WordRecord> &words, qsizetype count, Wanted wanted,
                                Better better) {
@@ -72,7 +72,7 @@ void SearchSession::setText(const QString &text) {
 }
 
 void SearchSession::lookUp(const QString &word) {
-    // A phrase selected elsewhere may run over the end of a line.
+    // A phrase selected in another program may contain a line break.
     const QString plain = word.simplified();
     if (plain.isEmpty())
         return;
@@ -110,7 +110,7 @@ void SearchSession::finish(const LookupResult &result) {
         setState(State::Found);
         return;
     }
-    // What was found before is known, whatever the sources say today.
+    // A word found earlier is still in the wordbook, even if no source finds it this time.
     if (const qsizetype known = indexOfWord(m_storage.words(), wordKey(m_word)); known >= 0) {
         const WordRecord &record = m_storage.words().at(known);
         m_wordId = record.id.toString(QUuid::WithoutBraces);
@@ -135,7 +135,7 @@ void SearchSession::finish(const LookupResult &result) {
 }
 
 void SearchSession::setState(State state) {
-    // The word may be another one in the same state.
+    // Emitted even in the same state, because the word may differ.
     m_state = state;
     Q_EMIT stateChanged();
 }
@@ -166,13 +166,13 @@ void SearchSession::suggest() {
          best(m_storage.words(), maxFromWordbook, isWanted,
               [](const auto &left, const auto &right) { return left.word.size() < right.word.size(); }))
         suggestions += suggestionOf(*record, Suggestion::Origin::Wordbook);
-    // What the dictionaries said to the beginning still stands until they answer.
+    // Keep the earlier dictionary suggestions that still match until the dictionaries answer.
     QStringList earlier;
     for (const Suggestion &each : m_suggestions.rows()) {
         if (each.origin == Suggestion::Origin::Dictionary && each.word.startsWith(typed, Qt::CaseInsensitive))
             earlier += each.word;
     }
-    // In one step, so that rows that stay do not go and come.
+    // Set all rows in one step, so that rows that stay are not removed and inserted again.
     for (const QString &word : std::as_const(earlier)) {
         if (std::ranges::none_of(suggestions, [&](const Suggestion &each) {
                 return each.word.compare(word, Qt::CaseInsensitive) == 0;
@@ -215,7 +215,7 @@ void SearchSession::takeWords() {
     }
 }
 
-/// Searches the dictionaries on a thread of their own and adds what is found, unless the user types on.
+/// Searches the dictionaries on a background thread and adds the result, unless the user has typed more.
 void SearchSession::inBackground(Search search, Suggestion::Origin origin) {
     m_stop.request_stop();
     m_stop = std::stop_source();
@@ -223,7 +223,8 @@ void SearchSession::inBackground(Search search, Suggestion::Origin origin) {
         if (stop.stop_requested())
             return;
         const QStringList words = search(stop);
-        // The thread has ended before this is destroyed; what waits in the queue then goes with it.
+        // The thread ends before this object is destroyed; destroying it drops calls still in the event
+        // queue.
         QMetaObject::invokeMethod(
             this,
             [this, words, origin, stop] {
@@ -234,7 +235,7 @@ void SearchSession::inBackground(Search search, Suggestion::Origin origin) {
     });
 }
 
-/// Puts a source's words behind those of others, in place of what it has said before.
+/// Replaces a source's earlier words. Its words come after those of the other sources.
 void SearchSession::add(const QStringList &words, Suggestion::Origin origin) {
     QList<Suggestion> suggestions = m_suggestions.rows();
     suggestions.removeIf([origin](const Suggestion &each) { return each.origin == origin; });

@@ -17,12 +17,12 @@ namespace lexiquill {
 struct Services;
 class StorageManager;
 
-/// What happens on the search screen: words are offered while the user types, one is looked up and recorded,
-/// and if it is not found, others are offered in its place. Typing on gives up whatever is under way.
+/// The state of the search screen. Suggests words while the user types, looks up a word and records it.
+/// Suggests similar words if it is not found. Further typing cancels a running lookup.
 class SearchSession : public QObject {
     Q_OBJECT
     QML_ELEMENT
-    /// What stands in the field.
+    /// The text of the search field.
     Q_PROPERTY(QString text READ text WRITE setText NOTIFY textChanged)
     Q_PROPERTY(State state READ state NOTIFY stateChanged)
     Q_PROPERTY(lexiquill::SuggestionModel *suggestions READ suggestions CONSTANT)
@@ -30,11 +30,12 @@ class SearchSession : public QObject {
     Q_PROPERTY(QString wordId READ wordId NOTIFY stateChanged)
     /// The word that is or was looked up.
     Q_PROPERTY(QString word READ word NOTIFY stateChanged)
-    /// The form that was looked up when what was found is its base form, such as went for go; else empty.
+    /// The form that was looked up if its base form was found, e.g. "went" when the result is "go"; else
+    /// empty.
     Q_PROPERTY(QString askedForm READ askedForm NOTIFY stateChanged)
-    /// Names the source of what was found.
+    /// The source of the definition, for display.
     Q_PROPERTY(QString sourceText READ sourceText NOTIFY stateChanged)
-    /// What to say of a word that was not found: which sources do not know it.
+    /// The message for a word that was not found: which sources do not have it.
     Q_PROPERTY(QString missingText READ missingText NOTIFY stateChanged)
 
 public:
@@ -43,11 +44,11 @@ public:
 
     explicit SearchSession(QObject *parent = nullptr);
     explicit SearchSession(Services &services, QObject *parent = nullptr);
-    /// Waits for the thread that reads the dictionaries to notice.
+    /// Stops the thread that reads the dictionaries and waits for it.
     ~SearchSession() override;
 
     const QString &text() const { return m_text; }
-    /// Gives up the lookup and offers words for the new text, or recent ones when it is blank.
+    /// Cancels the lookup and suggests words for the new text, or recent words when it is blank.
     void setText(const QString &text);
     State state() const { return m_state; }
     SuggestionModel *suggestions() { return &m_suggestions; }
@@ -59,7 +60,7 @@ public:
 
     /// Looks a word up, puts it into the field, and records it when it is found; a blank one is ignored.
     Q_INVOKABLE void lookUp(const QString &word);
-    /// The word found has been deleted from the wordbook.
+    /// Call this after the found word has been deleted from the wordbook.
     Q_INVOKABLE void forget();
 
 Q_SIGNALS:

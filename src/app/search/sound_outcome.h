@@ -6,8 +6,8 @@ namespace lexiquill {
 enum class SoundOutcome {
     Played = 0,
     NoMultimedia = 3, ///< Qt's multimedia components are not installed
-    NoDevice = 4,     ///< there is nothing to hear it from
-    Unplayable = 5,   ///< no sound, or in a format that cannot be decoded here
+    NoDevice = 4,     ///< there is no audio output device
+    Unplayable = 5,   ///< not a sound, or a format that cannot be decoded
 };
 
 } // namespace lexiquill

@@ -17,12 +17,12 @@ namespace lexiquill {
 
 namespace {
 
-/// Senses shown at first, so that a card is there at once however long the entry is.
+/// Senses shown at first, so that even a long entry appears at once.
 constexpr qsizetype firstSenses = 60;
 constexpr qsizetype furtherSenses = 200;
 constexpr qsizetype maxRawLength = 20'000;
 
-/// What there is of the definition without groups of senses.
+/// The definition to show when there are no groups of senses.
 const QString &plainText(const WordRecord &record) {
     return record.rawDefinition.isEmpty() ? record.conciseSummary : record.rawDefinition;
 }
@@ -36,7 +36,7 @@ WordCard::WordCard(Services &services, QObject *parent)
       m_storage(services.storage),
       m_plan(services.plan),
       m_deletions(services.storage) {
-    // The plan is made anew after every change, and when a day begins.
+    // The plan is rebuilt after every change and when a new day begins.
     connect(&m_plan, &CurrentWeeklyPlan::weeklyPlanChanged, this, &WordCard::refresh);
 }
 

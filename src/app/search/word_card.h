@@ -13,7 +13,7 @@ class CurrentWeeklyPlan;
 class StorageManager;
 struct Services;
 
-/// What a definition card shows of one record of the wordbook, and what can be done with it there.
+/// The data that a definition card shows for one record of the wordbook, and the actions on it.
 class WordCard : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -23,7 +23,7 @@ class WordCard : public QObject {
     Q_PROPERTY(QString headword READ headword NOTIFY contentChanged)
     Q_PROPERTY(QString phonetic READ phonetic NOTIFY contentChanged)
     Q_PROPERTY(QVariantList groups READ groups NOTIFY contentChanged)
-    /// Senses that are not among the groups yet; see showMore().
+    /// Number of senses that are not in `groups` yet; see showMore().
     Q_PROPERTY(int hiddenSenses READ hiddenSenses NOTIFY contentChanged)
     Q_PROPERTY(QVariantList examples READ examples NOTIFY contentChanged)
     /// The source's text; empty when there is anything better.
@@ -55,13 +55,13 @@ public:
     Q_INVOKABLE void showMore();
     /// Records one review answer.
     Q_INVOKABLE void answer(bool remembered);
-    /// Keeps the note; does nothing when it is as before.
+    /// Saves the note; does nothing when it is unchanged.
     Q_INVOKABLE void saveNotes(const QString &notes);
     /// Puts the definition on the clipboard as text.
     Q_INVOKABLE void copy();
-    /// Deletes the word from the wordbook and returns a text that says so.
+    /// Deletes the word from the wordbook and returns a message for the user.
     Q_INVOKABLE QString remove();
-    /// Brings the word that was deleted last back with its history.
+    /// Restores the last deleted word with its history.
     Q_INVOKABLE void undoRemoval();
 
 Q_SIGNALS:

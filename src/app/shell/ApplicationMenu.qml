@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Lexiquill
 
-/// The commands that concern the whole application. The window gives their keys the same effect.
+/// The commands for the whole application. Their shortcuts are defined by the window.
 T.Menu {
     id: menu
 

@@ -2,12 +2,12 @@ import QtQuick
 import QtQuick.Window
 import Lexiquill
 
-/// The one window: the sidebar beside the selected screen, and the sheets above them.
+/// The main window: the sidebar beside the selected screen, and the sheets above them.
 Window {
     id: window
 
     readonly property bool isNarrow: width < 720
-    /// The user waits for the outcome of an update check.
+    /// True while the user waits for the result of an update check.
     property bool awaitsUpdateCheck: false
 
     function checkForUpdates(): void {
@@ -15,7 +15,7 @@ Window {
         UpdateManager.checkForUpdates(true);
     }
 
-    /// A newer release has a sheet of its own.
+    /// Shows the result of the check. A newer release has its own sheet instead.
     function tellOfUpdateCheck(): void {
         window.awaitsUpdateCheck = false;
         const message = UpdateManager.errorMessage || UpdateManager.statusMessage;
@@ -31,7 +31,7 @@ Window {
     color: Theme.ground
     onVisibleChanged: if (visible)
         ContentView.appear()
-    // A sheet or a menu that closes leaves the keyboard to nothing: what had it before gets it back.
+    // When a sheet or menu closes, no item has focus. Return it to the item that had it before.
     onActiveFocusItemChanged: if (active && (activeFocusItem === null || activeFocusItem === contentItem))
         content.forceActiveFocus()
 
@@ -86,7 +86,7 @@ Window {
     Connections {
         target: UpdateManager
 
-        // The message follows.
+        // The message is set after this signal.
         function onIsCheckingChanged(): void {
             if (window.awaitsUpdateCheck && !UpdateManager.isChecking)
                 outcome.start();

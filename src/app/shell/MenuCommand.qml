@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Lexiquill
 
-/// A command of a menu with the keys that give it, too.
+/// A menu item with its keyboard shortcut.
 T.MenuItem {
     id: control
 

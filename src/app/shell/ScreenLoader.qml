@@ -1,7 +1,7 @@
 import QtQuick
 import Lexiquill
 
-/// Makes the screen of a tab when it is first selected, and keeps it.
+/// Loads the screen of a tab when the tab is first selected, and keeps it.
 Loader {
     id: loader
 
@@ -17,7 +17,7 @@ Loader {
     focus: isSelected
     active: wasSelected
     source: Qt.resolvedUrl("../" + screen)
-    // The first screen belongs to the first frame; the others may take their time.
+    // The first screen must be part of the first frame; the others may load later.
     asynchronous: tab !== ContentView.TabItem.Dictionary
     onIsSelectedChanged: if (isSelected)
         wasSelected = true

@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Lexiquill
 
-/// Makes a sheet when it is shown and drops it when it is closed.
+/// Creates a sheet when it is shown and destroys it when it is closed.
 Loader {
     id: loader
 

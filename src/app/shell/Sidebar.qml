@@ -3,13 +3,13 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Lexiquill
 
-/// The four tabs, and below them what concerns the whole window.
+/// The four tabs, and below them the commands for the whole window.
 Rectangle {
     id: sidebar
 
-    /// Symbols only.
+    /// Shows symbols only.
     property bool isCollapsed: false
-    /// Made when it is first opened.
+    /// Created when it is first opened.
     property ApplicationMenu menu: null
 
     signal updateCheckRequested

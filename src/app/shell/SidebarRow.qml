@@ -13,14 +13,14 @@ T.AbstractButton {
     property bool isQuiet: false
     /// Has room for a second line of text.
     property bool isTall: false
-    /// Some work that the row started is going on.
+    /// Work that the row started is in progress.
     property bool isBusy: false
     property string help: ""
     /// A menu that belongs to the row is open.
     property bool isOpen: false
 
     implicitHeight: isTall ? 44 : isQuiet ? 30 : 36
-    // A click leaves the keyboard to the screen that it selects.
+    // A click must not take the focus from the screen that it selects.
     focusPolicy: Qt.TabFocus
     hoverEnabled: true
     opacity: enabled ? 1 : 0.5
@@ -52,7 +52,7 @@ T.AbstractButton {
             anchors.rightMargin: Theme.unit
             anchors.verticalCenter: parent.verticalCenter
             visible: !control.isCollapsed
-            // A second line begins at the bracket rather than inside it.
+            // Break the line before the bracket, not inside it.
             text: control.isTall ? control.text.replace(" (", "\n(") : control.text
             color: control.checked ? "#FFFFFF" : control.isQuiet ? Theme.secondaryText : Theme.text
             font.pixelSize: control.isQuiet ? Theme.captionSize : Theme.bodySize
@@ -78,7 +78,7 @@ T.AbstractButton {
             isSmall: control.isCollapsed
             text: control.badge
 
-            // Keeps it apart from the symbol that it lies on.
+            // An outline that separates the badge from the symbol below it.
             Rectangle {
                 z: -1
                 anchors.fill: parent

@@ -7,7 +7,8 @@
 
 namespace lexiquill {
 
-/// What the window consists of besides its screens. There is one at a time, which QML's singletons are.
+/// The objects of the window besides its screens. There is one instance at a time; QML uses its members as
+/// singletons.
 class AppContext {
 public:
     /// Makes `services` the current ones; they must outlive the instance.

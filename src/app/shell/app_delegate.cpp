@@ -47,7 +47,7 @@ void AppDelegate::applicationDidFinishLaunching() {
 
 void AppDelegate::applicationDidBecomeActive() {
     enforceSingleWindowPolicy();
-    // Who was typing a note before goes on there.
+    // Leave the focus in a text field, so that the user can go on typing there.
     const QQuickWindow *const window = mainWindow();
     if (window == nullptr || !m_windows.isEditableTextField(window->activeFocusItem()))
         m_services.hotKeys.focusSearchField();
@@ -68,7 +68,8 @@ void AppDelegate::handleWindowDidBecomeKey(QWindow *window) {
         quick->close();
         return;
     }
-    // Installed anew it is the first to see an event, and never twice there.
+    // Installing the filter again moves it to the front, so it sees every event first. It is never added
+    // twice.
     quick->installEventFilter(&m_windowDelegate);
 }
 
@@ -128,7 +129,7 @@ void AppDelegate::lookupSelection() {
     QString text = clipboard->supportsSelection() ? clipboard->text(QClipboard::Selection) : QString();
     if (text.trimmed().isEmpty())
         text = clipboard->text(QClipboard::Clipboard);
-    // Without any text the window still comes forward, for the user has asked for it.
+    // Without any text the window is still shown, because the user asked for it.
     if (m_provider.lookup(text))
         reopen({});
 }
@@ -149,7 +150,7 @@ void AppDelegate::terminate() {
     if (storage.hasUnsavedChanges())
         storage.saveData();
     m_services.spotlight.finish();
-    // Not quit(), which asks the windows first, and ours never closes.
+    // Not quit(): that asks all windows to close first, and this one only hides.
     QCoreApplication::exit(EXIT_SUCCESS);
 }
 

@@ -22,43 +22,43 @@ class ContentView;
 class DesktopAppearance;
 struct Services;
 
-/// The application's side of the window: starts the services, keeps to one main window, takes what other
-/// programs and the desktop ask for, and ends the process.
+/// Connects the window with the process: starts the services, ensures that there is one main window, handles
+/// requests from other programs and the desktop, and ends the process.
 class AppDelegate : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_SINGLETON
 
 public:
-    /// All must outlive the instance.
+    /// All arguments must outlive the instance.
     AppDelegate(Services &services, ContentView &content, DesktopAppearance &appearance);
 
     static AppDelegate *create(QQmlEngine *engine, QJSEngine *scripts);
 
-    /// The one window accepted as main; null before there is one. It lives as long as the process.
+    /// The main window; null before there is one. It exists until the process ends.
     QQuickWindow *mainWindow() const { return m_mainWindow; }
     void setMainWindow(QQuickWindow *window) { m_mainWindow = window; }
 
     /// To be called once, when the window has been made.
     void applicationDidFinishLaunching();
     void applicationDidBecomeActive();
-    /// The application was started once more, or its icon clicked.
+    /// The application was started again, or its icon was clicked.
     void applicationShouldHandleReopen(const ActivationTokens &tokens = {});
     void handleWindowDidBecomeKey(QWindow *window);
-    /// Closes every window that could be a second main one.
+    /// Closes every window that could be a second main window.
     void enforceSingleWindowPolicy();
 
     /// Shows the main window where it was when it was hidden.
     void showMainWindow();
-    /// Remembers where the main window is, for it is about to be hidden.
+    /// Saves the position of the main window, which is about to be hidden.
     void windowWillHide(const QQuickWindow &window);
 
-    /// What this process answers when others ask.
+    /// The handlers for requests from other processes.
     ApplicationRequests requests();
-    /// Looks up what is selected anywhere on the desktop, or else what was copied last.
+    /// Looks up the text selected in any program, or the text on the clipboard if none is selected.
     void lookupSelection();
 
-    /// Ends the process in good order.
+    /// Saves unsaved changes and ends the process.
     Q_INVOKABLE void terminate();
 
 private:

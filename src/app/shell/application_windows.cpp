@@ -18,7 +18,7 @@ QQuickWindow *asWindow(QObject *window) {
     return qobject_cast<QQuickWindow *>(window);
 }
 
-/// The item of the sheet that is open above the content, as a window of its own would be; null without one.
+/// The item of the modal sheet that is open above the content; null if there is none.
 QQuickItem *openSheet(const QQuickItem &content) {
     for (const QQuickItem *const layer : content.childItems()) {
         if (!layer->inherits("QQuickOverlay"))
@@ -100,7 +100,7 @@ void ApplicationWindows::makeKeyAndOrderFront(QObject *window) {
         quick->raise();
 }
 
-// The activation that follows does it.
+// The activation that follows brings the window to the front.
 void ApplicationWindows::orderFrontRegardless(QObject *) {}
 
 void ApplicationWindows::setContentNeedsDisplay(QObject *window) {

@@ -10,19 +10,19 @@ namespace lexiquill {
 class AppDelegate;
 class ContentView;
 
-/// Whether the window could be the main one: an ordinary window of its own, no dialog, no tool window.
+/// Whether the window could be the main one: an ordinary top-level window, not a dialog or tool window.
 bool canBecomeMainWindow(const QWindow &window);
 
 /// The windows of this process.
 class ApplicationWindows : public HotKeyWindows {
 public:
-    /// `delegate` keeps the main window, `content` knows what lies above the screens. Both must outlive the
-    /// instance.
+    /// `delegate` holds the main window; `content` knows whether a sheet or menu is open. Both must outlive
+    /// the instance.
     ApplicationWindows(AppDelegate &delegate, ContentView &content)
         : m_delegate(delegate),
           m_content(content) {}
 
-    /// What the next window to come forward may take the focus with.
+    /// The tokens that allow the next activated window to take the focus.
     void setTokens(const ActivationTokens &tokens) { m_tokens = tokens; }
 
     void activateApplication(const HotKeyPress &press) override;
@@ -35,7 +35,7 @@ public:
     bool isMiniaturized(QObject *window) const override;
     void deminiaturize(QObject *window) override;
     void setAlpha(QObject *window, double alpha) override;
-    void setOpaque(QObject *) override {} // It is drawn opaque always.
+    void setOpaque(QObject *) override {} // The window is always opaque.
     void setVisible(QObject *window) override;
     void makeKeyAndOrderFront(QObject *window) override;
     void orderFrontRegardless(QObject *window) override;
@@ -50,7 +50,7 @@ private:
     AppDelegate &m_delegate;
     ContentView &m_content;
     ActivationTokens m_tokens;
-    quint64 m_timestamp = 0; ///< of the press that the activation is due to
+    quint64 m_timestamp = 0; ///< of the key press that caused the activation
 };
 
 } // namespace lexiquill

@@ -28,7 +28,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/// Records, as for words just looked up, of the common words that are not among `words`.
+/// New records for the common words that are not in `words`.
 QList<WordRecord> commonWords(const QList<WordRecord> &words, SystemDictionaryService &dictionary,
                               Instant now) {
     QSet<QString> known;
@@ -44,9 +44,9 @@ QList<WordRecord> commonWords(const QList<WordRecord> &words, SystemDictionarySe
     return records;
 }
 
-/// The host, or without one the last part of the path: "lexiquill://apple", "lexiquill:apple",
-/// "lexiquill:///word/apple". QUrl refuses hosts such as "ice%20cream" and changes others, for a word is no
-/// host name.
+/// The word in an address: the host, or the last part of the path if there is no host. Examples:
+/// "lexiquill://apple", "lexiquill:apple", "lexiquill:///word/apple". QUrl cannot be used: it rejects hosts
+/// such as "ice%20cream" and changes others, because a word is not a host name.
 QString wordOfAddress(const QString &address) {
     static const QRegularExpression form(QStringLiteral("^[^:]*:(?://(?:[^/?#@]*@)?([^/?#:]*))?([^?#]*)"));
     const QRegularExpressionMatch match = form.match(address);
@@ -60,12 +60,12 @@ QString wordOfAddress(const QString &address) {
 
 ContentView::ContentView(Services &services, QObject *parent) : QObject(parent), m_services(services) {
     connect(&m_services.storage, &StorageManager::wordsChanged, this, &ContentView::countDueWords);
-    // Words become due as time goes by.
+    // Words become due as time passes.
     m_dueTimer.setInterval(30s);
     connect(&m_dueTimer, &QTimer::timeout, this, &ContentView::followClock);
     m_dueTimer.start();
     m_day = today();
-    // The batch ends on a thread of the index's.
+    // The signal is emitted on a thread of the search index.
     connect(this, &ContentView::spotlightBatchEnded, this, &ContentView::finishSpotlight,
             Qt::QueuedConnection);
     countDueWords();
@@ -204,7 +204,7 @@ std::optional<QDate> ContentView::today() const {
 
 void ContentView::followClock() {
     countDueWords();
-    // The plan, and whatever is told in days, is another one then.
+    // On a new day the plan changes, and so do all texts that count days.
     if (std::exchange(m_day, today()) != m_day)
         m_services.plan.refreshWeeklyPlan();
 }

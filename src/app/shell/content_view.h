@@ -14,8 +14,8 @@ namespace lexiquill {
 
 struct Services;
 
-/// The state of the main window's content: the selected screen, the word that was handed over from outside,
-/// and the synchronisation with the system's search.
+/// The state of the main window's content: the selected screen, the word passed in from outside, and the
+/// publishing to the desktop search.
 class ContentView : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -40,7 +40,7 @@ public:
 
     TabItem selectedTab() const { return m_selectedTab; }
     void setSelectedTab(TabItem tab);
-    /// A word handed to the search screen from outside; null when there is none.
+    /// A word passed to the search screen from outside; null when there is none.
     const QString &externalSelectedWord() const { return m_externalSelectedWord; }
     /// The number of words that are due now.
     int dueCount() const { return m_dueCount; }
@@ -48,9 +48,9 @@ public:
     const QString &spotlightAlertMessage() const { return m_spotlightAlertMessage; }
     bool showSpotlightAlert() const { return m_showSpotlightAlert; }
     void setShowSpotlightAlert(bool isShown);
-    /// Whether a sheet lies above the screens, which then leave the keyboard to it.
+    /// Whether a sheet is open above the screens. The screens must then leave the focus to it.
     Q_INVOKABLE bool hasSheet() const;
-    /// The menu tells whether it is open and has the keyboard.
+    /// The menu calls this when it opens or closes.
     Q_INVOKABLE void setIsMenuOpen(bool isOpen) { m_isMenuOpen = isOpen; }
     bool isMenuOpen() const { return m_isMenuOpen; }
     /// The server's base URL without a slash at the end.
@@ -60,7 +60,7 @@ public:
     Q_INVOKABLE static QString title(lexiquill::ContentView::TabItem tab);
     Q_INVOKABLE static QString iconName(lexiquill::ContentView::TabItem tab);
 
-    /// How the sidebar shows a source of the dictionary.
+    /// Title and icon of a dictionary source in the sidebar.
     Q_INVOKABLE static QString sourceTitle(lexiquill::DictionarySourceMode mode);
     Q_INVOKABLE static QString sourceIconName(lexiquill::DictionarySourceMode mode);
 
@@ -68,15 +68,15 @@ public:
     Q_INVOKABLE void handleExternalWordLookup(const QString &word);
     /// Opens an address such as "lexiquill:apple" or "lexiquill://apple".
     void openUrl(const QString &address);
-    /// Opens a result of the system's search, such as "word:apple".
+    /// Opens a result of the desktop search, such as "word:apple".
     void continueSearchActivity(const QString &itemIdentifier);
-    /// The content has appeared: does the silent work of the background.
+    /// The window has appeared: checks for updates and syncs, both silently.
     Q_INVOKABLE void appear();
-    /// Publishes the wordbook and the common words to the system's search, in the background.
+    /// Publishes the wordbook and the common words to the desktop search, in the background.
     Q_INVOKABLE void syncToSpotlight();
-    /// "FocusSearchInput": the search screen comes forward and its field takes the keyboard.
+    /// "FocusSearchInput": shows the search screen and focuses its field.
     Q_INVOKABLE void postFocusSearchInput();
-    /// "PerformExternalLookup": the search screen looks the text up.
+    /// "PerformExternalLookup": shows the search screen and looks the text up.
     void postPerformExternalLookup(const QString &text);
 
 Q_SIGNALS:
@@ -87,13 +87,13 @@ Q_SIGNALS:
     void spotlightAlertMessageChanged();
     void showSpotlightAlertChanged();
     void focusSearchInput();
-    /// On any thread; `count` items have been submitted.
+    /// Emitted on any thread; `count` items have been submitted.
     void spotlightBatchEnded(qsizetype count);
-    /// The search screen is to look the word up, also when it is the same one as before.
+    /// The search screen must look the word up, even if it is the same as before.
     void performExternalLookup(const QString &word);
 
 private:
-    /// Without a sheet above it, which would keep the keyboard.
+    /// Also closes any sheet, because a sheet would keep the focus.
     void showSearchScreen();
     void setExternalSelectedWord(const QString &word);
     std::optional<QDate> today() const;
@@ -110,7 +110,7 @@ private:
     bool m_isMenuOpen = false;
     bool m_showSpotlightAlert = false;
     QTimer m_dueTimer;
-    std::optional<QDate> m_day; ///< the one that the screens go by
+    std::optional<QDate> m_day; ///< the current day as the screens show it
 };
 
 } // namespace lexiquill

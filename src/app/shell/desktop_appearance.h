@@ -22,7 +22,7 @@ public:
     static DesktopAppearance *create(QQmlEngine *engine, QJSEngine *scripts);
 
     bool isDark() const { return m_isDark; }
-    /// What the desktop prefers, in place of what its colours look like; nothing takes that back.
+    /// Sets what the desktop prefers. This overrides the guess from its colours; no value restores the guess.
     void setPreference(std::optional<bool> isDark);
 
     bool eventFilter(QObject *watched, QEvent *event) override;

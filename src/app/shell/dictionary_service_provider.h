@@ -7,13 +7,13 @@
 
 namespace lexiquill {
 
-/// The lookup entry for other programs.
+/// The lookup service for other programs.
 class DictionaryServiceProvider {
 public:
     /// `perform` is called with each text that can be looked up, from the event loop.
     explicit DictionaryServiceProvider(std::function<void(const QString &)> perform);
 
-    /// Looks the text up, soon. Answers with the error if it is blank.
+    /// Looks the text up asynchronously. Returns an error message if the text is blank.
     std::optional<QString> lookup(const QString &text) const;
 
 private:

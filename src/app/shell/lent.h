@@ -4,7 +4,7 @@
 
 namespace lexiquill {
 
-/// Hands an object to QML that belongs to somebody else: the engine must never delete it.
+/// Passes an object to QML that the engine does not own and must never delete.
 template <typename Object> Object *lent(Object &object) {
     QJSEngine::setObjectOwnership(&object, QJSEngine::CppOwnership);
     return &object;

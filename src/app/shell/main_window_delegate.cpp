@@ -15,14 +15,14 @@ bool MainWindowDelegate::windowShouldClose(QQuickWindow &window) {
 }
 
 bool MainWindowDelegate::eventFilter(QObject *watched, QEvent *event) {
-    // A text field would take Control-U for emptying its line, and the field to search in always has the
-    // keyboard.
+    // A text field would use Ctrl+U to clear its line, and the search field usually has the focus.
     if (event->type() == QEvent::ShortcutOverride &&
         static_cast<QKeyEvent *>(event)->keyCombination() == (Qt::ControlModifier | Qt::Key_U)) {
         event->ignore();
         return true;
     }
-    // Asked in this order, for other events come while the window is being destroyed and is none any more.
+    // Check the type first: other events arrive while the window is being destroyed, when the cast is not
+    // valid.
     auto *const window = event->type() == QEvent::Close ? qobject_cast<QQuickWindow *>(watched) : nullptr;
     if (window == nullptr)
         return QObject::eventFilter(watched, event);

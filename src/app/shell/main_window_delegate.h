@@ -7,15 +7,15 @@ namespace lexiquill {
 
 class AppDelegate;
 
-/// Makes closing a window hide it: its content and its state survive until it is shown again. Keeps a
-/// shortcut of the application's from the text fields.
+/// Hides a window instead of closing it, so that its content and state are kept. Also stops text fields from
+/// handling one of the application's shortcuts.
 class MainWindowDelegate : public QObject {
     Q_OBJECT
 
 public:
     explicit MainWindowDelegate(AppDelegate &application) : m_application(application) {}
 
-    /// Hides the window and says no.
+    /// Hides the window and returns false.
     bool windowShouldClose(QQuickWindow &window);
 
     bool eventFilter(QObject *watched, QEvent *event) override;

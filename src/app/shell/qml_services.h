@@ -1,6 +1,6 @@
 #pragma once
 
-// The services under the names that the screens know them by.
+// Registers the services under their QML names.
 
 #include "hotkey/hot_key_manager.h"
 #include "lookup/dictionary_service.h"

@@ -13,7 +13,7 @@ class SystemDictionaryService;
 class UpdateManager;
 class UserDefaults;
 
-/// The services that the window works with.
+/// The services that the window uses.
 struct Services {
     StorageManager &storage;
     CurrentWeeklyPlan &plan;
@@ -26,9 +26,10 @@ struct Services {
     UpdateManager &updater;
     UserDefaults &defaults;
 
-    /// Those of the screens: QML makes its objects without arguments, so they look here.
+    /// The services for the objects of the screens. QML creates those without arguments, so they get them
+    /// here.
     static Services &current();
-    /// `services` must outlive every use; to be called before the first screen is made.
+    /// `services` must outlive every use; to be called before the first screen is created.
     static void setCurrent(Services *services);
 };
 

@@ -10,9 +10,9 @@ Card {
     required property list<var> days
     required property color secondary
 
-    /// What a column needs besides its bar.
+    /// Height of the number above a bar, and of the day below it.
     readonly property int labelHeight: 18
-    /// How far the tallest bar rises above the row; the card makes room for it, within reason.
+    /// How far the tallest bar extends above the row. The card makes room for it, up to a limit.
     readonly property real overhang: {
         let tallest = 0;
         for (let i = 0; i < days.length; ++i)
@@ -70,7 +70,7 @@ Card {
                         }
                     }
                     ThemedText {
-                        // A bar taller than the card has its number on it.
+                        // If the bar is taller than the card, its number is drawn on the bar.
                         readonly property real free: parent.height - section.labelHeight - section.barHeight(day.count) - section.labelHeight
                         readonly property bool isOnBar: free < -section.overhang
 

@@ -1,14 +1,14 @@
 import QtQuick
 import Lexiquill
 
-/// How the memory of a word fades, or of the average word.
+/// The forgetting curve of a word, or of the average word.
 Card {
     id: section
 
     required property Statistics statistics
     property bool isUnknown: false
 
-    /// The keyboard has got to an item that should be seen.
+    /// An item has received keyboard focus and should be scrolled into view.
     signal focused(item: Item)
 
     Column {

@@ -1,7 +1,7 @@
 import QtQuick
 import Lexiquill
 
-/// One figure with its name, in a colour of its own.
+/// One number with its name, in its own colour.
 Card {
     id: card
 

@@ -1,7 +1,7 @@
 import QtQuick
 import Lexiquill
 
-/// The share of words that have got into long-term memory.
+/// The share of words that are in long-term memory.
 Card {
     id: section
 

@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Lexiquill
 
-/// How well the words are remembered: counts, retention, what falls due, past reviews, and forgetting.
+/// The statistics of the wordbook: counts, retention, forecast, past reviews, and the forgetting curve.
 FocusScope {
     id: screen
 

@@ -9,7 +9,7 @@ namespace {
 
 constexpr double targetRetention = 0.9;
 constexpr qsizetype mostReviews = 8;
-// Dates and intervals may be anything; nobody learns for longer than a century.
+// Stored dates and intervals may have any value. They are limited to a century.
 constexpr double mostDays = 36500;
 constexpr double shortestView = 7;
 

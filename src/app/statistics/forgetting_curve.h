@@ -8,14 +8,14 @@
 
 namespace lexiquill {
 
-/// How the memory of a word fades between its reviews. The estimate is exponential forgetting,
-/// R(t) = exp(-t / S), with t the time since the last review. The stability S follows from the interval that
-/// the review led to: SM-2 aims at asking again when nine of ten words are still known, so R(interval) = 0.9
-/// and S = interval / -ln 0.9, that is R(t) = 0.9 ^ (t / interval).
+/// An estimate of how well a word is remembered between its reviews. The model is exponential forgetting,
+/// R(t) = exp(-t / S), where t is the time since the last review. The stability S follows from the interval
+/// that the review resulted in: SM-2 schedules the next review for the time when 90 % of the words are still
+/// known, so R(interval) = 0.9 and S = interval / -ln 0.9, that is R(t) = 0.9 ^ (t / interval).
 struct ForgettingCurve {
-    /// A review, after which the word is known fully.
+    /// A review. Right after it the retention is 1.
     struct Review {
-        double day = 0;      ///< since the first one shown
+        double day = 0;      ///< days since the first review shown
         double interval = 1; ///< days to the next one
     };
 
@@ -26,13 +26,14 @@ struct ForgettingCurve {
     bool isEmpty() const { return reviews.isEmpty(); }
     /// How likely the word is known on a day, 0 to 1.
     double retention(double day) const;
-    /// The part of the curve worth looking at ends here.
+    /// The day at which the drawn curve ends.
     double lastDay() const;
 
-    /// The word's last reviews; its first search stands for the one of a word that has never been reviewed.
+    /// The curve of the word's last reviews. If it has never been reviewed, its first search counts as a
+    /// review.
     static ForgettingCurve of(const WordRecord &word, Instant now);
-    /// One review with the mean interval of all words that have been reviewed, as long ago as theirs on
-    /// average. Empty when there is none.
+    /// The curve of an average word: one review, with the mean interval and the mean age of the last reviews
+    /// of all reviewed words. Empty if no word has been reviewed.
     static ForgettingCurve ofAverage(const QList<WordRecord> &words, Instant now);
 };
 

@@ -45,7 +45,7 @@ void ForgettingCurveChart::paint(QPainter *painter) {
     const auto yOf = [&](double retention) {
         return plot.bottom() - plot.height() * retention;
     };
-    // From each review on, the line falls until the next one lifts it again.
+    // The line falls after each review until the next review raises it to 1.
     const auto lineBetween = [&](double from, double to) {
         QPainterPath path(QPointF(xOf(from), yOf(curve.retention(from))));
         qsizetype next = 0;
@@ -93,7 +93,7 @@ void ForgettingCurveChart::paint(QPainter *painter) {
     const auto untilDue = qRound(curve.due - curve.today);
     const QString dueText = untilDue >= 0 ? QStringLiteral("%1 天后复习").arg(untilDue)
                                           : QStringLiteral("应于 %1 天前复习").arg(-untilDue);
-    // Two labels in one place could not be read.
+    // Leave out the second label where the two would overlap.
     const double dueWidth = painter->fontMetrics().horizontalAdvance(dueText);
     if (std::abs(xOf(curve.due) - (today.first + today.second) / 2) > dueWidth / 2 + 20 && curve.due > 0)
         mark(curve.due, dueText);

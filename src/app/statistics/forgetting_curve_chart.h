@@ -4,8 +4,8 @@
 
 namespace lexiquill {
 
-/// Draws the forgetting curve: what has passed as a line, what is to come dashed, and today as a dot.
-class ForgettingCurveChart : public lexiquill::StatisticsChart { // in full, for the QML type information
+/// Draws the forgetting curve: the past as a solid line, the future as a dotted line, and today as a dot.
+class ForgettingCurveChart : public lexiquill::StatisticsChart { // full name, for the QML type information
     Q_OBJECT
     QML_ELEMENT
 

@@ -56,15 +56,15 @@ QList<ForecastDay> forecast(const QList<WordRecord> &words, Instant startOfToday
     return result;
 }
 
-/// Counts the reviews of the days that begin at `starts`; what is before the first or after `end` is left
-/// out.
+/// Counts the reviews of each day. The days begin at `starts`; the last one ends at `end`. Other reviews are
+/// ignored.
 QList<int> countReviews(const QList<WordRecord> &words, const std::vector<Instant> &starts, Instant end) {
     QList<int> counts(static_cast<qsizetype>(starts.size()), 0);
     for (const WordRecord &word : words) {
         for (const ReviewLog &review : word.reviewHistory) {
             if (starts.empty() || !(review.reviewDate >= starts.front()) || !(review.reviewDate < end))
                 continue;
-            // Few days are longer or shorter than others, so the right one is near.
+            // Almost all days have 24 hours, so the correct day is near this one.
             const double days = (review.reviewDate.seconds - starts.front().seconds) / secondsPerDay;
             std::size_t day = std::min(static_cast<std::size_t>(days), starts.size() - 1);
             while (day > 0 && review.reviewDate < starts[day])

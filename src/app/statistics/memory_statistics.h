@@ -15,20 +15,20 @@ struct ForecastDay {
     friend bool operator==(const ForecastDay &, const ForecastDay &) = default;
 };
 
-/// The state of the memory at a time.
+/// The statistics of the wordbook at a point in time.
 struct MemoryStatistics {
     qint64 total = 0;
     qint64 masteredCount = 0;
     qint64 reviewingCount = 0;
     qint64 dueCount = 0;
-    /// Today and the six days after it. What is overdue belongs to none of them.
+    /// Today and the six days after it. Words due before today are not included.
     QList<ForecastDay> nextSevenDaysForecast = {};
-    /// The first of the days that `reviewsPerDay` counts, a first day of a week.
+    /// The first day of `reviewsPerDay`; always the first day of a week.
     QDate firstReviewDay = {};
-    /// The reviews of each day, today's last: a year, from the start of the week.
+    /// The number of reviews on each day of about a year; the last entry is today.
     QList<int> reviewsPerDay = {};
-    /// When the figures are out of date, even if the words stay as they are: another word falls due, or the
-    /// day ends.
+    /// When the figures become out of date even if the words do not change: when the next word falls due, or
+    /// when the day ends.
     Instant validUntil;
 
     /// Mastered and reviewing words in percent of all.

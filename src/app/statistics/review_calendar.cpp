@@ -51,7 +51,7 @@ void ReviewCalendar::takeFigures() {
     setImplicitHeight(monthLabelHeight + pitch() * daysOfWeek);
     if (m_currentDay >= dayCount())
         setCurrentDay(-1);
-    // The day that it tells of may have got another review.
+    // The chosen day may have a new number of reviews.
     Q_EMIT currentDayChanged();
     update();
 }

@@ -5,8 +5,8 @@
 namespace lexiquill {
 
 /// The reviews of the last year: a column for each week, a square for each day, the darker the more reviews.
-/// The pointer and the arrow keys choose the day that `dayText` tells of.
-class ReviewCalendar : public lexiquill::StatisticsChart { // in full, for the QML type information
+/// The pointer and the arrow keys choose the day that `dayText` describes.
+class ReviewCalendar : public lexiquill::StatisticsChart { // full name, for the QML type information
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QString dayText READ dayText NOTIFY currentDayChanged)
@@ -19,7 +19,7 @@ public:
 
     void paint(QPainter *painter) override;
 
-    /// How dark the day is: 0 without a review, 1 to 4 by quarters of `most`.
+    /// The shade of a day: 0 without a review, else 1 to 4 by quarters of `most`.
     static int level(int count, int most);
 
 Q_SIGNALS:

@@ -84,7 +84,7 @@ QString Statistics::reviewSummary() const {
     if (reviews == 0)
         return QStringLiteral("过去一年还没有复习记录");
     const auto days = std::ranges::count_if(counts, [](int count) { return count > 0; });
-    // A day that is not over yet does not end a run.
+    // Today is not over, so a day without reviews does not end the run yet.
     const auto from = counts.constLast() > 0 ? counts.crbegin() : counts.crbegin() + 1;
     const auto run = std::find(from, counts.crend(), 0) - from;
     return QStringLiteral("过去一年复习 %1 次，共 %2 天，已连续 %3 天").arg(reviews).arg(days).arg(run);

@@ -12,8 +12,8 @@ namespace lexiquill {
 
 class StorageManager;
 
-/// What the statistics screen shows. Computed once for each change of the wordbook, and when a word falls due
-/// or a day begins, for as long as it is active.
+/// The data of the statistics screen. While active, it is recomputed when the wordbook changes, when a word
+/// falls due, and when a day begins.
 class Statistics : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -42,20 +42,21 @@ public:
     int dueCount() const { return static_cast<int>(m_statistics.dueCount); }
     double retentionRate() const { return m_statistics.retentionRate(); }
     QString retentionText() const { return m_statistics.retentionText(); }
-    /// Objects of `label` and `count`.
+    /// Objects with `label` and `count`.
     QVariantList nextSevenDaysForecast() const;
     const MemoryStatistics &figures() const { return m_statistics; }
-    /// How often and on how many days of the last year words were reviewed, and for how many days in a row.
+    /// A text with the number of reviews in the last year, the number of days with reviews, and the number of
+    /// such days in a row up to today.
     QString reviewSummary() const;
 
-    /// The word that the forgetting curve is of; empty for the average one.
+    /// The word of the forgetting curve; empty for the average word.
     const QString &selectedWord() const { return m_selectedWord; }
     const ForgettingCurve &curve() const { return m_curve; }
-    /// The curve in words.
+    /// A one-line description of the curve.
     QString curveSummary() const;
 
-    /// Selects the shortest word that begins with `text`, in whatever case; none for an empty text. False
-    /// when the wordbook has no such word; none is selected then.
+    /// Selects the shortest word that begins with `text`, ignoring case; an empty text selects none. False if
+    /// the wordbook has no such word; then none is selected.
     Q_INVOKABLE bool selectWord(const QString &text);
 
 Q_SIGNALS:

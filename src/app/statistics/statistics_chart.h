@@ -7,7 +7,7 @@
 
 namespace lexiquill {
 
-/// A drawing of the statistics, in colours that come from the theme.
+/// Base class of the charts on the statistics screen. The colours come from the theme.
 class StatisticsChart : public QQuickPaintedItem {
     Q_OBJECT
     QML_ANONYMOUS

@@ -1,7 +1,7 @@
 import QtQuick
 import Lexiquill
 
-/// Presents a newer release and shows how its download goes.
+/// Shows a newer release and the progress of its download.
 Sheet {
     id: sheet
 

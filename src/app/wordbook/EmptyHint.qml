@@ -1,7 +1,7 @@
 import QtQuick
 import Lexiquill
 
-/// What is said where there is nothing to show, and perhaps what can be done about it.
+/// A hint for an empty area, with an optional button.
 Column {
     id: hint
 

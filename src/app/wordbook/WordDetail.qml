@@ -20,7 +20,7 @@ ScrollArea {
         wordId: detail.wordId
     }
     Column {
-        width: detail.contentWidth - 12 // beside the scroll bar
+        width: detail.contentWidth - 12 // leaves room for the scroll bar
         topPadding: 2
         bottomPadding: 2 * Theme.unit
         spacing: 2 * Theme.unit

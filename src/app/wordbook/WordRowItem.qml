@@ -1,7 +1,7 @@
 import QtQuick
 import Lexiquill
 
-/// A row of the wordbook: the word and what it means, its status and what the order goes by.
+/// A row of the wordbook: the word, its meaning, its status, and the value that the list is sorted by.
 Item {
     id: row
 

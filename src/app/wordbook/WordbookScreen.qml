@@ -4,12 +4,13 @@ import QtQuick
 import QtQuick.Templates as T
 import Lexiquill
 
-/// Every record of the wordbook in a list, and the chosen one beside it; in a narrow window in its place.
+/// A list of all records of the wordbook, with the selected record beside it. In a narrow window the record
+/// replaces the list.
 FocusScope {
     id: screen
 
     readonly property bool isNarrow: width < 620
-    /// In a narrow window, whether the chosen record is shown in place of the list.
+    /// In a narrow window, whether the selected record is shown instead of the list.
     property bool showsDetail: false
     readonly property bool isDetailLevel: isNarrow && showsDetail && words.selectedCount > 0
 

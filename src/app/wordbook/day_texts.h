@@ -6,7 +6,7 @@
 
 namespace lexiquill {
 
-/// The day of an instant as people say it: "今天", "昨天", "3 天前" up to a month, else "2025-03-14".
+/// The day of an instant in everyday words: "今天", "昨天", "3 天前" up to a month, else "2025-03-14".
 QString relativeDay(Instant instant, Instant now, const Calendar &calendar);
 
 /// When a word is reviewed next, as a statement: "今天待复习", "明天复习", "6 天后复习", "已完全掌握".

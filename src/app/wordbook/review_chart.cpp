@@ -13,7 +13,7 @@ namespace lexiquill {
 
 namespace {
 
-constexpr qsizetype mostPoints = 300; ///< the latest reviews; more could not be told apart
+constexpr qsizetype mostPoints = 300; ///< the latest reviews; more could not be distinguished
 constexpr int fontSize = 11;
 
 QPainterPath lineThrough(const QList<QPointF> &points) {
@@ -23,7 +23,7 @@ QPainterPath lineThrough(const QList<QPointF> &points) {
     return path;
 }
 
-/// Where a value lies between the ends of a range, 0 to 1; in the middle of an empty one.
+/// The position of a value in a range, 0 to 1; 0.5 if the range is empty.
 double share(double value, double from, double to) {
     return to > from ? std::clamp((value - from) / (to - from), 0.0, 1.0) : 0.5;
 }

@@ -8,8 +8,8 @@
 
 namespace lexiquill {
 
-/// Draws the intervals (a line with a dot for each review) and the ease factors (a thin line) that the
-/// reviews of a word have left, over time.
+/// Draws the interval (a line with a dot for each review) and the ease factor (a thin dashed line) after each
+/// review of a word, over time.
 class ReviewChart : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT

@@ -15,7 +15,7 @@ ReviewHistory::ReviewHistory(Services &services, QObject *parent)
     : QObject(parent),
       m_storage(services.storage),
       m_plan(services.plan) {
-    // The plan is made anew after every change, and when a day begins.
+    // The plan is rebuilt after every change and when a new day begins.
     connect(&m_plan, &CurrentWeeklyPlan::weeklyPlanChanged, this, &ReviewHistory::refresh);
 }
 
@@ -35,7 +35,7 @@ void ReviewHistory::refresh() {
     if (index >= 0) {
         const WordRecord &record = words.at(index);
         reviews = record.reviewHistory;
-        // Files may hold them in any order.
+        // A file may hold the reviews in any order.
         std::stable_sort(reviews.begin(), reviews.end(),
                          [](const ReviewLog &a, const ReviewLog &b) { return a.reviewDate < b.reviewDate; });
         const Instant now = m_storage.now();

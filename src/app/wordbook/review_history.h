@@ -12,18 +12,18 @@ class CurrentWeeklyPlan;
 class StorageManager;
 struct Services;
 
-/// The reviews of one record of the wordbook. Follows the wordbook.
+/// The reviews of one record of the wordbook. Updated when the wordbook changes.
 class ReviewHistory : public QObject {
     Q_OBJECT
     QML_ELEMENT
     /// The record's id; an unknown or empty one has no reviews.
     Q_PROPERTY(QString wordId READ wordId WRITE setWordId NOTIFY wordIdChanged)
     Q_PROPERTY(int count READ count NOTIFY changed)
-    /// All of it in one sentence.
+    /// A summary of all reviews in one sentence.
     Q_PROPERTY(QString summary READ summary NOTIFY changed)
-    /// When the word was first and last searched for, in a line.
+    /// One line that says when the word was first and last searched.
     Q_PROPERTY(QString searches READ searches NOTIFY changed)
-    /// The latest reviews, newest first: objects of `date`, `answer`, `remembered` and `result`.
+    /// The latest reviews, newest first: objects with `date`, `answer`, `remembered` and `result`.
     Q_PROPERTY(QVariantList latest READ latest NOTIFY changed)
 
 public:

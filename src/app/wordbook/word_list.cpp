@@ -22,7 +22,7 @@ quint64 prefixOf(const QString &text) {
 
 ListedWordPointer listed(const WordRecord &record) {
     QString text = record.word;
-    // The gloss lines of old records may be all that there is.
+    // Old records may have no other glosses than this line.
     text += u'\n' + record.conciseSummary;
     for (const PartOfSpeechGroup &group : record.posGroups) {
         for (const SenseItem &sense : group.senses)
@@ -36,7 +36,7 @@ ListedWordPointer listed(const WordRecord &record) {
                                                          .alphabetPrefix = prefixOf(key)});
 }
 
-/// What most comparisons are decided by: the smaller comes first.
+/// The primary sort key: smaller values come first.
 double sortNumber(const WordRecord &record, WordOrder order) {
     switch (order) {
     case WordOrder::LastSearched:
@@ -76,7 +76,7 @@ bool passes(const WordRecord &record, WordFilter filter, Instant now) {
 
 void WordList::setRecords(const QList<WordRecord> &records) {
     const QList<ListedWordPointer> former = std::exchange(m_words, {});
-    QHash<QUuid, qsizetype> places; // made when the records are not in the same order
+    QHash<QUuid, qsizetype> places; // built only if the order has changed
     qsizetype next = 0;
     const auto find = [&](const QUuid &id) {
         if (next < former.size() && former.at(next)->record.id == id)
@@ -162,13 +162,13 @@ QList<ListedWordPointer> WordList::wordsWith(const QString &folded) {
         return words;
     words.reserve(m_sorted.size());
     const QStringMatcher matcher(folded);
-    // A single character is found without the matcher's table.
+    // indexOf() is faster for a single character.
     const auto find = [&](qsizetype from) {
         return folded.size() == 1 ? m_texts.indexOf(folded.front(), from) : matcher.indexIn(m_texts, from);
     };
     auto end = m_textEnds.cbegin();
     for (qsizetype found = find(0); found >= 0; found = find(*end++)) {
-        // The next match is near if there are many.
+        // If there are many matches, the next one is near.
         while (*end <= found)
             ++end;
         words += m_sorted.at(end - m_textEnds.cbegin());

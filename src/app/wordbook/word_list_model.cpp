@@ -66,7 +66,7 @@ void WordListModel::choiceChanged() {
     Q_EMIT listReplaced();
 }
 
-/// Words become due and days pass.
+/// Updates what depends on time: words become due, and days pass.
 void WordListModel::followClock() {
     if (!m_isActive)
         return;
@@ -187,7 +187,7 @@ void WordListModel::setSelection(QSet<QUuid> selected, const QUuid &current) {
     findSelection();
 }
 
-/// Looks up where the selected records are now.
+/// Finds the rows of the selected records.
 void WordListModel::findSelection() {
     m_selectedCount = 0;
     m_currentRow = -1;

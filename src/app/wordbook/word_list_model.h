@@ -20,27 +20,27 @@ struct WordRow {
     friend bool operator==(const WordRow &, const WordRow &) = default;
 };
 
-/// The records of the wordbook that a text and a status leave, in one of several orders, with those that the
-/// user has selected. A change of the wordbook is reported row by row, another choice as a new list.
+/// The records of the wordbook, filtered by a text and a status and sorted, with the user's selection. A
+/// change of the wordbook is reported row by row; a new filter or order is reported as a new list.
 class WordListModel : public RowListModel<WordRow> {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QString searchText READ searchText WRITE setSearchText NOTIFY searchTextChanged)
-    /// An inactive model takes in no changes of the wordbook.
+    /// An inactive model ignores changes of the wordbook until it becomes active.
     Q_PROPERTY(bool active READ isActive WRITE setActive NOTIFY activeChanged)
-    /// Indexes into the names.
+    /// Indexes into `filterNames` and `orderNames`.
     Q_PROPERTY(int filter READ filter WRITE setFilter NOTIFY filterChanged)
     Q_PROPERTY(int order READ order WRITE setOrder NOTIFY orderChanged)
     Q_PROPERTY(QStringList filterNames READ filterNames CONSTANT)
     Q_PROPERTY(QStringList orderNames READ orderNames CONSTANT)
-    /// Of all records, and of those listed.
+    /// Number of all records, and of the listed ones.
     Q_PROPERTY(int totalCount READ totalCount NOTIFY countChanged)
     Q_PROPERTY(int count READ count NOTIFY countChanged)
     /// Such as "1234 个单词"
     Q_PROPERTY(QString countText READ countText NOTIFY countChanged)
-    /// Of the listed records.
+    /// Number of listed records that are selected.
     Q_PROPERTY(int selectedCount READ selectedCount NOTIFY selectionChanged)
-    /// The row that the keyboard is on; -1 for none.
+    /// The row with the keyboard cursor; -1 for none.
     Q_PROPERTY(int currentRow READ currentRow NOTIFY selectionChanged)
     /// The id of the only selected record; empty when there are none or several.
     Q_PROPERTY(QString selectedId READ selectedId NOTIFY selectionChanged)
@@ -51,11 +51,11 @@ public:
         SummaryRole, ///< one line
         StatusRole,  ///< "新查询", …
         BadgeRole,   ///< the name of the status's colour
-        DetailRole,  ///< what the order goes by, e.g. "今天查询" or "查询 3 次"
+        DetailRole,  ///< the value that the list is sorted by, e.g. "今天查询" or "查询 3 次"
         SelectedRole,
-        SpokenRole, ///< all of it in one text
+        SpokenRole, ///< the whole row in one text
     };
-    /// What becomes of the selection when a row is chosen.
+    /// How choosing a row changes the selection.
     enum class Selection { Replace, Toggle, Extend };
     Q_ENUM(Selection)
 
@@ -79,13 +79,13 @@ public:
     int currentRow() const { return m_currentRow; }
     QString selectedId() const;
 
-    /// Chooses a row: alone, in addition or not any longer, or with all up to the one chosen before. A row
-    /// outside the list is taken for the nearest one.
+    /// Chooses a row: Replace selects only this row, Toggle adds or removes it, Extend selects all rows from
+    /// the row chosen before to this one. A row outside the list means the nearest one.
     Q_INVOKABLE void choose(int row, lexiquill::WordListModel::Selection selection);
     Q_INVOKABLE void selectAll();
     Q_INVOKABLE void clearSelection();
-    /// Deletes the selected records and returns a text that says so, e.g. "已删除 3 个单词"; empty when there
-    /// was none. The record after them is selected in their place.
+    /// Deletes the selected records and returns a message for the user, e.g. "已删除 3 个单词"; empty if none
+    /// was selected. Then selects the record after them.
     Q_INVOKABLE QString deleteSelected();
     /// Undoes the last deletion that has not been undone.
     Q_INVOKABLE void undoDeletion();
@@ -100,7 +100,7 @@ Q_SIGNALS:
     void orderChanged();
     void countChanged();
     void selectionChanged();
-    /// Another choice has put a new list in the place of the rows.
+    /// A new text, filter or order has replaced all rows.
     void listReplaced();
 
 private:
@@ -120,9 +120,9 @@ private:
     QString m_searchText;
     WordFilter m_filter = WordFilter::All;
     WordOrder m_order = WordOrder::LastSearched;
-    std::optional<QDate> m_day; ///< that relative dates are told from
+    std::optional<QDate> m_day; ///< the day that relative dates refer to
     QTimer m_timer;
-    QSet<QUuid> m_selected; ///< may hold records that are not listed at the moment
+    QSet<QUuid> m_selected; ///< may contain records that are not listed
     QUuid m_current;
     QUuid m_anchor; ///< where an extended selection starts
     int m_selectedCount = 0;

@@ -11,16 +11,16 @@
 
 namespace lexiquill {
 
-/// Works on the search database on a thread of its own, which the first submission starts. All members may be
-/// called from several threads; finish() not from a completion.
+/// Does all work on the search database on its own thread, which the first submission starts. All members may
+/// be called from several threads, but finish() must not be called from a completion.
 class BackgroundSearchIndex final : public SearchIndex {
 public:
-    /// Gives access to the database, or null where that is impossible. Called once, on the index's thread.
+    /// Returns the database, or null if that is impossible. Called once, on the index's thread.
     using Open = std::function<std::unique_ptr<SearchDatabase>()>;
 
     /// `path`: the file of the database. Without `open` there is no index.
     BackgroundSearchIndex(QString path, Open open);
-    /// Does what has been submitted first.
+    /// Waits until all submitted work is done.
     ~BackgroundSearchIndex() override;
     Q_DISABLE_COPY_MOVE(BackgroundSearchIndex)
 
@@ -28,7 +28,7 @@ public:
     void indexItems(const ItemSource &makeItems, const Completion &completion) override;
     void deleteItems(const QStringList &identifiers, const Completion &completion) override;
     void deleteDomain(const QString &domain, const Completion &completion) override;
-    /// What is not done in time is noted as a gap, which the next reader fills.
+    /// Work that is not done in time is recorded as a gap, which the next reader fills.
     void finish() override;
 
 private:

@@ -5,21 +5,21 @@
 
 namespace lexiquill {
 
-/// The form in which texts are compared: full-width letters and the like made plain, white space and what is
-/// not printed made single blanks.
+/// The text in the form used for comparison: in Unicode form NFKC (full-width letters become plain ones),
+/// with runs of white space and non-printable characters as single blanks.
 QString comparable(const QString &text);
 
-/// The text, full-width letters and the like made plain, with every Chinese character as a word of its own: a
-/// run of characters is then found as a phrase, wherever in a text it stands. Punctuation behind a Chinese
-/// character becomes a word, too, so that a phrase does not reach over it.
+/// The text in Unicode form NFKC, with every Chinese character as a separate word, so that a run of
+/// characters is found as a phrase anywhere in a text. Punctuation after a Chinese character becomes a word,
+/// too, so that no phrase extends across it.
 QString segmented(const QString &text);
 
-/// The terms in the form in which texts are compared, joined by blanks. Empty when there is nothing to find
-/// or the terms are too long for anything that could be found.
+/// The terms in the form used for comparison, joined by blanks. Empty if there is nothing to search for, or
+/// if the terms have more than 256 characters.
 QString normalizedQuery(const QStringList &terms);
 
-/// The full-text query for a normalised query: all of its terms, a Latin one also as the beginning of a word.
-/// Empty when there is no letter and no digit in it.
+/// The SQLite full-text query for a normalised query: all terms must match; a Latin term also matches the
+/// beginning of a word. Empty if the query has no letter and no digit.
 QString matchExpression(const QString &query);
 
 } // namespace lexiquill

@@ -22,13 +22,13 @@ using sqlite::Transaction;
 
 namespace {
 
-/// "LXIQ"; tells our files from those of other programs.
+/// "LXIQ"; distinguishes our files from those of other programs.
 constexpr qint64 applicationId = 0x4c584951;
-/// Of the tables and of how texts are split into words. A file of another version is made anew.
+/// Version of the tables and of the word splitting. A file of another version is emptied and created again.
 constexpr qint64 schemaVersion = 3;
 
-/// A process that finds the log this long writes it back. The next process reads all of the log when it is
-/// the only one, which takes less than 1 ms then.
+/// A longer log is written back after a commit. The first process to open the file reads the whole log; at
+/// this length that takes less than 1 ms.
 constexpr int longestLogPages = 512;
 
 constexpr char32_t highestCharacter = QChar::LastValidCodePoint;
@@ -39,7 +39,7 @@ qint64 number(const Connection &connection, std::string_view sql) {
     return statement.integer(0);
 }
 
-/// Reads the columns identifier, domain, title, display_name and description, from the column `first` on.
+/// Reads the columns identifier, domain, title, display_name and description, starting at the column `first`.
 SearchItem itemAt(const Statement &statement, int first) {
     return {.identifier = statement.text(first),
             .domain = statement.text(first + 1),
@@ -48,7 +48,7 @@ SearchItem itemAt(const Statement &statement, int first) {
             .contentDescription = statement.text(first + 4)};
 }
 
-/// Takes the items that a condition with one parameter names out of both tables.
+/// Deletes the items that match a condition with one parameter from both tables.
 class Removal {
 public:
     Removal(const Connection &connection, const std::string &condition)
@@ -66,10 +66,10 @@ private:
     Statement m_fromItem;
 };
 
-/// What is in a file, all as of one moment: others may be making or emptying it.
+/// The state of a file, read in one transaction, because other processes may be creating or emptying it.
 struct FileState {
     bool isEmpty = false;
-    /// Made anew with every file that is emptied; nothing for a file that is none of ours.
+    /// A random number, chosen each time the file is emptied; no value for a file that is not ours.
     std::optional<qint64> generation = std::nullopt;
 };
 
@@ -88,8 +88,8 @@ FileState stateOf(Connection &connection) {
 }
 
 void createTables(Connection &connection) {
-    // Fails harmlessly when another process is just doing the same; the file is then changed over later.
-    // Publishing a word changes a dozen pages a little, so they are small.
+    // Fails harmlessly when another process does the same at this moment. The pages are small, because
+    // publishing a word changes about a dozen of them only slightly.
     sqlite3_exec(connection.handle(), "PRAGMA page_size = 1024; PRAGMA journal_mode = WAL", nullptr, nullptr,
                  nullptr);
     Transaction transaction(connection);
@@ -109,7 +109,7 @@ void createTables(Connection &connection) {
     transaction.commit();
 }
 
-/// Within a transaction.
+/// Must be called within a transaction.
 void putAll(const Connection &connection, const QList<SearchItem> &items) {
     Removal removal(connection, "identifier = ?1");
     Statement insertItem(connection,
@@ -117,8 +117,8 @@ void putAll(const Connection &connection, const QList<SearchItem> &items) {
                          " VALUES (?1, ?2, ?3, ?4, ?5, ?6)");
     Statement insertTexts(connection, "INSERT INTO search (rowid, title, display_name, description, keywords)"
                                       " VALUES (?1, ?2, ?3, ?4, ?5)");
-    // From the last to the first, which gets the highest number. Of several with one identifier, the last
-    // counts.
+    // From the last to the first, so that the first item gets the highest row id. Of several items with the
+    // same identifier, the last one is used.
     QSet<QString> seen;
     for (qsizetype i = items.size() - 1; i >= 0; --i) {
         const SearchItem &item = items.at(i);
@@ -177,7 +177,7 @@ void commit(Transaction &transaction, Connection &connection) {
 
 } // namespace
 
-/// Does the work on an open and sound file, if need be on a new one in place of a damaged one.
+/// Opens the file and runs `work` on it. Empties a damaged file once and tries again.
 template <typename Work> SearchDatabase::Error SqliteSearchDatabase::attempt(Work work) const {
     using namespace std::chrono_literals;
     const QDeadlineTimer deadline(patienceMilliseconds);
@@ -190,7 +190,7 @@ template <typename Work> SearchDatabase::Error SqliteSearchDatabase::attempt(Wor
             work(connection);
             return {};
         } catch (const sqlite::Error &error) {
-            // While a file is being made, SQLite does not always wait itself.
+            // While another process creates the file, SQLite does not always wait by itself.
             const bool isBusy = error.code == SQLITE_BUSY || error.code == SQLITE_LOCKED;
             if (isBusy && !deadline.hasExpired()) {
                 std::this_thread::sleep_for(5ms);
@@ -217,9 +217,9 @@ std::optional<qint64> SqliteSearchDatabase::open(Connection &connection) const {
     return state.generation;
 }
 
-/// Empties a damaged file, unless another process has done so meanwhile: what that has put in must stay.
-/// `damagedGeneration` is what was found damaged, if it could be read. False when the file cannot be emptied,
-/// for example because another process has it open at the moment.
+/// Empties a damaged file, unless another process has done so meanwhile: the new content must stay.
+/// `damagedGeneration` is the generation of the damaged file, if it could be read. False when the file cannot
+/// be emptied, for example because another process has it open.
 bool SqliteSearchDatabase::resetFile(std::optional<qint64> damagedGeneration) const {
     using namespace std::chrono_literals;
     const auto lock = FileLock::acquire(m_path + QStringLiteral(".lock"), 1s);
@@ -257,7 +257,7 @@ SearchDatabase::Error SqliteSearchDatabase::put(const QList<SearchItem> &items) 
 }
 
 SearchDatabase::Error SqliteSearchDatabase::complete(const QList<SearchItem> &items) {
-    // In parts, so that other processes get their turn.
+    // In parts, so that other processes can write in between.
     constexpr qsizetype partSize = 500;
     QFile::remove(gapMarker(m_path));
     return attempt([&](Connection &connection) {
@@ -312,7 +312,7 @@ QList<SearchDatabase::Match> SqliteSearchDatabase::find(const QStringList &terms
             "SELECT item.id, identifier, domain, item.title, item.display_name, item.description FROM ";
         Statement exact(connection, columns + "item WHERE key = ?1 ORDER BY id DESC");
         collect(exact.bind(1, key), Rank::Exact);
-        // The highest character stands behind all that a prefix can go on with.
+        // The highest character sorts after everything that can follow a prefix.
         Statement prefix(connection, columns +
                                          "item JOIN (SELECT id AS found FROM item WHERE key > ?1 AND key < ?2"
                                          " ORDER BY length(key), id DESC LIMIT ?3) ON id = found"

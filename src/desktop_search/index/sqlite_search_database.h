@@ -9,9 +9,9 @@
 
 namespace lexiquill {
 
-/// The table "item" holds the items, "search" the texts that they are found by, under the same row numbers.
-/// The numbers grow with every item put in, so they tell which is the more recent. The file is open only
-/// during a call: while anybody has it open, nobody can replace its content.
+/// The table "item" holds the items; the table "search" holds their searchable texts under the same row ids.
+/// Row ids grow with every added item, so a larger id is more recent. The file is open only during a call,
+/// because its content cannot be replaced while any process has it open.
 class SqliteSearchDatabase final : public SearchDatabase {
 public:
     explicit SqliteSearchDatabase(QString path) : m_path(std::move(path)) {}

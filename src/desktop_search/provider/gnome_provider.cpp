@@ -6,10 +6,10 @@ namespace lexiquill {
 
 namespace {
 
-/// More than the overview has room for.
+/// More than the overview can show.
 constexpr int mostResults = 50;
 
-/// The form in which GTK programs are told when the user asked for their window.
+/// The time of the user's action, in the form that GTK programs expect.
 QVariantMap platformData(uint timestamp) {
     return {{QStringLiteral("desktop-startup-id"), QStringLiteral("_TIME%1").arg(timestamp)}};
 }
@@ -30,7 +30,7 @@ QStringList GnomeProvider::GetInitialResultSet(const QStringList &terms) {
     return identifiers;
 }
 
-/// Searches anew: that is quick, and the first results were not all.
+/// Searches again, because that is fast and the previous results were limited.
 QStringList GnomeProvider::GetSubsearchResultSet(const QStringList &, const QStringList &terms) {
     return GetInitialResultSet(terms);
 }

@@ -11,12 +11,12 @@ namespace {
 /// KRunner shows the results of many programs in one list.
 constexpr int mostResults = 10;
 
-/// KRunner's kinds of matches.
+/// KRunner's match types.
 constexpr int possibleMatch = 30;
 constexpr int exactMatch = 100;
 
 double relevance(SearchDatabase::Rank rank, qsizetype position) {
-    // The order counts within a rank, but does not reach the next one.
+    // The position lowers the relevance within a rank, but not as far as the next rank.
     const double best = rank == SearchDatabase::Rank::Exact    ? 1.0
                         : rank == SearchDatabase::Rank::Prefix ? 0.8
                                                                : 0.5;

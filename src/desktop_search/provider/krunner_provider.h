@@ -15,12 +15,12 @@ struct KRunnerMatch {
     QString identifier;
     QString text;
     QString icon;
-    int type = 0;         ///< KRunner's kinds of matches, the higher the better
+    int type = 0;         ///< KRunner's match type; higher is better
     double relevance = 0; ///< 0 to 1, within its type
     QVariantMap properties;
 };
 
-/// What else could be done with a result, in the form "(sss)"; there is nothing.
+/// An additional action on a result, in the form "(sss)". This program has none.
 struct KRunnerAction {
     QString identifier;
     QString text;
@@ -48,7 +48,7 @@ public Q_SLOTS:
     QList<lexiquill::KRunnerAction> Actions();
     QList<lexiquill::KRunnerMatch> Match(const QString &query);
     void Run(const QString &identifier, const QString &action);
-    /// Comes before the Run that it is meant for.
+    /// KRunner calls this before the Run call that uses the token.
     void SetActivationToken(const QString &token);
     void Teardown();
 };

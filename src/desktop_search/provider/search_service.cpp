@@ -12,11 +12,11 @@ namespace lexiquill {
 
 namespace {
 
-/// Longer than any identifier that a desktop has been given.
+/// Longer than any identifier that this program sends to a desktop.
 constexpr qsizetype longestParameter = 1024;
 constexpr qsizetype longestLine = 200;
 
-/// Nobody may own the name yet; the call then goes nowhere.
+/// If no process owns the name and none can be started for it, the call has no effect.
 void activateAction(const QString &name, const QString &parameter, const QVariantMap &platformData) {
     QDBusMessage call = QDBusMessage::createMethodCall(
         QStringLiteral("com.lexiquill.Lexiquill"), QStringLiteral("/com/lexiquill/Lexiquill"),
@@ -39,7 +39,7 @@ SearchService::~SearchService() {
 QList<SearchService::Match> SearchService::find(const QStringList &terms, int limit) {
     complete();
     QList<Match> matches = m_database->find(terms, limit);
-    // A damaged file shows when it is read, and is an empty one from then on.
+    // A damaged file is detected and emptied when it is read. Fill it and search again.
     if (matches.isEmpty() && !m_database->isComplete()) {
         complete();
         matches = m_database->find(terms, limit);
@@ -51,7 +51,8 @@ QList<SearchItem> SearchService::items(const QStringList &identifiers) {
     return m_database->items(identifiers);
 }
 
-/// A file that cannot be written is tried only once: this takes long for a large wordbook.
+/// Fills an incomplete index. After a failure this is not tried again, because it takes long for a large
+/// wordbook.
 void SearchService::complete() {
     if (m_hasFailedToComplete || m_database->isComplete())
         return;

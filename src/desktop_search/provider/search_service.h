@@ -14,15 +14,15 @@
 
 namespace lexiquill {
 
-/// What the desktops' search protocols have in common: finding items, and handing over to the application
-/// what the user opens.
+/// The common part of the desktops' search protocols: finds items, and passes to the application what the
+/// user opens.
 class SearchService : public QObject {
     Q_OBJECT
 
 public:
     using Match = SearchDatabase::Match;
 
-    /// `records` gives the words that belong into an index which has been made anew.
+    /// `records` returns the words to put into an incomplete index.
     SearchService(std::unique_ptr<SearchDatabase> database, std::function<QList<WordRecord>()> records);
     ~SearchService() override;
 
@@ -30,12 +30,12 @@ public:
     QList<Match> find(const QStringList &terms, int limit);
     QList<SearchItem> items(const QStringList &identifiers);
 
-    /// Has the application show an item. `platformData`: what lets its window come to the front.
+    /// Asks the application to show an item. `platformData` allows its window to come to the front.
     static void open(const QString &identifier, const QVariantMap &platformData);
-    /// Has the application search for the terms.
+    /// Asks the application to search for the terms.
     static void launchSearch(const QStringList &terms, const QVariantMap &platformData);
 
-    /// The text on one line, cut to what a list of results has room for.
+    /// The text on one line, cut to fit into a list of results.
     static QString line(const QString &text);
 
 Q_SIGNALS:

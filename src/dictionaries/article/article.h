@@ -6,16 +6,16 @@
 
 namespace lexiquill::article {
 
-/// How a part of an article is written.
+/// The format of a part of an article.
 enum class Form {
     Text,     ///< plain lines
-    Phonetic, ///< nothing but a transcription
+    Phonetic, ///< only a transcription
     Xdxf,
     Html,
     Pango,
 };
 
-/// What a dictionary says on a word, as it stands in its file.
+/// A part of a dictionary's article on a word, as stored in its file.
 struct Part {
     Form form = Form::Text;
     QString text;

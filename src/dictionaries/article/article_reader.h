@@ -8,9 +8,9 @@
 
 namespace lexiquill::article {
 
-/// The entry that the articles on a word make together. Labels, numbers, separators and brackets that mark
-/// the structure become structure; every other character stays as the dictionary has it. The raw text is
-/// that of the articles without their markup. Nothing when the articles hold neither a letter nor a digit.
+/// Combines the articles on a word into one entry. Labels, numbers, separators and brackets that mark the
+/// structure become structure; every other character is kept. The raw text is the text of the articles
+/// without their markup. No value if the articles contain no letter and no digit.
 std::optional<DictionaryEntry> readArticles(const QString &headword, const std::vector<Article> &articles);
 
 } // namespace lexiquill::article

@@ -14,8 +14,8 @@ struct Span {
     qsizetype end;
 };
 
-/// A regular expression with the meaning that ICU gives it: "\b" looks past combining and format characters,
-/// and a number in a circle is no part of a word. Qt's engine differs in both.
+/// An ICU regular expression. Its "\b" ignores combining and format characters, and a circled number is not
+/// part of a word. Qt's engine differs in both.
 class Expression {
 public:
     explicit Expression(QStringView pattern) {
@@ -39,7 +39,7 @@ private:
     URegularExpression *m_expression = nullptr;
 };
 
-/// An expression remembers what it searches, so each thread has its own.
+/// An ICU expression stores the text that it searches, so each thread has its own.
 const Expression &posExpression() {
     static thread_local const Expression expression(
         u"(?i)\\b(intransitive verb|transitive verb|noun|verb|adjective|adverb|pronoun|preposition|"

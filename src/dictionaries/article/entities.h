@@ -7,9 +7,9 @@ namespace lexiquill::article {
 
 /// The character reference ("&amp;", "&#233;", "&#xe9;") at the start of a text.
 struct Entity {
-    /// What it stands for; U+FFFD for a number that is no character.
+    /// The character that it means; U+FFFD for a number that is not a character.
     QString text;
-    /// Characters it takes; 0 when there is no known reference.
+    /// Length of the reference; 0 if there is no known reference.
     qsizetype length = 0;
 };
 Entity readEntity(QStringView text);

@@ -7,8 +7,8 @@
 
 namespace lexiquill::article {
 
-/// A sense made of a gloss as it stands; its meaning is empty when the gloss holds nothing but separators.
-/// Labels in front ("[医]", "〈口〉", "(正式) ") become contexts, but never so that no meaning is left.
+/// The sense of one gloss. Its meaning is empty if the gloss contains only separators. Labels at the start
+/// ("[医]", "〈口〉", "(正式) ") become contexts, unless no meaning would be left.
 Sense senseFrom(const QString &gloss);
 
 /// The senses of a line without numbers: the pieces between semicolons, or short Chinese glosses between

@@ -6,19 +6,19 @@ namespace lexiquill::article {
 
 /// An article without its markup.
 struct PlainArticle {
-    /// Lines of text; those that begin with "▸" are examples. Without a repetition of the headword and
-    /// without the transcription, where the markup points these out.
+    /// Lines of text; those that begin with "▸" are examples. A repeated headword and the transcription are
+    /// left out if the markup identifies them.
     QString text;
-    /// All of the text, as a reader of the article would see it.
+    /// The whole text, as a reader of the article would see it.
     QString rawText;
-    /// The transcription that the markup points out; often empty.
+    /// The transcription, if the markup identifies it; often empty.
     QString phonetic;
 };
 
 enum class MarkupKind { Xdxf, Html, Pango };
 
-/// Takes the markup out of an article. Anything that is no well-formed tag stays as text. Needs time in
-/// proportion to the length, however faulty the text is.
+/// Removes the markup from an article. Anything that is not a well-formed tag stays as text. Takes linear
+/// time, even for malformed text.
 PlainArticle readMarkup(const QString &text, MarkupKind kind, const QString &headword);
 
 } // namespace lexiquill::article

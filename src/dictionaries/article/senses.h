@@ -12,7 +12,7 @@ namespace lexiquill::article {
 struct Sense {
     /// Subjects and usage, such as 医 or 正式.
     QStringList contexts;
-    /// Never empty in what this folder hands out.
+    /// Never empty in the results of readSenses().
     QString meaning;
     QStringList examples;
 };
@@ -23,7 +23,7 @@ struct SenseGroup {
     QList<Sense> senses;
 };
 
-/// Reads the lines of an article without markup. The first group holds what stands before the first part of
+/// Reads the lines of an article without markup. The first group contains the senses before the first part of
 /// speech.
 QList<SenseGroup> readSenses(const QStringList &lines);
 

@@ -14,7 +14,7 @@ namespace {
 constexpr qsizetype mostCandidates = 8;
 constexpr QStringView apostrophes = u"'’ʼ";
 
-/// Only ASCII, as other letters may change in number; the endings need no more.
+/// Lowers only ASCII letters: others may change the length, and the endings are ASCII.
 QString lowered(const QString &word) {
     QString lower = word;
     for (QChar &c : lower) {
@@ -66,7 +66,7 @@ bool mustDouble(QStringView word) {
            !(size > 2 && isVowelAt(word, size - 3)) && !QStringView(u"swxy").contains(word.back());
 }
 
-/// True when a silent e has likely gone from the end of a stem: "lov", "danc", "us", "handl".
+/// True if a silent e has probably been dropped from the end of a stem: "lov", "danc", "us", "handl".
 bool likelyDroppedE(const QString &stem) {
     if (hasUnexpectedSilentE(stem + u'e'))
         return true;
@@ -88,7 +88,7 @@ bool likelyDroppedE(const QString &stem) {
     }
 }
 
-/// Collects candidates without repeating any.
+/// Collects candidates without duplicates.
 class Candidates {
 public:
     explicit Candidates(const QString &word) : m_word(word) {}
@@ -104,7 +104,7 @@ public:
             m_bases.append({base, classes});
     }
 
-    /// A base that a rule has made.
+    /// Adds a base that results from a rule.
     void addRegular(const QString &base, WordClasses classes) {
         constexpr qsizetype shortest = 3;
         if (base.size() >= shortest && vowelGroups(base) > 0 && !isFunctionWord(base))
@@ -118,14 +118,14 @@ private:
     QList<BaseForm> m_bases;
 };
 
-/// The verbs that a stem may come from once -ed or -ing is gone.
+/// The possible verbs of a stem from which -ed or -ing has been removed.
 QStringList verbsOfStem(const QString &stem) {
     constexpr qsizetype shortest = 2;
     if (stem.size() < shortest || vowelGroups(stem) == 0)
         return {};
     const QString withE = stem + u'e';
     if (endsDoubled(stem)) {
-        // "running" is run, yet "calling" is call and "pressing" is press.
+        // "running" is run, but "calling" is call and "pressing" is press.
         return QStringView(u"lsfz").contains(stem.back()) ? QStringList{stem, stem.chopped(1)}
                                                           : QStringList{stem.chopped(1), stem};
     }
@@ -167,7 +167,7 @@ void addParticiple(Candidates &candidates, const QString &word) {
         candidates.addRegular(withIe, WordClass::Verb);
 }
 
-/// What -s or -es may have been put to, likeliest first.
+/// The words to which -s or -es may have been added, most likely first.
 QStringList basesOfS(const QString &word) {
     const QString withoutS = word.chopped(1);
     const QString withoutEs = word.chopped(2);
@@ -196,11 +196,11 @@ void addPlural(Candidates &candidates, const QString &word, WordClasses classes)
         return;
     for (const QString &base : basesOfS(word))
         candidates.addRegular(base, classes);
-    // "paintings" is painting, and in a small dictionary paint.
+    // "paintings" is painting, or paint if the dictionary is small.
     addParticiple(candidates, withoutS);
 }
 
-/// False when the word is no possessive.
+/// False when the word is not a possessive.
 bool addPossessive(Candidates &candidates, const QString &word) {
     constexpr qsizetype shortest = 3;
     if (word.size() < shortest)
@@ -261,7 +261,7 @@ QList<BaseForm> basesOfWord(const QString &word) {
     return candidates.take();
 }
 
-/// "TV" for "TVs" and "TV's", though its letters make no syllable; empty for other words.
+/// "TV" for "TVs" and "TV's", which the rules miss because it has no vowel; empty for other words.
 QString abbreviationWithS(const QString &word) {
     constexpr qsizetype shortest = 2;
     if (!word.endsWith(u's'))
@@ -290,7 +290,7 @@ QList<BaseForm> basesOfPhrase(const QString &phrase) {
     const QString lastWord = phrase.sliced(last);
     for (const BaseForm &base : basesOfWord(lastWord))
         candidates.add(phrase.first(last) + base.word, base.classes);
-    // Compounds have a plural whatever they end in: "grown-ups".
+    // A compound can have a plural even if its last word cannot: "grown-ups".
     if (lastWord.endsWith(u's') && isFunctionWord(lastWord.chopped(1)))
         candidates.add(phrase.chopped(1), WordClass::Noun);
     return candidates.take();
@@ -309,7 +309,7 @@ QList<BaseForm> baseForms(const QString &word) {
     Candidates candidates(word);
     if (const QString abbreviation = abbreviationWithS(word); !abbreviation.isEmpty())
         candidates.add(abbreviation, WordClass::Noun);
-    // A name needs its capital, yet any word may stand first in a sentence.
+    // The capital letter may belong to a name or to the start of a sentence, so try both.
     const bool isCapitalized = word.front() != lower.front() && word.sliced(1) == lower.sliced(1);
     for (const BaseForm &base : basesOfPhrase(lower)) {
         if (isCapitalized && base.word.front() == lower.front())

@@ -9,8 +9,9 @@ namespace lexiquill::english {
 
 namespace {
 
-// Families are separated by ";": the base, then its irregular forms, then ":" and the prefixes that make
-// other words inflected alike. "+" marks verbs that also have a regular past; a base alone is its own past.
+// Families are separated by ";". A family is the base, its irregular forms, and after ":" the prefixes of
+// words with the same inflection. "+" marks verbs that also have a regular past. A verb without forms is its
+// own past.
 constexpr QStringView verbs =
     u"be am is are was were been being; have has had; do does did done doing: un re over out;"
     u"go goes went gone going: under for fore; can+ could; may might; shall should; will+ would;"
@@ -83,7 +84,7 @@ constexpr QStringView comparisons =
     u"little less least lesser; many more most; much more most; far farther farthest further furthest;"
     u"old elder eldest; late latter";
 
-// Nouns in these are inflected alike: "postmen". The longer of two endings stands first.
+// Nouns with these endings are inflected in the same way: "postmen". The longer of two endings comes first.
 constexpr QStringView endingsOfCompounds[] = {
     u"women",  u"men",    u"children", u"people", u"feet",    u"teeth",   u"mice",
     u"lice",   u"wives",  u"lives",    u"knives", u"halves",  u"shelves", u"selves",

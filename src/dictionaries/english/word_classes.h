@@ -7,13 +7,15 @@
 
 namespace lexiquill::english {
 
-/// The classes of words that take endings.
+/// The word classes that have inflected forms.
 enum class WordClass { Noun = 1, Verb = 2, Adjective = 4, Adverb = 8 };
 Q_DECLARE_FLAGS(WordClasses, WordClass)
 Q_DECLARE_OPERATORS_FOR_FLAGS(WordClasses)
 
-/// The word classes that parts of speech name in any usual way ("n.", "transitive verb", "及物动词"). Empty
-/// for those without endings, such as "prep."; nullopt when no part of speech is recognised ("释义").
+/// The word classes of parts of speech that are written in any usual way ("n.", "transitive verb",
+/// "及物动词"). Empty for those without inflected forms, such as "prep."; nullopt when no part of speech is
+/// recognised
+/// ("释义").
 std::optional<WordClasses> namedClasses(const QStringList &partsOfSpeech);
 
 } // namespace lexiquill::english

@@ -6,7 +6,7 @@ namespace lexiquill::english {
 
 namespace {
 
-// Words that are as often nouns or verbs, such as "can", "like" and "round", are not among them.
+// Words that are just as often nouns or verbs, such as "can", "like" and "round", are not included.
 constexpr QStringView functionWords =
     u"a an the this that these those i me my we us our you your he him his she her it its they them their "
     u"ours yours hers theirs who whom whose which what and or nor but if so as than then because although "
@@ -16,9 +16,9 @@ constexpr QStringView functionWords =
     u"shall should would could may might must ought not no none some any all both each every either "
     u"neither many much more most such there here now thus also very when where how";
 
-// Words that are related to what they seem to be made of are not among them: "building" may lead to "build".
+// Words that are related to their apparent base are not included: "building" may lead to "build".
 constexpr QStringView lookInflected =
-    // -s; names only with their capital, for "mars" is also a form of "mar"
+    // -s; names only capitalised, because "mars" is also a form of "mar"
     u"news lens series species physics politics does always perhaps sometimes chaos cosmos canvas atlas "
     u"bias alias alas iris pants mews mumps corps whereas Mars Paris Wales "
     // -ed

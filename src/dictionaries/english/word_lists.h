@@ -9,20 +9,20 @@ namespace lexiquill::english {
 /// True for pronouns, prepositions and the like, which never take an ending.
 bool isFunctionWord(const QString &word);
 
-/// True for words that look inflected but are not, such as "evening" and "news"; names have their capital.
+/// True for words that look inflected but are not, such as "evening" and "news"; names are capitalised.
 bool onlyLooksInflected(const QString &word);
 
-/// True for adjectives and adverbs that take -er and -est, apart from those in -y.
+/// True for adjectives and adverbs that take -er and -est, except those in -y.
 bool isComparedByEnding(const QString &word);
 
-/// True for verbs in -ee, apart from those with an irregular past.
+/// True for verbs in -ee, except those with an irregular past.
 bool isVerbInEe(const QString &word);
 
-/// True for verbs whose silent e the spelling of the inflected form does not show, such as "bathe" and
-/// "range".
+/// True for verbs whose silent e cannot be recognised from the inflected form, such as "bathe" and "range".
 bool hasUnexpectedSilentE(const QString &verb);
 
-/// True for words that take -s although most words like them are none: "ad", with two letters, and "menu".
+/// True for words that can take -s, although most words of this shape cannot: "ad" (two letters), "menu"
+/// (final u).
 bool isUnusualBaseOfS(const QString &noun);
 
 } // namespace lexiquill::english

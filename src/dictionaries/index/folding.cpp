@@ -10,7 +10,7 @@ char lowerAscii(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
 }
 
-/// False as soon as a byte is no ASCII character; `visit` has then seen the bytes before it.
+/// Calls `visit` with every byte in lower case. Stops and returns false at the first byte that is not ASCII.
 template <typename Visit> bool foldAscii(QByteArrayView text, Visit visit) {
     for (const char c : text) {
         if (static_cast<signed char>(c) < 0)

@@ -5,7 +5,7 @@
 
 namespace lexiquill {
 
-/// UTF-8 text with the differences of case taken away; invalid bytes count as U+FFFD.
+/// The case-folded form of UTF-8 text; invalid bytes count as U+FFFD.
 QByteArray foldCase(QByteArrayView text);
 
 /// A hash of foldCase(text) that is the same on every run of the program.

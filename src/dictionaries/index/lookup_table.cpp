@@ -18,7 +18,8 @@ using namespace table;
 
 namespace {
 
-/// No honest dictionary comes near so many words with one hash; a hostile one must not cost time.
+/// No real dictionary has nearly so many words with the same hash. The limit keeps hostile files from costing
+/// time.
 constexpr qint64 maxCandidates = 4096;
 
 QByteArray identityOf(const QString &dictionaryPath) {
@@ -32,7 +33,7 @@ template <typename Number> Number numberAt(QByteArrayView bytes, qint64 offset) 
     return number;
 }
 
-/// The first of `count` sorted positions whose key is not below `key`.
+/// The first of `count` sorted positions whose key is not less than `key`.
 template <typename KeyAt> qint64 lowerBound(qint64 count, quint64 key, KeyAt keyAt) {
     qint64 low = 0;
     while (count > 0) {
@@ -77,7 +78,8 @@ bool LookupTable::save(const QString &path) const {
            DurableFile::Problem::None;
 }
 
-/// Takes over the content of a cache file once everything in it that is not checked page by page agrees.
+/// Takes the content of a cache file if its header and its list of checksums are valid. The pages themselves
+/// are checked when they are read.
 bool LookupTable::adopt(QByteArrayView file, const QByteArray &identity, const SourceStamps &stamps) {
     if (file.size() < pageSize)
         return false;
@@ -86,7 +88,7 @@ bool LookupTable::adopt(QByteArrayView file, const QByteArray &identity, const S
         header.headerCrc != crcOf(file.first(offsetof(Header, headerCrc))) ||
         QByteArrayView(header.identity, sizeof header.identity) != identity || header.stamps != stamps)
         return false;
-    // No part is longer than that; this also keeps the sums below from overflowing.
+    // No part is larger than that. This also keeps the sums below from overflowing.
     for (const qint64 number : {header.indexSize, header.wordCount, header.synonymCount}) {
         if (number < 0 || number > table::maxPartSize)
             return false;
@@ -109,7 +111,7 @@ bool LookupTable::adopt(QByteArrayView file, const QByteArray &identity, const S
     return true;
 }
 
-/// Bytes of the payload whose pages have been compared with their sums; empty when they differ.
+/// Bytes of the payload, after comparing their pages with the checksums; empty if a page differs.
 QByteArrayView LookupTable::payload(qint64 offset, qint64 size) const {
     if (offset < 0 || size <= 0 || size > m_payload.size() || offset > m_payload.size() - size)
         return {};

@@ -13,66 +13,69 @@
 
 namespace lexiquill {
 
-/// The files that a look-up table is made from; a format that has fewer leaves the rest empty.
+/// The stamps of the files that a lookup table is built from; a format with fewer files leaves the rest
+/// empty.
 using SourceStamps = std::array<FileStamp, 4>;
 
-/// What a look-up table holds, as the reader of a format hands it over.
+/// The content of a lookup table, as produced by the reader of a format.
 struct TableContent {
     /// A word and its place in the index, in bytes.
     struct Word {
         quint32 hash = 0; ///< see foldedHash()
         quint32 place = 0;
     };
-    /// A synonym, its place in the list of synonyms, and the place in the index that it stands for.
+    /// A synonym with its place in the list of synonyms, and the place in the index of the word that it
+    /// refers to.
     struct Synonym {
         Word word;
         quint32 index = 0;
     };
 
-    /// False when the index does not agree with its description. The table then only remembers that.
+    /// False when the index does not match its description. The table then stores nothing else.
     bool isSound = false;
-    /// The index itself, where it is not a file that can be mapped as it is.
+    /// The index itself, if its file cannot be mapped directly.
     QByteArray index = {};
     std::vector<Word> words = {};
     std::vector<Synonym> synonyms = {};
-    /// Whether the articles are, at least in part, in Chinese.
+    /// Whether at least a part of the articles is in Chinese.
     bool holdsChinese = false;
 };
 
-/// Finds words by hash without reading the whole index. Lives in a cache file of checksummed pages, of which
-/// only those needed are read.
+/// Finds words by hash without reading the whole index. Stored in a cache file of pages with checksums; only
+/// the required pages are read.
 class LookupTable {
 public:
-    /// A place in the list of synonyms and the place in the index it stands for, in bytes.
+    /// A place in the list of synonyms and the place in the index that it refers to, in bytes.
     struct SynonymPlace {
         quint32 synonym = 0;
         quint32 index = 0;
     };
 
-    /// Opens a cache file. Nothing when it is missing, damaged, or was made for another dictionary or from
+    /// Opens a cache file. Null when it is missing or damaged, or was built for another dictionary or from
     /// other versions of its files.
     static std::unique_ptr<LookupTable> load(const QString &path, const QString &dictionaryPath,
                                              const SourceStamps &stamps);
 
-    /// Builds the table in memory; broken() tells whether the index agreed with its description.
+    /// Builds the table in memory; broken() is true if the index does not match its description.
     static std::unique_ptr<LookupTable> build(TableContent content, const QString &dictionaryPath,
                                               const SourceStamps &stamps);
 
-    /// Writes the cache file in one step, so that other processes see all of it or nothing.
+    /// Writes the cache file in one step, so that other processes see all of it or nothing. False on failure.
     bool save(const QString &path) const;
 
-    /// True when the index was found unusable, which is remembered so that it is not read again.
+    /// True if the index is unusable. This is stored, so that the index is not read again.
     bool broken() const { return m_broken; }
 
     bool holdsChinese() const { return m_holdsChinese; }
 
-    /// True once a page has turned out not to be what was written.
+    /// True once a page did not match its checksum.
     bool damaged() const { return m_damaged; }
 
-    /// At most `size` bytes of the index from `offset` on; empty when the table does not keep one.
+    /// At most `size` bytes of the index, starting at `offset`; empty when the table does not contain the
+    /// index.
     QByteArrayView indexBytes(quint64 offset, qint64 size) const;
 
-    /// All of the index; empty when the table does not keep one.
+    /// The whole index; empty when the table does not contain it.
     QByteArrayView wholeIndex() const { return payload(0, m_indexSize); }
 
     /// Places in the index, in bytes, of words with this hash, in the order of the index.

@@ -17,7 +17,7 @@ template <typename Number> char *append(char *to, Number number) {
     return to + sizeof number;
 }
 
-/// Fills in the sums of the pages and the header; the payload is already in place.
+/// Writes the checksums of the pages and the header; the payload is already in place.
 void seal(QByteArray &image, Header header, const Layout &layout) {
     char *to = image.data() + pageSize + layout.payloadSize;
     const QByteArrayView payload(image.constData() + pageSize, layout.payloadSize);

@@ -8,7 +8,7 @@ namespace lexiquill::stardict {
 
 namespace {
 
-/// Nothing for what is no text, such as pictures, or in a form that is not read.
+/// No value for types that are not text, such as pictures, or whose format is not supported.
 std::optional<article::Form> formOf(char type) {
     switch (type) {
     case 'm':
@@ -28,8 +28,8 @@ std::optional<article::Form> formOf(char type) {
     }
 }
 
-/// Takes a part off the front of `rest`. Types in upper case carry their size, the others end with a zero
-/// byte; the last part of a known sequence has neither.
+/// Removes a part from the start of `rest`. Parts with an upper-case type begin with their size, the others
+/// end with a zero byte; the last part of a known sequence has neither.
 std::optional<QByteArrayView> takePart(QByteArrayView &rest, char type, bool isLast) {
     const bool isSized = type >= 'A' && type <= 'Z';
     if (isSized && !isLast) {

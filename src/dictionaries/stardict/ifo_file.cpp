@@ -29,7 +29,7 @@ bool isTypeSequence(const QByteArray &types) {
            });
 }
 
-/// The first value of a key counts.
+/// If a key is repeated, its first value is used.
 Keys readKeys(const QByteArray &text) {
     Keys keys;
     for (const QByteArray &line : text.split('\n')) {

@@ -23,12 +23,12 @@ struct IfoInfo {
     qint64 indexSize = 0;
     /// Width of an article offset in the index: 4 or 8 bytes.
     int offsetBytes = 4;
-    /// Types of the fields of every article; empty when each article names its own.
+    /// Types of the parts of every article; empty when each part begins with its type.
     QByteArray typeSequence;
 };
 
-/// Reads the text of an .ifo file. Nothing when it is no such file, when a required key is missing, or when
-/// a value is out of range.
+/// Reads the text of an .ifo file. No value when it is not such a file, when a required key is missing, or
+/// when a value is out of range.
 std::optional<IfoInfo> parseIfo(QByteArrayView text);
 
 } // namespace lexiquill::stardict

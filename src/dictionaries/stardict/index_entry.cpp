@@ -9,7 +9,7 @@ namespace lexiquill::stardict {
 
 namespace {
 
-/// The zero-terminated word at the start of `bytes`; nothing without an end mark within the limit.
+/// The zero-terminated word at the start of `bytes`; no value if there is no zero byte within the limit.
 std::optional<QByteArrayView> readWord(QByteArrayView bytes) {
     const auto range = static_cast<size_t>(std::min(bytes.size(), maxWordSize + 1));
     const void *end = range > 0 ? std::memchr(bytes.data(), 0, range) : nullptr;

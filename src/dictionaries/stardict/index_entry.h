@@ -21,10 +21,10 @@ struct IndexEntry {
     qsizetype length = 0;
 };
 
-/// The entry at the start of `bytes`; nothing when it is cut off or its word is too long.
+/// The entry at the start of `bytes`; no value if it is truncated or its word is too long.
 std::optional<IndexEntry> readIndexEntry(QByteArrayView bytes, int offsetBytes);
 
-/// One entry of a list of synonyms; `target` is the number of the index entry it stands for.
+/// One entry of a list of synonyms; `target` is the number of the index entry that it refers to.
 struct SynonymEntry {
     QByteArrayView word;
     quint32 target = 0;

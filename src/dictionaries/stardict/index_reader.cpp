@@ -14,7 +14,7 @@ TableContent::Word wordOf(QByteArrayView word, qsizetype place) {
     return {.hash = foldedHash(word), .place = static_cast<quint32>(place)};
 }
 
-/// False when the entries are not exactly as many as announced.
+/// False unless there are exactly as many valid entries as announced.
 bool readWords(QByteArrayView index, const IfoInfo &info, std::vector<TableContent::Word> &words) {
     constexpr size_t shortestEntry = 9;
     words.reserve(std::min<size_t>(info.wordCount, static_cast<size_t>(index.size()) / shortestEntry));

@@ -7,16 +7,16 @@
 
 namespace lexiquill::stardict {
 
-/// The files of a dictionary that name its words.
+/// The files of a dictionary that contain its words.
 struct IndexFiles {
     IfoInfo info;
     QByteArrayView index;
-    bool isPacked = false; ///< whether `index` is a gzip file; the content then keeps it unpacked
+    bool isPacked = false; ///< whether `index` is a gzip file; the result then contains it unpacked
     QByteArrayView synonyms;
 };
 
-/// All words and synonyms. A faulty list of synonyms counts as none; a faulty index gives a content that is
-/// not sound.
+/// Reads all words and synonyms. A malformed list of synonyms counts as empty. For a malformed index
+/// `isSound` is false.
 TableContent readIndex(const IndexFiles &files);
 
 } // namespace lexiquill::stardict

@@ -15,29 +15,29 @@
 
 namespace lexiquill::stardict {
 
-/// One StarDict dictionary. Its files are opened when the first word is asked for, and again when they have
-/// changed on disk since.
+/// One StarDict dictionary. Its files are opened at the first lookup, and again when they have changed on
+/// disk.
 class StardictDictionary final : public Dictionary {
 public:
-    /// Look-up tables are kept in `cacheDirectory`, which is made when needed. Reads the .ifo file only.
-    /// Nothing when that describes no usable dictionary.
+    /// Lookup tables are stored in `cacheDirectory`, which is created when needed. Reads only the .ifo file.
+    /// Null when that does not describe a usable dictionary.
     static std::unique_ptr<StardictDictionary> fromIfo(const QString &ifoPath, const QString &cacheDirectory);
 
-    /// As the .ifo file had it when it was read.
+    /// The name in the .ifo file when fromIfo() read it.
     QString name() const override { return m_bookName; }
     qint64 wordCount() const override { return m_wordCount; }
     QString path() const override;
 
     bool holdsChinese() override;
-    /// A word is looked for among the headwords, then among the synonyms, then in both without regard to
-    /// case. All articles under it make one entry.
+    /// Searches the headwords, then the synonyms, then both ignoring case. All articles of the word are
+    /// combined into one entry.
     std::optional<DictionaryEntry> find(const QString &word) override;
     const Headwords *headwords() override;
 
 private:
     struct Match {
         IndexEntry entry;
-        /// The word as it was found, in the index or among the synonyms.
+        /// The matching word, from the index or from the synonyms.
         QByteArrayView spelling;
     };
     enum class State { Unopened, Open, Unusable };

@@ -5,8 +5,8 @@
 
 namespace lexiquill::stardict {
 
-/// The .ifo files below a directory, sorted by path. Hidden directories, what lies more than eight levels
-/// deep, and what comes after some thousand entries is left out; each real file appears once.
+/// The .ifo files below a directory, sorted by path. Leaves out hidden directories, files more than eight
+/// levels deep, and everything after the first 10,000 entries. Each real file appears once.
 QStringList findDictionaries(const QString &directory);
 
 } // namespace lexiquill::stardict

@@ -33,7 +33,7 @@ OnlineDictionaryService::lookupYoudaoDirect(QString word, std::stop_token stop) 
     toSend->headers = {{"User-Agent", "Mozilla/5.0 (Macintosh; Intel Mac OS X 10_15_7) AppleWebKit/537.36 "
                                       "(KHTML, like Gecko) Chrome/120.0.0.0 Safari/537.36"},
                        {"Accept", "application/json, text/plain, */*"}};
-    // Neither the sign-in page of a network nor a message about too many requests may stand for the word.
+    // Do not store a network's login page or a message about too many requests as the answer for the word.
     toSend->isWorthKeeping = isYoudaoAnswer;
     const HttpReply reply = co_await m_client.send(*toSend);
     co_return reply.isOk() ? parseYoudaoJSON(reply.body, word) : std::nullopt;

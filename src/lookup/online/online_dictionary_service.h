@@ -8,8 +8,8 @@
 
 namespace lexiquill {
 
-/// Looks words up over the network: in the Youdao dictionary, and where that gives nothing, on the program's
-/// own server. A word that was answered once is answered from the store of answers afterwards.
+/// Looks words up over the network: in the Youdao dictionary and, if that finds nothing, on the program's own
+/// server. Answers are stored and used again.
 class OnlineDictionaryService final : public OnlineSource {
 public:
     struct Limits {

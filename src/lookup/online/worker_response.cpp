@@ -8,7 +8,7 @@ namespace {
 
 constexpr qsizetype mostItems = 10'000;
 
-/// Reads members of fixed types, and remembers when one is not as it should be.
+/// Reads members of fixed types. isValid() is false once a member is missing or has the wrong type.
 class StrictReader {
 public:
     bool isValid() const { return m_isValid; }

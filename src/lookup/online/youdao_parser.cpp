@@ -24,7 +24,7 @@ SenseItem numberedSense(qint64 number, const QString &meaning) {
     return {.number = number, .chineseMeaning = meaning};
 }
 
-/// The first of a word's transcriptions that is a text.
+/// The first of a word's transcriptions that is a string.
 std::optional<QString> phoneticOf(const JsonValue &word) {
     for (const char *const name : {"usphone", "ukphone", "phone"}) {
         if (auto text = word.member(name).text())
@@ -39,7 +39,7 @@ JsonValue firstWord(const JsonValue &section) {
     return word.isObject() ? word : JsonValue();
 }
 
-/// The line that an element of "trs" holds.
+/// The line of text in an element of "trs".
 std::optional<QString> lineOf(const JsonValue &translation) {
     const JsonValue lines = translation.member("tr").first().member("l").member("i");
     const QList<JsonValue> elements = lines.elements();
@@ -50,8 +50,8 @@ std::optional<QString> lineOf(const JsonValue &translation) {
     return elements.first().text()->trimmed();
 }
 
-/// The text without its tags: "<", at least one other character than ">", and ">". By hand, for the
-/// expression would take a second look at the rest of the text at each "<" that is not closed.
+/// The text without its tags: "<", at least one character other than ">", and ">". Not a regular expression,
+/// because that would scan the rest of the text again at each "<" that is not closed.
 QString withoutTags(const QString &text) {
     QString result;
     qsizetype position = 0;
@@ -121,9 +121,9 @@ private:
         }
     }
 
-    /// One line, such as "vt. 问候；欢迎".
+    /// Adds the senses of one line, such as "vt. 问候；欢迎".
     void addLine(const QString &line) {
-        // The characters that end a line are not part of "." in either sense.
+        // An explicit character class instead of ".", so that no line terminator matches.
         static const QRegularExpression expression(
             QStringLiteral("^([a-zA-Z]+\\.)\\s*([^\\n\\x0b\\f\\r\\x{85}\\x{2028}\\x{2029}]*)$"),
             QRegularExpression::UseUnicodePropertiesOption);

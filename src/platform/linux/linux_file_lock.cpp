@@ -39,8 +39,8 @@ public:
     }
 
     void leaveNote(const QByteArray &note) override {
-        // In one write over what is there: cutting the file off first would have the disk wait. Nobody is
-        // told of a failure, for a note that is cut off says nothing.
+        // Overwrite the old note in one write, because truncating the file first would wait for the disk.
+        // Ignore a failure: nobody uses an incomplete note.
         const QByteArray padded = note.leftJustified(noteSize, ' ', true);
         [[maybe_unused]] const ssize_t written =
             ::pwrite(m_descriptor.get(), padded.constData(), static_cast<std::size_t>(padded.size()), 0);

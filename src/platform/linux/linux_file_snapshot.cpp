@@ -62,7 +62,7 @@ public:
     }
 
 private:
-    /// How many bytes there were, fewer than `size` only at the end of the file; nothing on a read error.
+    /// The number of bytes read, less than `size` only at the end of the file; no value on a read error.
     std::optional<qsizetype> readUpTo(qint64 offset, char *bytes, qsizetype size) const {
         qsizetype position = 0;
         while (position < size) {
@@ -91,7 +91,7 @@ private:
 } // namespace
 
 std::unique_ptr<FileSnapshot> FileSnapshot::open(const QString &path, Problem *problem) {
-    // O_NONBLOCK: a pipe of that name must not stop the program.
+    // O_NONBLOCK: a pipe of that name must not block the program.
     const int flags = O_RDONLY | O_CLOEXEC | O_NONBLOCK;
     const int descriptor = ::open(QFile::encodeName(path).constData(), flags);
     const int reason = descriptor < 0 ? errno : 0;

@@ -7,7 +7,7 @@
 namespace lexiquill {
 
 Installation Installation::of(const QString &executableDirectory, const QString &homeDirectory) {
-    // What an administrator builds on the machine goes under /usr/local; no package manager knows of it.
+    // Programs that an administrator has built are in /usr/local; the package manager does not update them.
     const bool isManaged = executableDirectory.startsWith(QLatin1StringView("/usr/")) &&
                            !executableDirectory.startsWith(QLatin1StringView("/usr/local/"));
     const qsizetype lastSlash = executableDirectory.lastIndexOf(u'/');
@@ -21,7 +21,7 @@ Installation Installation::of(const QString &executableDirectory, const QString 
 }
 
 std::optional<ReplacementObstacle> obstacleToReplacing(const QString &applicationPath) {
-    // The name of a file need not be text; such a one cannot be written into a script.
+    // A file name may be invalid text; then it cannot be written into a script.
     if (applicationPath.contains(QChar::ReplacementCharacter))
         return ReplacementObstacle::UnreadableName;
     const QFileInfo bundle(applicationPath);

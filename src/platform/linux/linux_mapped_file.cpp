@@ -22,7 +22,8 @@ bool MappedFile::open(const QString &path, qint64 maxSize) {
     const qint64 size = m_file.size();
     const bool fits = size >= 0 && size <= maxSize;
     uchar *bytes = fits && size > 0 ? m_file.map(0, size) : nullptr;
-    // The mapping outlives the descriptor, of which many dictionaries would otherwise need too many.
+    // The mapping stays valid without the descriptor. Many dictionaries would otherwise need too many
+    // descriptors.
     m_file.close();
     if (bytes != nullptr)
         m_data = QByteArrayView(bytes, size);

@@ -49,7 +49,7 @@ void prepareProcess() {
 }
 
 void expectAllocations(qsizetype size) {
-    // Grows the heap at once, in place of thousands of small steps, and asks for huge pages there.
+    // Grows the heap in one step instead of thousands of small ones, and requests huge pages for it.
     constexpr int most = 31 << 20;
     mallopt(M_MMAP_THRESHOLD, 32 << 20);
     mallopt(M_TRIM_THRESHOLD, 64 << 20);

@@ -22,8 +22,8 @@ void check(int result) {
         fail(result);
 }
 
-/// SQLite would let others read a new file. One that exists is left alone: closing any descriptor of it would
-/// release the locks that this process may have on it.
+/// Creates a missing file, because SQLite would let others read a new file. An existing file is not opened:
+/// closing any descriptor of it would release the locks that this process may have on it.
 void createPrivately(const QByteArray &path) {
     QFile file(QFile::decodeName(path));
     if (file.exists())
@@ -43,7 +43,8 @@ void Connection::open(const QByteArray &path, int patienceMilliseconds) {
     check(result);
     m_patienceMilliseconds = patienceMilliseconds;
     sqlite3_busy_timeout(m_database, patienceMilliseconds);
-    // Writing the log back takes several times as long as publishing a word, so that is not done for each.
+    // Writing the log back takes several times as long as publishing a word, so that is not done for each
+    // word.
     sqlite3_db_config(m_database, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
     sqlite3_wal_hook(
         m_database,
@@ -52,7 +53,7 @@ void Connection::open(const QByteArray &path, int patienceMilliseconds) {
             return SQLITE_OK;
         },
         &m_pagesInLog);
-    // The file may come from anywhere.
+    // The file may come from an untrusted source.
     sqlite3_db_config(m_database, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     sqlite3_db_config(m_database, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
     sqlite3_db_config(m_database, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
@@ -73,14 +74,14 @@ void Connection::reset() {
     const int result = sqlite3_exec(m_database, "VACUUM", nullptr, nullptr, nullptr);
     sqlite3_db_config(m_database, SQLITE_DBCONFIG_RESET_DATABASE, 0, nullptr);
     check(result);
-    // What stands in the header stays.
+    // VACUUM does not change these fields of the header.
     execute("PRAGMA application_id = 0; PRAGMA user_version = 0");
 }
 
 Statement::Statement(const Connection &connection, std::string_view sql) {
     const int result = sqlite3_prepare_v2(connection.handle(), sql.data(), static_cast<int>(sql.size()),
                                           &m_statement, nullptr);
-    // The statements are right, so what they name is not there.
+    // The statements are correct, so the file lacks a table or column that they name.
     if (result != SQLITE_OK)
         fail(result, (result & 0xff) == SQLITE_ERROR);
 }

@@ -12,11 +12,11 @@ namespace lexiquill::sqlite {
 /// Thrown when SQLite reports an error; it does not leave this library.
 struct Error {
     int code = SQLITE_OK; ///< a primary result code
-    /// Whether the file does not hold what it should.
+    /// Whether the content of the file is not as expected.
     bool isDamage = false;
 };
 
-/// A database file that is open, or none. Statements on it must be gone before it.
+/// An open database file, or none. Statements on it must be destroyed before it.
 class Connection {
 public:
     Connection() = default;
@@ -24,7 +24,7 @@ public:
     Connection(const Connection &) = delete;
     Connection &operator=(const Connection &) = delete;
 
-    /// Creates a missing file, for its owner only. Every operation waits for other processes at most this
+    /// Creates a missing file, private to its owner. Every operation waits for other processes at most this
     /// long.
     void open(const QByteArray &path, int patienceMilliseconds);
 
@@ -32,9 +32,10 @@ public:
     qint64 lastInsertedId() const { return sqlite3_last_insert_rowid(m_database); }
     /// Pages in the write-ahead log after the last commit.
     int pagesInLog() const { return m_pagesInLog; }
-    /// Empties the write-ahead log into the file, unless another process is at work there.
+    /// Writes the write-ahead log back into the file and empties it, unless another process is using the
+    /// file.
     void writeLogBack();
-    /// Makes the file an empty database, whatever it holds, in a way that other processes bear.
+    /// Makes the file an empty database, whatever its content. Safe even if other processes use the file.
     void reset();
 
     sqlite3 *handle() const { return m_database; }
@@ -57,7 +58,7 @@ public:
     Statement &bind(int parameter, const QString &value);
     /// Goes to the next row; false when there is none.
     bool next();
-    /// Runs to the end, and makes ready for the next run.
+    /// Runs the statement to its end, and resets it for the next run.
     void run();
     void restart();
 
@@ -68,12 +69,12 @@ private:
     sqlite3_stmt *m_statement = nullptr;
 };
 
-/// Everything between its construction and commit(), or nothing of it.
+/// A transaction from its construction to commit(). Without commit(), the destructor rolls it back.
 class Transaction {
 public:
     enum class Kind {
-        Write, ///< keeps other writers out from the beginning
-        Read,  ///< sees one state of the file, whatever others do meanwhile
+        Write, ///< blocks other writers from the beginning
+        Read,  ///< sees one state of the file, even if others change it meanwhile
     };
 
     explicit Transaction(Connection &connection, Kind kind = Kind::Write) : m_connection(connection) {

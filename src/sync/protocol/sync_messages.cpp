@@ -51,7 +51,8 @@ QByteArray encodeCredentials(const QString &username, const QString &password,
     write(writer, "username", username);
     write(writer, "clientWords", words);
     writer.finish();
-    // From here on the body must not move, or it would leave a copy of the password behind.
+    // From here on the body must not be reallocated, because that would leave a copy of the password in
+    // memory.
     constexpr qsizetype longestUnit = 6;
     body.reserve(body.size() + longestUnit * password.size() + 64);
     write(writer, "password", password);

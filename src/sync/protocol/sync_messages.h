@@ -11,17 +11,17 @@
 
 namespace lexiquill {
 
-/// The body of a login or registration. It holds the password in plain and nothing else does afterwards:
-/// wipe() it when it has been sent.
+/// The body of a login or registration. It contains the password as plain text and is its only copy: wipe()
+/// it after it has been sent.
 QByteArray encodeCredentials(const QString &username, const QString &password,
                              const QList<WordRecord> &words);
 /// The body of a two-way sync.
 QByteArray encodeSync(const QString &username, const QList<WordRecord> &words,
                       const QSet<QString> &deletedWords);
-/// The body that tells of a deletion.
+/// The body that reports a deletion.
 QByteArray encodeDeletion(const QString &username, const QString &word);
 
-/// What the server says. A text that is no string, or longer than 65,536 UTF-16 units, counts as missing.
+/// The server's answer. A text that is not a string, or longer than 65,536 UTF-16 units, counts as missing.
 struct ServerAnswer {
     bool isSuccess = false;
     std::optional<QString> token = std::nullopt;
@@ -30,10 +30,10 @@ struct ServerAnswer {
     QByteArray words = QByteArrayLiteral("[]");
 };
 
-/// Nothing when JsonDocument does not take the text, or it is no object.
+/// No value when JsonDocument cannot parse the text, or when it is not an object.
 std::optional<ServerAnswer> decodeServerAnswer(const QByteArray &json);
 
-/// The records of an answer; nothing when they are no array of objects.
+/// The records of an answer; no value when they are not an array of objects.
 std::optional<QList<WordRecord>> decodeCloudWords(const ServerAnswer &answer, Instant now);
 
 } // namespace lexiquill

@@ -30,7 +30,7 @@ private Q_SLOTS:
         row("a||noun ① (a)(b) 甲 ② () 乙 ③ (丙", "a/: noun{1 (a) (b) 甲; 2 () 乙; 3 (丙}");
         row("a||noun ‹植›  ① ‹植› 苹果 ‹树› ② ‹植›", "a/: noun{1 苹果; 2 ‹植›}");
         row("a||noun ① 甲 ▸ one ▸  ▸two ② ▸ three", "a/: noun{1 甲 > one > two}");
-        // A number in a circle is no letter, and marks and format characters make no boundary.
+        // A circled number is not a letter. Combining marks and format characters are not word boundaries.
         row("noun① 问候 ② 招呼", "query: noun{1 问候; 2 招呼}");
         row("甲 noun\u0301 乙", "query: 释义{甲 noun\u0301 乙}");
         row("甲 noun\u200b 乙", "query: 释义{甲 noun\u200b 乙}");

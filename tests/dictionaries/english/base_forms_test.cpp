@@ -33,7 +33,7 @@ QList<Headword> ordinaryWords() {
 
 using Dictionary = QHash<QString, QStringList>;
 
-/// What the program answers when the dictionary does not have the word itself.
+/// The base form that the program finds if the dictionary does not contain the word itself.
 QString answer(const Dictionary &dictionary, const QString &typed) {
     const auto partsOfSpeechOf = [&](const QString &word) {
         return dictionary.contains(word) ? std::optional(dictionary[word]) : std::nullopt;
@@ -90,7 +90,8 @@ private Q_SLOTS:
         QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join(u'\n')));
     }
 
-    /// The parts of speech of the only entry, what is typed with it as the answer, and what without answer.
+    /// The parts of speech of the only entry; typed words that must find that entry; typed words that must
+    /// not.
     void answers_data() {
         addRows(
             "释义 | cats=cat, boxes=box, buses=bus, houses=house, ties=tie, gloves=glove, cities=city |\n"

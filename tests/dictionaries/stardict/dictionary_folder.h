@@ -24,7 +24,8 @@ public:
         return stardict::StardictDictionary::fromIfo(path(u"d.ifo"_s), cachePath());
     }
 
-    /// What a dictionary has on a word: its headword and the lines of the articles, "-" for nothing.
+    /// The answer of a dictionary to a word: its headword and the lines of the articles, "-" if there is
+    /// none.
     static QString ask(Dictionary &dictionary, const QString &word) {
         const auto entry = dictionary.find(word);
         return entry ? entry->headword + u'|' + QString(entry->rawText).replace(u'\n', u'|') : u"-"_s;

@@ -28,7 +28,7 @@ private Q_SLOTS:
 
     /// Version, bits of an offset, types, whether the index is packed, bytes in a chunk of packed articles.
     void formats_data() {
-        // Chunks of seven bytes put many borders into every article.
+        // With chunks of seven bytes, every article spans many chunks.
         addRows(R"(
             2.4.2 | 32 | m  |      | 0
             2.4.2 | 32 |    | gzip | 58315
@@ -72,7 +72,7 @@ private Q_SLOTS:
         QVERIFY(!dictionary->find(u"word300"_s));
     }
 
-    /// A word, what a sorted dictionary has on it, and an unsorted one where that is something else.
+    /// A word, the answer of a sorted dictionary, and the answer of an unsorted one if it differs.
     void matching_data() {
         addRows("polish | polish, shine    |\n"
                 "Polish | Polish, of Poland |\n"
@@ -137,7 +137,7 @@ private Q_SLOTS:
         QVERIFY(ifo.contains(from));
         writeFile(path(u"d.ifo"_s), QByteArray(ifo).replace(from, to));
         QCOMPARE(askAfresh(u"six"_s), usable ? u"six|6"_s : u"-"_s);
-        // What was found out about a dictionary holds no longer than its files.
+        // A stored result about a dictionary is not used after its files have changed.
         writeFile(path(u"d.ifo"_s), ifo + ' ');
         QCOMPARE(askAfresh(u"I"_s), u"one|1"_s);
     }
@@ -177,7 +177,7 @@ private Q_SLOTS:
         QVERIFY(QFile::remove(path(u"d.idx"_s)));
         writeFile(path(u"d.idx.gz"_s), tools::gzip(index));
         QTEST(askAfresh(u"a"_s), "answer");
-        // A packed index that goes on for ever is not unpacked beyond the announced size.
+        // A much larger packed index is not unpacked beyond the announced size.
         writeFile(path(u"d.idx.gz"_s), tools::gzip(index + QByteArray(50'000'000, '\0')));
         QCOMPARE(askAfresh(u"a"_s), u"-"_s);
     }
@@ -210,7 +210,7 @@ private Q_SLOTS:
         QTest::qSleep(20);
         write({{"two", {{'m', "2"}}, {"I"}}, plainEntry("one", "6"), plainEntry("six", "1")}, options);
         QCOMPARE(askAfresh(u"I"_s), u"two|2"_s);
-        // Without a place for the cache everything still works.
+        // Without a cache directory everything still works.
         QVERIFY(QDir(cachePath()).removeRecursively());
         writeFile(cachePath(), "a file");
         QCOMPARE(askAfresh(u"i"_s), u"two|2"_s);
@@ -220,7 +220,7 @@ private Q_SLOTS:
         write({plainEntry("one", "1"), plainEntry("two", QByteArray(10000, 'x'))});
         const auto dictionary = open();
         QCOMPARE(ask(*dictionary, u"one"_s), u"one|1"_s);
-        // Reading behind the new end of a mapped file would be fatal.
+        // Reading beyond the new end of a mapped file would crash the program.
         QVERIFY(QFile::resize(path(u"d.dict"_s), 1));
         QCOMPARE(ask(*dictionary, u"two"_s), u"-"_s);
         QVERIFY(QFile::resize(path(u"d.idx"_s), 0));

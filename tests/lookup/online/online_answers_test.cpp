@@ -13,7 +13,7 @@ QByteArray json(QString text) {
     return text.replace(u'\'', u'"').toUtf8();
 }
 
-/// The entry as in `described`, and behind it " raw(text) en=cn".
+/// The entry as in `described`, followed by " raw(text) en=cn".
 QString describe(const std::optional<DictionaryEntry> &entry) {
     if (!entry)
         return u"none"_s;

@@ -13,14 +13,14 @@ const QByteArray youdaoAnswer = R"({"ec":{"word":[{"trs":[{"tr":[{"l":{"i":["n. 
 const QByteArray unknownAnswer = R"({"simple":{"query":"q"},"ec":{"word":[{"trs":[]}]}})";
 const QByteArray serverAnswer = R"({"success":true,"entry":{"word":"server","rawDefinition":"server"}})";
 
-/// Plays both servers, records whom it is asked for, and keeps answers in a directory of its own.
+/// Acts as both servers, records the requests, and stores answers in its own directory.
 struct Surroundings {
     Surroundings(const ServedAnswer &youdao, const ServedAnswer &own)
         : server([youdao, own](const ServedRequest &request) {
               return request.target.startsWith("/jsonapi") ? youdao : own;
           }) {}
 
-    /// What a service of a new process finds: the raw text of the entry.
+    /// The raw text of the entry that the service of a new process finds.
     QString find(const QString &word, const std::stop_token &stop = {}) const {
         HttpClient client(AnswerStore(directory.filePath(u"http"_s)));
         OnlineDictionaryService service(client, {.youdao = server.base(), .server = server.base()},
@@ -95,7 +95,7 @@ private Q_SLOTS:
         QCOMPARE(here.server.targets(), isFirst ? u"/jsonapi?q=q"_s : u"/jsonapi?q=q /api/dict?w=q"_s);
     }
 
-    /// Which of three lookups of a word, each by a new process, ask whom.
+    /// Three lookups of a word, each by a new process, and the requests that they send.
     void kept_data() {
         columns<ServedAnswer, ServedAnswer, QString>("youdao", "own", "targets");
         const ServedAnswer own{.body = serverAnswer, .headers = {{"Cache-Control", "no-store"}}};
@@ -125,7 +125,7 @@ private Q_SLOTS:
         QVERIFY(here.server.targets().contains(u"/jsonapi?q=Q"_s));
     }
 
-    /// Given up while the first request is under way, a lookup makes no second one.
+    /// A lookup that is cancelled during the first request sends no second one.
     void abandoned() {
         const Surroundings here({.manner = Manner::Silent}, {.body = serverAnswer});
         HttpClient client;

@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/// What the application is called on the session bus.
+/// The names of the application on the session bus.
 namespace lexiquill::BusNames {
 inline const QString service = QStringLiteral("com.lexiquill.Lexiquill");
 inline const QString path = QStringLiteral("/com/lexiquill/Lexiquill");

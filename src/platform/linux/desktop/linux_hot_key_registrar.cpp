@@ -18,7 +18,7 @@ public:
 } // namespace
 
 std::unique_ptr<HotKeyRegistrar> makeHotKeyRegistrar() {
-    // Under Wayland an X server serves X programs only, and knows nothing of keys pressed in others.
+    // Under Wayland the X server serves only X programs and does not see keys pressed in other programs.
     if (!qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
         return std::make_unique<PortalHotKeyRegistrar>(QDBusConnection::sessionBus());
     if (!qEnvironmentVariableIsEmpty("DISPLAY"))

@@ -15,7 +15,7 @@ namespace {
 
 constexpr int signals[] = {SIGTERM, SIGHUP, SIGINT};
 
-// A signal handler can do no more than write.
+// A signal handler may only call functions such as write().
 volatile std::sig_atomic_t noticeEnd = -1;
 
 void notice(int) {

@@ -7,7 +7,7 @@
 
 namespace lexiquill {
 
-/// The colour scheme that the desktop portal tells of.
+/// Reports the colour scheme from the desktop portal.
 class PortalColorScheme : public QObject, public ColorScheme {
     Q_OBJECT
 

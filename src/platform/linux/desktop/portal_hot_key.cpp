@@ -13,7 +13,7 @@
 
 namespace lexiquill {
 
-/// A shortcut as the portal takes and gives it.
+/// A shortcut in the portal's D-Bus format.
 struct PortalShortcut {
     QString id;
     QVariantMap properties;
@@ -87,7 +87,7 @@ PortalHotKey::~PortalHotKey() {
 }
 
 void PortalHotKey::bind(const QVariantMap &results) {
-    // A text for historical reasons, though it is a path.
+    // For historical reasons this is a string, although it is a path.
     const QVariant handle = results.value(QStringLiteral("session_handle"));
     const QDBusObjectPath session(
         handle.canConvert<QDBusObjectPath>() ? handle.value<QDBusObjectPath>().path() : handle.toString());
@@ -117,7 +117,7 @@ void PortalHotKey::bind(const QVariantMap &results) {
 }
 
 void PortalHotKey::takeBinding(const QVariantMap &results) {
-    // Some portals let the user strike the shortcut out and still agree.
+    // Some portals let the user remove the shortcut and still agree.
     m_isBound = true;
     const QVariant shortcuts = results.value(QStringLiteral("shortcuts"));
     if (shortcuts.canConvert<QDBusArgument>()) {

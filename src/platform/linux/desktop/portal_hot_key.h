@@ -9,21 +9,22 @@
 
 namespace lexiquill {
 
-/// How long the desktop portal may take before the status says so.
+/// How long the desktop portal may take before a timeout is reported.
 struct PortalPatience {
     std::chrono::milliseconds answer = std::chrono::seconds(10);
-    std::chrono::milliseconds user = std::chrono::minutes(2); ///< the user is asked to agree
+    std::chrono::milliseconds user = std::chrono::minutes(2); ///< while the user is asked to agree
 };
 
-/// A shortcut as the portal writes it, such as "LOGO+SHIFT+d"; empty for an unknown key.
+/// A shortcut in the portal's notation, such as "LOGO+SHIFT+d"; empty for an unknown key.
 QString portalTrigger(quint32 keyCode, quint32 carbonModifiers);
 
-/// One registration of one combination with the desktop portal, in a session of its own, which ends with it.
+/// The registration of one combination with the desktop portal. It has its own portal session, which ends
+/// with this object.
 class PortalHotKey : public QObject {
     Q_OBJECT
 
 public:
-    /// Starts to register the trigger.
+    /// Starts the registration of `trigger`.
     PortalHotKey(const QDBusConnection &connection, QString trigger, PortalPatience patience);
     ~PortalHotKey() override;
 

@@ -62,7 +62,7 @@ void PortalHotKeyRegistrar::takeOwnerChange(const QString &oldOwner, const QStri
         return;
     if (newOwner.isEmpty())
         return loseConnection();
-    // A portal that the first call has started is one that is about to answer.
+    // If the first call has just started the portal, the answer is still to come. Do not start again.
     const bool hasFailed = m_status == HotKeyStatus::unavailable || m_status == HotKeyStatus::connectionLost;
     if (!oldOwner.isEmpty() || hasFailed)
         start();

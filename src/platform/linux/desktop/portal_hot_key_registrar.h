@@ -9,13 +9,13 @@
 
 namespace lexiquill {
 
-/// A hotkey through the desktop portal's global shortcuts, which is how Wayland has them. The user may be
+/// A hotkey that uses the global shortcuts of the desktop portal, as needed under Wayland. The user may be
 /// asked to agree, and may choose other keys than those proposed.
 class PortalHotKeyRegistrar final : public QObject, public HotKeyRegistrar {
     Q_OBJECT
 
 public:
-    /// `connection` leads to the user's session bus; without it every registration fails.
+    /// `connection`: the user's session bus; if it is not connected, every registration fails.
     explicit PortalHotKeyRegistrar(const QDBusConnection &connection, PortalPatience patience = {});
 
     qint32 installHandler(PressHandler handler) override;
@@ -38,7 +38,7 @@ private:
     QDBusServiceWatcher m_watcher;
     PressHandler m_handler;
     std::optional<Combination> m_combination;
-    std::optional<qint32> m_status; ///< what was reported last; nothing while the portal has not answered
+    std::optional<qint32> m_status; ///< the last reported status; no value before the portal has answered
     std::unique_ptr<PortalHotKey> m_hotKey;
 };
 

@@ -12,7 +12,7 @@ namespace {
 
 const QString requestInterface = QStringLiteral("org.freedesktop.portal.Request");
 
-/// What the portal's answer says about the registration.
+/// The status for a response code of the portal.
 qint32 statusOf(uint response) {
     constexpr uint granted = 0;
     constexpr uint cancelledByUser = 1;
@@ -64,7 +64,7 @@ PortalRequest::~PortalRequest() {
 void PortalRequest::send(const QString &interface, const QString &method, const QVariantList &arguments,
                          QVariantMap options, std::chrono::milliseconds patience) {
     m_isPending = true;
-    // Listened to before the call, for the answer may overtake the reply.
+    // Connect before the call, because the answer may arrive before the reply of the call.
     m_connection.connect(Portal::service, m_path, requestInterface, QStringLiteral("Response"), this,
                          SLOT(takeResponse(uint, QVariantMap)));
     m_timer.start(patience);
@@ -81,7 +81,7 @@ void PortalRequest::send(const QString &interface, const QString &method, const 
 }
 
 void PortalRequest::takeError(const QDBusError &error) {
-    // The timer speaks for a portal that is silent, and the registrar for one that has gone.
+    // The timer handles a portal that does not answer, and the registrar one that has gone.
     if (error.type() != QDBusError::NoReply && error.type() != QDBusError::Timeout)
         finish(saysThatNobodyIsThere(error) ? HotKeyStatus::unavailable : HotKeyStatus::serviceError);
 }

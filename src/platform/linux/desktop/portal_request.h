@@ -11,19 +11,20 @@
 
 namespace lexiquill {
 
-/// Where the desktop portal is.
+/// The D-Bus address of the desktop portal.
 namespace Portal {
 inline const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
 inline const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
 
-/// A name for a new object of the portal that nobody else can guess.
+/// A name for a new object of the portal. Other programs cannot guess it.
 QString makeToken();
-/// The path of the object of a kind ("request", "session") that the portal makes for a token of this program.
+/// The path of the object that the portal creates for a token of this program. `kind`: "request" or
+/// "session".
 QString objectPath(const QDBusConnection &connection, QStringView kind, const QString &token);
 } // namespace Portal
 
-/// One request to the desktop portal: the call, and the answer that comes as a signal of a request object.
-/// One that is destroyed before its answer is taken back.
+/// One request to the desktop portal: a call, and its answer, which arrives as a signal of a request object.
+/// Destroying this object before the answer cancels the request.
 class PortalRequest : public QObject {
     Q_OBJECT
 
@@ -31,14 +32,14 @@ public:
     explicit PortalRequest(const QDBusConnection &connection, QObject *parent = nullptr);
     ~PortalRequest() override;
 
-    /// Calls a method of the portal's interface; `options` goes behind `arguments`, with this request's
+    /// Calls a method of the portal's interface. `options` is passed after `arguments`, with this request's
     /// token. To be called once.
     void send(const QString &interface, const QString &method, const QVariantList &arguments,
               QVariantMap options, std::chrono::milliseconds patience);
 
 Q_SIGNALS:
-    /// A status of `HotKeyStatus`; after one that says yes, with the results. The only one that another may
-    /// follow is that there has been no answer for as long as `patience`.
+    /// `status` is one of `HotKeyStatus`; `results` is set if it is `ok`. Emitted once, except that another
+    /// status may follow `timedOut`, which means that there was no answer within `patience`.
     void finished(qint32 status, const QVariantMap &results);
 
 private:

@@ -34,7 +34,7 @@ bool SessionEndpoint::claim(ApplicationRequests requests) {
     bus.connect({}, QStringLiteral("/org/freedesktop/DBus/Local"),
                 QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
                 SLOT(outliveBus()));
-    // The object is there before its name is, so that no early call is lost.
+    // Register the object before the name, so that no early call is lost.
     new FreedesktopApplication(this);
     new LookupService(this);
     return bus.registerObject(BusNames::path, this) && bus.registerService(BusNames::service);
@@ -89,7 +89,7 @@ void FreedesktopApplication::ActivateAction(const QString &name, const QVariantL
     QVariant parameter = parameters.value(0);
     if (parameter.canConvert<QDBusVariant>())
         parameter = parameter.value<QDBusVariant>().variant();
-    // Only a text is one.
+    // Only a string is a valid parameter.
     const QString text = parameter.typeId() == QMetaType::QString ? parameter.toString() : QString();
     m_endpoint.m_requests.activateAction(bounded(name), bounded(text), tokensOf(platformData));
 }

@@ -19,7 +19,7 @@ public:
     bool claim(ApplicationRequests requests) override;
 
 private Q_SLOTS:
-    /// Other starts reach a process that has outlived its bus by the socket.
+    /// The bus has ended before this process. Later starts then reach the process by the socket.
     void outliveBus() { claimSocket(); }
 
 private:
@@ -28,14 +28,14 @@ private:
 
     bool claimSocket();
     void takeFromSocket(int listener);
-    /// Answers the present call with an error.
+    /// Answers the current call with an error.
     void refuse(const QString &message);
 
     ApplicationRequests m_requests;
     std::unique_ptr<QSocketNotifier> m_socketNotifier;
 };
 
-/// How desktops start, address and command applications.
+/// The D-Bus interface by which desktops start and control applications.
 class FreedesktopApplication : public QDBusAbstractAdaptor {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
@@ -52,7 +52,7 @@ private:
     SessionEndpoint &m_endpoint;
 };
 
-/// The lookup entry for other programs.
+/// The lookup interface for other programs.
 class LookupService : public QDBusAbstractAdaptor {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "com.lexiquill.Lexiquill")
@@ -61,7 +61,7 @@ public:
     explicit LookupService(SessionEndpoint *endpoint);
 
 public Q_SLOTS:
-    /// Brings the window forward and looks the text up; a blank one is an error.
+    /// Brings the window to the front and looks the text up; a blank text is an error.
     void Lookup(const QString &text);
 
 private:

@@ -12,7 +12,7 @@ namespace lexiquill {
 
 namespace {
 
-/// The time of the user's action that is part of the identifier; 0 without one.
+/// The time of the user's action, which is part of the start-up id; 0 if it has none.
 quint32 timeOf(const QString &startupId) {
     static const QString mark = QStringLiteral("_TIME");
     const qsizetype position = startupId.lastIndexOf(mark);
@@ -32,7 +32,8 @@ xcb_window_t rootOf(xcb_connection_t *connection) {
     return xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
 }
 
-/// Tells the desktop that the start is over which it shows as under way. The text comes in pieces.
+/// Tells the desktop that the start has finished, so that it stops showing the start. The text is sent in
+/// pieces.
 void endStartUp(xcb_connection_t *connection, quint32 window, QString startupId) {
     startupId.replace(u'\\', QStringLiteral("\\\\")).replace(u'"', QStringLiteral("\\\""));
     QByteArray message = QByteArrayLiteral("remove: ID=\"") + startupId.toUtf8() + QByteArrayLiteral("\"");
@@ -53,7 +54,7 @@ void endStartUp(xcb_connection_t *connection, quint32 window, QString startupId)
     xcb_flush(connection);
 }
 
-/// Asks the window manager in the name of the user: it may refuse a program of its own accord.
+/// Asks the window manager on behalf of the user, because it may refuse a request from the program itself.
 void activateX11Window(xcb_connection_t *connection, quint32 window, quint32 timestamp) {
     xcb_client_message_event_t event{};
     event.response_type = XCB_CLIENT_MESSAGE;
@@ -72,7 +73,7 @@ void activateX11Window(xcb_connection_t *connection, quint32 window, quint32 tim
 } // namespace
 
 void bringForward(QWindow *window, const ActivationTokens &tokens, quint64 timestamp) {
-    // The Wayland backend takes the token from there when it asks for the activation.
+    // The Wayland backend reads the token from the environment when it requests the activation.
     if (!tokens.activationToken.isEmpty())
         qputenv("XDG_ACTIVATION_TOKEN", tokens.activationToken.toUtf8());
     window->raise();

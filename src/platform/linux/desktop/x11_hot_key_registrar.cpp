@@ -61,7 +61,7 @@ void X11HotKeyRegistrar::loseConnection() {
     m_heldKeys.clear();
     m_hasLayoutChanged = false;
     if (m_notifier) {
-        // This may run in its own signal.
+        // The notifier's own signal may have called this function.
         m_notifier->setEnabled(false);
         m_notifier->deleteLater();
         m_notifier = nullptr;
@@ -114,7 +114,7 @@ void X11HotKeyRegistrar::takeUpLayout() {
     m_hasLayoutChanged = false;
     if (!m_keyboard->reload() || !m_combination)
         return;
-    // Most changes, such as another keyboard of the same layout, leave the keys where they are.
+    // Most changes, such as another keyboard of the same layout, do not move the keys.
     if (!m_grabs.isEmpty() && m_grabs == neededGrabs())
         return;
     ungrab();
@@ -159,7 +159,7 @@ qint32 X11HotKeyRegistrar::grab() {
     }
     if (status != HotKeyStatus::ok)
         ungrab();
-    // Events that came with the answers wait in memory, where no notifier sees them.
+    // Events that arrived with the answers are already in memory, where the notifier does not see them.
     m_soon.start();
     return status;
 }
@@ -172,7 +172,7 @@ void X11HotKeyRegistrar::ungrab() {
             xcb_ungrab_key(m_connection, each.key, root, each.modifiers);
     }
     m_grabs.clear();
-    // The answer says that the keys are free for others.
+    // When this answer arrives, the server has released the keys for other programs.
     const auto cookie = xcb_get_input_focus(m_connection);
     const XcbPointer<xcb_get_input_focus_reply_t> done(
         xcb_get_input_focus_reply(m_connection, cookie, nullptr));

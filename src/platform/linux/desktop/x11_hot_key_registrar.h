@@ -14,11 +14,11 @@
 
 namespace lexiquill {
 
-/// A hotkey as key grabs on the root windows of an X server, over a connection of its own. Failures carry the
-/// server's error number, such as 10 (BadAccess) for a combination that another program holds.
+/// A hotkey that uses key grabs on the root windows of an X server, over its own connection. A failure has
+/// the server's error number, such as 10 (BadAccess) for a combination that another program has grabbed.
 class X11HotKeyRegistrar final : public QObject, public HotKeyRegistrar {
 public:
-    /// `display` names the server as in $DISPLAY, which an empty one stands for.
+    /// `display`: the server in the format of $DISPLAY; empty means $DISPLAY itself.
     explicit X11HotKeyRegistrar(QByteArray display = {});
     ~X11HotKeyRegistrar() override;
 
@@ -58,7 +58,7 @@ private:
     QSocketNotifier *m_notifier = nullptr;
     QTimer m_soon; ///< for events that have been read already
     std::optional<Combination> m_combination;
-    QList<Grab> m_grabs; ///< all in force; empty when the last attempt failed
+    QList<Grab> m_grabs; ///< all active grabs; empty when the last attempt failed
     QList<xcb_keycode_t> m_heldKeys;
     bool m_hasLayoutChanged = false;
 };

@@ -14,7 +14,7 @@ namespace lexiquill {
 namespace {
 
 constexpr int modifierCount = 8;
-constexpr int firstNumberedModifier = 3; // behind Shift, Lock and Control
+constexpr int firstNumberedModifier = 3; // after Shift, Lock and Control
 constexpr int unreachable = std::numeric_limits<int>::max();
 
 quint8 typeOf(const xcb_generic_event_t &event) {
@@ -61,7 +61,7 @@ void X11Keyboard::selectEvents() const {
 bool X11Keyboard::takeEvent(const xcb_generic_event_t &event) {
     if (typeOf(event) == XCB_MAPPING_NOTIFY)
         return reinterpret_cast<const xcb_mapping_notify_event_t &>(event).request != XCB_MAPPING_POINTER;
-    // All events of the extension have one type; the kind stands behind it.
+    // All events of the extension have the same type; the next byte is the kind.
     return typeOf(event) == m_firstEvent &&
            (event.pad0 == XCB_XKB_NEW_KEYBOARD_NOTIFY || event.pad0 == XCB_XKB_MAP_NOTIFY ||
             event.pad0 == XCB_XKB_STATE_NOTIFY);
@@ -104,7 +104,7 @@ void X11Keyboard::readModifiers(const xcb_get_modifier_mapping_reply_t &mapping)
     }
     m_lockCombinations = {0};
     for (const quint16 lock : {quint16{XCB_MOD_MASK_LOCK}, numLock, scrollLock}) {
-        // A lock that shares its modifier with a key to be held cannot be told from it.
+        // A lock that shares its modifier bit with Alt or Super cannot be distinguished from that key.
         if (lock == 0 || lock == m_alt || lock == m_super || m_lockCombinations.contains(lock))
             continue;
         const QList<quint16> without = m_lockCombinations;
@@ -118,8 +118,8 @@ bool X11Keyboard::hasSymbol(xcb_keycode_t code, std::initializer_list<xkb_keysym
                                [&](xkb_keysym_t symbol) { return distance(code, symbol) != unreachable; });
 }
 
-/// How far a key is from giving the symbol: 0 when pressed alone, 1 with Shift or the like, 2 and 3 the same
-/// in another layout.
+/// How directly a key produces the symbol: 0 when pressed alone, 1 with Shift or a similar key, 2 and 3 the
+/// same in another layout.
 int X11Keyboard::distance(xcb_keycode_t code, xkb_keysym_t symbol) const {
     int shortest = unreachable;
     const xkb_layout_index_t layouts = xkb_keymap_num_layouts_for_key(m_keymap.get(), code);

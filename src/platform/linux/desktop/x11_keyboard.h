@@ -13,28 +13,28 @@
 
 namespace lexiquill {
 
-/// Owns what XCB has allocated with malloc.
+/// Frees memory that XCB has allocated with malloc.
 struct XcbDeleter {
     void operator()(void *memory) const { std::free(memory); }
 };
 template <typename T> using XcbPointer = std::unique_ptr<T, XcbDeleter>;
 
-/// What the current keyboard layout of an X server makes of keys and modifiers.
+/// The keys and modifiers in the current keyboard layout of an X server.
 class X11Keyboard {
 public:
-    /// Asks the server to announce changes of the layout, and not to invent releases of a key that is held.
-    /// Null when the server has no XKB. The connection must outlive the result.
+    /// Asks the server to report changes of the layout, and to send no release events while a key is held
+    /// down. Null when the server has no XKB. The connection must outlive the result.
     static std::unique_ptr<X11Keyboard> open(xcb_connection_t *connection);
 
-    /// Takes in an event; true when the layout has changed by it. reload() is then due.
+    /// Handles an event. True when it changes the layout; then call reload().
     bool takeEvent(const xcb_generic_event_t &event);
-    /// False when the server does not answer with a usable layout; the one before stays.
+    /// Reads the layout. False when the server does not answer with a usable one; the previous one is kept.
     bool reload();
 
-    /// The keys that give the symbol in the active layout, or else in another one that the user can switch
-    /// to, or else the key at the place that the code stands for. Empty when there is none.
+    /// The keys that produce the symbol in the active layout, or else in another one that the user can switch
+    /// to, or else the key at the position that the code means. Empty when there is none.
     QList<xcb_keycode_t> keyCodes(const VirtualKey &key) const;
-    /// The server's modifiers for bits of `CarbonModifier`; nothing when the keyboard lacks one of them.
+    /// The server's modifiers for bits of `CarbonModifier`; no value when the keyboard lacks one of them.
     std::optional<quint16> modifiers(quint32 carbonModifiers) const;
     /// Every combination of the locks (Caps Lock, Num Lock, Scroll Lock) that the keyboard has.
     const QList<quint16> &lockCombinations() const { return m_lockCombinations; }
