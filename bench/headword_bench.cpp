@@ -1,5 +1,6 @@
 #include "bench.h"
 #include "dictionaries/dictionary_shelf.h"
+#include "dictionaries/stardict/stardict_format.h"
 #include "sample_data.h"
 #include "stardict_writer.h"
 
@@ -16,7 +17,7 @@ using benchmark::State;
 
 constexpr size_t headwordCount = 500'000;
 
-/// Words of English syllables, 4 to 15 letters long.
+/// A word of English syllables.
 QByteArray randomWord(std::mt19937 &random) {
     static const std::vector<QByteArray> syllables{"a",   "ap", "ple", "con",  "cise", "er", "ing", "tion",
                                                    "sub", "ex", "tra", "or",   "di",   "na", "ry",  "pre",
@@ -45,10 +46,11 @@ QString writeLargeDictionary(bool isSorted) {
 
 std::unique_ptr<DictionaryShelf> newShelf(const QString &directory, const QString &cache) {
     return std::make_unique<DictionaryShelf>(
-        DictionaryShelf::Places{.installed = {directory}, .bundled = {}, .cache = cache});
+        DictionaryShelf::Places{.installed = {directory}, .bundled = {}, .cache = cache},
+        std::vector{stardict::format()});
 }
 
-/// The dictionary after it was first asked.
+/// The dictionary after its first query.
 DictionaryShelf &dictionary(bool isSorted) {
     const auto make = [](bool sorted) {
         auto shelf = newShelf(writeLargeDictionary(sorted), newDirectory());
@@ -76,7 +78,7 @@ void findSimilar(State &state, const char *word) {
     }
 }
 
-/// What the first key costs, once the table is in the cache.
+/// The cost of the first key when the lookup table is in the cache.
 void openHeadwords(State &state) {
     const QString directory = writeLargeDictionary(true);
     const QString cache = newDirectory();

@@ -1,6 +1,7 @@
 #include "sample_data.h"
 
 #include "dictionaries/dictionary_shelf.h"
+#include "dictionaries/stardict/stardict_format.h"
 #include "dictionaries/system_dictionary_service.h"
 #include "stardict_writer.h"
 #include "storage/wordbook_file.h"
@@ -37,7 +38,7 @@ WordRecord sampleRecord(const DictionaryEntry &entry, const QString &word, std::
     const auto daysLater = [](Instant instant, qint64 days) {
         return instant.adding(static_cast<double>(days) * secondsPerDay);
     };
-    // An online source gives sentences of their own besides those of the senses.
+    // An online source has separate sentences besides those of the senses.
     QList<ExampleSentence> sentences;
     for (const PartOfSpeechGroup &group : entry.posGroups) {
         for (const SenseItem &sense : group.senses) {
@@ -90,7 +91,8 @@ const QList<DictionaryEntry> &sampleEntries() {
     static const QList<DictionaryEntry> entries = [] {
         DictionaryShelf shelf({.installed = {},
                                .bundled = {QStringLiteral(LEXIQUILL_STARTER_DIRECTORY)},
-                               .cache = newDirectory()});
+                               .cache = newDirectory()},
+                              {stardict::format()});
         SystemDictionaryService dictionary(shelf);
         QList<DictionaryEntry> found;
         for (const QString &word : starterWords()) {
@@ -132,14 +134,13 @@ QString newDirectory() {
 }
 
 QByteArray madeUpWord(quint32 index) {
-    // All of one length, so that different syllables make different words.
+    // All of the same length, so that different syllables make different words.
     constexpr std::array syllables{"ba", "ca", "de", "do", "el", "en", "fi", "ga", "hy", "in",
                                    "jo", "ka", "le", "mi", "na", "or", "pe", "qu", "re", "st",
                                    "ti", "ul", "va", "we", "xy", "yo", "ze", "sh"};
     constexpr quint64 count = syllables.size();
     QByteArray word;
-    // Spread over the alphabet: the factor is prime, so every index below count to the fourth is another
-    // word.
+    // Spreads the words over the alphabet. The factor is prime, so indexes below count⁴ give different words.
     quint64 rest = quint64{index} * 104729 % (count * count * count * count);
     for (int i = 0; i < 4; ++i, rest /= count)
         word += syllables[rest % count];

@@ -36,7 +36,7 @@ using SteadyClock = std::chrono::steady_clock;
 
 constexpr qsizetype recordCount = 20'000;
 
-/// A wordbook of 20,000 words, which is the same for all benchmarks, and what the screens need besides.
+/// A wordbook of 20,000 words, shared by all benchmarks, and the services that the screens need.
 class Sample {
 public:
     static Sample &shared() {
@@ -78,7 +78,7 @@ private:
 
     QString m_directory = newDirectory();
     UserDefaults m_defaults{m_directory + QStringLiteral("/settings.conf")};
-    DictionaryShelf m_shelf{{.installed = {}, .bundled = {}, .cache = m_directory}};
+    DictionaryShelf m_shelf{{.installed = {}, .bundled = {}, .cache = m_directory}, {}};
     SystemDictionaryService m_offline{m_shelf};
     NoOnlineSource m_online;
     DictionaryService m_dictionary{m_online, m_offline, m_defaults};
@@ -103,10 +103,10 @@ private:
                              }}};
 };
 
-/// Measures what an observer of the wordbook does when a change has been saved.
+/// Measures the work of an observer of the wordbook after a change has been saved.
 void followChange(State &state, const std::function<std::shared_ptr<QObject>(Services &)> &makeObserver) {
     StorageManager &storage = Sample::shared().storage();
-    // Observers are told in the order of their connections.
+    // Observers are notified in the order of their connections.
     SteadyClock::time_point saved;
     const auto before =
         QObject::connect(&storage, &StorageManager::wordsChanged, [&] { saved = SteadyClock::now(); });
@@ -122,7 +122,7 @@ void followChange(State &state, const std::function<std::shared_ptr<QObject>(Ser
         position = (position + 7919) % storage.words().size();
         DictionaryEntry entry = sampleEntries().at(position % sampleEntries().size());
         entry.headword = storage.words().at(position).word;
-        // The word comes to the front of the list of the latest ones.
+        // The word moves to the front of the list of recent words.
         storage.addOrUpdateSearch(entry);
         state.SetIterationTime(seconds);
     }
@@ -163,7 +163,8 @@ void filter(State &state, const char *text) {
     }
 }
 
-/// The same for the field of the search screen; what the dictionaries do on their thread does not count.
+/// The same for the field of the search screen. The work of the dictionaries on their own thread is not
+/// measured.
 void suggest(State &state, const char *text) {
     CurrentWeeklyPlan plan(Sample::shared().storage());
     Services services = Sample::shared().servicesWith(plan);

@@ -27,7 +27,7 @@ constexpr int leastWidth = 400;
 std::vector<pid_t> descendants(pid_t process) {
     std::vector<pid_t> found;
     const std::string path = "/proc/" + std::to_string(process);
-    // Threads other than the first start no processes of the programs that are measured here.
+    // In the measured programs, only the first thread starts processes.
     std::ifstream children(path + "/task/" + std::to_string(process) + "/children");
     for (pid_t child = 0; children >> child;) {
         found.push_back(child);
@@ -47,7 +47,7 @@ double proportionalMebibytes(pid_t process) {
     return 0;
 }
 
-/// Ends whatever has been started and waits for it.
+/// Ends all processes that have been started, and waits for them.
 void endDescendants() {
     for (const int signal : {SIGTERM, SIGKILL}) {
         for (const pid_t process : descendants(getpid()))
@@ -65,6 +65,7 @@ void endDescendants() {
 
 std::vector<char *> pointers(const std::vector<std::string> &texts) {
     std::vector<char *> result;
+    result.reserve(texts.size() + 1);
     for (const std::string &text : texts)
         result.push_back(const_cast<char *>(text.c_str()));
     result.push_back(nullptr);
@@ -78,7 +79,7 @@ void WindowMeter::Disconnect::operator()(xcb_connection_t *connection) const {
 }
 
 WindowMeter::WindowMeter() : m_connection(xcb_connect(nullptr, nullptr)) {
-    // What a program leaves behind becomes a child of this process.
+    // Orphaned processes become children of this process.
     prctl(PR_SET_CHILD_SUBREAPER, 1);
     const xcb_screen_t *const screen = xcb_setup_roots_iterator(xcb_get_setup(m_connection.get())).data;
     constexpr std::uint32_t events = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
@@ -88,7 +89,7 @@ WindowMeter::WindowMeter() : m_connection(xcb_connect(nullptr, nullptr)) {
 
 std::optional<WindowCost> WindowMeter::measure(const std::vector<std::string> &command,
                                                const std::vector<std::string> &variables) {
-    // What the program before has sent until its end.
+    // Discard the remaining events of the previous program.
     while (xcb_generic_event_t *const event = xcb_poll_for_event(m_connection.get()))
         std::free(event);
     const std::vector<char *> arguments = pointers(command);
@@ -97,7 +98,7 @@ std::optional<WindowCost> WindowMeter::measure(const std::vector<std::string> &c
     if (process == 0) {
         for (const std::string &variable : variables)
             putenv(const_cast<char *>(variable.c_str()));
-        // What other programs complain of is not of interest.
+        // Discard the error messages of the program.
         if (std::freopen("/dev/null", "w", stderr) == nullptr)
             _exit(127);
         execvp(arguments[0], arguments.data());

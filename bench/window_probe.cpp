@@ -1,8 +1,8 @@
 // Usage: window_probe [--cpu] [RECORDS [HEADWORDS]]
-// Uses the real window as a person would, without a display, on a wordbook of RECORDS words (20,000) beside a
-// dictionary of HEADWORDS words (500,000), and prints how long events and frames hold up the main thread.
-// What a change of the wordbook takes until it is saved stands in a column of its own. With --cpu, only what
-// the main thread computes counts, not what it waits for, so that figures of a busy machine can be compared.
+// Simulates a user of the real window, without a display, with a wordbook of RECORDS words (default: 20,000)
+// and a dictionary of HEADWORDS words (default: 500,000). Prints how long events and frames block the main
+// thread. The time until a change of the wordbook is saved has its own column. With --cpu, measures the CPU
+// time of the main thread, without waiting times, so that results of a busy machine can be compared.
 
 #include "app/preferences/backup_list_model.h"
 #include "app/review/weekly_review.h"
@@ -39,7 +39,7 @@ using Tab = ContentView::TabItem;
 
 namespace {
 
-constexpr int keyPause = 60; // milliseconds; quick typing
+constexpr int keyPause = 60; // milliseconds; fast typing
 constexpr double limit = 16; // milliseconds
 
 class Probe {
@@ -48,7 +48,7 @@ public:
         : m_application(application),
           m_window(window) {}
 
-    /// Prints what `action` costs.
+    /// Runs `action` and prints its cost.
     template <typename Action> void run(const char *name, Action action) {
         MeteredApplication::pump(300);
         m_application.take();
@@ -82,7 +82,7 @@ public:
         for (qsizetype i = 0; i < count; ++i)
             key(Qt::Key_Backspace);
     }
-    /// Scrolls the longest list that can be seen by `pixels` for each of `steps` frames.
+    /// Scrolls the longest visible list by `pixels` for each of `steps` frames.
     void scroll(int steps, int pixels) {
         QQuickItem *list = nullptr;
         for (QQuickItem *const item : m_window.findChildren<QQuickItem *>()) {
@@ -124,7 +124,7 @@ private:
     QQuickWindow &m_window;
 };
 
-/// Lays out a user's directories and points the process to them.
+/// Creates the directories of a user, and makes the process use them.
 void makeHome(int records, quint32 headwords, const QString &server) {
     const QDir home(newDirectory());
     for (const char *name : {"DATA", "CONFIG", "CACHE"})
@@ -297,8 +297,8 @@ int main(int argc, char **argv) {
     qputenv("QT_QUICK_BACKEND", "software");
     const bool countsProcessorTime = argc > 1 && qstrcmp(argv[1], "--cpu") == 0;
     const int first = countsProcessorTime ? 2 : 1;
-    const int records = argc > first ? std::atoi(argv[first]) : 20'000;
-    const auto headwords = static_cast<quint32>(argc > first + 1 ? std::atoi(argv[first + 1]) : 500'000);
+    const int records = argc > first ? QByteArrayView(argv[first]).toInt() : 20'000;
+    const quint32 headwords = argc > first + 1 ? QByteArrayView(argv[first + 1]).toUInt() : 500'000;
     QByteArray cloud =
         R"({"success":true,"words":)" + encodeWordRecords(sampleRecords(records), JsonForm::Wire) + '}';
     HttpServer server([&](const ServedRequest &) { return ServedAnswer{.body = cloud}; });
@@ -309,7 +309,7 @@ int main(int argc, char **argv) {
     if (countsProcessorTime)
         application.countProcessorTime();
     StorageManager &storage = shared<StorageManager>();
-    // The first to know: what the others do afterwards is no part of the save.
+    // Connected first, so that the work of the other receivers does not count as part of the save.
     QObject::connect(&storage, &StorageManager::wordsChanged, &application, &MeteredApplication::markSaved);
     AppContext context(shared<Services>());
     const WordbookWatcher watcher(storage, storage.storageFile());
@@ -335,6 +335,6 @@ int main(int argc, char **argv) {
     restoreBackup(probe);
     useServer(probe);
     std::fflush(stdout);
-    // The sample data goes with the directory, which the ordinary end removes.
+    // Return normally, so that the directory with the sample data is removed.
     return EXIT_SUCCESS;
 }

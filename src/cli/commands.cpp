@@ -138,10 +138,10 @@ bool interactiveReview(const CommandServices &services, const QString &word) {
     const auto answer = terminal::readAnswer();
     if (!answer)
         return false;
-    // Only a clear "1" counts as remembered; whatever else is typed, the word is asked again tomorrow.
+    // Only "1" counts as remembered. After any other input the word is asked again tomorrow.
     const bool isRemembered = *answer == QLatin1StringView("1");
     const auto feedback = isRemembered ? ReviewFeedback::Remembered : ReviewFeedback::Forgot;
-    // Another process may have deleted the word while the question stood.
+    // Another process may have deleted the word while this one waited for the answer.
     if (!services.storage().recordReview(record.id, feedback)) {
         printUnknown(word);
         return false;
@@ -155,11 +155,10 @@ bool interactiveReview(const CommandServices &services, const QString &word) {
 void exportPlan(const CommandServices &services) {
     const Calendar calendar = services.calendar();
     const WeeklyReviewPlan plan = currentPlan(services, calendar);
-    // By its bare name: the path to the directory need not be valid text. A failure leaves an earlier file as
-    // it was and is not reported.
+    // Use the file name alone, because the path of the directory may not be valid text. A failure leaves an
+    // existing file unchanged and is not reported.
     const QString name = plan.markdownFileName();
-    replaceFile(QFileInfo(name).isSymLink() ? resolvedFile(name) : name,
-                WeeklyReviewScheduler::exportMarkdown(plan, calendar).toUtf8(),
+    replaceFile(resolvedFile(name), WeeklyReviewScheduler::exportMarkdown(plan, calendar).toUtf8(),
                 {.access = DurableFile::Access::Ordinary});
     const QString path = QDir::current().filePath(name);
     printLine({u"✅ 已成功导出本周复习清单至: ", path});

@@ -1,8 +1,6 @@
 #include "dictionaries/dictionary_shelf.h"
 
 #include "dictionaries/english/base_forms.h"
-#include "dictionaries/stardict/stardict_dictionary.h"
-#include "dictionaries/stardict/stardict_finder.h"
 #include "support/text.h"
 
 #include <QDir>
@@ -21,7 +19,7 @@ const QString DictionaryShelf::orderKey = QStringLiteral("lexiquill_dictionary_o
 
 namespace {
 
-/// Spares reading dictionaries whose name tells it.
+/// Avoids reading a dictionary whose name already shows that it explains in Chinese.
 bool hasChineseName(const QString &name) {
     static const QStringList marks{
         QStringLiteral("chinese"), QStringLiteral("英汉"), QStringLiteral("汉英"), QStringLiteral("英漢"),
@@ -45,8 +43,10 @@ void addOnce(QStringList &words, const QString &word, QSet<QString> &seen, qsize
 
 } // namespace
 
-DictionaryShelf::DictionaryShelf(Places places, QStringList chosenOrder)
+DictionaryShelf::DictionaryShelf(Places places, std::vector<DictionaryFormat> formats,
+                                 QStringList chosenOrder)
     : m_places(std::move(places)),
+      m_formats(std::move(formats)),
       m_chosenOrder(std::move(chosenOrder)) {}
 
 DictionaryShelf::~DictionaryShelf() = default;
@@ -57,7 +57,7 @@ std::optional<FoundEntry> DictionaryShelf::find(const QString &word) {
         return std::nullopt;
     const std::lock_guard lock(m_lookups.mutex);
     scan(m_lookups);
-    // "Apple!" or full-width letters as an input method leaves them mean the word all the same.
+    // "Apple!", or full-width letters from an input method, also mean the word.
     const QString normalized = typed.normalized(QString::NormalizationForm_KC);
     const QString plain = trimmedOfPunctuation(normalized, true).toString();
     const QString asked = plain.isEmpty() ? typed : plain;
@@ -78,7 +78,7 @@ std::optional<FoundEntry> DictionaryShelf::find(const QString &word) {
     return base ? std::optional(FoundEntry{*entry, asked}) : std::nullopt;
 }
 
-/// What the first dictionary that knows a word says on it.
+/// The entry of the first dictionary that knows the word.
 std::optional<DictionaryEntry> DictionaryShelf::firstEntry(const QString &word) const {
     for (const auto &dictionary : m_lookups.dictionaries) {
         if (auto entry = dictionary->find(word))
@@ -147,15 +147,19 @@ void DictionaryShelf::scan(Row &row) const {
     if (std::exchange(row.isScanned, true))
         return;
     QSet<QString> seen;
+    const auto open = [&](const DictionaryFormat &format, const QString &path) {
+        const QString real = QFileInfo(path).canonicalFilePath();
+        if (seen.contains(real))
+            return;
+        seen.insert(real);
+        if (auto dictionary = format.open(path, m_places.cache))
+            row.dictionaries.push_back(std::move(dictionary));
+    };
     const auto add = [&](const QStringList &directories) {
         for (const QString &directory : directories) {
-            for (const QString &path : stardict::findDictionaries(directory)) {
-                const QString real = QFileInfo(path).canonicalFilePath();
-                if (seen.contains(real))
-                    continue;
-                seen.insert(real);
-                if (auto dictionary = stardict::StardictDictionary::fromIfo(path, m_places.cache))
-                    row.dictionaries.push_back(std::move(dictionary));
+            for (const DictionaryFormat &format : m_formats) {
+                for (const QString &path : format.find(directory))
+                    open(format, path);
             }
         }
     };
@@ -166,6 +170,17 @@ void DictionaryShelf::scan(Row &row) const {
         arrange(row.dictionaries, installedCount);
 }
 
+/// The place in the user's order; -1 for a dictionary that it does not name.
+qsizetype DictionaryShelf::chosenRank(const Dictionary &dictionary) const {
+    const QFileInfo file(dictionary.path());
+    const auto names = [&dictionary, &file](const QString &chosen) {
+        return chosen.trimmed().compare(dictionary.name().trimmed(), Qt::CaseInsensitive) == 0 ||
+               (chosen.contains(u'/') && QFileInfo(chosen) == file);
+    };
+    const auto found = std::find_if(m_chosenOrder.begin(), m_chosenOrder.end(), names);
+    return found == m_chosenOrder.end() ? -1 : found - m_chosenOrder.begin();
+}
+
 void DictionaryShelf::arrange(Dictionaries &dictionaries, size_t installedCount) const {
     constexpr qsizetype installedChinese = 0;
     constexpr qsizetype bundled = 1;
@@ -173,9 +188,7 @@ void DictionaryShelf::arrange(Dictionaries &dictionaries, size_t installedCount)
     std::vector<std::pair<qsizetype, std::unique_ptr<Dictionary>>> ranked;
     for (size_t i = 0; i < dictionaries.size(); ++i) {
         Dictionary &dictionary = *dictionaries[i];
-        qsizetype rank = m_chosenOrder.indexOf(dictionary.path());
-        if (rank < 0)
-            rank = m_chosenOrder.indexOf(dictionary.name());
+        qsizetype rank = chosenRank(dictionary);
         if (rank < 0) {
             const bool isInstalled = i < installedCount;
             const bool isFirst =

@@ -4,6 +4,7 @@
 #include "desktop_search/spotlight_manager.h"
 #include "desktop_search/wordbook_publisher.h"
 #include "dictionaries/dictionary_shelf.h"
+#include "dictionaries/stardict/stardict_format.h"
 #include "dictionaries/system_dictionary_service.h"
 #include "lookup/dictionary_service.h"
 #include "main/loaded_online_source.h"
@@ -20,7 +21,8 @@ namespace lexiquill {
 
 namespace {
 
-/// The dictionaries that ship with the program, in an installation as in a build tree.
+/// The directory of the dictionaries that ship with the program; the same for an installation and a build
+/// tree.
 QString bundledDictionaries() {
     return QDir::cleanPath(executableDirectory() + QStringLiteral("/../share/Lexiquill/dic"));
 }
@@ -43,11 +45,11 @@ template <> UserDefaults &shared<UserDefaults>() {
 }
 
 template <> DictionaryShelf &shared<DictionaryShelf>() {
-    static auto *const instance =
-        new DictionaryShelf({.installed = DictionaryShelf::standardPlaces(),
-                             .bundled = {bundledDictionaries()},
-                             .cache = cacheDirectory()},
-                            shared<UserDefaults>().stringList(DictionaryShelf::orderKey));
+    static auto *const instance = new DictionaryShelf(
+        {.installed = DictionaryShelf::standardPlaces(),
+         .bundled = {bundledDictionaries()},
+         .cache = cacheDirectory()},
+        {stardict::format()}, shared<UserDefaults>().stringList(DictionaryShelf::orderKey));
     return *instance;
 }
 

@@ -1,7 +1,7 @@
 #include "main/desktop_services.h"
 
-#include "app/shell/lexiquill_app.h"
 #include "hotkey/hot_key_manager.h"
+#include "main/desktop_application.h"
 #include "main/modules.h"
 #include "platform/process.h"
 #include "settings/user_defaults.h"
@@ -40,8 +40,8 @@ namespace {
 class Module final : public DesktopModule {
 public:
     int run(int argc, char **argv) override {
-        // Ends here, whatever other threads are doing.
-        endProcess(LexiquillApp::run(argc, argv, shared<StorageManager>, shared<Services>));
+        // End the process without waiting for other threads.
+        endProcess(runDesktopApplication(argc, argv));
     }
 };
 

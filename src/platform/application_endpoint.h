@@ -10,17 +10,18 @@
 
 namespace lexiquill {
 
-/// What lets a window take the focus because somebody asked for it; each may be empty.
+/// Tokens that allow a window to take the focus on a user's request; each may be empty.
 struct ActivationTokens {
     QString activationToken; ///< of Wayland
     QString startupId;       ///< of X11's start-up notification
 
-    /// Those that this process was started with; takes them out of the environment.
-    static ActivationTokens take();
+    /// The tokens that this process was started with. They stay in its environment, because the window
+    /// system's own part of the graphics library reads them, too.
+    static ActivationTokens ofThisProcess();
 };
 
-/// What other programs, the desktop and later starts of the program ask of the running one. Texts are of any
-/// content, but at most `longestText` characters long.
+/// The handlers for requests from other programs, the desktop and later starts of this program. Texts may
+/// have any content, but at most `longestText` characters.
 struct ApplicationRequests {
     static constexpr qsizetype longestText = 4096;
     static constexpr qsizetype mostUrls = 16;
@@ -29,33 +30,33 @@ struct ApplicationRequests {
     std::function<void(const QStringList &urls, const ActivationTokens &)> open;
     std::function<void(const QString &action, const QString &parameter, const ActivationTokens &)>
         activateAction;
-    /// Looks a text up; answers with what is wrong with it, if anything is.
+    /// Looks a text up; returns an error message if the text cannot be used.
     std::function<std::optional<QString>(const QString &text)> lookup;
 };
 
-/// Makes this process the one that the session knows as the application.
+/// Makes this process the application instance of the session.
 class ApplicationEndpoint {
 public:
     virtual ~ApplicationEndpoint() = default;
 
-    /// False when another process is the application already. Requests come on the calling thread, from its
+    /// False when another process is the application already. Requests arrive on the calling thread, from its
     /// event loop.
     virtual bool claim(ApplicationRequests requests) = 0;
 };
 
-/// Over the session bus, or without one over a socket of the user's.
+/// Uses the session bus, or a socket of the user if there is no bus.
 std::unique_ptr<ApplicationEndpoint> makeApplicationEndpoint();
 
-/// One request of a start of the program: nothing but to come forward, or an address, or an action.
+/// The request of one start of the program: show the window, open an address, or run an action.
 struct StartRequest {
     QString url = {};
     QString action = {};
 
-    /// What the arguments of a start by the desktop ask for.
+    /// The request in the arguments of a start by the desktop.
     static StartRequest fromArguments(const QStringList &arguments);
 };
 
-/// Hands the request to the running application. False when none is running.
+/// Passes the request to the running application. False when none is running.
 bool forwardStart(const StartRequest &request, const ActivationTokens &tokens);
 
 } // namespace lexiquill

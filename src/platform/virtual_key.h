@@ -6,15 +6,15 @@
 
 namespace lexiquill {
 
-/// A key that a shortcut can name.
+/// A key that can be used in a shortcut.
 struct VirtualKey {
-    quint32 code;         ///< virtual key code, by the key's place on an ANSI keyboard
+    quint32 code;         ///< virtual key code, given by the key's position on an ANSI keyboard
+    quint32 keysym;       ///< the key's symbol in X11 and Wayland layouts
     QStringView name;     ///< as shown to the user
-    quint32 keysym;       ///< the symbol that X11 and Wayland layouts put on the key
-    const char *position; ///< the XKB name of the place that the code stands for
+    const char *position; ///< the XKB name of the key's position
 };
 
-/// All keys, in the order in which a list shows them.
+/// All keys, in the order in which lists show them.
 std::span<const VirtualKey> virtualKeys();
 
 /// Null when no key has this code.

@@ -8,7 +8,8 @@ namespace {
 
 constexpr QChar wordJoiner(0x2060);
 
-/// Texts and lists are shared with the list before the change, so one without the character is not touched.
+/// Texts and lists share their memory with the list before the change, so those without the character are not
+/// modified.
 void heal(QString &text) {
     if (text.contains(wordJoiner))
         text.remove(wordJoiner);
@@ -27,6 +28,10 @@ bool isHurt(const PartOfSpeechGroup &group) {
            });
 }
 
+bool isHurt(const ExampleSentence &example) {
+    return isHurt(example.en) || isHurt(example.cn);
+}
+
 void heal(PartOfSpeechGroup &group) {
     heal(group.pos);
     heal(group.posChinese);
@@ -39,6 +44,18 @@ void heal(PartOfSpeechGroup &group) {
     }
 }
 
+void heal(ExampleSentence &example) {
+    heal(example.en);
+    heal(example.cn);
+}
+
+template <typename Element> void healElements(QList<Element> &list) {
+    if (std::none_of(list.cbegin(), list.cend(), [](const Element &each) { return isHurt(each); }))
+        return;
+    for (Element &each : list)
+        heal(each);
+}
+
 } // namespace
 
 void healContent(WordRecord &record) {
@@ -46,17 +63,8 @@ void healContent(WordRecord &record) {
         heal(*record.phonetic);
     heal(record.conciseSummary);
     heal(record.rawDefinition);
-    for (qsizetype i = 0; i < record.posGroups.size(); ++i) {
-        if (isHurt(record.posGroups.at(i)))
-            heal(record.posGroups[i]);
-    }
-    for (qsizetype i = 0; i < record.examples.size(); ++i) {
-        const ExampleSentence &example = record.examples.at(i);
-        if (!isHurt(example.en) && !isHurt(example.cn))
-            continue;
-        heal(record.examples[i].en);
-        heal(record.examples[i].cn);
-    }
+    healElements(record.posGroups);
+    healElements(record.examples);
 }
 
 } // namespace lexiquill

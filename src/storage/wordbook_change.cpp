@@ -27,6 +27,8 @@ bool apply(QList<WordRecord> &words, const WordSearched &search, const ChangeCon
         return true;
     }
     WordRecord &record = words[index];
+    // Do this before setting the new content, which is stored unchanged.
+    healContent(record);
     if (record.searchCount < std::numeric_limits<qint64>::max())
         ++record.searchCount;
     record.lastSearchedDate = search.date;
@@ -36,9 +38,8 @@ bool apply(QList<WordRecord> &words, const WordSearched &search, const ChangeCon
     record.conciseSummary = search.entry.conciseSummary();
     record.rawDefinition = search.entry.rawText;
     record.examples = search.entry.examples;
-    // Counts the search once more, which is wanted: a repeated search weighs two.
+    // This counts the search a second time. That is intended: a repeated search counts twice.
     SpacedRepetitionEngine::recordSearch(record, search.date);
-    healContent(record);
     return true;
 }
 
@@ -61,7 +62,7 @@ bool apply(QList<WordRecord> &words, const ReviewUndone &undo, const ChangeConte
     const auto isUndone = [&undo](const ReviewLog &review) {
         return review.id == undo.reviewId;
     };
-    // The server's history of the word may have replaced the one that the answer went into.
+    // The server's history of the word may have replaced the history that contained the answer.
     if (history.size() <= before.reviewHistory.size() ||
         std::none_of(history.cbegin() + before.reviewHistory.size(), history.cend(), isUndone))
         return false;
@@ -86,7 +87,7 @@ bool apply(QList<WordRecord> &words, const WordsDeleted &deletion, const ChangeC
     return true;
 }
 
-/// A restored record and the one that a search has made since its deletion.
+/// Combines a restored record with the one that a search has created since its deletion.
 WordRecord restored(const WordRecord &record, const WordRecord &newer) {
     WordRecord known = record;
     SpacedRepetitionEngine::recordSearch(known, newer.lastSearchedDate);
@@ -96,7 +97,7 @@ WordRecord restored(const WordRecord &record, const WordRecord &newer) {
     return result;
 }
 
-/// Inserts those of the restored records that `indexes` names where they stood.
+/// Inserts the restored records with these indexes at their former positions.
 void insert(QList<WordRecord> &words, const WordsRestored &restoration, const QList<qsizetype> &indexes) {
     QList<WordRecord> result;
     result.reserve(words.size() + indexes.size());
@@ -127,7 +128,7 @@ bool apply(QList<WordRecord> &words, const WordsRestored &restoration, const Cha
         if (knownIds.contains(record.id) || context.deletedWords.contains(key))
             continue;
         isChanged = true;
-        // Of several records of one word, the first is united with the new one.
+        // Of several records of one word, the first is combined with the new one.
         if (const qsizetype newer = positions.take(key)) {
             words[newer - 1] = restored(record, words.at(newer - 1));
         } else {
@@ -154,9 +155,9 @@ bool apply(QList<WordRecord> &words, const CloudWordsMerged &merge, const Change
     QSet<QString> changed;
     for (const WordRecord &record : std::as_const(news))
         changed += record.word.toLower();
-    for (qsizetype i = 0; i < words.size(); ++i) {
-        if (changed.contains(words.at(i).word.toLower()))
-            healContent(words[i]);
+    for (WordRecord &record : words) {
+        if (changed.contains(record.word.toLower()))
+            healContent(record);
     }
     return true;
 }

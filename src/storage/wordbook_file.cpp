@@ -44,7 +44,7 @@ WordbookFile::Reading WordbookFile::Reading::of(const QString &path, Instant now
     if (!snapshot)
         return {.state = problem == FileSnapshot::Problem::Passing ? State::Unknown : State::Unreadable};
     try {
-        // The bytes, and the records, which take about four times as much.
+        // Memory for the bytes, and for the records, which take about four times as much.
         expectAllocations(QFileInfo(path).size() * 5);
         auto bytes = snapshot->readAll(parserPadding);
         if (!bytes)
@@ -103,7 +103,7 @@ bool WordbookFile::replace(FileLock &held, const QList<WordRecord> &words, const
     constexpr int attempts = 60;
     const auto keep = [&] {
         QString kept;
-        // One second may see more than one backup.
+        // There may be more than one backup in a second.
         for (int i = 0; i < attempts && kept.isEmpty(); ++i)
             kept = keepBackup(WordbookBackup::momentName(now.addSecs(i)));
         return kept;
@@ -131,7 +131,7 @@ bool WordbookFile::put(FileLock &held, const QList<WordRecord> &words, const Kee
     if (mustKeep && backup.isEmpty())
         return false;
     if (!file->commit()) {
-        // The two names of one file must not outlive this attempt: an editor could change both at once.
+        // The file must not keep two names: an editor could then change the wordbook and its backup at once.
         if (!backup.isEmpty())
             QFile::remove(backup);
         return false;
@@ -144,8 +144,8 @@ bool WordbookFile::put(FileLock &held, const QList<WordRecord> &words, const Kee
     return true;
 }
 
-/// Writes the whole content and notes where each record stands in it. The text of a record that is as it was
-/// in the current file is taken from there, for making it anew takes longer than all the rest of a save.
+/// Writes the whole content and stores the position of each record in `texts`. The text of a record that has
+/// not changed is copied from the current file, because creating it takes longer than all the rest of a save.
 WordbookFile::Outcome WordbookFile::write(DurableFile &file, const QList<WordRecord> &words,
                                           QList<RecordText> &texts) {
     bool isWritten = true;
@@ -164,7 +164,7 @@ WordbookFile::Outcome WordbookFile::write(DurableFile &file, const QList<WordRec
             texts += {.offset = start, .size = writer.position() - start};
             continue;
         }
-        // Neighbours are copied at once, with what stands between them.
+        // Adjacent records are copied in one step, with the text between them.
         const qint64 distance = start - m_texts.at(first).offset;
         qsizetype next = first;
         do {
@@ -198,25 +198,25 @@ bool WordbookFile::copy(JsonWriter &writer, qint64 offset, qint64 size) const {
     return true;
 }
 
-/// Keeps what is about to be replaced and is no wordbook. False when that is not possible.
+/// Keeps a file that is about to be replaced and is not a wordbook. False when that is not possible.
 bool WordbookFile::keepUnreadable() const {
     const QFileInfo file(m_path);
     if (!file.isFile() || file.size() == 0 || (m_current && m_current->isStillAt(m_path)))
         return true;
-    // A good file that another program has put in place just now is kept likewise.
+    // A good file that another program has just put in place is kept in the same way.
     constexpr int attempts = 60;
     const QDateTime modified = file.lastModified();
     for (int i = 0; i < attempts; ++i) {
-        const QString name = file.completeBaseName() +
-                             modified.addSecs(i).toString(QStringLiteral("'-unreadable-'yyyy-MM-dd-HHmmss")) +
-                             u'.' + file.suffix();
+        const QString name =
+            modified.addSecs(i).toString(QStringLiteral("'vocabulary-unreadable-'yyyy-MM-dd-HHmmss'.json'"));
         if (keepFileAs(m_path, file.dir().filePath(name)))
             return true;
     }
     return false;
 }
 
-/// Keeps the good file that is about to be replaced, unless there is a backup of that name.
+/// Keeps the good file that is about to be replaced, unless there is a backup of that name. Returns the path
+/// of the backup, or a null string.
 QString WordbookFile::keepBackup(const QString &name) const {
     if (!m_current || !m_current->isStillAt(m_path))
         return {};

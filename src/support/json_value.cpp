@@ -17,8 +17,8 @@ bool isPartOfNumber(char character) {
            character == '.' || character == 'e' || character == 'E';
 }
 
-/// The text with integers beyond 64 bits as floating-point numbers, and null for numbers beyond those: such a
-/// number must not cost the whole document.
+/// The text with integers beyond 64 bits as floating-point numbers, and with null for numbers beyond their
+/// range. So one such number does not make the whole document unreadable.
 QByteArray withoutHugeNumbers(QByteArrayView json) {
     QByteArray result;
     result.reserve(json.size() + 16);
@@ -102,19 +102,19 @@ QByteArray JsonValue::json() const {
 namespace {
 
 simdjson::error_code parseInto(simdjson::dom::parser &parser, QByteArrayView json,
-                               simdjson::dom::element &root) {
+                               simdjson::dom::element &root, std::size_t depth) {
     const auto size = static_cast<std::size_t>(json.size());
-    const simdjson::error_code error = parser.allocate(size, greatestDepth);
+    const simdjson::error_code error = parser.allocate(size, depth);
     return error ? error : parser.parse(json.data(), size).get(root);
 }
 
 simdjson::error_code parseTolerantly(simdjson::dom::parser &parser, QByteArrayView json,
-                                     simdjson::dom::element &root) {
+                                     simdjson::dom::element &root, std::size_t depth) {
     if (json.startsWith("\xef\xbb\xbf"))
         json = json.sliced(3);
-    const simdjson::error_code error = parseInto(parser, json, root);
+    const simdjson::error_code error = parseInto(parser, json, root, depth);
     if (error == simdjson::NUMBER_ERROR || error == simdjson::NUMBER_OUT_OF_RANGE)
-        return parseInto(parser, withoutHugeNumbers(json), root);
+        return parseInto(parser, withoutHugeNumbers(json), root, depth);
     return error;
 }
 
@@ -123,7 +123,7 @@ simdjson::error_code parseTolerantly(simdjson::dom::parser &parser, QByteArrayVi
 std::optional<JsonDocument> JsonDocument::parse(const QByteArray &text) {
     auto parser = std::make_unique<simdjson::dom::parser>();
     simdjson::dom::element root;
-    if (parseTolerantly(*parser, text, root) != simdjson::SUCCESS)
+    if (parseTolerantly(*parser, text, root, greatestDepth) != simdjson::SUCCESS)
         return std::nullopt;
     return JsonDocument(std::move(parser), root);
 }
@@ -131,7 +131,12 @@ std::optional<JsonDocument> JsonDocument::parse(const QByteArray &text) {
 bool JsonDocument::isJson(const QByteArray &text) {
     simdjson::dom::parser parser;
     simdjson::dom::element root;
-    const simdjson::error_code error = parseTolerantly(parser, text, root);
+    simdjson::error_code error = parseTolerantly(parser, text, root, greatestDepth);
+    if (error == simdjson::DEPTH_ERROR) {
+        // A level takes at least two brackets.
+        const auto deepest = static_cast<std::size_t>(text.size()) / 2 + 1;
+        error = parseTolerantly(parser, text, root, deepest);
+    }
     if (error == simdjson::MEMALLOC || error == simdjson::CAPACITY)
         throw std::bad_alloc();
     return error == simdjson::SUCCESS;

@@ -10,8 +10,8 @@ namespace lexiquill {
 
 namespace {
 
-/// Whether a character is a grapheme cluster whatever stands beside it, if that is one of these, too: letters
-/// and signs of Latin, Chinese characters, and their punctuation. Nearly all texts consist of these.
+/// Whether a character is a complete grapheme cluster if its neighbours are characters of the same group:
+/// Latin letters and signs, Chinese characters, and their punctuation. Nearly all texts consist of these.
 bool standsAlone(QChar character) {
     const char16_t code = character.unicode();
     return (code < 0x300 && code != u'\r') || (code >= 0x4e00 && code < 0xa000) ||
@@ -37,8 +37,8 @@ std::pair<char32_t, qsizetype> codePointAt(QStringView text, qsizetype start) {
     return {first.unicode(), 1};
 }
 
-/// The ends of the text's grapheme clusters as ICU finds them: Qt cuts flags, emoji and letters of several
-/// scripts in two, and counts a few others as one too many.
+/// The ends of the text's grapheme clusters, found by ICU. Qt splits flags, emoji and letters of several
+/// scripts in two, and also counts some other clusters wrongly.
 class CharacterBreaks {
 public:
     explicit CharacterBreaks(QStringView text) : m_iterator(iterator()) {
@@ -47,7 +47,7 @@ public:
             ubrk_setText(m_iterator, text.utf16(), static_cast<int32_t>(text.size()), &status);
     }
 
-    /// The end of the next cluster; nothing at the end of the text.
+    /// The end of the next cluster; no value at the end of the text.
     std::optional<qsizetype> next() {
         const int32_t end = m_iterator != nullptr ? ubrk_next(m_iterator) : UBRK_DONE;
         return end == UBRK_DONE ? std::nullopt : std::optional<qsizetype>(end);
@@ -58,7 +58,7 @@ private:
         void operator()(UBreakIterator *iterator) const { ubrk_close(iterator); }
     };
 
-    /// Making one takes longer than most texts.
+    /// Shared, because creating an iterator takes longer than going through most texts.
     static UBreakIterator *iterator() {
         UErrorCode status = U_ZERO_ERROR;
         static thread_local const std::unique_ptr<UBreakIterator, Close> shared(
@@ -103,10 +103,15 @@ QStringView trimmedOfBlanks(QStringView text) {
     return text;
 }
 
+bool isHan(char32_t character) {
+    constexpr char32_t firstHan = 0x2e80;
+    return character >= firstHan && QChar::script(character) == QChar::Script_Han;
+}
+
 bool containsHan(QStringView text) {
     for (qsizetype i = 0; i < text.size();) {
         const auto [character, length] = codePointAt(text, i);
-        if (character >= 0x2e80 && QChar::script(character) == QChar::Script_Han)
+        if (isHan(character))
             return true;
         i += length;
     }
@@ -119,8 +124,8 @@ QString leadingCharacters(const QString &text, qsizetype count) {
         return text;
     if (allStandAlone(QStringView(text).first(count + 1)))
         return text.first(count);
-    // A summary may be followed by megabytes that nobody will see; clusters of more than 64 units are not
-    // text.
+    // Search only a part: the text may continue for megabytes that nobody will see. No real cluster has more
+    // than 64 units.
     CharacterBreaks breaks(QStringView(text).first(std::min(text.size(), count * 64 + 64)));
     qsizetype end = 0;
     for (qsizetype i = 0; i < count; ++i) {

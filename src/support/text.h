@@ -5,13 +5,16 @@
 
 namespace lexiquill {
 
-/// Without white space, line breaks and Unicode punctuation at both ends.
+/// The text without Unicode punctuation at both ends; with `alsoWhiteSpace`, also without white space and
+/// line breaks there.
 QStringView trimmedOfPunctuation(QStringView text, bool alsoWhiteSpace);
 
-/// Without blanks (of any width) and tabs at both ends; line breaks stay.
+/// The text without blanks (of any width) and tabs at both ends; line breaks stay.
 QStringView trimmedOfBlanks(QStringView text);
 
-/// Whether the text holds a character of the Han script.
+/// Whether a character belongs to the Han script.
+bool isHan(char32_t character);
+/// Whether the text contains a character of the Han script.
 bool containsHan(QStringView text);
 
 /// The first `count` user-perceived characters (grapheme clusters), or the whole text if it has no more.

@@ -3,6 +3,7 @@
 #include "app/shell/services.h"
 #include "desktop_search/spotlight_manager.h"
 #include "dictionaries/dictionary_shelf.h"
+#include "dictionaries/stardict/stardict_format.h"
 #include "hotkey/hot_key_manager.h"
 #include "lookup/dictionary_service.h"
 #include "lookup/online_source.h"
@@ -18,10 +19,10 @@
 
 namespace lexiquill {
 
-/// Services of a test's own, in a temporary directory: an empty online source, the starter dictionary, no
-/// search index, a hotkey that always registers. The wordbook starts with `wordbook`, or with the seeded
-/// words without. Nothing answers at the server's base address unless the test gives one; the same holds for
-/// the online source, which must outlive the instance.
+/// The services of one test, in a temporary directory: an empty online source, the starter dictionary, no
+/// search index, and a hotkey whose registration always succeeds. The wordbook starts with `wordbook`, or
+/// with the seeded words if that is null. By default no server answers at `serverBase`. `online` replaces the
+/// empty online source and must outlive the instance.
 class TestServices {
 public:
     explicit TestServices(const QByteArray &wordbook = {},
@@ -37,9 +38,9 @@ public:
     UpdateManager &updater() { return m_updater; }
     UserDefaults &defaults() { return m_defaults; }
     DictionaryService &dictionary() { return m_dictionary; }
-    /// All of them, as the window takes them.
+    /// All services, in the form that the window uses.
     operator Services &() { return *m_services; }
-    /// Makes them those of the screens that QML makes.
+    /// Makes them the services of the screens that QML creates.
     void makeCurrent() { Services::setCurrent(m_services.get()); }
 
     QString path(const QString &fileName) const { return m_directory.filePath(fileName); }
@@ -60,7 +61,8 @@ private:
     UserDefaults m_defaults{path(QStringLiteral("settings.conf"))};
     DictionaryShelf m_shelf{{.installed = {},
                              .bundled = {QStringLiteral(LEXIQUILL_STARTER_DIRECTORY)},
-                             .cache = path(QStringLiteral("cache"))}};
+                             .cache = path(QStringLiteral("cache"))},
+                            {stardict::format()}};
     SystemDictionaryService m_offline{m_shelf};
     NoOnlineSource m_online;
     DictionaryService m_dictionary;

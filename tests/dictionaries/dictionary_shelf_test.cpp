@@ -1,5 +1,6 @@
 #include "dictionaries/dictionary_shelf.h"
 #include "dictionaries/stardict/dictionary_folder.h"
+#include "dictionaries/stardict/stardict_format.h"
 
 using namespace lexiquill;
 using tools::plainEntry;
@@ -10,9 +11,10 @@ class DictionaryShelfTest : public QObject, private DictionaryFolder {
     Q_OBJECT
 
 private:
-    void writeTo(const QString &folder, const QByteArray &bookName,
-                 const std::vector<StarDictEntry> &entries) const {
+    void writeTo(const QString &folder, const QByteArray &bookName, const std::vector<StarDictEntry> &entries,
+                 const QByteArray &types = "m") const {
         StarDictOptions options;
+        options.typeSequence = types;
         options.bookName = bookName;
         QVERIFY(QDir().mkpath(path(folder)));
         QCOMPARE(tools::writeStarDict(path(folder), u"d"_s, entries, options), QString());
@@ -24,7 +26,8 @@ private:
                 .cache = cachePath()};
     }
 
-    /// What the shelf says on a word, as "headword raw text", with "<form" behind it for a base form.
+    /// The answer of the shelf to a word: "headword raw text", with " <form" after it if a base form was
+    /// found.
     static QString answer(DictionaryShelf &shelf, const QString &word) {
         const auto found = shelf.find(word);
         if (!found)
@@ -38,7 +41,7 @@ private Q_SLOTS:
 
     void words_data() {
         addRows("go|go zh\nwent|went en\ngoing|go zh <going\nCats|cat zh <Cats\n\"Ｇｏ!\"|go zh\n"
-                // An article without text is no answer.
+                // An article without text is not an answer.
                 "dogs|dog bundled <dogs\n"
                 // The bundled dictionary comes before those without Chinese.
                 "sun|sun bundled\nbuses|bus bundled <buses\nxyz|-");
@@ -52,35 +55,43 @@ private Q_SLOTS:
         writeTo(u"bundled"_s, "英汉入门",
                 {plainEntry("dog", "bundled"), plainEntry("bus", "bundled"), plainEntry("sun", "bundled")});
         QVERIFY(QFile::link(path(u"user"_s), path(u"user/a/loop"_s)));
-        DictionaryShelf shelf(places());
+        DictionaryShelf shelf(places(), {stardict::format()});
         QCOMPARE(answer(shelf, cells[0]), cells[1]);
     }
 
     /// The user's order, and the dictionaries in the order in which they are asked.
     void order_data() {
-        addRows("|Plain,Named Chinese,Starter,English,Japanese\n"
-                "English|English,Plain,Named Chinese,Starter,Japanese\n"
-                "Starter,Japanese,Gone|Starter,Japanese,Plain,Named Chinese,English");
+        addRows("|Plain,Named Chinese,Tagged,Learner's,Starter,English,Japanese\n"
+                " ENGLISH|English,Plain,Named Chinese,Tagged,Learner's,Starter,Japanese\n"
+                "Starter,Japanese,Gone|Starter,Japanese,Plain,Named Chinese,Tagged,Learner's,English\n"
+                "%1/user/./3/d.ifo|Japanese,Plain,Named Chinese,Tagged,Learner's,Starter,English");
     }
     void order() {
         QFETCH(const QStringList, cells);
-        // Whether a dictionary is in Chinese is seen in its articles, where its name does not tell.
-        writeTo(u"user/1"_s, "English",
-                {plainEntry("go", "move, as the Chinese 走"), plainEntry("sun", "star")});
+        // If the name of a dictionary does not show whether it is in Chinese, its articles do.
+        std::vector<StarDictEntry> english{plainEntry("go", "move, as the Chinese 走")};
+        for (char letter = 'a'; letter < 'k'; ++letter)
+            english.push_back(plainEntry(QByteArray(1, letter), "letter"));
+        writeTo(u"user/1"_s, "English", english);
         writeTo(u"user/2"_s, "Plain", {plainEntry("go", "走"), plainEntry("sun", "太阳")});
         writeTo(u"user/3"_s, "Japanese", {plainEntry("go", "行く"), plainEntry("sun", "日の光")});
         writeTo(u"user/4"_s, "Named Chinese", {plainEntry("go", "zou")});
+        writeTo(
+            u"user/5"_s, "Tagged",
+            {{"go", {{'h', "<div class='entry' data-kind='dictionary'><i class='pos'>v.</i> 去</div>"}}, {}}},
+            {});
+        writeTo(u"user/6"_s, "Learner's",
+                {plainEntry("go", "v. to move or travel from one place to another 去")});
         writeTo(u"bundled"_s, "Starter", {plainEntry("go", "去")});
         for (int round = 0; round < 2; ++round) {
-            DictionaryShelf shelf(places(), cells[0].split(u','));
+            DictionaryShelf shelf(places(), {stardict::format()},
+                                  QString(cells[0]).replace(u"%1"_s, path()).split(u','));
             QStringList names;
             for (const DictionaryShelf::Item &item : shelf.items())
                 names += item.name;
             QCOMPARE(names.join(u','), cells[1]);
             QVERIFY(answer(shelf, u"go"_s) != u"-"_s);
         }
-        const QString byPath = path(u"user/3/d.ifo"_s);
-        QCOMPARE(DictionaryShelf(places(), {byPath}).items().first().path, byPath);
     }
 
     void headwords_data() { addRows("sorted\nsorted, packed\nunsorted\nunsorted, packed\n"); }
@@ -93,11 +104,12 @@ private Q_SLOTS:
         std::vector<StarDictEntry> entries{plainEntry("café", "x"),   plainEntry("苹果", "x"),
                                            plainEntry("Polish", "x"), plainEntry("polish", "x"),
                                            plainEntry("policy", "x"), plainEntry("pole", "x")};
-        // More than lie between two places that are kept.
+        // More words than there are between two stored positions.
         for (int i = 0; i < 300; ++i)
             entries.push_back(plainEntry("word" + QByteArray::number(i), "x"));
         write(entries, options);
-        DictionaryShelf shelf({.installed = {path()}, .bundled = {}, .cache = cachePath()});
+        DictionaryShelf shelf({.installed = {path()}, .bundled = {}, .cache = cachePath()},
+                              {stardict::format()});
         const auto completions = [&shelf](const char *prefix, qsizetype limit = 10) {
             return shelf.headwordsStartingWith(QString::fromUtf8(prefix), limit, {})
                 .join(u' ')
@@ -112,7 +124,7 @@ private Q_SLOTS:
         QCOMPARE(completions("苹"), "苹果");
         for (const char *prefix : {"", " ", "zzz", "aaa", "word2999", "polishes"})
             QCOMPARE(completions(prefix), "");
-        // What another process has changed is seen.
+        // Changes by another process are noticed.
         QTest::qSleep(20);
         write({plainEntry("polar", "x")}, options);
         QCOMPARE(completions("pol"), "polar");
@@ -128,7 +140,8 @@ private Q_SLOTS:
         write({plainEntry("apple", "x"), plainEntry("maple", "x"), plainEntry("able", "x"),
                plainEntry("ape", "x"), plainEntry("from", "x"), plainEntry("receive", "x"),
                plainEntry("café", "x"), plainEntry(QByteArray(300, 'a'), "x")});
-        DictionaryShelf shelf({.installed = {path()}, .bundled = {}, .cache = cachePath()});
+        DictionaryShelf shelf({.installed = {path()}, .bundled = {}, .cache = cachePath()},
+                              {stardict::format()});
         const auto offered = [&shelf](const QString &word, const std::stop_token &stop = {}) {
             return shelf.headwordsSimilarTo(word, 4, stop).join(u' ');
         };

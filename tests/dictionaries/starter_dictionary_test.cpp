@@ -1,11 +1,12 @@
 #include "dictionaries/dictionary_shelf.h"
+#include "dictionaries/stardict/stardict_format.h"
 #include "support/test.h"
 
 using namespace lexiquill;
 
 namespace {
 
-/// The entry as its source is written.
+/// The entry in the format of its source.
 QString sourceOf(const DictionaryEntry &entry) {
     QStringList lines{entry.headword + u" [%1]"_s.arg(entry.phonetic.value_or(QString()))};
     for (const PartOfSpeechGroup &group : entry.posGroups) {
@@ -20,7 +21,7 @@ QString sourceOf(const DictionaryEntry &entry) {
     return lines.join(u'\n');
 }
 
-/// The summary of whole glosses: nothing of them, such as one of two brackets, is lost in the reading.
+/// The summary of complete glosses. The reader must not lose any part of them, such as one of two brackets.
 QString expectedSummary(const DictionaryEntry &entry) {
     QStringList parts;
     for (const PartOfSpeechGroup &group : entry.posGroups) {
@@ -49,7 +50,8 @@ private Q_SLOTS:
         const QTemporaryDir cache;
         DictionaryShelf shelf({.installed = {},
                                .bundled = {QStringLiteral(LEXIQUILL_STARTER_DIRECTORY)},
-                               .cache = cache.path()});
+                               .cache = cache.path()},
+                              {stardict::format()});
         QStringList words;
         for (const QString &block : blocks) {
             words += block.section(u" ["_s, 0, 0);

@@ -1,4 +1,5 @@
 #include "dictionaries/described.h"
+#include "dictionaries/stardict/stardict_format.h"
 #include "dictionaries/system_dictionary_service.h"
 #include "platform/dictionary_services.h"
 #include "support/test.h"
@@ -38,7 +39,7 @@ private Q_SLOTS:
             {assets + u"/1.asset/AssetData"_s, {u"SIMPLIFIED Chinese - English.dictionary"_s}},
             {u"/Library/Dictionaries"_s, {u"Own.dictionary"_s, u"Own.dictionary.bak"_s}},
         };
-        DictionaryShelf shelf({});
+        DictionaryShelf shelf({}, {});
         SystemDictionaryService service(shelf, &system);
         const QString expected =
             u"com.apple.DictionaryServices DCSActiveDictionaries:"
@@ -51,12 +52,15 @@ private Q_SLOTS:
 
     void textOfTheSystemIsParsed() {
         FakeSystem system;
-        DictionaryShelf shelf(
-            {.installed = {}, .bundled = {QStringLiteral(LEXIQUILL_STARTER_DIRECTORY)}, .cache = {}});
+        const QTemporaryDir cache;
+        DictionaryShelf shelf({.installed = {},
+                               .bundled = {QStringLiteral(LEXIQUILL_STARTER_DIRECTORY)},
+                               .cache = cache.path()},
+                              {stardict::format()});
         SystemDictionaryService service(shelf, &system);
         QVERIFY(system.written.isEmpty());
         QCOMPARE(described(service.lookup(u" known\n"_s).value()), u"known: noun{已知}"_s);
-        // What the system does not know, the shelf may.
+        // Words that the system does not know are looked up on the shelf.
         QCOMPARE(service.lookup(u"abandon"_s).value().headword, u"abandon"_s);
         QVERIFY(!service.lookup(u" \n"_s));
     }

@@ -41,7 +41,8 @@ Instant inHours(double hours) {
     return Instant::now().adding(hours * 3600);
 }
 
-/// A wordbook in which "'" stands for the quotation mark and, say, "<-2>" for the time two hours ago.
+/// A wordbook. In `json`, "'" stands for the quotation mark and, for example, "<-2>" for the time two hours
+/// ago.
 QByteArray wordbook(QString json) {
     static const QRegularExpression time(u"<(-?\\d+)>"_s);
     for (auto match = time.match(json); match.hasMatch(); match = time.match(json))
@@ -64,7 +65,7 @@ class CommandsTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    /// What is expected depends on the day, so the tests run in a zone where it is about noon.
+    /// The expected results depend on the day, so the tests run in a zone where it is about noon.
     void initTestCase() {
         const int hour = QDateTime::currentDateTimeUtc().time().hour();
         qputenv("TZ", QByteArray("Noon") + (hour < 12 ? "-" : "+") + QByteArray::number(std::abs(12 - hour)));
@@ -212,13 +213,13 @@ private Q_SLOTS:
                                   u" | 1天 | 1次 |\n"_s));
         QVERIFY(markdown.endsWith(u"vibe coding by Tolvan*\n"));
 
-        // A directory whose name is no UTF-8, and a file that may only be read.
+        // A directory whose name is not UTF-8, and a read-only file.
         const Outcome elsewhere = home.shell(
             u"mkdir \"$(printf 'd\\377')\" && cd d* && echo old >%1 && chmod 400 %1 && \"$PROGRAM\" export"
             " >&2 && cat %1; cd .. && rm -r d*"_s.arg(exportedName()));
         QCOMPARE(elsewhere.output, markdown);
 
-        // Nobody can create files there.
+        // No files can be created there.
         const Outcome unwritable = home.shell(u"cd /proc && exec \"$PROGRAM\" export"_s);
         QCOMPARE(unwritable.output, u"✅ 已成功导出本周复习清单至: /proc/"_s + exportedName() + u'\n');
         QVERIFY(unwritable.status == 0 && unwritable.errors.isEmpty());
@@ -273,7 +274,7 @@ private Q_SLOTS:
         QVERIFY(home.words()->isEmpty());
     }
 
-    /// A locale, a time zone, and the zone that is meant.
+    /// A locale, a time zone, and the expected zone.
     void environments_data() {
         addRows("zh_CN.GB18030    | :Asia/Shanghai   | Asia/Shanghai\n"
                 "POSIX            | America/New_York | America/New_York\n"
@@ -281,6 +282,7 @@ private Q_SLOTS:
                 "C                | UTC-8            | Asia/Shanghai\n"
                 "C                | <+0530>-5:30     | Asia/Kolkata\n"
                 "C                | EST5EDT,M3.2.0,M11.1.0 | America/New_York\n"
+                "C                | :%1              | Asia/Shanghai\n"
                 "nonsense         | Nonsense/Zone    | UTC\n"
                 "                 |                  | UTC\n");
     }
@@ -288,7 +290,10 @@ private Q_SLOTS:
         QFETCH(const QStringList, cells);
         Home home;
         home.environment.insert(u"LC_ALL"_s, cells[0]);
-        home.environment.insert(u"TZ"_s, cells[1]);
+        // A copy of a zone's file, as /etc/localtime may be one.
+        const QString copy = home.path(u"localtime"_s);
+        QVERIFY(QFile::copy(u"/usr/share/zoneinfo/Asia/Shanghai"_s, copy));
+        home.environment.insert(u"TZ"_s, QString(cells[1]).replace(u"%1"_s, copy));
         const QTimeZone zone(cells[2].toLatin1());
         const auto dateThere = [&zone] {
             return QDateTime::currentDateTimeUtc().toTimeZone(zone).date();
@@ -299,7 +304,7 @@ private Q_SLOTS:
                    day.startOfDay(zone).toUTC().toString(Qt::ISODate).toLatin1() + "'}";
         };
         Outcome outcome;
-        // Once more when midnight comes in between.
+        // Repeat this if midnight passes in between.
         do {
             today = dateThere();
             const QByteArray words = '[' + record("苹果", today) + ',' + record("梨", today.addDays(1)) + ']';
@@ -331,7 +336,7 @@ private Q_SLOTS:
         const Home home;
         const bool isSearch = script.contains(u"search water"_s);
         const bool isAnswered = script.startsWith(u"echo"_s);
-        // The searches are the first run, too.
+        // A search is the first run itself.
         if (!isSearch)
             home.run("list");
         const Outcome outcome = home.shell(script);
@@ -341,7 +346,7 @@ private Q_SLOTS:
         QVERIFY(words);
         QCOMPARE(words->size(), isSearch ? 6 : 5);
         QCOMPARE(words->first().reviewHistory.size(), isAnswered ? 1 : 0);
-        // Nothing that was printed has gone into a file.
+        // No output has been written into a file.
         const QString note = QString::fromUtf8(readFile(home.wordbookPath() + u".lock"_s));
         QVERIFY2(QRegularExpression(u"\\A[0-9 ]*\\z"_s).match(note).hasMatch(), qPrintable(note));
     }

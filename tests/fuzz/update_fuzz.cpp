@@ -16,7 +16,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     const QString &a = info->version;
     const QString &b = info->build;
     const QString &c = info->releaseDate;
-    check(compareVersions(b, a) == (0 <=> compareVersions(a, b)));
+    check(std::is_lt(compareVersions(b, a)) == std::is_gt(compareVersions(a, b)));
+    check(std::is_eq(compareVersions(b, a)) == std::is_eq(compareVersions(a, b)));
     check(std::is_gt(compareVersions(a, b)) || std::is_gt(compareVersions(b, c)) ||
           std::is_lteq(compareVersions(a, c)));
     check(std::is_gt(compareVersions(a + u'1', a)));

@@ -7,7 +7,7 @@ using namespace lexiquill;
 
 namespace {
 
-/// Knows "online", and says when it is asked.
+/// Knows the word "online", and records each query.
 class FakeOnline : public OnlineSource {
 public:
     explicit FakeOnline(QStringList &asked) : m_asked(asked) {}
@@ -62,7 +62,7 @@ private Q_SLOTS:
         const QString path = directory.filePath(u"settings.conf"_s);
         QVERIFY(writeFile(path, "[General]\n" + stored));
         FakeServices services;
-        DictionaryShelf shelf({});
+        DictionaryShelf shelf({}, {});
         SystemDictionaryService offline(shelf, &services);
         UserDefaults defaults(path);
         FakeOnline online(services.asked);
@@ -88,7 +88,7 @@ private Q_SLOTS:
                                                 ? u"online:known known online:unknown unknown online:online"_s
                                                 : u"known unknown online"_s);
 
-        // A new mode is for later lookups only; a cancelled lookup asks nobody any more.
+        // A new mode applies only to later lookups; a cancelled lookup asks no further source.
         services.asked.clear();
         service.setCurrentMode(DictionarySourceMode::YoudaoOnline);
         Cancellation cancellation;

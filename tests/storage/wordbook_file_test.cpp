@@ -50,9 +50,9 @@ private Q_SLOTS:
         QTest::newRow("added in front") << Edit([](Words &words) { words.prepend(record(-1)); });
         QTest::newRow("added behind") << Edit([](Words &words) { words.append(record(-1)); });
         QTest::newRow("removed") << Edit([](Words &words) {
-            words.removeAt(399);
+            words.removeLast();
             words.removeAt(100);
-            words.removeAt(0);
+            words.removeFirst();
         });
         QTest::newRow("turned round") << Edit([](Words &words) { std::reverse(words.begin(), words.end()); });
         QTest::newRow("one id twice") << Edit([](Words &words) {
@@ -64,21 +64,19 @@ private Q_SLOTS:
 
     void aSavedFileIsWhatItsWordsEncodeTo() {
         QFETCH(const Edit, edit);
-        writeFile(path(), encodeWordRecords(records(400), JsonForm::File));
+        saveRecords();
         WordbookFile file(path());
         Words words = file.load({}).words;
         QCOMPARE(words.size(), 400);
-        // Each save takes over what the load, or the save before, has left.
+        // Each save copies text from the file of the load or of the previous save.
         for (int round = 0; round < 3; ++round) {
             edit(words);
             QVERIFY(file.save(*file.lock({}), words, std::nullopt));
             QCOMPARE(readFile(path()), encodeWordRecords(words, JsonForm::File));
-            if (words.size() < 400)
-                break;
         }
     }
 
-    /// What another program has written in a form of its own, and what that says.
+    /// Files that another program has written in another form.
     void otherFormsAreWrittenAnew_data() {
         columns<QByteArray>("json");
         const QByteArray own = encodeWordRecords({record(0), record(1)}, JsonForm::File);
@@ -93,6 +91,8 @@ private Q_SLOTS:
         QTest::newRow("missing fields") << "[ {\"word\":\"bare\"} ]"_ba;
         QTest::newRow("unknown fields")
             << QByteArray(own).replace("{\n    \"conc", "{\n    \"aaa\": [1, {}],\n    \"conc");
+        QTest::newRow("nested deeply") << QByteArray(own).replace(
+            "{\n    \"conc", "{ \"aaa\": " + QByteArray(2000, '[') + QByteArray(2000, ']') + ", \"conc");
         QTest::newRow("own, from elsewhere") << own;
     }
     void otherFormsAreWrittenAnew() {
@@ -106,7 +106,7 @@ private Q_SLOTS:
         QCOMPARE(readFile(path()), encodeWordRecords(words, JsonForm::File));
     }
 
-    /// A text that is no JSON counts as unreadable, however much of it could be read, and is kept.
+    /// A text that is not JSON counts as unreadable, even if a part of it could be read, and is kept.
     void noJson_data() {
         columns<QByteArray>("json");
         for (const char *json :
@@ -131,15 +131,22 @@ private Q_SLOTS:
     }
 
     void aFileEditedInPlaceIsNotCopied() {
-        writeFile(path(), encodeWordRecords(records(400), JsonForm::File));
+        saveRecords();
         WordbookFile file(path());
         const Words words = file.load({}).words;
-        writeFile(path(), "[]");
+        QFile edited(path());
+        QVERIFY(edited.open(QIODevice::ReadWrite) && edited.write(QByteArray(1000, ' ')) == 1000);
+        edited.close();
         QVERIFY(file.save(*file.lock({}), words, std::nullopt));
         QCOMPARE(readFile(path()), encodeWordRecords(words, JsonForm::File));
     }
 
 private:
+    /// Saves a wordbook as the program does, so that its texts may be copied.
+    void saveRecords() const {
+        WordbookFile file(path());
+        QVERIFY(file.save(*file.lock({}), records(400), std::nullopt));
+    }
     QString path() const { return m_directory->filePath(u"vocabulary.json"_s); }
 
     std::optional<QTemporaryDir> m_directory;

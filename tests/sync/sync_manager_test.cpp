@@ -1,6 +1,4 @@
-#include "desktop_search/spotlight_manager.h"
 #include "e2e/program.h"
-#include "main/network_services.h"
 #include "support/http_server.h"
 #include "support/secret.h"
 #include "support/test.h"
@@ -24,7 +22,7 @@ QByteArray json(const char *text) {
     return QByteArray(text).replace('\'', '"');
 }
 
-/// A user's home with a running manager, and all that a screen is told by it.
+/// A user's home with a running manager, and all notifications that a screen gets from it.
 class Party {
 public:
     explicit Party(const QString &server, const char *wordbook = "[{'word': 'apple'}]",
@@ -84,7 +82,7 @@ public:
             list += record.word;
         return list.join(u' ');
     }
-    /// What has been told since the last call.
+    /// The notifications since the last call.
     QString takeNews() { return std::exchange(news, {}).join(u" | "_s); }
     QString stored(const QString &key) const { return UserDefaults(home.settingsPath()).string(key); }
 
@@ -258,7 +256,7 @@ private Q_SLOTS:
         QCOMPARE(party.stored(SyncManager::tokenDefaultsKey), u"one"_s);
         party.syncWithCloud();
         party.takeNews();
-        // What the user does now, others see: the state comes from the settings alone.
+        // Another manager sees the changes, because the state comes only from the settings.
         const SyncManager later({.apiBase = server.base(),
                                  .http = party.http,
                                  .storage = *party.storage,
@@ -321,7 +319,7 @@ private Q_SLOTS:
             party.sync->syncDeletionToCloud(QString::number(i));
             told += "{\"username\":\"Ann\",\"word\":\"" + QByteArray::number(i) + "\"}";
         }
-        // Those that wait are of the user who was logged in.
+        // Waiting deletions belong to the user who was logged in.
         party.sync->logout();
         QTRY_COMPARE(server.requests().size(), 4);
         QTest::qWait(200);
@@ -338,26 +336,6 @@ private Q_SLOTS:
         QVERIFY(shared.first().contains("wörd"));
         wipe(body);
         QCOMPARE(shared.first(), QByteArray(body.size(), '\0'));
-    }
-
-    /// The process-wide instances: a deletion goes out by itself, and waits for nobody.
-    void deletionsAreTold() {
-        const HttpServer server(ServedAnswer{.manner = Manner::Silent});
-        const Home home;
-        for (const char *name : {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME"})
-            qputenv(name, home.environment.value(QString::fromLatin1(name)).toUtf8());
-        home.setWordbook(json("[{'word': 'apple'}]"));
-        UserDefaults settings(home.settingsPath());
-        settings.set(u"lexiquill_server_base"_s, server.base());
-        settings.set(SyncManager::userDefaultsKey, ann);
-        QCOMPARE(shared<SyncManager>().apiBase(), server.base() + u"/api"_s);
-
-        shared<StorageManager>().deleteWord(u" Apple "_s);
-        QCOMPARE(home.words()->size(), 0);
-        QTRY_COMPARE(server.requests().size(), 1);
-        QCOMPARE(server.requests().first().target, "/api/sync/delete"_ba);
-        QCOMPARE(server.requests().first().body, json("{'username':'Ann','word':'Apple'}"));
-        shared<SpotlightManager>().finish();
     }
 };
 

@@ -1,5 +1,7 @@
 #include "desktop_search/index/search_text.h"
 
+#include "support/text.h"
+
 #include <QChar>
 
 #include <algorithm>
@@ -10,12 +12,8 @@ namespace {
 
 constexpr qsizetype longestQuery = 256;
 
-/// Counts as a word in the full-text index, so no phrase goes beyond it.
+/// Counts as a word in the full-text index, so no phrase extends across it.
 constexpr QChar phraseEnd(0xe000);
-
-bool isHan(char32_t character) {
-    return QChar::script(character) == QChar::Script_Han;
-}
 
 /// The part of a term from its first letter or digit to its last one.
 QString trimmedToWord(const QString &term) {

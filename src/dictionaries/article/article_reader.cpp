@@ -4,6 +4,7 @@
 #include "dictionaries/article/markup.h"
 #include "dictionaries/article/part_of_speech.h"
 #include "dictionaries/article/phonetics.h"
+#include "dictionaries/article/sense_numbers.h"
 #include "dictionaries/article/senses.h"
 #include "dictionaries/article/text_scan.h"
 
@@ -13,13 +14,43 @@ namespace lexiquill::article {
 
 namespace {
 
-/// Without control characters other than line feed and tab, and without a byte order mark.
+/// The text without a byte order mark at its start, and without control characters, which could control a
+/// terminal. Line feeds and tabs stay.
 QString readable(QString text) {
-    text.removeIf([](QChar c) {
-        const bool isControl = c.category() == QChar::Other_Control && c != u'\n' && c != u'\t';
-        return isControl || c == QChar::ByteOrderMark;
-    });
+    if (text.startsWith(QChar::ByteOrderMark))
+        text.remove(0, 1);
+    text.removeIf([](QChar c) { return c.category() == QChar::Other_Control && c != u'\n' && c != u'\t'; });
     return text;
+}
+
+/// Whether a "\\n" between `last` and `after` is a line break.
+bool isLineBreak(QChar last, QStringView after) {
+    const QChar next = charAt(after, 0);
+    if (last.isNull() || next.isNull() || after.startsWith(u"\\n") || QStringView(u"▸•¶").contains(next) ||
+        labelAtStart(after, false) || SenseNumberFinder::atStart(after))
+        return true;
+    if (isHan(last) || QStringView(u".!?。！？…;；)）]】/").contains(last))
+        return isAsciiLetter(next) || isHan(next) || next == u'*' || !closingBracket(next).isNull();
+    return (isAsciiLetter(last) || last.isDigit()) && isHan(next);
+}
+
+/// Some converters write every line break as the two characters "\\n". Other articles, which have real line
+/// breaks or just one line, mean the characters themselves, for example in a path.
+QString withLineBreaks(const QString &text) {
+    const QStringView mark = u"\\n";
+    if (text.contains(u'\n') || !text.contains(mark))
+        return text;
+    QString result;
+    qsizetype start = 0;
+    for (qsizetype at = text.indexOf(mark); at >= 0; at = text.indexOf(mark, start)) {
+        const QStringView before = QStringView(text).sliced(start, at - start);
+        const QChar last = before.isEmpty() ? charAt(result, result.size() - 1) : before.back();
+        result += before;
+        start = at + mark.size();
+        const bool isBreak = last == u'\n' || isLineBreak(last, QStringView(text).sliced(start));
+        result += isBreak ? QStringView(u"\n") : mark;
+    }
+    return result += QStringView(text).sliced(start);
 }
 
 bool saysAnything(QStringView text) {
@@ -27,7 +58,8 @@ bool saysAnything(QStringView text) {
                        [](QChar c) { return c.isLetterOrNumber() || c.isSurrogate(); });
 }
 
-/// The headword at the start of a line, with what may follow it there; 0 when the line begins otherwise.
+/// The length of the headword and the blanks after it at the start of a line; 0 if the line does not start
+/// with the headword as the title of the article.
 qsizetype headwordLength(const QString &line, const QString &headword) {
     if (!line.startsWith(headword, Qt::CaseInsensitive))
         return 0;
@@ -42,13 +74,13 @@ qsizetype headwordLength(const QString &line, const QString &headword) {
     return opensArticle ? line.size() - next.size() : 0;
 }
 
-/// The lines of an article, without the headword and the phonetic in front.
+/// The lines of an article, without the headword and the phonetic at the start.
 class ArticleLines {
 public:
     explicit ArticleLines(const QString &headword) : m_headword(headword) {}
 
     void add(QString text) {
-        // An example mark begins a line wherever it stands.
+        // An example mark always starts a new line.
         text.replace(u'▸', QStringLiteral("\n▸"));
         bool isOpening = true;
         for (const QStringView raw : QStringView(text).tokenize(u'\n')) {
@@ -69,7 +101,8 @@ public:
     const QString &phonetic() const { return m_phonetic; }
 
 private:
-    /// Takes the headword and the phonetic off a line; true while the article has not really begun.
+    /// Removes the headword and the phonetic from the start of a line. True if nothing is left, so that the
+    /// article itself has not begun.
     bool trimOpening(QString &line) {
         line.remove(0, headwordLength(line, m_headword));
         const LeadingPhonetic leading = leadingPhonetic(line, m_headword);
@@ -100,14 +133,14 @@ PartOfSpeechGroup groupOf(const SenseGroup &group) {
     return result;
 }
 
-/// Gathers the articles on one word.
+/// Collects the articles on one word.
 class EntryBuilder {
 public:
     explicit EntryBuilder(const QString &headword) : m_headword(headword) {}
 
     void add(const Article &article) {
         ArticleLines lines(m_headword);
-        // A part of its own is more reliable than what the text begins with.
+        // A separate phonetic part is more reliable than a phonetic at the start of the text.
         for (const Part &part : article) {
             if (part.form == Form::Phonetic)
                 lines.takePhonetic(readable(part.text));
@@ -126,7 +159,7 @@ public:
         DictionaryEntry entry{.headword = m_headword, .posGroups = groups(), .rawText = rawText};
         if (!m_phonetic.isEmpty())
             entry.phonetic = m_phonetic;
-        // Without any sense the text is all there is to read.
+        // If no senses were found, parse the raw text instead.
         if (entry.posGroups.isEmpty())
             entry.posGroups = extractPOSGroups(readable(rawText).trimmed());
         return entry;
@@ -142,11 +175,11 @@ private:
         };
         switch (part.form) {
         case Form::Text:
-            // Some converters leave line breaks as the two characters that they were escaped to.
-            lines.add(readable(part.text).replace(QStringLiteral("\\n"), QStringLiteral("\n")));
+            lines.add(withLineBreaks(readable(part.text)));
             m_rawTexts += part.text;
             break;
         case Form::Phonetic:
+            m_rawTexts += part.text;
             break;
         case Form::Xdxf:
             addMarkup(MarkupKind::Xdxf);

@@ -28,15 +28,16 @@ struct Named {
 };
 
 constexpr Named otherNames[] = {
-    {"lt", u'<'},    {"gt", u'>'},     {"amp", u'&'},    {"quot", u'"'},   {"apos", u'\''},  {"ndash", u'–'},
-    {"mdash", u'—'}, {"hellip", u'…'}, {"lsquo", u'‘'},  {"rsquo", u'’'},  {"ldquo", u'“'},  {"rdquo", u'”'},
-    {"sbquo", u'‚'}, {"bdquo", u'„'},  {"bull", u'•'},   {"lsaquo", u'‹'}, {"rsaquo", u'›'}, {"dagger", u'†'},
-    {"trade", u'™'}, {"euro", u'€'},   {"larr", u'←'},   {"rarr", u'→'},   {"harr", u'↔'},   {"ne", u'≠'},
-    {"le", u'≤'},    {"ge", u'≥'},     {"asymp", u'≈'},  {"infin", u'∞'},  {"minus", u'−'},  {"oelig", u'œ'},
-    {"OElig", u'Œ'}, {"scaron", u'š'}, {"Scaron", u'Š'}, {"ensp", u' '},   {"emsp", u' '},   {"thinsp", u' '},
-    {"alpha", u'α'}, {"beta", u'β'},   {"gamma", u'γ'},  {"delta", u'δ'},  {"theta", u'θ'},  {"lambda", u'λ'},
-    {"mu", u'μ'},    {"pi", u'π'},     {"sigma", u'σ'},  {"omega", u'ω'},  {"Omega", u'Ω'},  {"prime", u'′'},
-    {"Prime", u'″'}, {"diams", u'♦'},
+    {"lt", u'<'},          {"gt", u'>'},     {"amp", u'&'},    {"quot", u'"'},      {"apos", u'\''},
+    {"ndash", u'–'},       {"mdash", u'—'},  {"hellip", u'…'}, {"lsquo", u'‘'},     {"rsquo", u'’'},
+    {"ldquo", u'“'},       {"rdquo", u'”'},  {"sbquo", u'‚'},  {"bdquo", u'„'},     {"bull", u'•'},
+    {"lsaquo", u'‹'},      {"rsaquo", u'›'}, {"dagger", u'†'}, {"trade", u'™'},     {"euro", u'€'},
+    {"larr", u'←'},        {"rarr", u'→'},   {"harr", u'↔'},   {"ne", u'≠'},        {"le", u'≤'},
+    {"ge", u'≥'},          {"asymp", u'≈'},  {"infin", u'∞'},  {"minus", u'−'},     {"oelig", u'œ'},
+    {"OElig", u'Œ'},       {"scaron", u'š'}, {"Scaron", u'Š'}, {"ensp", u'\u2002'}, {"emsp", u'\u2003'},
+    {"thinsp", u'\u2009'}, {"alpha", u'α'},  {"beta", u'β'},   {"gamma", u'γ'},     {"delta", u'δ'},
+    {"theta", u'θ'},       {"lambda", u'λ'}, {"mu", u'μ'},     {"pi", u'π'},        {"sigma", u'σ'},
+    {"omega", u'ω'},       {"Omega", u'Ω'},  {"prime", u'′'},  {"Prime", u'″'},     {"diams", u'♦'},
 };
 
 const QHash<QString, QChar> &namedCharacters() {

@@ -1,6 +1,7 @@
 #include "dictionaries/article/gloss.h"
 
 #include "dictionaries/article/text_scan.h"
+#include "support/text.h"
 
 #include <QSet>
 
@@ -24,10 +25,10 @@ QStringList splitOutsideBrackets(const QString &text, QStringView separators) {
     return pieces;
 }
 
-/// Without the separators that splitting and sloppy sources leave at both ends.
+/// The text without the separators at both ends, which come from splitting and from careless sources.
 QString trimmedGloss(QStringView text) {
     const auto isLoose = [](QChar c) {
-        return c.isSpace() || QStringView(u";；,，、:：|").contains(c);
+        return c.isSpace() || QStringView(u";；,，").contains(c);
     };
     while (!text.isEmpty() && isLoose(text.front()))
         text = text.sliced(1);
@@ -52,7 +53,7 @@ bool isSubject(QStringView text) {
                        [](QChar c) { return isHan(c) || QStringView(u"、,，/").contains(c); });
 }
 
-/// Labels that are known well enough to be told from an optional word in front, as in "(使)惊讶".
+/// Common labels. Other text in parentheses may be an optional part of the meaning, as in "(使)惊讶".
 bool isUsualLabel(QStringView text) {
     static const QSet<QString> labels{
         QStringLiteral("美"), QStringLiteral("英"), QStringLiteral("口"),   QStringLiteral("俚"),
@@ -64,7 +65,7 @@ bool isUsualLabel(QStringView text) {
     return labels.contains(text.toString());
 }
 
-/// Takes a label off the front of `text`; false when there is none or nothing would be left.
+/// Moves a label from the start of `text` to `contexts`; false if there is none or no text would be left.
 bool takeContext(QStringView &text, QStringList &contexts) {
     const QChar open = charAt(text, 0);
     if (open.isNull() || !QStringView(u"([【〈<〔").contains(open))
@@ -122,7 +123,7 @@ QList<Sense> splitGlosses(const QString &line) {
     }
     for (const QString &gloss : glosses) {
         Sense sense = senseFrom(gloss);
-        // What stands in front of all of them holds for each.
+        // Labels at the start of the line apply to each gloss.
         sense.contexts = whole.contexts + sense.contexts;
         add(sense);
     }

@@ -14,7 +14,7 @@ namespace {
 
 constexpr char16_t lineFeed = u'\n';
 
-/// The parts of a tag that matter.
+/// The relevant parts of a tag.
 struct Tag {
     QString name;
     bool closing = false;
@@ -49,7 +49,7 @@ bool breaksLine(const QString &tag, MarkupKind kind) {
     return false;
 }
 
-/// Elements whose content is nothing to read.
+/// Elements whose content is not shown.
 bool isHidden(const QString &tag, MarkupKind kind) {
     if (kind == MarkupKind::Html)
         return tag == QStringLiteral("script") || tag == QStringLiteral("style") ||
@@ -139,13 +139,13 @@ private:
         breakRawLine();
     }
 
-    /// One element often ends a line where the next one begins another.
+    /// Adds no empty line if one element ends a line and the next one starts a line.
     void breakRawLine() {
         if (!m_result.rawText.isEmpty() && m_result.rawText.back() != lineFeed)
             m_result.rawText += lineFeed;
     }
 
-    /// Reads what begins with the "<" at m_at; false when that is an ordinary character.
+    /// Reads the tag that begins with the "<" at m_at; false if that is an ordinary character.
     bool readTag() {
         const QStringView rest = m_text.sliced(m_at);
         if (rest.startsWith(u"<!--"))
@@ -155,9 +155,7 @@ private:
         const QChar first = charAt(rest, 1);
         if (!isAsciiLetter(first) && first != u'/' && first != u'!' && first != u'?')
             return false;
-        qsizetype end = m_at + 1;
-        while (end < m_text.size() && m_text[end] != u'>' && m_text[end] != u'<')
-            ++end;
+        const qsizetype end = endOfTag(m_at + 1);
         if (charAt(m_text, end) != u'>')
             return false;
         const Tag tag = parseTag(m_text.sliced(m_at + 1, end - m_at - 1));
@@ -166,16 +164,34 @@ private:
         return true;
     }
 
-    /// Moves behind the next `mark`. A search that fails is never repeated: it would fail again, and
-    /// repeating it would make faulty texts slow.
-    bool skipPast(const QString &mark) {
-        if (m_missing.contains(mark))
-            return false;
-        const qsizetype found = m_text.indexOf(mark, m_at, Qt::CaseInsensitive);
-        if (found < 0) {
-            m_missing.insert(mark);
-            return false;
+    /// The first ">" or "<" that does not stand in the quoted value of an attribute.
+    qsizetype endOfTag(qsizetype at) {
+        while (at < m_text.size() && m_text[at] != u'>' && m_text[at] != u'<') {
+            const QChar quote = charAt(m_text, at + 1);
+            const bool opensValue = m_text[at] == u'=' && (quote == u'"' || quote == u'\'');
+            const qsizetype close = opensValue ? indexOf(QStringView(&quote, 1), at + 2) : -1;
+            at = close < 0 ? at + 1 : close + 1;
         }
+        return at;
+    }
+
+    /// The place of the next `mark`, or -1. A failed search is never repeated: it would fail again, and
+    /// repeating it would make malformed texts slow.
+    qsizetype indexOf(QStringView mark, qsizetype from) {
+        const QString key = mark.toString();
+        if (m_missing.contains(key))
+            return -1;
+        const qsizetype found = m_text.indexOf(mark, from, Qt::CaseInsensitive);
+        if (found < 0)
+            m_missing.insert(key);
+        return found;
+    }
+
+    /// Moves past the next `mark`, if there is one.
+    bool skipPast(const QString &mark) {
+        const qsizetype found = indexOf(mark, m_at);
+        if (found < 0)
+            return false;
         m_at = found + mark.size();
         return true;
     }
@@ -243,10 +259,15 @@ private:
         if (m_result.phonetic.isEmpty())
             m_result.phonetic = inside.trimmed().toString();
         m_result.text.truncate(start);
-        // The brackets around it go as well.
-        if (m_result.text.endsWith(u'[') || m_result.text.endsWith(u'/')) {
-            m_skippedMark = m_result.text.back() == u'[' ? u']' : u'/';
+        // Also remove the brackets around it.
+        static constexpr std::pair<char16_t, char16_t> brackets[] = {
+            {u'[', u']'}, {u'/', u'/'}, {u'(', u')'}};
+        for (const auto &[open, close] : brackets) {
+            if (!m_result.text.endsWith(QChar(open)))
+                continue;
+            m_skippedMark = QChar(close);
             m_result.text.chop(1);
+            break;
         }
     }
 

@@ -1,6 +1,7 @@
 #include "dictionaries/article/part_of_speech.h"
 
 #include "dictionaries/article/text_scan.h"
+#include "support/text.h"
 
 #include <algorithm>
 
@@ -8,22 +9,22 @@ namespace lexiquill::article {
 
 namespace {
 
-/// How far a form can be trusted when no point stands behind it.
+/// How reliable a form is if no dot follows it.
 enum class Kind {
-    /// One letter: only in front of what begins a definition.
+    /// One letter: a label only at the start of a definition.
     Letter,
-    /// Not a word of the language, so it cannot be running text.
+    /// Not an English word, so it cannot be ordinary text.
     Unmistakable,
-    /// Also (nearly) a word.
+    /// Also a word, or similar to one.
     Wordlike,
-    /// Needs its point.
+    /// A label only with a dot.
     PointOnly,
     /// Written in full.
     Name,
 };
 
 struct Form {
-    /// Words in lower case; each may have a point and a blank behind it.
+    /// Words in lower case; each may be followed by a dot and a blank.
     QStringView words;
     QStringView pos;
     Kind kind;
@@ -32,7 +33,7 @@ struct Form {
     QStringView context = u"";
 };
 
-// Longer forms stand before those they begin with.
+// A longer form must come before the forms that it begins with.
 const Form forms[] = {
     {u"intransitive verb", u"intransitive verb", Kind::Name},
     {u"transitive verb", u"transitive verb", Kind::Name},
@@ -127,7 +128,7 @@ const ChineseName chineseNames[] = {
     {u"成语", u"idiom"},
 };
 
-// One character is enough between heavy brackets only; 数 and 量 are subjects there.
+// A single character is a label only between 【 and 】. 数 and 量 mean subjects there.
 const ChineseName bracketedNames[] = {
     {u"名", u"noun"},    {u"动", u"verb"},        {u"形", u"adjective"},   {u"副", u"adverb"},
     {u"代", u"pronoun"}, {u"介", u"preposition"}, {u"连", u"conjunction"}, {u"叹", u"interjection"},
@@ -144,14 +145,14 @@ LabelledPart partOf(const ChineseName &name) {
 /// A single label together with how it was written.
 struct Found {
     LabelledPart part;
-    /// Where it ends, its point included.
+    /// Where it ends, including its dot.
     qsizetype end = 0;
     bool pointed = false;
     Kind kind = Kind::Name;
     bool isLetterA = false;
 };
 
-/// Where the words of a form end in the text; -1 when they are not there.
+/// The end of the words of a form at `at`; -1 if they are not there.
 qsizetype matchWords(QStringView text, qsizetype at, const Form &form, bool &pointInside) {
     const auto sensitivity = form.words.size() == 1 ? Qt::CaseSensitive : Qt::CaseInsensitive;
     for (const QStringView word : form.words.tokenize(u' ')) {
@@ -176,7 +177,7 @@ bool beginsDefinition(QChar next) {
     return next.isNull() || isHan(next) || numbered || QStringView(u":：(（[<【〈").contains(next);
 }
 
-/// Whether a form without a point may be a label, judged by what follows.
+/// Whether a form without a dot may be a label, depending on the text after it.
 bool trusted(Kind kind, QStringView text, qsizetype end) {
     const QChar next = charAt(text, skipBlanks(text, end));
     switch (kind) {
@@ -242,7 +243,7 @@ std::optional<LabelMatch> bracketedLabel(QStringView text, qsizetype at) {
     const QStringView inside = text.sliced(at + 1, close - 1).trimmed();
     auto match =
         inside.isEmpty() || closingBracket(inside[0]).isNull() ? labelAtStart(inside, false) : std::nullopt;
-    // Names between parentheses are rather remarks, as in "4. (助动词) 正在".
+    // A full name in parentheses is probably a remark, as in "4. (助动词) 正在".
     const bool parenthesis = text[at] == u'(' || text[at] == u'（';
     const bool isShortForm = inside == u"n" || inside == u"v" || inside == u"adj" || inside == u"adv" ||
                              inside == u"vt" || inside == u"vi";
@@ -260,7 +261,7 @@ std::optional<LabelMatch> bracketedLabel(QStringView text, qsizetype at) {
     return std::nullopt;
 }
 
-/// Past what joins two labels: "&", "/", ",", "and".
+/// Skips what joins two labels: "&", "/", ",", "and".
 qsizetype skipJoint(QStringView text, qsizetype at) {
     at = skipBlanks(text, at);
     if (QStringView(u"&/,，、;").contains(charAt(text, at)) && at < text.size())
@@ -280,7 +281,7 @@ void addPart(QList<LabelledPart> &parts, const LabelledPart &added) {
     if (known == parts.end())
         parts.append(added);
     else if (known->context.isEmpty())
-        // "n. [pl.]" and the like: the second label only qualifies the first.
+        // As in "n. [pl.]": the second label only qualifies the first.
         known->context = added.context;
 }
 
@@ -294,7 +295,7 @@ QList<LabelledPart> withVerbsJoined(QList<LabelledPart> parts) {
     return parts;
 }
 
-/// The label at `at` with those joined to it.
+/// The label at `at`, with the labels joined to it.
 std::optional<LabelMatch> labelsFrom(QStringView text, qsizetype at, const Found &first) {
     LabelMatch match;
     qsizetype end = first.end;
@@ -307,7 +308,7 @@ std::optional<LabelMatch> labelsFrom(QStringView text, qsizetype at, const Found
         addPart(match.parts, next->part);
         end = next->end;
     }
-    // Letters right behind a point belong to something else, such as "a.m." or "v.s.o.p.".
+    // Letters directly after a dot belong to something else, such as "a.m." or "v.s.o.p.".
     if (isAsciiLetter(charAt(text, end)) && charAt(text, end - 1) == u'.')
         return std::nullopt;
     match.parts = withVerbsJoined(match.parts);
@@ -318,7 +319,7 @@ std::optional<LabelMatch> labelsFrom(QStringView text, qsizetype at, const Found
     return match;
 }
 
-/// Past ornaments and Roman numerals that may stand in front of a label.
+/// Skips ornaments and Roman numerals that may come before a label.
 qsizetype skipOrnaments(QStringView line) {
     qsizetype at = 0;
     while (at < line.size() &&
@@ -355,7 +356,7 @@ std::optional<LabelMatch> labelInside(QStringView line, qsizetype position) {
     const QChar adjacent = charAt(line, position - 1);
     if (isAsciiLetter(adjacent) || adjacent.isDigit() || QStringView(u".'’-&/").contains(adjacent))
         return std::nullopt;
-    // Spares nearly all words of a long text the comparison with every form.
+    // A quick check, so that most words of a long text need not be compared with every form.
     constexpr qsizetype longest = 6;
     qsizetype end = position;
     while (end - position < longest && isAsciiLetter(charAt(line, end)))

@@ -2,6 +2,7 @@
 
 #include "dictionaries/article/part_of_speech.h"
 #include "dictionaries/article/text_scan.h"
+#include "support/text.h"
 
 #include <QSet>
 
@@ -13,7 +14,7 @@ namespace {
 
 constexpr qsizetype maxLength = 120;
 
-/// Marks of usage that stand between brackets where a transcription may stand.
+/// Usage labels that may be in brackets where a transcription could be.
 bool isUsageLabel(QStringView text) {
     static const QSet<QString> labels{
         QStringLiteral("c"),      QStringLiteral("u"),      QStringLiteral("t"),
@@ -44,7 +45,7 @@ bool isTranscriptionCharacter(QChar c) {
     return QStringView(u" '’`:.,;-‐()~^·*|/&").contains(c);
 }
 
-/// Tells a transcription from a remark between brackets.
+/// Distinguishes a transcription from a remark in brackets.
 bool looksLikeTranscription(QStringView text, QChar closing, qsizetype headwordLength) {
     if (text.isEmpty() || text.size() > maxLength || isUsageLabel(text) ||
         !std::all_of(text.begin(), text.end(), isTranscriptionCharacter) ||
@@ -55,7 +56,7 @@ bool looksLikeTranscription(QStringView text, QChar closing, qsizetype headwordL
     });
     if (telling)
         return true;
-    // Plain letters between slashes are rather alternatives ("/hello/hi/").
+    // Plain letters between slashes are probably alternatives ("/hello/hi/").
     constexpr qsizetype usualExcess = 4;
     return closing != u'/' && text.size() <= headwordLength + usualExcess &&
            std::all_of(text.begin(), text.end(), [](QChar c) { return !c.isUpper() && !c.isSpace(); });
@@ -67,7 +68,7 @@ QChar closingMark(QChar open) {
     return open == u'/' || open == u'\\' ? open : QChar();
 }
 
-/// Past a mark such as "英", "KK:" or "UK" and the blanks behind it.
+/// Skips a mark such as "英", "KK:" or "UK" and the blanks after it.
 qsizetype skipSourceMark(QStringView line, qsizetype at) {
     static constexpr QStringView marks[] = {u"国际音标", u"音标", u"发音", u"读音", u"英式", u"美式",
                                             u"英音",     u"美音", u"英",   u"美",   u"KK",   u"DJ",

@@ -9,8 +9,8 @@ namespace lexiquill::article {
 
 namespace {
 
-/// The value of a number of one or two ASCII digits at `at`, whose end is returned there; 0 when there is
-/// none.
+/// The value of a number of one or two ASCII digits at `at`; 0 when there is none. Moves `at` to the end of
+/// the number.
 int smallNumber(QStringView line, qsizetype &at) {
     const qsizetype start = at;
     int value = 0;
@@ -55,7 +55,7 @@ QList<SenseNumberFinder::Candidate> SenseNumberFinder::candidates(QStringView li
                 found.append({{i, end + 1}, number, Parenthesized});
         } else if (mark == u')' || mark == u'）') {
             found.append({{i, end + 1}, number, Bracketed});
-        } else if (mark == u'、') {
+        } else if (mark == u'、' && !charAt(line, skipBlanks(line, end + 1)).isDigit()) {
             found.append({{i, end + 1}, number, Listed});
         } else if ((mark == u'.' || mark == u'．') && !after.isDigit()) {
             found.append({{i, end + 1}, number, Pointed});
@@ -74,20 +74,21 @@ QList<SenseNumberFinder::Candidate> SenseNumberFinder::candidates(QStringView li
 
 bool SenseNumberFinder::counts(const Candidate &candidate, QStringView line, bool atStart, bool bareAllowed,
                                bool secondFollows) const {
-    const bool continues = candidate.number > 1 && candidate.number == m_last[candidate.style] + 1;
-    switch (candidate.style) {
-    case Enclosed:
-        return true;
-    case Bare: {
-        if (atStart)
-            return continues || (bareAllowed && candidate.number == 1);
-        const QChar previous = charAt(line, candidate.place.start - 2);
+    const int previousNumber = candidate.number - 1;
+    // Some dictionaries continue the numbers after the next part of speech.
+    const bool continues =
+        previousNumber > 0 && (m_last[candidate.style] == previousNumber ||
+                               (atStart && m_lastBefore[candidate.style] == previousNumber));
+    const bool begins = candidate.number == 1;
+    if (atStart)
+        return continues || (begins && (candidate.style != Bare || secondFollows || bareAllowed));
+    const QChar previous = charAt(line, candidate.place.start - 1);
+    if (candidate.style == Bare) {
+        const QChar last = charAt(line, candidate.place.start - 2);
         const QChar next = charAt(line, skipBlanks(line, candidate.place.end));
-        return continues && (isHan(previous) || previous.isPunct()) && isHan(next);
+        return continues && (isHan(last) || last.isPunct()) && isHan(next);
     }
-    default:
-        return atStart || continues || (candidate.number == 1 && secondFollows);
-    }
+    return continues || (begins && secondFollows && (previous.isSpace() || previous.isPunct()));
 }
 
 QList<SenseNumber> SenseNumberFinder::find(QStringView line, bool bareAllowed) {
@@ -114,7 +115,15 @@ QList<SenseNumber> SenseNumberFinder::find(QStringView line, bool bareAllowed) {
     return accepted;
 }
 
+std::optional<SenseNumber> SenseNumberFinder::atStart(QStringView line) {
+    const QList<Candidate> all = candidates(line);
+    if (all.isEmpty() || all.first().place.start != 0 || all.first().style == Bare)
+        return std::nullopt;
+    return all.first().place;
+}
+
 void SenseNumberFinder::restart() {
+    std::copy(std::begin(m_last), std::end(m_last), std::begin(m_lastBefore));
     std::fill(std::begin(m_last), std::end(m_last), 0);
 }
 

@@ -3,6 +3,8 @@
 #include <QList>
 #include <QStringView>
 
+#include <optional>
+
 namespace lexiquill::article {
 
 /// A sense number in a line, such as "1.", "(2)", "3、" or "④".
@@ -12,14 +14,18 @@ struct SenseNumber {
     qsizetype end = 0;
 };
 
-/// Finds the sense numbers in the lines of an article, which are handed over in order.
+/// Finds the sense numbers in the lines of an article. The lines must be passed in order.
 class SenseNumberFinder {
 public:
-    /// The numbers in `line`. Within a line only those count that continue a series. `bareAllowed` accepts a
-    /// number without any mark at the start ("1 gloss").
+    /// The sense numbers in `line`. A number counts only if it begins or continues a series; inside a line, a
+    /// series begins only if its second number follows. `bareAllowed` accepts "1" without a mark at the start
+    /// of the line ("1 gloss") even if no second number follows in the line.
     QList<SenseNumber> find(QStringView line, bool bareAllowed);
 
-    /// Begins a new series, as after a part of speech.
+    /// The number with a mark that `line` starts with, whatever its value.
+    static std::optional<SenseNumber> atStart(QStringView line);
+
+    /// Begins a new series, for example after a part of speech.
     void restart();
 
 private:
@@ -34,6 +40,7 @@ private:
                 bool secondFollows) const;
 
     int m_last[StyleCount] = {};
+    int m_lastBefore[StyleCount] = {}; ///< in the series before this one
 };
 
 } // namespace lexiquill::article

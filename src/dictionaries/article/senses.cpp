@@ -4,6 +4,7 @@
 #include "dictionaries/article/part_of_speech.h"
 #include "dictionaries/article/sense_numbers.h"
 #include "dictionaries/article/text_scan.h"
+#include "support/text.h"
 
 #include <algorithm>
 #include <iterator>
@@ -12,7 +13,7 @@ namespace lexiquill::article {
 
 namespace {
 
-/// A stretch of an article between two boundaries: lines, numbers, parts of speech.
+/// A piece of an article between two boundaries: line breaks, numbers, parts of speech.
 struct Chunk {
     enum class Kind { Text, Numbered, Example };
     Kind kind;
@@ -48,7 +49,7 @@ bool endsSentence(QChar c) {
     return QStringView(u".!?。！？…").contains(c);
 }
 
-/// True for a line that begins with an English sentence rather than with a short phrase to be explained.
+/// True for a line that begins with an English sentence, not with a short phrase that is explained.
 bool isEnglishSentence(QStringView line) {
     if (!line.isEmpty() && QStringView(u"\"“'‘").contains(line.front()))
         line = line.sliced(1);
@@ -70,7 +71,7 @@ bool isEnglishSentence(QStringView line) {
     return words > fewestWords || (words == fewestWords && sentence);
 }
 
-/// The Chinese half of an example whose English half stands on the line before.
+/// True for the Chinese half of an example whose English half is on the line before.
 bool isTranslation(const QString &line) {
     QStringView text = line;
     while (!text.isEmpty() && QStringView(u"”’》」）").contains(text.back()))
@@ -79,7 +80,7 @@ bool isTranslation(const QString &line) {
            isHan(charAt(line, skipBlanks(line, 0)));
 }
 
-/// Characters of a remark such as "[C]" or "(pl.)" and the blank behind it at the start of a line.
+/// Length of a remark such as "[C]" or "(pl.)" and the blanks after it at the start of a line; 0 without one.
 qsizetype grammarRemarkLength(QStringView line) {
     constexpr qsizetype longest = 16;
     const QChar open = charAt(line, 0);
@@ -133,33 +134,32 @@ private:
             addExample(line);
             return;
         }
-        readText(line, m_bareCount);
+        readText(line);
     }
 
     bool hasSense() { return !chunks().isEmpty() || m_parts.size() > 1; }
 
-    /// Examples without a sense before them are all the article has to say, so they stand as senses.
+    /// An example without a sense before it is kept as a sense.
     void addExample(const QString &text) {
         const bool attached = !chunks().isEmpty();
         chunks().append({attached ? Chunk::Kind::Example : Chunk::Kind::Text, text});
     }
 
-    /// Reads a line that begins with a part of speech, also behind a number.
+    /// Reads a line that begins with a part of speech, possibly after a number. False for other lines.
     bool takeLabel(const QString &line) {
         const bool numbered = !line.isEmpty() && (line[0].isDigit() || line[0] == u'(');
         qsizetype at = 0;
         if (numbered && !labelAtStart(line, m_lettersCount)) {
-            SenseNumberFinder probe;
-            const QList<SenseNumber> numbers = probe.find(line, false);
-            if (numbers.isEmpty() || numbers.first().start != 0)
+            const auto number = SenseNumberFinder::atStart(line);
+            if (!number)
                 return false;
-            at = skipBlanks(line, numbers.first().end);
+            at = skipBlanks(line, number->end);
         }
         const auto label = labelAtStart(QStringView(line).sliced(at), m_lettersCount);
         if (!label)
             return false;
         begin(*label);
-        readText(line.sliced(at + label->length), true);
+        readText(line.sliced(at + label->length));
         return true;
     }
 
@@ -171,7 +171,7 @@ private:
     }
 
     /// Divides text at parts of speech, then at sense numbers.
-    void readText(const QString &text, bool bareAllowed) {
+    void readText(const QString &text) {
         const QList<int> depths = bracketDepths(text);
         qsizetype start = 0;
         for (qsizetype i = 1; i < text.size(); ++i) {
@@ -180,20 +180,19 @@ private:
             const auto label = labelInside(text, i);
             if (!label)
                 continue;
-            readNumbered(text.sliced(start, i - start), bareAllowed);
+            readNumbered(text.sliced(start, i - start));
             begin(*label);
-            bareAllowed = true;
             start = i + label->length;
             i = start - 1;
         }
-        readNumbered(text.sliced(start), bareAllowed);
+        readNumbered(text.sliced(start));
     }
 
-    void readNumbered(const QString &line, bool bareAllowed) {
-        // A remark on grammar in front of the first number ("n. [C] 1 …") belongs to its sense.
+    void readNumbered(const QString &line) {
+        // A grammar remark before the first number ("n. [C] 1 …") belongs to the sense of that number.
         const qsizetype remark = grammarRemarkLength(line);
         const QString text = line.sliced(remark);
-        const QList<SenseNumber> numbers = m_numbers.find(text, bareAllowed);
+        const QList<SenseNumber> numbers = m_numbers.find(text, m_bareCount);
         if (numbers.isEmpty()) {
             add(Chunk::Kind::Text, line);
             return;
@@ -226,7 +225,7 @@ private:
     bool m_bareCount = false;
 };
 
-/// Appends the senses of a chunk that begins one or several.
+/// Appends the senses of a chunk. A numbered chunk is one sense.
 void appendSenses(QList<Sense> &senses, const Chunk &chunk, bool numbered) {
     if (!numbered) {
         senses += splitGlosses(chunk.text);
@@ -245,7 +244,7 @@ QList<Sense> sensesOf(const QList<Chunk> &chunks, bool hasChinese) {
         if (chunk.kind == Chunk::Kind::Example && !senses.isEmpty()) {
             senses.last().examples.append(chunk.text);
         } else if (numbered && !hasChinese && chunk.kind == Chunk::Kind::Text && !senses.isEmpty()) {
-            // English dictionaries fold long definitions.
+            // English dictionaries break long definitions into several lines.
             senses.last().meaning += u' ' + chunk.text;
         } else {
             appendSenses(senses, chunk, numbered);

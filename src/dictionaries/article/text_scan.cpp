@@ -1,5 +1,7 @@
 #include "dictionaries/article/text_scan.h"
 
+#include "support/text.h"
+
 #include <algorithm>
 #include <utility>
 #include <vector>
@@ -7,29 +9,20 @@
 namespace lexiquill::article {
 
 bool isHan(QChar c) {
-    const char16_t code = c.unicode();
-    const bool supplementary = code >= 0xd840 && code <= 0xd8c0;
-    return supplementary || (code >= 0x3400 && code <= 0x9fff) || (code >= 0xf900 && code <= 0xfaff) ||
-           code == 0x3005 || code == 0x3007;
+    // The planes of Chinese characters outside the first one.
+    const bool isFirstHalf = c.unicode() >= 0xd840 && c.unicode() <= 0xd8c0;
+    return isFirstHalf || lexiquill::isHan(c.unicode());
 }
 
 bool isAsciiLetter(QChar c) {
     return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z');
 }
 
-bool containsHan(QStringView text) {
-    return std::any_of(text.begin(), text.end(), isHan);
-}
-
 bool isChinese(QStringView text) {
     const auto isKana = [](QChar c) {
         return c.unicode() >= 0x3041 && c.unicode() <= 0x30fa;
     };
-    const auto han = std::count_if(text.begin(), text.end(), isHan);
-    const auto latin = std::count_if(text.begin(), text.end(), isAsciiLetter);
-    // A character says as much as several letters; others quote one now and then.
-    constexpr int lettersOfCharacter = 6;
-    return han > 0 && han * lettersOfCharacter >= latin && std::none_of(text.begin(), text.end(), isKana);
+    return containsHan(text) && std::none_of(text.begin(), text.end(), isKana);
 }
 
 QChar charAt(QStringView text, qsizetype position) {

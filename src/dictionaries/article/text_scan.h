@@ -6,23 +6,22 @@
 
 namespace lexiquill::article {
 
-/// True for a Chinese character; a high surrogate of the supplementary ones counts as one.
+/// True for a Chinese character, or for the high surrogate of one.
 bool isHan(QChar c);
 bool isAsciiLetter(QChar c);
-bool containsHan(QStringView text);
-/// Whether a good part of the text is in Chinese.
+/// Whether the text holds Chinese, and not Japanese.
 bool isChinese(QStringView text);
 
 /// The character at `position`, a zero character outside the text.
 QChar charAt(QStringView text, qsizetype position);
 
-/// The first position from `position` on that is no blank, or the end of the text.
+/// The first position at or after `position` that is not a blank, or the end of the text.
 qsizetype skipBlanks(QStringView text, qsizetype position);
 
-/// The bracket that closes `open`, a zero character when it opens none.
+/// The bracket that closes `open`; a zero character if `open` is not an opening bracket.
 QChar closingBracket(QChar open);
 
-/// For every character how many matched pairs of brackets or quotation marks it stands in; the marks
+/// For every character the number of matched pairs of brackets or quotation marks around it. The marks
 /// themselves count as inside.
 QList<int> bracketDepths(QStringView text);
 

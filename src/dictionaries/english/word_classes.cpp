@@ -1,5 +1,7 @@
 #include "dictionaries/english/word_classes.h"
 
+#include "support/text.h"
+
 #include <QHash>
 
 #include <algorithm>
@@ -9,7 +11,7 @@ namespace lexiquill::english {
 namespace {
 
 constexpr WordClasses noClass;
-// Phrases of any kind bear these names.
+// For the names of phrases, which may be of any kind.
 constexpr WordClasses anyClass =
     WordClasses(WordClass::Noun) | WordClass::Verb | WordClass::Adjective | WordClass::Adverb;
 
@@ -18,7 +20,7 @@ struct Names {
     QStringView words;
 };
 
-// Numbers and abbreviations have plurals as nouns have.
+// Numbers and abbreviations have plurals, like nouns.
 constexpr Names names[] = {
     {WordClass::Noun,
      u"n noun nouns num numeral number pl plural abbr abbreviation symbol 名 名词 数 数词 量 "
@@ -33,10 +35,6 @@ constexpr Names names[] = {
      u"限定词 前缀 后缀"},
 };
 
-bool isHan(QChar character) {
-    return character.script() == QChar::Script_Han;
-}
-
 /// Chinese names are also found within longer ones, such as 动词 in 不及物动词.
 std::optional<WordClasses> classesNamedBy(const QString &word) {
     static const QHash<QString, WordClasses> table = [] {
@@ -50,11 +48,11 @@ std::optional<WordClasses> classesNamedBy(const QString &word) {
     if (const auto known = table.find(word); known != table.end())
         return *known;
     constexpr qsizetype longestName = 12;
-    if (!isHan(word.front()) || word.size() > longestName)
+    if (!isHan(word.front().unicode()) || word.size() > longestName)
         return std::nullopt;
     std::optional<WordClasses> found;
     for (auto name = table.begin(); name != table.end(); ++name) {
-        if (name.key().size() > 1 && isHan(name.key().front()) && word.contains(name.key()))
+        if (name.key().size() > 1 && isHan(name.key().front().unicode()) && word.contains(name.key()))
             found = found.value_or(noClass) | name.value();
     }
     return found;
@@ -67,9 +65,9 @@ std::optional<WordClasses> namedClasses(const QStringList &partsOfSpeech) {
     for (const QString &text : partsOfSpeech) {
         auto begin = text.begin();
         while (begin != text.end()) {
-            const bool han = isHan(*begin);
-            const auto end =
-                std::find_if(begin, text.end(), [han](QChar c) { return !c.isLetter() || isHan(c) != han; });
+            const bool han = isHan(begin->unicode());
+            const auto end = std::find_if(
+                begin, text.end(), [han](QChar c) { return !c.isLetter() || isHan(c.unicode()) != han; });
             if (begin == end) {
                 ++begin;
                 continue;

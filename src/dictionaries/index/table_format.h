@@ -4,15 +4,15 @@
 
 namespace lexiquill::table {
 
-// The cache file: one page with the header, the payload, and a CRC-32 for every page of the payload. The
-// payload is the index (when it is kept), then the words as 64-bit numbers (hash above index
-// offset), then the synonyms as such a number (hash above offset among the synonyms) and a 32-bit index
-// offset; words and synonyms are sorted. Numbers have the byte order of the machine: the file never leaves
-// it, and the magic number gives a foreign one away.
+// The cache file: one page with the header, then the payload, then a CRC-32 for every page of the payload.
+// The payload is the index (if it is stored), then the words, then the synonyms, both sorted. A word is a
+// 64-bit number: the hash in the upper half, the index offset in the lower half. A synonym is such a number,
+// with the offset in the list of synonyms, and a 32-bit index offset. Numbers have the byte order of the
+// machine, because the file never leaves it. A file with another byte order has another magic number.
 
 inline constexpr quint64 magicNumber = 0x4c58'5144'4943'5401;
-inline constexpr quint32 formatVersion = 2;
-/// Most entries of a part, and most bytes of an index.
+inline constexpr quint32 formatVersion = 3;
+/// The maximum number of entries in a part, and of bytes in an index.
 inline constexpr qint64 maxPartSize = qint64(512) * 1024 * 1024;
 inline constexpr qint64 pageSize = 4096;
 inline constexpr qint64 wordRecordSize = 8;
@@ -29,14 +29,14 @@ struct Header {
     qint64 wordCount;
     qint64 synonymCount;
     quint32 pageSumsCrc;
-    /// Of all fields above.
+    /// CRC-32 of all fields above.
     quint32 headerCrc;
 };
 static_assert(sizeof(Header) == 8 + 8 + 24 + 64 + 24 + 8);
 
 quint32 crcOf(QByteArrayView bytes);
 
-/// Where the parts of the payload lie, in bytes from its start.
+/// The positions of the parts of the payload, in bytes from its start.
 struct Layout {
     qint64 wordStart;
     qint64 synonymStart;

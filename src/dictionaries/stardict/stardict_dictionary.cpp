@@ -18,7 +18,7 @@ namespace lexiquill::stardict {
 
 namespace {
 
-/// Limits on what one answer gathers, so that a hostile index cannot make it endless.
+/// The maximum number of articles in one entry, so that a hostile index cannot make it endless.
 constexpr size_t maxArticles = 64;
 
 std::optional<IfoInfo> readIfo(const QString &path) {
@@ -66,8 +66,8 @@ SourceStamps StardictDictionary::currentStamps() const {
             stampOf(m_basePath + QStringLiteral(".syn"))};
 }
 
-/// Reading a mapped file that has become shorter would end the program, so the files are compared with what
-/// was opened before every look-up.
+/// Reading a mapped file that has become shorter would crash the program. So the files on disk are compared
+/// with the opened ones before every lookup.
 bool StardictDictionary::ready() {
     const SourceStamps stamps = currentStamps();
     if (m_state != State::Unopened && stamps == m_stamps)
@@ -136,7 +136,7 @@ void StardictDictionary::openTable(bool rebuild) {
     m_table = LookupTable::build(std::move(content), m_basePath, m_stamps);
     if (!QDir().mkpath(QFileInfo(m_cachePath).path()) || !m_table->save(m_cachePath))
         return;
-    // Mapped pages can be dropped again when memory runs short, the image in memory cannot.
+    // The system can drop the pages of a mapped file when memory is low, but not a table on the heap.
     if (auto saved = LookupTable::load(m_cachePath, m_basePath, m_stamps))
         m_table = std::move(saved);
 }
@@ -150,7 +150,7 @@ std::optional<IndexEntry> StardictDictionary::indexEntry(quint32 offset) const {
     return readIndexEntry(bytes, m_info.offsetBytes);
 }
 
-/// False when the table and the index do not belong together, so that the table must be built anew.
+/// False when the table does not match the index, so that the table must be rebuilt.
 bool StardictDictionary::collectMatches(QByteArrayView word, std::vector<Match> &exact,
                                         std::vector<Match> &folded) {
     const quint32 hash = foldedHash(word);
@@ -269,22 +269,26 @@ bool StardictDictionary::holdsChinese() {
     return ready() && m_table->holdsChinese();
 }
 
-/// Looks at a few articles from the beginning to the end.
+/// Checks a few articles, spread over the whole dictionary. Dictionaries of other languages quote some
+/// Chinese, in a few articles only.
 bool StardictDictionary::articlesHoldChinese(const TableContent &content) const {
     constexpr size_t samples = 24;
+    constexpr size_t fewestShare = 8;
     size_t read = 0;
     size_t chinese = 0;
     const QByteArrayView index = m_indexIsPacked ? QByteArrayView(content.index) : m_index.data();
     const size_t step = std::max<size_t>(1, content.words.size() / samples);
     for (size_t i = 0; i < content.words.size(); i += step) {
-        const auto entry = readIndexEntry(index.sliced(content.words[i].place), m_info.offsetBytes);
-        const auto text = entry ? article(*entry) : std::nullopt;
+        const auto place = readIndexEntry(index.sliced(content.words[i].place), m_info.offsetBytes);
+        const auto text = place ? article(*place) : std::nullopt;
         if (!text)
             continue;
         ++read;
-        chinese += article::isChinese(QString::fromUtf8(entry->word) + QString::fromUtf8(*text)) ? 1 : 0;
+        const QString word = QString::fromUtf8(place->word);
+        const auto entry = article::readArticles(word, {splitArticle(*text, m_info.typeSequence)});
+        chinese += article::isChinese(entry ? word + entry->rawText : word) ? 1 : 0;
     }
-    return chinese > 0 && chinese * 4 >= read;
+    return chinese > 0 && chinese * fewestShare >= read;
 }
 
 } // namespace lexiquill::stardict

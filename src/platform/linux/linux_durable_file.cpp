@@ -10,6 +10,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <climits>
 #include <cstdio>
 
 namespace lexiquill {
@@ -73,7 +74,7 @@ public:
                 break;
             }
             bytes = bytes.sliced(written);
-            // The disk works while the next bytes are made. A failure shows again in commit().
+            // The disk writes while the next bytes are produced. commit() reports a failure.
             if (m_isSynced)
                 ::sync_file_range(m_descriptor.get(), m_position, written, SYNC_FILE_RANGE_WRITE);
             m_position += written;
@@ -96,15 +97,15 @@ private:
             return -1;
         }
         const int descriptor = openUnnamed();
-        if (descriptor < 0) {
+        const bool isReady =
+            descriptor >= 0 && (!isReplacement || ::fchmod(descriptor, existing.st_mode & keptBits) == 0);
+        if (!isReady)
             m_problem = problemOf(errno);
-        } else if (isReplacement && ::fchmod(descriptor, existing.st_mode & keptBits) != 0) {
-            m_problem = problemOf(errno);
-        }
         return descriptor;
     }
 
-    /// A file without a name leaves nothing behind, however the process ends. Not every file system has them.
+    /// A file without a name leaves nothing behind if the process crashes. Not every file system supports
+    /// this.
     int openUnnamed() {
         const int descriptor =
             ::open(directory().constData(), O_WRONLY | O_TMPFILE | O_CLOEXEC, m_newFileMode);
@@ -126,7 +127,8 @@ private:
         if (!m_descriptor.close() || std::rename(m_temporary.constData(), m_destination.constData()) != 0)
             return false;
         m_temporary.clear();
-        // The content is safe under either name; a directory that cannot be synced makes it no worse.
+        // The content is safe under the temporary or the final name, so failing to sync the directory is not
+        // an error.
         if (m_isSynced) {
             const FileDescriptor descriptor(
                 ::open(directory().constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
@@ -136,7 +138,7 @@ private:
         return true;
     }
 
-    /// Only a file with a name can take another one's place.
+    /// Gives the file a temporary name, because only a file with a name can replace another one.
     bool giveName() {
         const QByteArray name = temporaryName();
         const QByteArray open = "/proc/self/fd/" + QByteArray::number(m_descriptor.get());
@@ -156,7 +158,7 @@ private:
     }
 
     QByteArray m_destination;
-    QByteArray m_temporary; ///< its name, while it has one
+    QByteArray m_temporary; ///< the temporary name; empty while the file has none
     mode_t m_newFileMode;
     off64_t m_position = 0;
     bool m_isSynced;
@@ -188,17 +190,25 @@ DurableFile::Problem replaceFile(const QString &destination, QByteArrayView cont
 }
 
 QString resolvedFile(const QString &path) {
-    const QFileInfo info(path);
-    if (!info.isSymLink())
-        return info.absoluteFilePath();
-    const QString target = info.canonicalFilePath();
-    return target.isEmpty() ? info.symLinkTarget() : target;
+    // Follow each link here, so that a relative path stays relative: the path of the working directory may
+    // not be valid text.
+    constexpr int mostLinks = 40;
+    QByteArray file = QFile::encodeName(path);
+    for (int i = 0; i < mostLinks; ++i) {
+        char target[PATH_MAX];
+        const ssize_t size = ::readlink(file.constData(), target, sizeof target);
+        if (size <= 0)
+            break;
+        const QByteArray next(target, size);
+        file = next.startsWith('/') ? next : file.first(file.lastIndexOf('/') + 1) + next;
+    }
+    return QFile::decodeName(file);
 }
 
 bool keepFileAs(const QString &from, const QString &to) {
     const QByteArray source = QFile::encodeName(from);
     const QByteArray target = QFile::encodeName(to);
-    // AT_SYMLINK_FOLLOW: the file itself, not a link to it, is what must be kept.
+    // AT_SYMLINK_FOLLOW: the file itself must be kept, not a symbolic link to it.
     if (::linkat(AT_FDCWD, source.constData(), AT_FDCWD, target.constData(), AT_SYMLINK_FOLLOW) == 0)
         return true;
     if (errno == EEXIST)

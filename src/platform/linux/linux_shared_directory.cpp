@@ -27,6 +27,7 @@ Failure failureOf(int error) {
     switch (error) {
     case ENOSPC:
     case EDQUOT:
+    case EFBIG:
         return Problem::NoSpace;
     case EACCES:
     case EPERM:
@@ -42,7 +43,7 @@ Failure failureOf(int error) {
     }
 }
 
-/// The failure of the system call that has just returned this, if it failed.
+/// The failure of the system call that has just returned `result`, if it failed.
 Failure failureAfter(int result) {
     return result < 0 ? failureOf(errno) : std::nullopt;
 }
@@ -59,7 +60,7 @@ bool writeAll(int descriptor, QByteArrayView content) {
     return true;
 }
 
-/// Lets this user into every directory within, whatever the modes that an archive gave them.
+/// Gives this user access to every directory in `path`, because an archive may have set any mode.
 void openDirectories(const std::filesystem::path &path) {
     namespace fs = std::filesystem;
     std::error_code error;
@@ -113,7 +114,7 @@ public:
             return m_problem;
         const QByteArray target = QFile::encodeName(name);
         const QByteArray open = "/proc/self/fd/" + QByteArray::number(file.handle());
-        // A link, other than a rename, never replaces what bears the name.
+        // Unlike a rename, a link never replaces an existing file.
         const int result = m_scratch.isEmpty() ? ::linkat(AT_FDCWD, open.constData(), m_directory.get(),
                                                           target.constData(), AT_SYMLINK_FOLLOW)
                                                : ::linkat(m_directory.get(), m_scratch.constData(),
@@ -136,7 +137,7 @@ public:
             ::fchmod(descriptor.get(), kind == FileKind::Script ? scriptMode : privateFileMode) != 0 ||
             !descriptor.close())
             failure = failureOf(errno);
-        // Where programs may not be run, nobody may run any.
+        // X_OK fails if the file system does not allow programs to run.
         else if (kind == FileKind::Script && ::faccessat(m_directory.get(), file.constData(), X_OK, 0) != 0)
             failure = Problem::ProgramForbidden;
         if (failure)
@@ -162,7 +163,7 @@ public:
             return Problem::OtherOwner;
         if (!S_ISDIR(status.st_mode))
             return failureAfter(::unlinkat(m_directory.get(), file.constData(), 0));
-        // From here on nobody else can change what is in it.
+        // After this, nobody else can change its content.
         if (::fchmodat(m_directory.get(), file.constData(), privateDirectoryMode, 0) != 0)
             return failureOf(errno);
         const std::filesystem::path path((m_path + '/' + file).toStdString());
@@ -173,7 +174,7 @@ public:
     }
 
 private:
-    /// Whether what this user makes there stays as it is.
+    /// Whether other users cannot remove or replace this user's files there.
     bool isSafe() const {
         struct stat status {};
         if (::fstat(m_directory.get(), &status) != 0)
@@ -192,7 +193,7 @@ private:
     QByteArray m_path;
     FileDescriptor m_directory;
     Failure m_problem;
-    QByteArray m_scratch; ///< the name of the unnamed file where it must have one
+    QByteArray m_scratch; ///< the hidden name of the unnamed file, if the file system needs one
 };
 
 } // namespace

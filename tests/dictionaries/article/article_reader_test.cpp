@@ -17,7 +17,7 @@ class ArticleReaderTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    /// What is made of an article on "run".
+    /// Articles on "run", and the resulting entries.
     void articles_data() {
         columns<Form, QString, QString>("form", "article", "understood");
         const auto row = [](const char *name, const char *article, const char *understood,
@@ -50,7 +50,20 @@ private Q_SLOTS:
         row("remarks on grammar", "v.\n1. 存在\n2. (助动词) 正在\n▸ He is cooking. 他正在做饭。\n3. (n.) 甲",
             "run: verb{1 存在; 2 (助动词) 正在 > He is cooking. 他正在做饭。} noun{1 甲}");
         row("numbers in a line", "v. 1. 跑 2. 跑 3.5 公里 3、逃 ④流 (5)管 2) x",
-            "run: verb{1 跑; 2 跑 3.5 公里 3、逃; 3 流 (5)管 2) x}");
+            "run: verb{1 跑; 2 跑 3.5 公里 3、逃 ④流 (5)管 2) x}");
+        row("numbers that are no sense numbers",
+            "n. 1 月\nv. 3、4 月间\nadj. (3) 月\nadv. 第⑤类元素\nprep. 2) 第二\nconj. 1、2 班",
+            "run: noun{1 1 月} verb{1 3、4 月间} adjective{1 (3) 月} adverb{1 第⑤类元素} preposition{1 2) "
+            "第二} "
+            "conjunction{1 1、2 班}");
+        row("numbers that go on behind the next label", "n. 1. 甲 2. 乙\nv. 3. 丙",
+            "run: noun{1 甲; 2 乙} verb{1 丙}");
+        row("a number in front of each label", "1. n. 甲\n2. v. 乙", "run: noun{1 甲} verb{1 乙}");
+        row("marks that are no separators", "n. |x| 的值; 见：", "run: noun{1 |x| 的值; 2 见：}");
+        row("line breaks in letters", "*[rʌn]\\nn. 跑；奔\\n▸ Run! 跑！\\n[计] 运行",
+            "run/rʌn: noun{1 跑; 2 奔 > Run! 跑！; 3 (计) 运行}");
+        row("a backslash and an n", "n. 路径 C:\\new\\names; 写作 \\nu 或 \\nabla; 换行符 \"\\n\"",
+            "run: noun{1 路径 C:\\new\\names; 2 写作 \\nu 或 \\nabla; 3 换行符 \"\\n\"}");
         row("adjective", "a. 好的\nad. 好地", "run: adjective{1 好的} adverb{1 好地}");
         row("text before the label", "总的来说\nn. 某物\nv. 做", "run: noun{1 某物; 2 总的来说} verb{1 做}");
         row("contexts", "n. [医][美] 甲; 〈口〉乙；(正式) 丙；(使)丁；(of a man) 戊；(复数)；[数]己",
@@ -63,8 +76,8 @@ private Q_SLOTS:
         row("example alone", "▸ He sat there. ▸ It is.", "run: 释义{1 He sat there. > It is.}");
         row("English lines stay senses", "The quick brown fox jumps.\nThe lazy dog sleeps.",
             "run: 释义{1 The quick brown fox jumps.; 2 The lazy dog sleeps.}");
-        row("controls and blanks", "a\x01\t\xc2\xa0  b\xff\x7f\u3000c",
-            "run: 释义{1 a\t\xc2\xa0  b\ufffd\u3000c}");
+        row("controls and blanks", "\ufeffa\x01\t\xc2\xa0  b\xff\x7f\u3000c\ufeff",
+            "run: 释义{1 a\t\xc2\xa0  b\ufffd\u3000c\ufeff}");
         row("only a label", "n.", "run: 释义{n.}");
         // Words and numbers in glosses and examples must not be taken for labels and sense numbers.
         row("label words", "n. a noun; Verb-like; an idiom\n▸ A noun is a word.",
@@ -85,6 +98,10 @@ private Q_SLOTS:
             "<ul><li>one\ntwo<LI class='a'>three</ul><table><tr><td>a</td><td>b</td></tr></table>"
             "<script>if (a<b) c()</script>",
             "run: noun{1 one two; 2 three; 3 a b}", Form::Html);
+        row("quoted attribute", "<a title=\"x>y\" b='<i>'>甲</a><b c=\"d>乙", "run: 释义{1 甲乙}",
+            Form::Html);
+        row("transcription in round brackets", "(<tr>rʌn</tr>) 跑", "run/rʌn: 释义{1 跑}", Form::Xdxf);
+        row("wide blanks", "a&ensp;b&emsp;c&thinsp;d", "run: 释义{1 a\u2002b\u2003c\u2009d}", Form::Html);
         row("entities", "&amp;&eacute;&#233;&#xE9;&#x110000;&#xD800;&#0;&#99999999999;&bogus;&;& &#x;",
             "run: 释义{1 &ééé\ufffd\ufffd\ufffd\ufffd&bogus; 2 &; 3 & &#x}", Form::Html);
         row("no tags", "a < b <美> 1<2 <i", "run: 释义{1 a < b <美> 1<2 <i}", Form::Html);
@@ -93,7 +110,7 @@ private Q_SLOTS:
         row("character data", "<![CDATA[a<b>]]>", "run: 释义{1 a<b>}", Form::Xdxf);
     }
 
-    /// Not one character is taken away before the comparison.
+    /// Compares the whole text, without removing any character.
     void articles() {
         QFETCH(const Form, form);
         QFETCH(const QString, article);
@@ -101,7 +118,7 @@ private Q_SLOTS:
         QTEST(entry ? described(*entry) : u"-"_s, "understood");
     }
 
-    /// The text of the article, without its markup, is kept as it is.
+    /// The text of the article, without its markup, is kept unchanged.
     void rawTexts_data() {
         columns<Form, QString, QString>("form", "article", "rawText");
         const auto row = [](Form form, const char *article, const char *rawText) {
@@ -127,7 +144,7 @@ private Q_SLOTS:
                                              {{Form::Text, u"v. 逃\nn. 奔跑"_s}}});
         QVERIFY(entry);
         QCOMPARE(described(*entry), u"run/rʌn: verb{1 跑; 2 逃} noun{1 奔跑}"_s);
-        QCOMPARE(entry->rawText, u"v. 跑\nv. 逃\nn. 奔跑"_s);
+        QCOMPARE(entry->rawText, u"rʌn\nv. 跑\nv. 逃\nn. 奔跑"_s);
     }
 
     void chineseNames_data() {
@@ -145,7 +162,7 @@ private Q_SLOTS:
         QVERIFY(!article::readArticles(u" "_s, {{{Form::Text, u"n. 词"_s}}}));
     }
 
-    /// Long texts made of one thing over and over, which must exhaust neither the stack nor the reader.
+    /// Long texts that repeat one element must neither exhaust the stack nor take very long.
     void hugeTexts() {
         const QString units =
             u"<i> <ex> < & <!-- <script> </k><k> <tr>a</tr> 1. (1) ① n. [ ([ （a） ， 甲， ; ▸ "

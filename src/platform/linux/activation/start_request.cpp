@@ -42,12 +42,9 @@ QDBusMessage busMessage(const StartRequest &request, const ActivationTokens &tok
 
 } // namespace
 
-ActivationTokens ActivationTokens::take() {
-    ActivationTokens tokens{.activationToken = qEnvironmentVariable("XDG_ACTIVATION_TOKEN"),
-                            .startupId = qEnvironmentVariable("DESKTOP_STARTUP_ID")};
-    qunsetenv("XDG_ACTIVATION_TOKEN");
-    qunsetenv("DESKTOP_STARTUP_ID");
-    return tokens;
+ActivationTokens ActivationTokens::ofThisProcess() {
+    return {.activationToken = qEnvironmentVariable("XDG_ACTIVATION_TOKEN"),
+            .startupId = qEnvironmentVariable("DESKTOP_STARTUP_ID")};
 }
 
 StartRequest StartRequest::fromArguments(const QStringList &arguments) {
@@ -68,8 +65,8 @@ bool forwardStart(const StartRequest &request, const ActivationTokens &tokens) {
         return StartSocket::send({request.action, request.url, tokens.activationToken, tokens.startupId});
     if (!bus.interface()->isServiceRegistered(BusNames::service).value())
         return false;
-    // The bus has passed the message on once it answers the next question. The application itself may be
-    // busy, and nobody need wait for it.
+    // When the bus answers this second query, it has delivered the message. Do not wait for the application
+    // itself, because it may be busy.
     bus.send(busMessage(request, tokens));
     return bus.interface()->isServiceRegistered(BusNames::service).isValid();
 }

@@ -1,0 +1,77 @@
+#include "main/desktop_application.h"
+
+#include "app/shell/app_context.h"
+#include "app/shell/lexiquill_app.h"
+#include "main/desktop_services.h"
+#include "platform/application_endpoint.h"
+#include "platform/termination.h"
+#include "storage/storage_manager.h"
+#include "support/background_task.h"
+
+#include <QGuiApplication>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickWindow>
+#include <QTimer>
+
+#include <cstdlib>
+#include <memory>
+
+namespace lexiquill {
+
+int runDesktopApplication(int argc, char **argv) {
+    // Reading a large wordbook takes as long as starting the graphics, so both run in parallel. Nothing uses
+    // a service before it exists.
+    auto storage = startInBackground([] {
+        StorageManager &loaded = shared<StorageManager>();
+        loaded.moveToThread(nullptr);
+        return &loaded;
+    });
+    const ActivationTokens tokens = ActivationTokens::ofThisProcess();
+    QGuiApplication application(argc, argv);
+    // The launcher's message handler treats any fatal message as a display that does not answer. At this
+    // point the display has answered.
+    qInstallMessageHandler(nullptr);
+    LexiquillApp::setUpApplication();
+    const QStringList arguments = QGuiApplication::arguments();
+    const StartRequest request = StartRequest::fromArguments(arguments);
+    QQmlEngine engine;
+    LexiquillApp::prepare(engine);
+    // Loads the screens and their modules, but creates none of them yet.
+    QQmlComponent screens(&engine, LexiquillApp::mainWindowUrl());
+
+    storage.get()->moveToThread(application.thread());
+    AppContext context(shared<Services>());
+    AppDelegate &delegate = context.delegate();
+    const std::unique_ptr<ApplicationEndpoint> endpoint = makeApplicationEndpoint();
+    const ApplicationRequests requests = delegate.requests();
+    if (!endpoint->claim(requests)) {
+        // Another process became the application first.
+        if (forwardStart(request, tokens))
+            return EXIT_SUCCESS;
+    }
+    // There is no running application to quit.
+    if (request.action == QLatin1StringView("quit"))
+        return EXIT_SUCCESS;
+    const std::unique_ptr<QObject> window(screens.create());
+    if (!window)
+        return EXIT_FAILURE;
+    delegate.setMainWindow(qobject_cast<QQuickWindow *>(window.get()));
+    delegate.enforceSingleWindowPolicy();
+    // If D-Bus started the process, it waits for requests before it shows the window.
+    if (!arguments.contains(QLatin1StringView("--desktop-service")))
+        delegate.showMainWindow();
+    // Work that can wait until the first frame is shown.
+    QTimer::singleShot(0, &delegate, [&] {
+        delegate.applicationDidFinishLaunching();
+        if (!request.action.isEmpty())
+            requests.activateAction(request.action, {}, tokens);
+        else if (!request.url.isEmpty())
+            requests.open({request.url}, tokens);
+    });
+    // Save at the end of the session as on quitting.
+    const auto termination = watchTermination([&delegate] { delegate.terminate(); });
+    return QGuiApplication::exec();
+}
+
+} // namespace lexiquill
