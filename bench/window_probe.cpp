@@ -9,6 +9,7 @@
 #include "app/shell/app_context.h"
 #include "app/shell/lexiquill_app.h"
 #include "app/wordbook/word_list_model.h"
+#include "http_server.h"
 #include "main/desktop_services.h"
 #include "main_thread_meter.h"
 #include "model/record_codec.h"
@@ -18,7 +19,6 @@
 #include "storage/storage_manager.h"
 #include "storage/wordbook_file.h"
 #include "storage/wordbook_watcher.h"
-#include "support/http_server.h"
 #include "sync/sync_manager.h"
 
 #include <QDir>

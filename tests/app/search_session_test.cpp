@@ -3,8 +3,8 @@
 #include "app/search/search_session.h"
 #include "app/search/word_card.h"
 #include "app/test_services.h"
+#include "http_server.h"
 #include "settings/server_addresses.h"
-#include "support/http_server.h"
 #include "support/test.h"
 
 #include <QAbstractItemModelTester>

@@ -8,8 +8,8 @@
 #include "app/shell/lexiquill_app.h"
 #include "app/test_services.h"
 #include "e2e/program.h"
+#include "http_server.h"
 #include "model/record_codec.h"
-#include "support/http_server.h"
 #include "support/test.h"
 
 #include <QAbstractItemModelTester>

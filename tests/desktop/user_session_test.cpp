@@ -1,7 +1,7 @@
 // Actions of a user on a real desktop, from the keyboard and from other programs. Each test saves a picture.
 
 #include "desktop/desktop_session.h"
-#include "support/http_server.h"
+#include "http_server.h"
 
 using namespace lexiquill;
 

@@ -1,5 +1,5 @@
+#include "http_server.h"
 #include "program.h"
-#include "support/http_server.h"
 #include "support/test.h"
 
 using namespace lexiquill;

@@ -1,7 +1,7 @@
 #include "desktop_search/spotlight_manager.h"
 #include "e2e/program.h"
+#include "http_server.h"
 #include "main/network_services.h"
-#include "support/http_server.h"
 #include "support/test.h"
 #include "sync/sync_manager.h"
 

@@ -1,5 +1,5 @@
+#include "http_server.h"
 #include "network/http_client.h"
-#include "support/http_server.h"
 #include "support/test.h"
 
 #include <QBuffer>

@@ -1,5 +1,5 @@
 #include "e2e/program.h"
-#include "support/http_server.h"
+#include "http_server.h"
 #include "support/secret.h"
 #include "support/test.h"
 #include "sync/protocol/sync_messages.h"

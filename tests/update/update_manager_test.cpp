@@ -1,7 +1,7 @@
 #include "e2e/program.h"
+#include "http_server.h"
 #include "network/http_client.h"
 #include "observed_state.h"
-#include "support/http_server.h"
 #include "support/test.h"
 
 #include <sys/stat.h>

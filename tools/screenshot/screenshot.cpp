@@ -11,8 +11,8 @@
 #include "app/shell/app_context.h"
 #include "app/shell/lexiquill_app.h"
 #include "app/test_services.h"
+#include "http_server.h"
 #include "steps.h"
-#include "support/http_server.h"
 
 #include <QCommandLineParser>
 #include <QFile>

@@ -1,10 +1,10 @@
 #include "steps.h"
 
 #include "dictionaries/system_dictionary_service.h"
+#include "http_server.h"
 #include "model/record_codec.h"
 #include "review/spaced_repetition_engine.h"
 #include "storage/wordbook_change.h"
-#include "support/http_server.h"
 
 #include <QFile>
 #include <QKeySequence>

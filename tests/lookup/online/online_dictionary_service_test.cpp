@@ -1,6 +1,6 @@
+#include "http_server.h"
 #include "lookup/online/online_dictionary_service.h"
 #include "support/cancellation.h"
-#include "support/http_server.h"
 #include "support/test.h"
 
 using namespace lexiquill;

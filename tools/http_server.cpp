@@ -1,7 +1,6 @@
-#include "support/http_server.h"
+#include "http_server.h"
 
-#include "support/files.h"
-
+#include <QFile>
 #include <QProcess>
 #include <QSslCertificate>
 #include <QSslKey>
@@ -17,6 +16,11 @@ using namespace Qt::StringLiterals;
 namespace lexiquill {
 
 namespace {
+
+QByteArray contentOf(const QString &path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
 
 constexpr int tick = 20; ///< milliseconds between a waiting thread's checks whether it should end
 
@@ -38,7 +42,7 @@ std::pair<QByteArray, QByteArray> selfSigned() {
         u"req -x509 -newkey rsa:2048 -nodes -subj /CN=127.0.0.1 -addext subjectAltName=IP:127.0.0.1 -days 2"_s;
     openssl.start(u"openssl"_s, command.split(u' ') + QStringList{u"-keyout"_s, key, u"-out"_s, certificate});
     openssl.waitForFinished();
-    return {readFile(key), readFile(certificate)};
+    return {contentOf(key), contentOf(certificate)};
 }
 
 /// One connection with blocking calls. They end when the server stops or the peer disconnects.
