@@ -103,6 +103,8 @@ namespace {
 
 simdjson::error_code parseInto(simdjson::dom::parser &parser, QByteArrayView json,
                                simdjson::dom::element &root, std::size_t depth) {
+    if (json.isEmpty())
+        return simdjson::EMPTY;
     const auto size = static_cast<std::size_t>(json.size());
     const simdjson::error_code error = parser.allocate(size, depth);
     return error ? error : parser.parse(json.data(), size).get(root);

@@ -66,15 +66,15 @@ public:
         return {};
     }
     bool shows(const QString &role, const QString &name) const { return !find(role, name).path.isEmpty(); }
-    /// Waits for the object and clicks it; false if it does not appear.
+    /// Waits for the object and clicks it; false if it does not appear. An object that is found may be gone
+    /// before the click, as long as the window is still being built; it is then looked for again.
     bool press(const QString &role, const QString &name) const {
-        AccessibleObject object;
-        const auto isThere = [&] {
-            object = find(role, name);
-            return !object.path.isEmpty();
+        const auto click = [&] {
+            const AccessibleObject object = find(role, name);
+            return !object.path.isEmpty() &&
+                   ask(object, u"org.a11y.atspi.Action"_s, u"DoAction"_s, {0}).toBool();
         };
-        return QTest::qWaitFor(isThere, 30'000) &&
-               ask(object, u"org.a11y.atspi.Action"_s, u"DoAction"_s, {0}).toBool();
+        return QTest::qWaitFor(click, 30'000);
     }
     /// The name of the innermost object with keyboard focus. The objects around it have the focus state, too.
     QString focusedName() const {
