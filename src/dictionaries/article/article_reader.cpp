@@ -153,15 +153,15 @@ public:
     }
 
     std::optional<DictionaryEntry> entry() const {
-        const QString rawText = m_rawTexts.join(u'\n');
-        if (m_headword.trimmed().isEmpty() || !saysAnything(rawText))
+        const QString definition = m_definitions.join(u'\n');
+        if (m_headword.trimmed().isEmpty() || !saysAnything(definition))
             return std::nullopt;
-        DictionaryEntry entry{.headword = m_headword, .posGroups = groups(), .rawText = rawText};
+        DictionaryEntry entry{
+            .headword = m_headword, .posGroups = groups(), .rawText = m_rawTexts.join(u'\n')};
         if (!m_phonetic.isEmpty())
             entry.phonetic = m_phonetic;
-        // If no senses were found, parse the raw text instead.
         if (entry.posGroups.isEmpty())
-            entry.posGroups = extractPOSGroups(readable(rawText).trimmed());
+            entry.posGroups = groupsOfText(readable(definition).trimmed());
         return entry;
     }
 
@@ -171,12 +171,12 @@ private:
             const PlainArticle plain = readMarkup(part.text, kind, m_headword);
             lines.takePhonetic(readable(plain.phonetic));
             lines.add(readable(plain.text));
-            m_rawTexts += plain.rawText;
+            addText(plain.rawText);
         };
         switch (part.form) {
         case Form::Text:
             lines.add(withLineBreaks(readable(part.text)));
-            m_rawTexts += part.text;
+            addText(part.text);
             break;
         case Form::Phonetic:
             m_rawTexts += part.text;
@@ -191,6 +191,21 @@ private:
             addMarkup(MarkupKind::Pango);
             break;
         }
+    }
+
+    /// For a definition without structure.
+    static QList<PartOfSpeechGroup> groupsOfText(const QString &text) {
+        QList<PartOfSpeechGroup> groups = extractPOSGroups(text);
+        groups.removeIf([](const PartOfSpeechGroup &group) { return group.senses.isEmpty(); });
+        if (groups.isEmpty())
+            groups +=
+                PartOfSpeechGroup::named(QStringLiteral("释义"), {{.number = 1, .chineseMeaning = text}});
+        return groups;
+    }
+
+    void addText(const QString &text) {
+        m_rawTexts += text;
+        m_definitions += text;
     }
 
     void addGroups(const QList<SenseGroup> &groups) {
@@ -220,6 +235,7 @@ private:
     QList<SenseGroup> m_groups;
     QList<Sense> m_loose;
     QStringList m_rawTexts;
+    QStringList m_definitions; ///< the same without the separate phonetics
 };
 
 } // namespace

@@ -79,6 +79,7 @@ private Q_SLOTS:
         row("controls and blanks", "\ufeffa\x01\t\xc2\xa0  b\xff\x7f\u3000c\ufeff",
             "run: 释义{1 a\t\xc2\xa0  b\ufffd\u3000c\ufeff}");
         row("only a label", "n.", "run: 释义{n.}");
+        row("only a part of speech", "noun", "run: 释义{1 noun}");
         // Words and numbers in glosses and examples must not be taken for labels and sense numbers.
         row("label words", "n. a noun; Verb-like; an idiom\n▸ A noun is a word.",
             "run: noun{1 a noun; 2 Verb-like; 3 an idiom > A noun is a word.}");
@@ -160,6 +161,7 @@ private Q_SLOTS:
         for (const QString &text : {QString(), u" ;\n"_s, u"\x01"_s})
             QVERIFY2(!entryOf(text), qPrintable(text));
         QVERIFY(!article::readArticles(u" "_s, {{{Form::Text, u"n. 词"_s}}}));
+        QVERIFY(!entryOf(u"rʌn"_s, Form::Phonetic));
     }
 
     /// Long texts that repeat one element must neither exhaust the stack nor take very long.
