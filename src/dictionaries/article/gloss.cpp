@@ -65,6 +65,33 @@ bool isUsualLabel(QStringView text) {
     return labels.contains(text.toString());
 }
 
+/// Marks of grammar such as "C, U", "pl." or "usu pass".
+bool isGrammar(QStringView text) {
+    static const QSet<QString> words{
+        QStringLiteral("c"),        QStringLiteral("u"),       QStringLiteral("t"),
+        QStringLiteral("i"),        QStringLiteral("pl"),      QStringLiteral("sing"),
+        QStringLiteral("usu"),      QStringLiteral("often"),   QStringLiteral("only"),
+        QStringLiteral("not"),      QStringLiteral("before"),  QStringLiteral("after"),
+        QStringLiteral("noun"),     QStringLiteral("verb"),    QStringLiteral("v"),
+        QStringLiteral("pass"),     QStringLiteral("passive"), QStringLiteral("plural"),
+        QStringLiteral("singular"), QStringLiteral("usually"), QStringLiteral("also"),
+        QStringLiteral("with"),     QStringLiteral("or"),
+    };
+    bool isAny = false;
+    for (QStringView word : text.tokenize(u' ')) {
+        while (!word.isEmpty() && QStringView(u",;.").contains(word.back()))
+            word.chop(1);
+        if (word == u"+" || word.isEmpty())
+            continue;
+        for (const QStringView part : word.tokenize(u',')) {
+            if (!words.contains(part.toString().toLower()))
+                return false;
+            isAny = true;
+        }
+    }
+    return isAny;
+}
+
 /// Moves a label from the start of `text` to `contexts`; false if there is none or no text would be left.
 bool takeContext(QStringView &text, QStringList &contexts) {
     const QChar open = charAt(text, 0);
@@ -76,14 +103,15 @@ bool takeContext(QStringView &text, QStringList &contexts) {
         return false;
     const QStringView label = text.sliced(1, close - 1).trimmed();
     const QStringView rest = text.sliced(close + 1);
-    bool accepted = isSubject(label);
+    const bool isGrammarMark = open == u'[' && isGrammar(label);
+    bool accepted = isSubject(label) || isGrammarMark;
     if (open == u'(') {
         accepted =
             isUsualLabel(label) || (!label.isEmpty() && !label.contains(u'(') && charAt(rest, 0).isSpace());
     }
     if (!accepted || trimmedGloss(rest).isEmpty())
         return false;
-    const QString context = label.toString();
+    const QString context = isGrammarMark ? text.first(close + 1).toString() : label.toString();
     if (!contexts.contains(context))
         contexts.append(context);
     text = rest.trimmed();

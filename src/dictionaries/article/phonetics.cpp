@@ -29,7 +29,8 @@ bool isUsageLabel(QStringView text) {
     };
     QString plain = text.trimmed().toString().toLower();
     plain.remove(u'.');
-    return labels.contains(plain) || labelAtStart(text, false);
+    const auto label = labelAtStart(text, false);
+    return labels.contains(plain) || (label && label->length >= text.size());
 }
 
 bool isTranscriptionCharacter(QChar c) {

@@ -86,7 +86,8 @@ bool SenseNumberFinder::counts(const Candidate &candidate, QStringView line, boo
     if (candidate.style == Bare) {
         const QChar last = charAt(line, candidate.place.start - 2);
         const QChar next = charAt(line, skipBlanks(line, candidate.place.end));
-        return continues && (isHan(last) || last.isPunct()) && isHan(next);
+        return continues && (isHan(last) || last.isPunct()) &&
+               (isHan(next) || !closingBracket(next).isNull());
     }
     return continues || (begins && secondFollows && (previous.isSpace() || previous.isPunct()));
 }

@@ -158,6 +158,11 @@ private:
         const auto label = labelAtStart(QStringView(line).sliced(at), m_lettersCount);
         if (!label)
             return false;
+        // In an entry on a term of grammar, "1. 形容词" is a sense.
+        const bool isSense =
+            at > 0 && at + label->length >= line.size() && isHan(line[at]) && m_parts.size() > 1;
+        if (isSense)
+            return false;
         begin(*label);
         readText(line.sliced(at + label->length));
         return true;

@@ -38,7 +38,7 @@ private Q_SLOTS:
             "run\n n 1: lack of restraint; freedom\n     from worry\n 2: a feeling\n v 1: leave",
             "run: noun{1 lack of restraint; freedom from worry; 2 a feeling} verb{1 leave}");
         row("bare numbers", "n [C] 1 银行 2 岸, 堤\nadj 倾斜的",
-            "run: noun{1 [C] 银行; 2 岸, 堤} adjective{1 倾斜的}");
+            "run: noun{1 ([C]) 银行; 2 岸, 堤} adjective{1 倾斜的}");
         row("labels within a line", "n. 意志; vt. 用意志力使 aux. 将",
             "run: noun{1 意志} transitive verb{1 用意志力使} aux.{1 将}");
         row("joined labels", "n. & v. 咳嗽", "run: noun{1 咳嗽} verb{1 咳嗽}");
@@ -64,11 +64,15 @@ private Q_SLOTS:
             "run/rʌn: noun{1 跑; 2 奔 > Run! 跑！; 3 (计) 运行}");
         row("a backslash and an n", "n. 路径 C:\\new\\names; 写作 \\nu 或 \\nabla; 换行符 \"\\n\"",
             "run: noun{1 路径 C:\\new\\names; 2 写作 \\nu 或 \\nabla; 3 换行符 \"\\n\"}");
+        row("terms of grammar", "n.\n1. 形容词\n▸ A word. 词。\nadj.\n1. 名词的",
+            "run: noun{1 形容词 > A word. 词。} adjective{1 名词的}");
         row("adjective", "a. 好的\nad. 好地", "run: adjective{1 好的} adverb{1 好地}");
         row("text before the label", "总的来说\nn. 某物\nv. 做", "run: noun{1 某物; 2 总的来说} verb{1 做}");
         row("contexts", "n. [医][美] 甲; 〈口〉乙；(正式) 丙；(使)丁；(of a man) 戊；(复数)；[数]己",
             "run: noun{1 (医，美) 甲; 2 (口) 乙; 3 (正式) 丙; 4 (使)丁; 5 (of a man) 戊; 6 (复数); 7 "
             "(数) 己}");
+        row("grammar", "n. 1 [C, U] 甲 2 [usu pl.] (formal) 乙",
+            "run: noun{1 ([C, U]) 甲; 2 ([usu pl.]，formal) 乙}");
         row("brackets keep their separators", "n. 甲(乙;丙); “丁；戊”", "run: noun{1 甲(乙;丙); 2 “丁；戊”}");
         row("examples",
             "n. 岸\n• He sat. 他坐着。\nShe went to the bank.\n她去了。\n例: Go. 走。\nsit on the\n",
