@@ -62,8 +62,17 @@ std::optional<FoundEntry> DictionaryShelf::find(const QString &word) {
     const QString plain = trimmedOfPunctuation(normalized, true).toString();
     const QString asked = plain.isEmpty() ? typed : plain;
     for (const QString &spelling : {typed, asked}) {
-        if (auto entry = firstEntry(spelling))
-            return FoundEntry{*entry};
+        if (auto entry = firstEntry(spelling)) {
+            // A dictionary may lead from a form or another spelling to the headword.
+            const bool isHeadword = wordKey(entry->headword) == wordKey(spelling);
+            return FoundEntry{*entry, isHeadword ? std::nullopt : std::optional(spelling)};
+        }
+        if (typed == asked)
+            break;
+    }
+    if (containsHan(asked)) {
+        auto entry = entryOfWordsContaining(asked);
+        return entry ? std::optional(FoundEntry{*entry}) : std::nullopt;
     }
     std::optional<DictionaryEntry> entry;
     const auto base = english::firstKnown(asked, [&](const QString &form) -> std::optional<QStringList> {
@@ -87,9 +96,48 @@ std::optional<DictionaryEntry> DictionaryShelf::firstEntry(const QString &word) 
     return std::nullopt;
 }
 
+/// For each of the shortest words, its first senses.
+std::optional<DictionaryEntry> DictionaryShelf::entryOfWordsContaining(const QString &part) const {
+    constexpr size_t mostWords = 8;
+    constexpr qsizetype mostSenses = 2;
+    DictionaryEntry result{.headword = part, .posGroups = {}, .rawText = {}};
+    const auto groupOf = [&result](const PartOfSpeechGroup &like) -> PartOfSpeechGroup & {
+        const auto known =
+            std::find_if(result.posGroups.begin(), result.posGroups.end(),
+                         [&like](const PartOfSpeechGroup &group) { return group.pos == like.pos; });
+        if (known != result.posGroups.end())
+            return *known;
+        result.posGroups += {.pos = like.pos, .posChinese = like.posChinese, .senses = {}};
+        return result.posGroups.last();
+    };
+    for (const auto &dictionary : m_lookups.dictionaries) {
+        const Headwords *const headwords = dictionary->headwords();
+        if (headwords == nullptr)
+            continue;
+        for (const QString &word : headwords->containing(part.toUtf8(), mostWords)) {
+            const auto entry = dictionary->find(word);
+            if (!entry)
+                continue;
+            result.rawText += word + u'\n' + entry->rawText + u'\n';
+            for (const PartOfSpeechGroup &group : entry->posGroups) {
+                PartOfSpeechGroup &wanted = groupOf(group);
+                for (SenseItem sense : group.senses.first(std::min(mostSenses, group.senses.size()))) {
+                    sense.number = wanted.senses.size() + 1;
+                    sense.context = sense.context.value_or(word);
+                    wanted.senses += sense;
+                }
+            }
+        }
+        if (!result.posGroups.isEmpty())
+            return result;
+    }
+    return std::nullopt;
+}
+
 QStringList DictionaryShelf::headwordsStartingWith(const QString &prefix, qsizetype limit,
                                                    const std::stop_token &stop) {
     const QByteArray typed = prefix.simplified().toUtf8();
+    const bool isChinese = containsHan(prefix);
     QStringList words;
     if (typed.isEmpty())
         return words;
@@ -102,7 +150,9 @@ QStringList DictionaryShelf::headwordsStartingWith(const QString &prefix, qsizet
         const Headwords *headwords = dictionary->headwords();
         if (headwords == nullptr)
             continue;
-        for (const QString &word : headwords->startingWith(typed, static_cast<size_t>(limit)))
+        const auto found = isChinese ? headwords->containing(typed, static_cast<size_t>(limit))
+                                     : headwords->startingWith(typed, static_cast<size_t>(limit));
+        for (const QString &word : found)
             addOnce(words, word, seen, limit);
     }
     return words;
@@ -126,8 +176,11 @@ QStringList DictionaryShelf::headwordsSimilarTo(const QString &word, qsizetype l
         }
     }
     std::stable_sort(found.begin(), found.end());
-    QStringList words;
     QSet<QString> seen;
+    // A part of a Chinese word is more likely to be meant than a similar word.
+    QStringList words = containsHan(typed) ? headwordsStartingWith(typed, limit, stop) : QStringList();
+    for (const QString &each : std::as_const(words))
+        seen.insert(each.toCaseFolded());
     for (const SimilarWord &each : found)
         addOnce(words, each.word, seen, limit);
     return words;

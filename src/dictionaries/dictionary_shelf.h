@@ -46,11 +46,12 @@ public:
 
     /// The entry of the first dictionary that knows the word. If none does, the word is tried without the
     /// punctuation around it and in its likely base forms.
+    /// A Chinese word that none knows gets an entry made of the words that contain it.
     std::optional<FoundEntry> find(const QString &word);
 
-    /// At most `limit` headwords that start with `prefix`, ignoring case, shorter ones first. This function
-    /// and the next one stop early on request. They use their own open files, so that a lookup never waits
-    /// for them.
+    /// At most `limit` headwords that start with `prefix`, or contain it if it is Chinese, ignoring case,
+    /// shorter ones first. This function and the next one stop early on request. They use their own open
+    /// files, so that a lookup never waits for them.
     QStringList headwordsStartingWith(const QString &prefix, qsizetype limit, const std::stop_token &stop);
     /// At most `limit` headwords that differ from `word` by one or two letters, most likely ones first.
     /// Searches for at most a third of a second.
@@ -76,6 +77,7 @@ private:
     };
 
     std::optional<DictionaryEntry> firstEntry(const QString &word) const;
+    std::optional<DictionaryEntry> entryOfWordsContaining(const QString &part) const;
     void scan(Row &row) const;
     qsizetype chosenRank(const Dictionary &dictionary) const;
     void arrange(Dictionaries &dictionaries, size_t installedCount) const;

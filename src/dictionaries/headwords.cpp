@@ -1,5 +1,7 @@
 #include "dictionaries/headwords.h"
 
+#include <QByteArrayMatcher>
+
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -133,19 +135,18 @@ Headwords::Headwords(QByteArrayView index, int bytesBehindWord)
         m_isInOrder = m_isInOrder && (count == 0 || compare(last, entry->word) <= 0);
         last = entry->word;
         if (count % stride == 0)
-            m_places.push_back(static_cast<quint32>(end));
+            m_stridePlaces.push_back(static_cast<quint32>(end));
         end += entry->length;
     }
     m_index = index.first(end);
     if (m_isInOrder)
         return;
-    m_places.clear();
-    m_places.reserve(count);
+    m_sortedPlaces.reserve(count);
     for (qsizetype at = 0; at < end;) {
-        m_places.push_back(static_cast<quint32>(at));
-        at += wordAt(m_places.back()).size() + 1 + m_bytesBehindWord;
+        m_sortedPlaces.push_back(static_cast<quint32>(at));
+        at += wordAt(m_sortedPlaces.back()).size() + 1 + m_bytesBehindWord;
     }
-    std::sort(m_places.begin(), m_places.end(), [this](quint32 left, quint32 right) {
+    std::sort(m_sortedPlaces.begin(), m_sortedPlaces.end(), [this](quint32 left, quint32 right) {
         const int order = compare(wordAt(left), wordAt(right));
         return order < 0 || (order == 0 && left < right);
     });
@@ -158,11 +159,41 @@ QByteArrayView Headwords::wordAt(quint32 place) const {
 
 /// Index of the last stored position before all words with this prefix.
 size_t Headwords::placeBefore(QByteArrayView prefix) const {
+    const std::vector<quint32> &places = m_isInOrder ? m_stridePlaces : m_sortedPlaces;
     const auto first = std::partition_point(
-        m_places.begin(), m_places.end(), [&](quint32 place) { return compare(wordAt(place), prefix) < 0; });
-    const auto position = static_cast<size_t>(first - m_places.begin());
+        places.begin(), places.end(), [&](quint32 place) { return compare(wordAt(place), prefix) < 0; });
+    const auto position = static_cast<size_t>(first - places.begin());
     return m_isInOrder && position > 0 ? position - 1 : position;
 }
+
+/// The entry to which the byte at a position belongs.
+std::optional<Headwords::Entry> Headwords::entryAround(qsizetype position) const {
+    const auto next = std::upper_bound(m_stridePlaces.begin(), m_stridePlaces.end(), position,
+                                       [](qsizetype wanted, quint32 place) { return wanted < place; });
+    if (next == m_stridePlaces.begin())
+        return std::nullopt;
+    for (qsizetype at = *std::prev(next);;) {
+        const auto entry = entryAt(at);
+        if (!entry || position < at + entry->length)
+            return entry;
+        at += entry->length;
+    }
+}
+
+namespace {
+
+std::vector<QString> shortest(std::vector<QByteArrayView> words, size_t limit) {
+    std::stable_sort(words.begin(), words.end(),
+                     [](QByteArrayView left, QByteArrayView right) { return left.size() < right.size(); });
+    words.resize(std::min(words.size(), limit));
+    std::vector<QString> texts;
+    texts.reserve(words.size());
+    for (const QByteArrayView word : words)
+        texts.push_back(QString::fromUtf8(word));
+    return texts;
+}
+
+} // namespace
 
 std::vector<QString> Headwords::startingWith(QByteArrayView prefix, size_t limit) const {
     std::vector<QByteArrayView> range;
@@ -176,25 +207,35 @@ std::vector<QString> Headwords::startingWith(QByteArrayView prefix, size_t limit
         return compare(word, prefix) < 0;
     };
     const size_t start = placeBefore(prefix);
-    if (m_isInOrder && start < m_places.size()) {
-        for (qsizetype at = m_places[start]; at < m_index.size();) {
+    if (!m_isInOrder) {
+        for (size_t i = start; i < m_sortedPlaces.size() && visit(wordAt(m_sortedPlaces[i])); ++i) {
+        }
+    } else if (start < m_stridePlaces.size()) {
+        for (qsizetype at = m_stridePlaces[start]; at < m_index.size();) {
             const auto entry = entryAt(at);
             if (!entry || !visit(entry->word))
                 break;
             at += entry->length;
         }
-    } else {
-        for (size_t i = start; i < m_places.size() && visit(wordAt(m_places[i])); ++i) {
-        }
     }
-    std::stable_sort(range.begin(), range.end(),
-                     [](QByteArrayView left, QByteArrayView right) { return left.size() < right.size(); });
-    range.resize(std::min(range.size(), limit));
-    std::vector<QString> words;
-    words.reserve(range.size());
-    for (const QByteArrayView word : range)
-        words.push_back(QString::fromUtf8(word));
-    return words;
+    return shortest(std::move(range), limit);
+}
+
+std::vector<QString> Headwords::containing(QByteArrayView part, size_t limit) const {
+    std::vector<QByteArrayView> found;
+    const QByteArrayMatcher matcher(part);
+    for (qsizetype at = matcher.indexIn(m_index, 0); at >= 0 && found.size() < maxRange;) {
+        const auto entry = entryAround(at);
+        if (!entry)
+            break;
+        // The bytes behind a word may look like text.
+        const qsizetype offset = at - (entry->word.data() - m_index.data());
+        const bool isInWord = offset + part.size() <= entry->word.size();
+        if (isInWord && (found.empty() || found.back() != entry->word))
+            found.push_back(entry->word);
+        at = matcher.indexIn(m_index, isInWord ? at - offset + entry->length : at + 1);
+    }
+    return shortest(std::move(found), limit);
 }
 
 std::vector<SimilarWord> Headwords::similarTo(const QString &word,

@@ -24,7 +24,7 @@ struct SimilarWord {
 
 /// The words of an index in alphabetical order, ignoring the case of Latin letters. An index is a sequence of
 /// words in UTF-8, each followed by a zero byte and a fixed number of further bytes. The words are read in
-/// place. If the index is sorted, only every 32nd position is stored, else all positions.
+/// place. If the index is sorted, only every 32nd position is stored, else all positions, too.
 class Headwords {
 public:
     /// `index`: the whole index; must outlive the instance. `bytesBehindWord`: bytes after the zero byte.
@@ -32,6 +32,9 @@ public:
 
     /// At most `limit` words that start with `prefix` (UTF-8), the shortest first.
     std::vector<QString> startingWith(QByteArrayView prefix, size_t limit) const;
+
+    /// At most `limit` words that contain `part` (UTF-8, not empty), the shortest first.
+    std::vector<QString> containing(QByteArrayView part, size_t limit) const;
 
     /// The words found before `deadline` that are at most two edits away; at most one edit if `word` has less
     /// than 4 characters.
@@ -43,13 +46,15 @@ private:
     std::optional<Entry> entryAt(qsizetype place) const;
     QByteArrayView wordAt(quint32 place) const;
     size_t placeBefore(QByteArrayView prefix) const;
+    std::optional<Entry> entryAround(qsizetype position) const;
 
     QByteArrayView m_index;
     int m_bytesBehindWord;
     bool m_isInOrder = true;
-    /// Positions in `m_index`: of every 32nd entry if the index is sorted, else of all entries in
-    /// alphabetical order.
-    std::vector<quint32> m_places;
+    /// Positions in `m_index` of every 32nd entry.
+    std::vector<quint32> m_stridePlaces;
+    /// The positions of all entries in alphabetical order, if the index is not sorted.
+    std::vector<quint32> m_sortedPlaces;
 };
 
 } // namespace lexiquill

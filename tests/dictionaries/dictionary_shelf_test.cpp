@@ -44,13 +44,17 @@ private Q_SLOTS:
                 // An article without text is not an answer.
                 "dogs|dog bundled <dogs\n"
                 // The bundled dictionary comes before those without Chinese.
-                "sun|sun bundled\nbuses|bus bundled <buses\nxyz|-");
+                "sun|sun bundled\nbuses|bus bundled <buses\nxyz|-\n"
+                // Another spelling that the dictionary itself leads from.
+                "Color|colour zh <Color\ncolours|colour zh <colours");
     }
     void words() {
         QFETCH(const QStringList, cells);
         writeTo(u"user/a"_s, "English",
                 {plainEntry("go", "en"), plainEntry("went", "en"), plainEntry("sun", "en")});
-        writeTo(u"user/b/c"_s, "Oxford CHINESE", {plainEntry("go", "zh"), plainEntry("cat", "zh")});
+        StarDictEntry colour = plainEntry("colour", "zh");
+        colour.synonyms = {"color"};
+        writeTo(u"user/b/c"_s, "Oxford CHINESE", {plainEntry("go", "zh"), plainEntry("cat", "zh"), colour});
         writeTo(u"user/z"_s, "简明英汉词典", {plainEntry("go", "zh2"), plainEntry("dog", " ;\n")});
         writeTo(u"bundled"_s, "英汉入门",
                 {plainEntry("dog", "bundled"), plainEntry("bus", "bundled"), plainEntry("sun", "bundled")});
@@ -102,8 +106,9 @@ private Q_SLOTS:
         options.sorted = cells[0].startsWith(u's');
         options.gzipIndex = cells[0].endsWith(u"packed");
         std::vector<StarDictEntry> entries{plainEntry("café", "x"),   plainEntry("苹果", "x"),
-                                           plainEntry("Polish", "x"), plainEntry("polish", "x"),
-                                           plainEntry("policy", "x"), plainEntry("pole", "x")};
+                                           plainEntry("水果店", "x"), plainEntry("Polish", "x"),
+                                           plainEntry("polish", "x"), plainEntry("policy", "x"),
+                                           plainEntry("pole", "x")};
         // More words than there are between two stored positions.
         for (int i = 0; i < 300; ++i)
             entries.push_back(plainEntry("word" + QByteArray::number(i), "x"));
@@ -122,6 +127,11 @@ private Q_SLOTS:
                                          "word297 word298");
         QCOMPARE(completions("word299"), "word299");
         QCOMPARE(completions("苹"), "苹果");
+        QCOMPARE(completions("果"), "苹果 水果店");
+        QCOMPARE(completions("果", 1), "苹果");
+        // A word that is only a part of others.
+        QCOMPARE(answer(shelf, u"果"_s).simplified(), u"果 苹果 x 水果店 x"_s);
+        QCOMPARE(answer(shelf, u"梨"_s), u"-"_s);
         for (const char *prefix : {"", " ", "zzz", "aaa", "word2999", "polishes"})
             QCOMPARE(completions(prefix), "");
         // Changes by another process are noticed.

@@ -169,7 +169,9 @@ void SearchSession::suggest() {
     // Keep the earlier dictionary suggestions that still match until the dictionaries answer.
     QStringList earlier;
     for (const Suggestion &each : m_suggestions.rows()) {
-        if (each.origin == Suggestion::Origin::Dictionary && each.word.startsWith(typed, Qt::CaseInsensitive))
+        const bool matches =
+            isChinese ? each.word.contains(typed) : each.word.startsWith(typed, Qt::CaseInsensitive);
+        if (each.origin == Suggestion::Origin::Dictionary && matches)
             earlier += each.word;
     }
     // Set all rows in one step, so that rows that stay are not removed and inserted again.
