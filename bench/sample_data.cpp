@@ -3,6 +3,7 @@
 #include "dictionaries/dictionary_shelf.h"
 #include "dictionaries/stardict/stardict_format.h"
 #include "dictionaries/system_dictionary_service.h"
+#include "stardict_headwords.h"
 #include "stardict_writer.h"
 #include "storage/wordbook_file.h"
 
@@ -19,16 +20,8 @@ namespace lexiquill::bench {
 
 namespace {
 
-/// The headwords of the starter dictionary's source: the first word of every entry.
 QStringList starterWords() {
-    QFile source(QStringLiteral(LEXIQUILL_STARTER_SOURCE));
-    QStringList words;
-    if (!source.open(QIODevice::ReadOnly))
-        return words;
-    const QString text = QString::fromUtf8(source.readAll());
-    for (const QString &entry : text.split(QStringLiteral("\n\n"), Qt::SkipEmptyParts))
-        words += entry.section(QStringLiteral(" ["), 0, 0);
-    return words;
+    return tools::stardictHeadwords(QStringLiteral(LEXIQUILL_STARTER_DIRECTORY "/lexiquill-starter.idx"));
 }
 
 WordRecord sampleRecord(const DictionaryEntry &entry, const QString &word, std::mt19937 &random) {

@@ -1,5 +1,6 @@
 #include "desktop_search/search_file.h"
 #include "program.h"
+#include "stardict_headwords.h"
 #include "support/test.h"
 
 #include <QElapsedTimer>
@@ -13,13 +14,10 @@ namespace {
 
 /// Words of the starter dictionary that are not among those of the first run.
 QStringList starterWords() {
-    static const QStringList seeds = u"concise ephemeral serendipity ubiquitous eloquent"_s.split(u' ');
-    QStringList words;
-    for (const QByteArray &line : readFile(QStringLiteral(LEXIQUILL_STARTER_SOURCE)).split('\n')) {
-        const QString word = QString::fromUtf8(line.left(qMax(0, line.indexOf(" ["))));
-        if (!word.isEmpty() && !seeds.contains(word))
-            words += word;
-    }
+    QStringList words =
+        tools::stardictHeadwords(QStringLiteral(LEXIQUILL_STARTER_DIRECTORY "/lexiquill-starter.idx"));
+    for (const char *const seed : {"concise", "ephemeral", "serendipity", "ubiquitous", "eloquent"})
+        words.removeOne(QString::fromLatin1(seed));
     return words;
 }
 

@@ -4,6 +4,7 @@
 #include "http_server.h"
 #include "model/record_codec.h"
 #include "review/spaced_repetition_engine.h"
+#include "stardict_headwords.h"
 #include "storage/wordbook_change.h"
 
 #include <QFile>
@@ -18,14 +19,7 @@ namespace lexiquill {
 namespace {
 
 QStringList starterWords() {
-    QFile source(QStringLiteral(LEXIQUILL_STARTER_SOURCE));
-    QStringList words;
-    if (source.open(QIODevice::ReadOnly)) {
-        const QString text = QString::fromUtf8(source.readAll());
-        for (const QString &entry : text.split(QStringLiteral("\n\n"), Qt::SkipEmptyParts))
-            words += entry.section(QStringLiteral(" ["), 0, 0);
-    }
-    return words;
+    return tools::stardictHeadwords(QStringLiteral(LEXIQUILL_STARTER_DIRECTORY "/lexiquill-starter.idx"));
 }
 
 /// A word that was looked up some time in the last year, and has been reviewed more or less on time since.
