@@ -177,8 +177,10 @@ QStringList DictionaryShelf::headwordsSimilarTo(const QString &word, qsizetype l
     }
     std::stable_sort(found.begin(), found.end());
     QSet<QString> seen;
-    // A part of a Chinese word is more likely to be meant than a similar word.
-    QStringList words = containsHan(typed) ? headwordsStartingWith(typed, limit, stop) : QStringList();
+    // A word that has just not been typed to its end is more likely to be meant than a similar one.
+    const bool isPart = typed.size() > 1 || containsHan(typed);
+    QStringList words = isPart ? headwordsStartingWith(typed, limit, stop) : QStringList();
+    words.removeIf([&typed](const QString &each) { return each.compare(typed, Qt::CaseInsensitive) == 0; });
     for (const QString &each : std::as_const(words))
         seen.insert(each.toCaseFolded());
     for (const SimilarWord &each : found)

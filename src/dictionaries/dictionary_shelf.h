@@ -53,8 +53,8 @@ public:
     /// shorter ones first. This function and the next one stop early on request. They use their own open
     /// files, so that a lookup never waits for them.
     QStringList headwordsStartingWith(const QString &prefix, qsizetype limit, const std::stop_token &stop);
-    /// At most `limit` headwords that differ from `word` by one or two letters, most likely ones first.
-    /// Searches for at most a third of a second.
+    /// At most `limit` headwords that start with `word`, then those that differ from it by one or two
+    /// letters, most likely ones first. Searches for at most a third of a second.
     QStringList headwordsSimilarTo(const QString &word, qsizetype limit, const std::stop_token &stop);
 
     /// The dictionaries in order. May search the disk.

@@ -142,7 +142,7 @@ private Q_SLOTS:
 
     void similarHeadwords_data() {
         addRows("aple | able ape apple maple\nform | from\nrecieve | receive\nAPLPE | apple able ape maple\n"
-                "cafe | ape\ncafè | café\nap | ape\nqqqqq |\na |\n");
+                "cafe | ape\ncafè | café\nap | ape apple\nappl | apple ape\nqqqqq |\na |\n");
     }
 
     void similarHeadwords() {
