@@ -41,7 +41,7 @@ QString StarterSourceReader::readText(const QString &text) {
     lines.removeLast();
     for (const QString &line : std::as_const(lines)) {
         ++m_line;
-        if (const QString problem = readLine(line); !problem.isEmpty())
+        if (QString problem = readLine(line); !problem.isEmpty())
             return problem;
     }
     return endEntry();
