@@ -23,7 +23,7 @@ QString readable(QString text) {
     return text;
 }
 
-/// Whether a "\\n" between `last` and `after` is a line break.
+/// Whether a "\n" between `last` and `after` is a line break.
 bool isLineBreak(QChar last, QStringView after) {
     const QChar next = charAt(after, 0);
     if (last.isNull() || next.isNull() || after.startsWith(u"\\n") || QStringView(u"▸•¶").contains(next) ||
@@ -34,7 +34,7 @@ bool isLineBreak(QChar last, QStringView after) {
     return (isAsciiLetter(last) || last.isDigit()) && isHan(next);
 }
 
-/// Some converters write every line break as the two characters "\\n". Other articles, which have real line
+/// Some converters write every line break as the two characters "\n". Other articles, which have real line
 /// breaks or just one line, mean the characters themselves, for example in a path.
 QString withLineBreaks(const QString &text) {
     const QStringView mark = u"\\n";
@@ -47,7 +47,10 @@ QString withLineBreaks(const QString &text) {
         const QChar last = before.isEmpty() ? charAt(result, result.size() - 1) : before.back();
         result += before;
         start = at + mark.size();
-        const bool isBreak = last == u'\n' || isLineBreak(last, QStringView(text).sliced(start));
+        // Enough to see what begins there, however long the article is.
+        constexpr qsizetype glance = 64;
+        const QStringView after = QStringView(text).sliced(start, std::min(glance, text.size() - start));
+        const bool isBreak = last == u'\n' || isLineBreak(last, after);
         result += isBreak ? QStringView(u"\n") : mark;
     }
     return result += QStringView(text).sliced(start);

@@ -117,7 +117,9 @@ QList<SenseNumber> SenseNumberFinder::find(QStringView line, bool bareAllowed) {
 }
 
 std::optional<SenseNumber> SenseNumberFinder::atStart(QStringView line) {
-    const QList<Candidate> all = candidates(line);
+    // More than any number, so that the length of the line does not matter.
+    constexpr qsizetype longest = 16;
+    const QList<Candidate> all = candidates(line.first(std::min(longest, line.size())));
     if (all.isEmpty() || all.first().place.start != 0 || all.first().style == Bare)
         return std::nullopt;
     return all.first().place;

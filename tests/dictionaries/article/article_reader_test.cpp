@@ -172,7 +172,7 @@ private Q_SLOTS:
     void hugeTexts() {
         const QString units =
             u"<i> <ex> < & <!-- <script> </k><k> <tr>a</tr> 1. (1) ① n. [ ([ （a） ， 甲， ; ▸ "
-            "\n \n•a 1990 名 verb \nn.a II. - \n2"_s;
+            "\n \\n a\\n \\n1. \n•a 1990 名 verb \nn.a II. - \n2"_s;
         for (const QString &unit : units.split(u' ')) {
             for (const QString &text :
                  {unit.repeated(200'000 / unit.size()), (unit + u' ').repeated(50'000)}) {
