@@ -1,22 +1,31 @@
 #pragma once
 
-#include "dictionaries/dictionary.h"
+#include "dictionaries/dictionary_reader.h"
 
 #include <QString>
 #include <QStringList>
 
 #include <functional>
-#include <memory>
 
 namespace lexiquill {
 
-/// Finds and opens the dictionaries of one format.
+/// A dictionary before its files are opened.
+struct DictionaryDescription {
+    DictionaryAbout about;
+    DictionaryProblem problem = DictionaryProblem::None;
+};
+
+/// A format of dictionaries. Each dictionary has one main file, by which it is found.
 struct DictionaryFormat {
-    /// The main files of the dictionaries below a directory, sorted by path.
-    std::function<QStringList(const QString &directory)> find;
-    /// Opens a dictionary by its main file. Lookup tables are stored in `cacheDirectory`. Null when the file
-    /// does not describe a usable dictionary.
-    std::function<std::unique_ptr<Dictionary>(const QString &path, const QString &cacheDirectory)> open;
+    QString name;   ///< for the user, such as "StarDict"
+    QString suffix; ///< of the main file, with the dot, in lower case
+
+    /// All files whose change changes the dictionary, the main file first; at most 4 paths, which need not
+    /// exist.
+    std::function<QStringList(const QString &path)> files;
+    /// Reads only what describes the dictionary; quick.
+    std::function<DictionaryDescription(const QString &path)> describe;
+    std::function<OpenedReader(const QString &path)> open;
 };
 
 } // namespace lexiquill
