@@ -43,7 +43,7 @@ void addOnce(QStringList &words, const QString &word, QSet<QString> &seen, qsize
 
 } // namespace
 
-DictionaryShelf::DictionaryShelf(Places places, std::vector<DictionaryFormat> formats,
+DictionaryShelf::DictionaryShelf(Places places, std::vector<DictionaryFinder> formats,
                                  QStringList chosenOrder)
     : m_places(std::move(places)),
       m_formats(std::move(formats)),
@@ -202,7 +202,7 @@ void DictionaryShelf::scan(Row &row) const {
     if (std::exchange(row.isScanned, true))
         return;
     QSet<QString> seen;
-    const auto open = [&](const DictionaryFormat &format, const QString &path) {
+    const auto open = [&](const DictionaryFinder &format, const QString &path) {
         const QString real = QFileInfo(path).canonicalFilePath();
         if (seen.contains(real))
             return;
@@ -212,7 +212,7 @@ void DictionaryShelf::scan(Row &row) const {
     };
     const auto add = [&](const QStringList &directories) {
         for (const QString &directory : directories) {
-            for (const DictionaryFormat &format : m_formats) {
+            for (const DictionaryFinder &format : m_formats) {
                 for (const QString &path : format.find(directory))
                     open(format, path);
             }

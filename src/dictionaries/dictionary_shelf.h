@@ -1,6 +1,6 @@
 #pragma once
 
-#include "dictionaries/dictionary_format.h"
+#include "dictionaries/dictionary_finder.h"
 
 #include <QList>
 #include <QString>
@@ -40,7 +40,7 @@ public:
 
     /// Nothing is read before the first lookup. `chosenOrder`: names or paths of the dictionaries that the
     /// user wants asked first, in their order.
-    DictionaryShelf(Places places, std::vector<DictionaryFormat> formats, QStringList chosenOrder = {});
+    DictionaryShelf(Places places, std::vector<DictionaryFinder> formats, QStringList chosenOrder = {});
     ~DictionaryShelf();
     Q_DISABLE_COPY_MOVE(DictionaryShelf)
 
@@ -83,7 +83,7 @@ private:
     void arrange(Dictionaries &dictionaries, size_t installedCount) const;
 
     Places m_places;
-    std::vector<DictionaryFormat> m_formats;
+    std::vector<DictionaryFinder> m_formats;
     QStringList m_chosenOrder;
     Row m_lookups;
     Row m_suggestions;

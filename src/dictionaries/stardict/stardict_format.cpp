@@ -5,7 +5,7 @@
 
 namespace lexiquill::stardict {
 
-DictionaryFormat format() {
+DictionaryFinder format() {
     return {.find = findDictionaries, .open = StardictDictionary::fromIfo};
 }
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "dictionaries/dictionary_format.h"
+#include "dictionaries/dictionary_finder.h"
 
 namespace lexiquill::stardict {
 
 /// Dictionaries in StarDict's format, which are opened by their .ifo files.
-DictionaryFormat format();
+DictionaryFinder format();
 
 } // namespace lexiquill::stardict
