@@ -1,7 +1,6 @@
 #include "dictionaries/dictionary_shelf.h"
 
 #include "dictionaries/english/base_forms.h"
-#include "dictionaries/index/folding.h"
 #include "support/text.h"
 
 #include <QDir>
@@ -116,7 +115,8 @@ std::optional<DictionaryEntry> DictionaryShelf::entryOfWordsContaining(const QSt
         const HeadwordIndex *const headwords = dictionary.headwords();
         if (headwords == nullptr)
             return true;
-        for (const QString &word : headwords->containing(part.toUtf8(), mostWords)) {
+        for (const HeadwordIndex::RankedWord &containing : headwords->containing(part.toUtf8(), mostWords)) {
+            const QString word = QString::fromUtf8(containing.word);
             const auto entry = dictionary.find(word);
             if (!entry)
                 continue;
@@ -143,35 +143,21 @@ QStringList DictionaryShelf::headwordsStartingWith(const QString &prefix, qsizet
     if (typed.isEmpty())
         return words;
     const std::lock_guard lock(m_suggestions.mutex());
-    struct Candidate {
-        bool isOther;
-        int rank;
-        qsizetype length;
-        QString word;
-    };
-    std::vector<Candidate> candidates;
-    const QByteArray key = foldedKey(typed);
+    std::vector<HeadwordIndex::RankedWord> candidates;
     askAll(m_suggestions, [&](Dictionary &dictionary) {
-        const HeadwordIndex *const headwords = dictionary.headwords();
-        if (headwords == nullptr || stop.stop_requested())
-            return !stop.stop_requested();
-        const auto found = isChinese
-                               ? headwords->containing(typed, static_cast<size_t>(limit))
-                               : headwords->startingWith(typed, static_cast<size_t>(limit), frequency());
-        for (const QString &word : found) {
-            const QByteArray itsKey = foldedKey(word.toUtf8());
-            candidates.push_back(
-                {itsKey != key, isChinese ? 0 : frequency().rank(itsKey), itsKey.size(), word});
+        if (stop.stop_requested())
+            return false;
+        if (const HeadwordIndex *const headwords = dictionary.headwords()) {
+            auto found = isChinese ? headwords->containing(typed, static_cast<size_t>(limit))
+                                   : headwords->startingWith(typed, static_cast<size_t>(limit), frequency());
+            std::move(found.begin(), found.end(), std::back_inserter(candidates));
         }
         return true;
     });
-    std::stable_sort(candidates.begin(), candidates.end(), [](const Candidate &left, const Candidate &right) {
-        return std::tie(left.isOther, left.rank, left.length) <
-               std::tie(right.isOther, right.rank, right.length);
-    });
+    std::stable_sort(candidates.begin(), candidates.end());
     QSet<QString> seen;
-    for (const Candidate &each : candidates)
-        addOnce(words, each.word, seen, limit);
+    for (const HeadwordIndex::RankedWord &each : candidates)
+        addOnce(words, QString::fromUtf8(each.word), seen, limit);
     return words;
 }
 

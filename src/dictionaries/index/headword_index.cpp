@@ -19,55 +19,38 @@ namespace {
 constexpr qint64 maxEqualKeys = 4096;
 constexpr qint64 maxHits = 65'536;
 
-/// A word with what decides about its place among other suggestions.
-struct Ranked {
-    bool isOther; ///< not exactly what was typed
-    int frequency;
-    qsizetype length;
-    QByteArray word;
+} // namespace
 
-    bool operator<(const Ranked &other) const {
-        return std::tie(isOther, frequency, length) < std::tie(other.isOther, other.frequency, other.length);
-    }
-};
+bool HeadwordIndex::RankedWord::operator<(const RankedWord &other) const {
+    return std::tie(isOther, isAlias, frequency, length) <
+           std::tie(other.isOther, other.isAlias, other.frequency, other.length);
+}
 
 /// The best ranked words, equally good ones in the order of add(), without those that differ in case only.
-class BestWords {
+class HeadwordIndex::BestWords {
 public:
     explicit BestWords(size_t limit) : m_limit(limit) {}
 
-    bool mayEnter(bool isOther, int frequency, qsizetype length) const {
-        if (m_words.size() < m_limit)
-            return true;
-        const Ranked &last = m_words.back();
-        return std::tie(isOther, frequency, length) < std::tie(last.isOther, last.frequency, last.length);
-    }
+    bool mayEnter(const RankedWord &word) const { return m_words.size() < m_limit || word < m_words.back(); }
 
-    void add(const Ranked &word) {
-        const auto sameWord = [key = foldCase(word.word)](const Ranked &each) {
+    void add(RankedWord word, QByteArrayView headword) {
+        const auto isSame = [key = foldCase(headword)](const RankedWord &each) {
             return foldCase(each.word) == key;
         };
-        if (std::any_of(m_words.begin(), m_words.end(), sameWord))
+        if (std::any_of(m_words.begin(), m_words.end(), isSame))
             return;
+        word.word = headword.toByteArray();
         m_words.insert(std::upper_bound(m_words.begin(), m_words.end(), word), word);
         if (m_words.size() > m_limit)
             m_words.pop_back();
     }
 
-    std::vector<QString> words() const {
-        std::vector<QString> texts;
-        texts.reserve(m_words.size());
-        for (const Ranked &each : m_words)
-            texts.push_back(QString::fromUtf8(each.word));
-        return texts;
-    }
+    std::vector<RankedWord> take() { return std::move(m_words); }
 
 private:
     size_t m_limit;
-    std::vector<Ranked> m_words;
+    std::vector<RankedWord> m_words;
 };
-
-} // namespace
 
 /// Reads texts in order, in large pieces.
 class HeadwordIndex::Scan {
@@ -188,8 +171,11 @@ HeadwordIndex::HeadwordIndex(CheckedPages pages, const Header &header)
       m_firstChinese(header.firstChinese) {}
 
 HeadwordIndex::Text HeadwordIndex::divided(QByteArrayView text) {
-    const qsizetype mark = text.indexOf(headwordFollows);
-    return mark < 0 ? Text{text, text} : Text{text.first(mark), text.sliced(mark + 1)};
+    const auto *const mark = std::find_if(text.begin(), text.end(),
+                                          [](char c) { return c == headwordFollows || c == aliasFollows; });
+    return mark == text.end() ? Text{text, text}
+                              : Text{text.first(mark - text.begin()), text.sliced(mark - text.begin() + 1),
+                                     *mark == aliasFollows};
 }
 
 std::optional<Entry> HeadwordIndex::entry(qint64 number) const {
@@ -225,7 +211,7 @@ int HeadwordIndex::compare(QByteArrayView key, qint64 number) const {
         if (bytes.isEmpty())
             return 0;
         for (const char c : bytes) {
-            const bool isEnd = c == textEnd || c == headwordFollows;
+            const bool isEnd = c == textEnd || c == headwordFollows || c == aliasFollows;
             if (compared == key.size())
                 return isEnd ? 0 : -1;
             const int difference =
@@ -274,7 +260,7 @@ std::vector<HeadwordIndex::Match> HeadwordIndex::find(QByteArrayView word) const
         if (!place)
             break;
         const QByteArray text = textOf(*place);
-        const auto [itsKey, headword] = divided(text);
+        const auto [itsKey, headword, isAliasText] = divided(text);
         if (itsKey != key)
             break;
         const int spelling = headword == word ? 0 : foldCase(headword) == caseless ? 1 : 2;
@@ -300,8 +286,8 @@ std::vector<HeadwordIndex::Match> HeadwordIndex::find(QByteArrayView word) const
     return matches;
 }
 
-std::vector<QString> HeadwordIndex::startingWith(QByteArrayView prefix, size_t limit,
-                                                 const WordFrequency &frequency) const {
+std::vector<HeadwordIndex::RankedWord> HeadwordIndex::startingWith(QByteArrayView prefix, size_t limit,
+                                                                   const WordFrequency &frequency) const {
     const QByteArray key = foldedKey(prefix);
     BestWords best(limit);
     const auto scan = [&](qint64 first, qint64 last) {
@@ -310,22 +296,26 @@ std::vector<QString> HeadwordIndex::startingWith(QByteArrayView prefix, size_t l
             const auto text = texts.next();
             if (!text || !text->startsWith(key))
                 return;
-            const auto [itsKey, headword] = divided(*text);
-            const bool isOther = itsKey.size() != key.size();
+            const auto [itsKey, headword, isAlias] = divided(*text);
+            RankedWord word{.isOther = itsKey.size() != key.size(),
+                            .isAlias = isAlias,
+                            .frequency = 0,
+                            .length = itsKey.size(),
+                            .word = {}};
             // Asking for the frequency is the dearest step.
-            if (!best.mayEnter(isOther, 1, itsKey.size()))
+            if (!best.mayEnter(word))
                 continue;
-            const int rank = frequency.rank(itsKey);
-            if (best.mayEnter(isOther, rank, itsKey.size()))
-                best.add({isOther, rank, itsKey.size(), headword.toByteArray()});
+            word.frequency = frequency.rank(itsKey);
+            if (best.mayEnter(word))
+                best.add(word, headword);
         }
     };
     scan(0, m_firstChinese);
     scan(m_firstChinese, m_entryCount);
-    return best.words();
+    return best.take();
 }
 
-std::vector<QString> HeadwordIndex::containing(QByteArrayView part, size_t limit) const {
+std::vector<HeadwordIndex::RankedWord> HeadwordIndex::containing(QByteArrayView part, size_t limit) const {
     const QByteArray key = foldedKey(part);
     BestWords best(limit);
     if (key.isEmpty())
@@ -343,14 +333,18 @@ std::vector<QString> HeadwordIndex::containing(QByteArrayView part, size_t limit
             const auto position = static_cast<const char *>(hit) - piece.data();
             const qsizetype start = position == 0 ? 0 : piece.lastIndexOf(textEnd, position - 1) + 1;
             const qsizetype stop = piece.indexOf(textEnd, position);
-            const auto [itsKey, headword] = divided(piece.sliced(start, stop - start));
-            const bool isOther = itsKey.size() != key.size();
-            if (best.mayEnter(isOther, 0, itsKey.size()))
-                best.add({isOther, 0, itsKey.size(), headword.toByteArray()});
+            const auto [itsKey, headword, isAlias] = divided(piece.sliced(start, stop - start));
+            const RankedWord word{.isOther = itsKey.size() != key.size(),
+                                  .isAlias = isAlias,
+                                  .frequency = 0,
+                                  .length = itsKey.size(),
+                                  .word = {}};
+            if (best.mayEnter(word))
+                best.add(word, headword);
             at = piece.data() + stop + 1;
         }
     }
-    return best.words();
+    return best.take();
 }
 
 std::vector<SimilarWord> HeadwordIndex::similarTo(const QString &word, const WordFrequency &frequency,
@@ -371,8 +365,8 @@ std::vector<SimilarWord> HeadwordIndex::similarTo(const QString &word, const Wor
         const auto text = texts.next();
         if (!text)
             break;
-        const auto [key, headword] = divided(*text);
-        auto similar = test.compare(key);
+        const auto [key, headword, isAlias] = divided(*text);
+        auto similar = isAlias ? std::nullopt : test.compare(key);
         if (!similar)
             continue;
         similar->word = QString::fromUtf8(headword);

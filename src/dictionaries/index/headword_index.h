@@ -28,6 +28,17 @@ public:
         ArticlePlace place;
     };
 
+    /// A word with what decides about its place among suggestions; the better one is less.
+    struct RankedWord {
+        bool isOther = false; ///< not exactly what was typed
+        bool isAlias = false; ///< another spelling or a form of a headword
+        int frequency = 0;    ///< see WordFrequency
+        qsizetype length = 0;
+        QByteArray word;
+
+        bool operator<(const RankedWord &other) const;
+    };
+
     /// Opens a cache file. Null when it is missing or damaged, or was built for another dictionary or from
     /// other versions of its files. `identity`: at most 24 bytes that identify the dictionary.
     static std::unique_ptr<HeadwordIndex> load(const QString &path, const QByteArray &identity,
@@ -47,14 +58,14 @@ public:
     /// headword, then of the first headword that differs in case only, then in accents.
     std::vector<Match> find(QByteArrayView word) const;
 
-    /// At most `limit` words that start with `prefix`, ignoring case and accents: the exact word, then common
-    /// words, then shorter ones.
-    std::vector<QString> startingWith(QByteArrayView prefix, size_t limit,
-                                      const WordFrequency &frequency) const;
+    /// At most `limit` words that start with `prefix`, ignoring case and accents: the exact word, then
+    /// headwords, then common words, then shorter ones.
+    std::vector<RankedWord> startingWith(QByteArrayView prefix, size_t limit,
+                                         const WordFrequency &frequency) const;
 
     /// At most `limit` words with Chinese characters that contain `part`, ignoring case: the exact word, then
     /// the shortest ones.
-    std::vector<QString> containing(QByteArrayView part, size_t limit) const;
+    std::vector<RankedWord> containing(QByteArrayView part, size_t limit) const;
 
     /// The words found before `deadline` that are at most two edits away; at most one edit if `word` has less
     /// than 4 characters.
@@ -67,7 +78,9 @@ private:
     struct Text {
         QByteArrayView key;
         QByteArrayView headword;
+        bool isAlias = false;
     };
+    class BestWords;
     class Scan;
 
     explicit HeadwordIndex(CheckedPages pages, const headword_index::Header &header);

@@ -54,11 +54,12 @@ bool IndexBuilder::addAlias(QByteArrayView word, quint32 target) {
 /// False when there is no room. A word that cannot be found is left out.
 bool IndexBuilder::add(QByteArrayView word, quint64 place, quint32 size) {
     const bool isUsable = !word.isEmpty() && word.size() <= maxHeadwordSize && !word.contains(textEnd) &&
-                          !word.contains(headwordFollows);
+                          !word.contains(headwordFollows) && !word.contains(aliasFollows);
     if (!isUsable)
         return true;
     const QByteArray key = foldedKey(word);
-    const bool isOwnKey = key == word;
+    const bool isAlias = (place & aliasFlag) != 0;
+    const bool isOwnKey = key == word && !isAlias;
     const qint64 textSize = key.size() + (isOwnKey ? 0 : 1 + word.size());
     if (m_texts.size() + textSize + 1 > maxTextSize || m_words.size() >= maxEntries)
         return false;
@@ -72,7 +73,7 @@ bool IndexBuilder::add(QByteArrayView word, quint64 place, quint32 size) {
                        .isChinese = containsHan(key)});
     m_texts += key;
     if (!isOwnKey) {
-        m_texts += headwordFollows;
+        m_texts += isAlias ? aliasFollows : headwordFollows;
         m_texts += word;
     }
     m_texts += textEnd;

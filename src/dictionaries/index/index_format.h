@@ -19,14 +19,14 @@ namespace lexiquill::headword_index {
 //
 // The payload is the texts, then the entries. Both are sorted: first the headwords without Chinese
 // characters, then those with them, each group by its folded key, equal keys in the order of the dictionary.
-// A text is the key; if the headword differs from its key, a byte 1 and the headword; then a zero byte. An
-// entry has a fixed size.
+// A text is the key; if the headword differs from its key, a byte 1 and the headword; for another spelling of
+// a headword, always a byte 2 and that spelling; then a zero byte. An entry has a fixed size.
 //
 // Numbers have the byte order of the machine, because the file never leaves it. A file with another byte
 // order has another magic number.
 
 inline constexpr quint64 magicNumber = 0x4c58'5144'4943'5401;
-inline constexpr quint32 formatVersion = 4;
+inline constexpr quint32 formatVersion = 5;
 inline constexpr qint64 pageSize = 4096;
 /// The maximum number of bytes in all texts, and of entries.
 inline constexpr qint64 maxTextSize = qint64(512) * 1024 * 1024;
@@ -34,6 +34,7 @@ inline constexpr qint64 maxEntries = qint64(16) * 1024 * 1024;
 
 inline constexpr char textEnd = '\0';
 inline constexpr char headwordFollows = '\1';
+inline constexpr char aliasFollows = '\2';
 
 struct Entry {
     quint32 text; ///< position of its text
