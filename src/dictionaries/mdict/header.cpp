@@ -11,7 +11,7 @@ namespace lexiquill::mdict {
 
 namespace {
 
-constexpr quint64 maxHeaderSize = 4 * 1024 * 1024;
+constexpr quint64 maxHeaderSize = quint64(4) * 1024 * 1024;
 constexpr qsizetype maxNameLength = 200;
 constexpr qsizetype maxDescriptionLength = 4000;
 

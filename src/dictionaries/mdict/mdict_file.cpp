@@ -12,8 +12,10 @@ namespace lexiquill::mdict {
 
 namespace {
 
-constexpr quint64 maxKeys = 8 * 1024 * 1024;
-constexpr quint64 maxIndexSize = 32 * 1024 * 1024;
+constexpr quint64 maxKeys = quint64(8) * 1024 * 1024;
+constexpr quint64 maxIndexSize = quint64(32) * 1024 * 1024;
+/// Of all blocks of keys together, unpacked.
+constexpr quint64 maxKeyBytes = quint64(512) * 1024 * 1024;
 /// Larger positions are nonsense; sums of a few of them cannot overflow.
 constexpr quint64 maxPosition = quint64(1) << 56;
 
@@ -146,6 +148,7 @@ DictionaryProblem MdictFile::readIndex(std::vector<KeyBlock> &blocks) const {
     const quint64 endMark = m_header.isVersion2 ? 1 : 0;
     const auto unit = static_cast<quint64>(unitSize(m_header.encoding));
     quint64 used = 0;
+    quint64 unpacked = 0;
     while (!reader.atEnd() && blocks.size() < m_keys.blocks) {
         reader.number(numberSize()); // keys in the block
         for (int key = 0; key < 2; ++key)
@@ -157,6 +160,9 @@ DictionaryProblem MdictFile::readIndex(std::vector<KeyBlock> &blocks) const {
         blocks.push_back(
             {.start = m_keys.index + m_keys.indexSize + used, .packedSize = packedSize, .size = size});
         used += packedSize;
+        if (size > maxKeyBytes - unpacked)
+            return DictionaryProblem::TooLarge;
+        unpacked += size;
     }
     return blocks.size() == m_keys.blocks ? DictionaryProblem::None : DictionaryProblem::Damaged;
 }

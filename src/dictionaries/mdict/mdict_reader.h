@@ -9,8 +9,9 @@
 
 namespace lexiquill::mdict {
 
-/// A .mdx file and the .mdd files beside it. The index compares headwords without regard to case, so the
-/// file's own rules for that do not matter.
+/// A .mdx file and the .mdd files beside it. What the file says about the comparison of its headwords (case,
+/// blanks, punctuation) is not used: the index ignores case in every dictionary, and a search that ignores
+/// blanks and punctuation would take "cant" for "can't".
 class MdictReader final : public DictionaryReader {
 public:
     static OpenedReader open(const QString &path);

@@ -8,7 +8,7 @@
 namespace lexiquill::mdict {
 
 /// Largest block that is unpacked, in bytes.
-inline constexpr quint64 maxBlockSize = 64 * 1024 * 1024;
+inline constexpr quint64 maxBlockSize = quint64(64) * 1024 * 1024;
 /// Bytes of a packed block in front of its data: the kind of packing and the checksum.
 inline constexpr qsizetype blockHeaderSize = 8;
 

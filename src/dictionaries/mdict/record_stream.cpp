@@ -11,10 +11,10 @@ namespace lexiquill::mdict {
 
 namespace {
 
-constexpr quint64 maxBlocks = 1024 * 1024;
+constexpr quint64 maxBlocks = quint64(1024) * 1024;
 /// Words that are looked up one after the other are often neighbours.
 constexpr qsizetype maxCachedBlocks = 16;
-constexpr qsizetype maxCachedBytes = 16 * 1024 * 1024;
+constexpr qsizetype maxCachedBytes = qsizetype(16) * 1024 * 1024;
 
 } // namespace
 
