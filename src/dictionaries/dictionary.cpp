@@ -22,6 +22,8 @@ namespace {
 constexpr size_t maxArticles = 64;
 /// A link leads to a word that may itself be a link.
 constexpr int maxLinks = 5;
+/// Links may branch, so their number is limited, too.
+constexpr int maxReads = 256;
 
 qsizetype sizeOf(const article::Article &article) {
     qsizetype size = 0;
@@ -126,8 +128,9 @@ std::vector<HeadwordIndex::Match> Dictionary::matches(const QString &word) {
 /// Adds the articles of a word, and of the words that they lead to.
 void Dictionary::collect(const QString &word, int linksLeft, Articles &found, qsizetype &size) {
     for (const HeadwordIndex::Match &match : matches(word)) {
-        if (found.articles.size() == maxArticles)
+        if (found.articles.size() == maxArticles || m_readsLeft == 0)
             return;
+        --m_readsLeft;
         auto stored = m_reader->article(match.place);
         if (!stored)
             continue;
@@ -152,6 +155,7 @@ void Dictionary::collect(const QString &word, int linksLeft, Articles &found, qs
 Dictionary::Articles Dictionary::articles(const QString &word) {
     Articles found;
     qsizetype size = 0;
+    m_readsLeft = maxReads;
     collect(word, maxLinks, found, size);
     return found;
 }

@@ -70,6 +70,7 @@ private:
     bool m_isOpened = false;
     DictionaryProblem m_problem = DictionaryProblem::None;
     std::unique_ptr<DictionaryReader> m_reader;
+    int m_readsLeft = 0; ///< of articles and links, in the present lookup
     std::unique_ptr<HeadwordIndex> m_index;
 };
 

@@ -5,6 +5,7 @@
 #include "desktop_search/wordbook_publisher.h"
 #include "dictionaries/dictd/dictd_format.h"
 #include "dictionaries/dictionary_shelf.h"
+#include "dictionaries/mdict/mdict_format.h"
 #include "dictionaries/stardict/stardict_format.h"
 #include "dictionaries/system_dictionary_service.h"
 #include "lookup/dictionary_service.h"
@@ -52,7 +53,7 @@ template <> DictionaryShelf &shared<DictionaryShelf>() {
          .cache = cacheDirectory(),
          .settings = UserDefaults::standardFilePath(),
          .wordRanks = QDir(bundledDictionaries()).filePath(QStringLiteral("word-ranks.txt"))},
-        {stardict::format(), dictd::format()});
+        {stardict::format(), mdict::format(), dictd::format()});
     return *instance;
 }
 
