@@ -97,6 +97,7 @@ public:
         for (const Line &added : lines) {
             Line line{added.text.trimmed(), added.role};
             line.text.replace(u'［', u'[').replace(u'］', u']');
+            isOpening = isOpening || isHomograph(line.text);
             if (isOpening && !line.text.isEmpty())
                 isOpening = trimOpening(line.text);
             if (!line.text.isEmpty() || line.role == LineRole::Heading)
@@ -113,6 +114,12 @@ public:
     const QString &phonetic() const { return m_phonetic; }
 
 private:
+    /// The title of another word with the same spelling, such as "lie2".
+    bool isHomograph(const QString &line) const {
+        return line.size() > m_headword.size() && !line.back().isLetter() &&
+               matchHeadword(line, m_headword) == line.size();
+    }
+
     /// Removes the headword and the phonetic from the start of a line. True if nothing is left, so that the
     /// article itself has not begun.
     bool trimOpening(QString &line) {

@@ -125,6 +125,7 @@ public:
         m_text += QStringLiteral("</li>");
         m_lists.last().inItem = false;
         --m_items;
+        m_hasContent = false;
         m_breakPending = false;
     }
 
@@ -199,6 +200,9 @@ private:
     }
 
     void beginParagraph() {
+        // Text between the items of a list becomes an item.
+        if (!m_lists.isEmpty() && m_lists.last().isOpen && !m_lists.last().inItem)
+            openItem();
         if (std::exchange(m_breakPending, false))
             m_text += QStringLiteral("<br>");
         if (!m_inParagraph && m_items == 0 && !m_inHeading) {

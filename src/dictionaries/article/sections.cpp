@@ -74,6 +74,11 @@ const Title englishTitles[] = {
     {u"phr v", Section::Phrases},
     {u"examples", Section::Examples},
     {u"example sentences", Section::Examples},
+    {u"syn", Section::Other},
+    {u"ant", Section::Other},
+    {u"opp", Section::Other},
+    {u"synonym", Section::Other},
+    {u"antonym", Section::Other},
     {u"synonyms", Section::Other},
     {u"antonyms", Section::Other},
     {u"derivatives", Section::Other},
@@ -189,6 +194,13 @@ bool isInflection(QStringView name) {
 
 std::optional<SectionStart> sectionAtStart(QStringView line) {
     constexpr qsizetype longest = 24;
+    // "变形 复数: pears": the inflections follow the title without a colon.
+    const QStringView glance = line.first(std::min(longest, line.size()));
+    const qsizetype blank = glance.indexOf(u' ');
+    const bool isTitled = blank > 1 && sectionNamed(glance.first(blank)) == Section::Other &&
+                          std::any_of(line.begin(), line.end(), isAsciiLetter) && isHan(line[0]);
+    if (isTitled)
+        return SectionStart{Section::Other, skipBlanks(line, blank), true};
     qsizetype start = 0;
     while (start < line.size() && isOrnament(line[start]))
         ++start;

@@ -105,6 +105,9 @@ private Q_SLOTS:
             "moon: noun{1 The earth's satellite. > The moon rose.; 2 A month.}", Form::MediaWiki);
         row("marks", "fish", "n. [C,U] 鱼\n(pl. fishes) 鱼类\n〈口〉家伙\n（名）鱼肉\n鱼食 [U]",
             "fish: noun{1 ([C,U]) 鱼; 2 (pl. fishes) 鱼类; 3 (口) 家伙; 4 (名) 鱼肉; 5 ([U]) 鱼食}");
+        row("homographs", "lie",
+            "lie1\n/laɪ/ v\n(pt lay, pp lain)\n1. 躺\n2. 位于\nlie2\n/laɪ/ n\n谎言\n变形 复数: lies",
+            "lie/laɪ: verb{1 躺; 2 位于} noun{1 谎言}");
         row("syllables", "apple", "ap·ple ［ˈæpl］ n．苹果", "apple/ˈæpl: noun{1 苹果}");
         row("letters in front of labels", "dance", "D.J.[dɑːns] K.K.[dæns]\nA. n. 舞蹈 B. vi. 跳舞",
             "dance/dɑːns: noun{1 舞蹈} intransitive verb{1 跳舞}");
