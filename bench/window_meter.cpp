@@ -37,14 +37,15 @@ std::vector<pid_t> descendants(pid_t process) {
     return found;
 }
 
-double proportionalMebibytes(pid_t process) {
+void addMemory(WindowCost &cost, pid_t process) {
     std::ifstream rollup("/proc/" + std::to_string(process) + "/smaps_rollup");
     for (std::string word; rollup >> word;) {
+        const bool isProportional = word == "Pss:";
+        const bool isPrivate = word == "Private_Clean:" || word == "Private_Dirty:";
         double kibibytes = 0;
-        if (word == "Pss:" && rollup >> kibibytes)
-            return kibibytes / 1024;
+        if ((isProportional || isPrivate) && rollup >> kibibytes)
+            (isProportional ? cost.mebibytes : cost.privateMebibytes) += kibibytes / 1024;
     }
-    return 0;
 }
 
 /// Ends all processes that have been started, and waits for them.
@@ -109,7 +110,7 @@ std::optional<WindowCost> WindowMeter::measure(const std::vector<std::string> &c
         cost = WindowCost{.seconds = std::chrono::duration<double>(Clock::now() - start).count()};
         std::this_thread::sleep_for(2s);
         for (const pid_t each : descendants(getpid()))
-            cost->mebibytes += proportionalMebibytes(each);
+            addMemory(*cost, each);
     }
     endDescendants();
     return cost;

@@ -11,8 +11,10 @@ namespace lexiquill::bench {
 
 /// The cost of a program with a window.
 struct WindowCost {
-    double seconds = 0;   ///< from the start of the program until its main window is mapped
-    double mebibytes = 0; ///< proportional set size of its processes, two seconds later
+    double seconds = 0; ///< from the start of the program until its main window is mapped
+    // Of its processes, two seconds later:
+    double mebibytes = 0;        ///< proportional set size
+    double privateMebibytes = 0; ///< memory that no other process shares
 };
 
 /// Starts programs on the display of this process, one at a time. There must be no window manager.
