@@ -1,6 +1,7 @@
 #include "dictionaries/article/gloss.h"
 
 #include "dictionaries/article/sections.h"
+#include "dictionaries/article/sense_numbers.h"
 #include "dictionaries/article/text_scan.h"
 #include "support/text.h"
 
@@ -190,9 +191,12 @@ qsizetype definitionLength(QStringView text) {
     const qsizetype han = chineseStart(text);
     if (han == 0 || han >= text.size() || QStringView(u"的之式型").contains(text[han]))
         return 0;
-    const QStringView english = text.first(han);
+    const QStringView english = text.first(han).trimmed();
+    // A remark in brackets is a context of its own gloss only.
+    if (english.isEmpty() || (english.front() == u'(' && english.indexOf(u')') == english.size() - 1))
+        return 0;
     const int words = latinWordCount(english);
-    const bool apart = english.back().isSpace() || english.back().isPunct();
+    const bool apart = text[han - 1].isSpace() || text[han - 1].isPunct();
     const bool isPattern = english.contains(u'~') || english.contains(u'～');
     if (words < 1 || (words < 3 && !isPattern && !(words == 2 && apart)))
         return 0;
@@ -325,7 +329,7 @@ QString withoutQuotations(QStringView text, QStringList &examples) {
         --before;
     if (quote < 1 || !QStringView(u";:").contains(plain[before]))
         return plain.trimmed();
-    const QString definition = plain.first(before).trimmed();
+    QString definition = plain.first(before).trimmed();
     while (quote >= 0) {
         qsizetype close = plain.indexOf(u'"', quote + 1);
         if (close < 0)
@@ -394,14 +398,21 @@ QList<Sense> splitGlosses(const QString &line, bool isTerm) {
         senses.append(sense);
         senses.last().contexts = contexts + sense.contexts;
     };
-    const QStringList pieces = splitOutsideBrackets(text.toString(), u";；");
+    QString glossText = text.toString();
+    if (isTerm) {
+        // Numbers within a term separate its meanings.
+        const QList<SenseNumber> numbers = SenseNumberFinder().find(glossText, false);
+        for (auto number = numbers.crbegin(); number != numbers.crend(); ++number)
+            glossText.replace(number->start, number->end - number->start, QChar(u';'));
+    }
+    const QStringList pieces = splitOutsideBrackets(glossText, u";；");
     const auto isPair = [](const QString &piece) {
         const SentencePair pair = sentencePair(piece);
         return !pair.english.isEmpty() && !pair.chinese.isEmpty();
     };
     const bool isDefined = definitionLength(text) > 0 &&
                            (pieces.size() == 1 || !std::all_of(pieces.begin(), pieces.end(), isPair));
-    const Sense whole = pieces.size() > 1 && !isDefined ? Sense() : senseFrom(text.toString());
+    const Sense whole = pieces.size() > 1 && !isDefined ? Sense() : senseFrom(glossText);
     const QStringList glosses = splitOutsideBrackets(whole.meaning, u",，");
     if (whole.meaning.isEmpty()) {
         for (const QString &piece : pieces)

@@ -224,9 +224,12 @@ std::optional<SectionStart> sectionAtStart(QStringView line) {
         if (end != front.end() || line.size() - nameStart < longest)
             length = end - front.begin();
     }
-    if (length < 2)
+    // "[反] cold"
+    const bool isOpposite = bracketed && length == 1 && QStringView(u"反同近").contains(front[0]) &&
+                            !containsHan(front.sliced(length));
+    if (length < 2 && !isOpposite)
         return std::nullopt;
-    const auto section = sectionNamed(front.first(length).trimmed());
+    const auto section = isOpposite ? Section::Other : sectionNamed(front.first(length).trimmed());
     if (!section)
         return std::nullopt;
     qsizetype end = nameStart + length;

@@ -376,7 +376,8 @@ private:
             return false;
         Chunk &last = chunks().last();
         const bool isSentence = isTranslation(line) || endsSentence(charAt(last.text, last.text.size() - 1));
-        if (!isCertain && !isSentence)
+        const bool isPhrase = latinWordCount(last.text) > 1 && chunks().first().kind == Chunk::Kind::Numbered;
+        if (!isCertain && !isSentence && !isPhrase)
             return false;
         if (!isCertain && !last.isMarked && isExplained(last.text, line))
             last.kind = Chunk::Kind::Numbered;
@@ -386,6 +387,8 @@ private:
 
     /// An English sentence: an example, or the definition of a short meaning behind it.
     bool takeSentence(const QString &line) {
+        if (m_lettersCount && SenseNumberFinder::letterLength(line) > 0)
+            return false;
         const SentencePair pair = sentencePair(line);
         // Below a sense with a number, a phrase with its translation is an example.
         const bool isNumbered =
@@ -393,7 +396,7 @@ private:
             (chunks().last().kind == Chunk::Kind::Numbered || chunks().last().kind == Chunk::Kind::Example) &&
             chunks().first().kind == Chunk::Kind::Numbered;
         const bool isPhrase = isNumbered && isAsciiLetter(line[0]) && latinWordCount(pair.english) > 1 &&
-                              !pair.chinese.isEmpty() && !pair.english.contains(u'~');
+                              !pair.english.contains(u'~');
         if (!isPhrase && !isEnglishSentence(line))
             return false;
         if (isExplained(pair.english, pair.chinese)) {
@@ -565,7 +568,8 @@ private:
             }
         }
         // Inflections, as in "(took, taken)".
-        if (m_hasChinese && kind == Chunk::Kind::Text && isInflections(trimmed)) {
+        const bool isBehindLabel = chunks().isEmpty() && m_parts.size() > 1;
+        if (m_hasChinese && kind == Chunk::Kind::Text && isInflections(trimmed, isBehindLabel)) {
             m_hasTrailers = true;
             return;
         }
@@ -577,10 +581,11 @@ private:
             chunks().append({kind, trimmed});
     }
 
-    static bool isInflections(const QString &text) {
+    static bool isInflections(const QString &text, bool isBehindLabel) {
         constexpr qsizetype shortest = 6;
         return text.size() >= shortest && text.startsWith(u'(') && text.indexOf(u')') == text.size() - 1 &&
-               (text.contains(u',') || text.startsWith(QStringLiteral("(pl"))) && !containsHan(text);
+               (isBehindLabel || text.contains(u',') || text.startsWith(QStringLiteral("(pl"))) &&
+               !containsHan(text);
     }
 
     const QList<Line> &m_lines;

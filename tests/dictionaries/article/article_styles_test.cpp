@@ -105,6 +105,9 @@ private Q_SLOTS:
             "moon: noun{1 The earth's satellite. > The moon rose.; 2 A month.}", Form::MediaWiki);
         row("marks", "fish", "n. [C,U] 鱼\n(pl. fishes) 鱼类\n〈口〉家伙\n（名）鱼肉\n鱼食 [U]",
             "fish: noun{1 ([C,U]) 鱼; 2 (pl. fishes) 鱼类; 3 (口) 家伙; 4 (名) 鱼肉; 5 ([U]) 鱼食}");
+        row("terms with numbers", "go",
+            "v. (went, gone)\n1. 去\n2. 走 [I]\ngo home\n回家\n[计] ①运行 ②执行\n[反] come",
+            "go: verb{1 去; 2 ([I]) 走 > go home 回家; 3 (计) 运行; 4 (计) 执行}");
         row("homographs", "lie",
             "lie1\n/laɪ/ v\n(pt lay, pp lain)\n1. 躺\n2. 位于\nlie2\n/laɪ/ n\n谎言\n变形 复数: lies",
             "lie/laɪ: verb{1 躺; 2 位于} noun{1 谎言}");
