@@ -19,6 +19,12 @@ namespace lexiquill {
 
 namespace {
 
+/// Whether an article only says which word is meant, like "[原型] run".
+bool isReference(const DictionaryEntry &entry) {
+    constexpr qsizetype longest = 80;
+    return entry.posGroups.isEmpty() && entry.examples.isEmpty() && entry.rawText.trimmed().size() <= longest;
+}
+
 constexpr std::chrono::milliseconds maxSimilarTime{330};
 
 void addOnce(QStringList &words, const QString &word, QSet<QString> &seen, qsizetype limit) {
@@ -63,30 +69,34 @@ std::optional<FoundEntry> DictionaryShelf::find(const QString &word) {
     const QString normalized = typed.normalized(QString::NormalizationForm_KC);
     const QString plain = trimmedOfPunctuation(normalized, true).toString();
     const QString asked = plain.isEmpty() ? typed : plain;
+    std::optional<FoundEntry> reference;
     for (const QString &spelling : {typed, asked}) {
         if (auto entry = firstEntry(spelling)) {
             // A dictionary may lead from a form or another spelling to the headword.
             const bool isHeadword = wordKey(entry->headword) == wordKey(spelling);
-            return FoundEntry{*entry, isHeadword ? std::nullopt : std::optional(spelling)};
+            FoundEntry found{*entry, isHeadword ? std::nullopt : std::optional(spelling)};
+            if (!isReference(*entry))
+                return found;
+            reference = reference ? reference : std::optional(found);
         }
         if (typed == asked)
             break;
     }
     if (containsHan(asked)) {
         auto entry = entryOfWordsContaining(asked);
-        return entry ? std::optional(FoundEntry{*entry}) : std::nullopt;
+        return entry ? std::optional(FoundEntry{*entry}) : reference;
     }
     std::optional<DictionaryEntry> entry;
     const auto base = english::firstKnown(asked, [&](const QString &form) -> std::optional<QStringList> {
         entry = firstEntry(form);
-        if (!entry)
+        if (!entry || isReference(*entry))
             return std::nullopt;
         QStringList partsOfSpeech;
         for (const PartOfSpeechGroup &group : std::as_const(entry->posGroups))
             partsOfSpeech += group.pos;
         return partsOfSpeech;
     });
-    return base ? std::optional(FoundEntry{*entry, asked}) : std::nullopt;
+    return base ? std::optional(FoundEntry{*entry, asked}) : reference;
 }
 
 /// The entry of the first dictionary that knows the word.

@@ -46,6 +46,8 @@ private Q_SLOTS:
                 "dogs|dog bundled <dogs\n"
                 // The bundled dictionary comes before those without Chinese.
                 "sun|sun bundled\nbuses|bus bundled <buses\nxyz|-\n"
+                // An article that only names the base form.
+                "ran|run zh <ran\nsped|sped [原型] speed\n"
                 // Another spelling that the dictionary itself leads from.
                 "Color|colour zh <Color\ncolours|colour zh <colours");
     }
@@ -55,7 +57,9 @@ private Q_SLOTS:
                 {plainEntry("go", "en"), plainEntry("went", "en"), plainEntry("sun", "en")});
         StarDictEntry colour = plainEntry("colour", "zh");
         colour.synonyms = {"color"};
-        writeTo(u"user/b/c"_s, "Oxford CHINESE", {plainEntry("go", "zh"), plainEntry("cat", "zh"), colour});
+        writeTo(u"user/b/c"_s, "Oxford CHINESE",
+                {plainEntry("go", "zh"), plainEntry("cat", "zh"), plainEntry("run", "zh"),
+                 plainEntry("ran", "[原型] run"), plainEntry("sped", "[原型] speed"), colour});
         writeTo(u"user/z"_s, "简明英汉词典", {plainEntry("go", "zh2"), plainEntry("dog", " ;\n")});
         writeTo(u"bundled"_s, "英汉入门",
                 {plainEntry("dog", "bundled"), plainEntry("bus", "bundled"), plainEntry("sun", "bundled")});
