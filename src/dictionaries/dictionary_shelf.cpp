@@ -127,7 +127,8 @@ std::optional<DictionaryEntry> DictionaryShelf::entryOfWordsContaining(const QSt
         const HeadwordIndex *const headwords = dictionary.headwords();
         if (headwords == nullptr)
             return true;
-        for (const HeadwordIndex::RankedWord &containing : headwords->containing(part.toUtf8(), mostWords)) {
+        for (const HeadwordIndex::RankedWord &containing :
+             headwords->containing(part.toUtf8(), mostWords, WordFrequency())) {
             const QString word = QString::fromUtf8(containing.word);
             const auto entry = dictionary.find(word);
             if (!entry)
@@ -160,7 +161,7 @@ QStringList DictionaryShelf::headwordsStartingWith(const QString &prefix, qsizet
         if (stop.stop_requested())
             return false;
         if (const HeadwordIndex *const headwords = dictionary.headwords()) {
-            auto found = isChinese ? headwords->containing(typed, static_cast<size_t>(limit))
+            auto found = isChinese ? headwords->containing(typed, static_cast<size_t>(limit), frequency())
                                    : headwords->startingWith(typed, static_cast<size_t>(limit), frequency());
             std::move(found.begin(), found.end(), std::back_inserter(candidates));
         }

@@ -61,7 +61,8 @@ private:
     UserDefaults m_defaults{path(QStringLiteral("settings.conf"))};
     DictionaryShelf m_shelf{{.installed = {},
                              .bundled = {QStringLiteral(LEXIQUILL_STARTER_DIRECTORY)},
-                             .cache = path(QStringLiteral("cache"))},
+                             .cache = path(QStringLiteral("cache")),
+                             .wordRanks = QStringLiteral(LEXIQUILL_STARTER_DIRECTORY "/word-ranks.txt")},
                             {stardict::format()}};
     SystemDictionaryService m_offline{m_shelf};
     NoOnlineSource m_online;

@@ -39,7 +39,7 @@ DictionaryEntry expected(const StarterEntry &source) {
                            .chineseMeaning = sense.glosses,
                            .examples = sense.examples};
             const QStringList contexts =
-                QStringList{sense.grammar, sense.pattern}.filter(QRegularExpression(u"."_s));
+                QStringList{sense.grammar, sense.pattern, sense.remark}.filter(QRegularExpression(u"."_s));
             if (!contexts.isEmpty())
                 item.context = contexts.join(u'，');
             read.senses += item;

@@ -35,6 +35,11 @@ QStringList wordsOf(QString gloss, const QString &label) {
     return words;
 }
 
+QString explanationOf(const StarterSense &sense) {
+    return sense.remark.isEmpty() ? sense.glosses
+                                  : QStringLiteral("（%1）%2").arg(sense.remark, sense.glosses);
+}
+
 /// The answers as an article: grouped by part of speech, the group of the best answer first.
 QByteArray article(QList<Answer> answers) {
     constexpr qsizetype most = 24;
@@ -82,7 +87,7 @@ std::vector<StarDictEntry> chineseIndex(const std::vector<StarterEntry> &entries
                                 return answer.word == entry.headword && answer.label == group.label;
                             });
                         if (!isKnown)
-                            known += {entry.headword, group.label, sense.glosses, wordRank};
+                            known += {entry.headword, group.label, explanationOf(sense), wordRank};
                         wordRank += shortenedWeight;
                     }
                     rank += glossWeight;
@@ -97,6 +102,20 @@ std::vector<StarDictEntry> chineseIndex(const std::vector<StarterEntry> &entries
     for (auto each = answers.cbegin(); each != answers.cend(); ++each)
         index.push_back(plainEntry(each.key().toUtf8(), article(each.value())));
     return index;
+}
+
+QMap<QString, int> commonChineseWords(const std::vector<StarterEntry> &entries) {
+    constexpr int lastLevel = 2;
+    QMap<QString, int> levels;
+    for (const StarterEntry &entry : entries) {
+        if (entry.level > lastLevel)
+            continue;
+        const StarterGroup &group = entry.groups.front();
+        const QString gloss = group.senses.front().glosses.section(u'；', 0, 0);
+        for (const QString &word : wordsOf(gloss, group.label))
+            levels[word] = std::min(levels.value(word, entry.level), entry.level);
+    }
+    return levels;
 }
 
 } // namespace lexiquill::tools

@@ -10,6 +10,7 @@ namespace lexiquill::tools {
 struct StarterSense {
     QString grammar; ///< such as "[U]"; may be empty
     QString pattern; ///< such as "be good at sth" or "informal"; may be empty
+    QString remark;  ///< in Chinese, on what the word is said of; may be empty
     QString glosses; ///< in Chinese, separated by "；"
     QStringList examples;
 };

@@ -5,6 +5,7 @@
 #include <QStringDecoder>
 
 #include <algorithm>
+#include <utility>
 
 namespace lexiquill::tools {
 
@@ -116,6 +117,22 @@ QString StarterSourceReader::readPartOfSpeech(const QString &line) {
     return {};
 }
 
+namespace {
+
+/// The remark in brackets around the glosses of a sense, and the glosses without it: "（轮船的）舱房；客舱",
+/// "离弃（某地）". A summary would cut the bracket in two.
+std::pair<QString, QString> dividedGlosses(const QString &text) {
+    static const QRegularExpression before = pattern("（([^（）]*)）([^；，].*)");
+    static const QRegularExpression behind = pattern("([^（）；]+)（([^（）]*)）");
+    if (const auto match = before.match(text); match.hasMatch())
+        return {match.captured(1), match.captured(2)};
+    if (const auto match = behind.match(text); match.hasMatch())
+        return {match.captured(2), match.captured(1)};
+    return {QString(), text};
+}
+
+} // namespace
+
 QString StarterSourceReader::readSense(const QString &line) {
     static const QRegularExpression sense =
         pattern("(\\d{1,2})\\. (\\[[A-Za-z, +]+\\] )?(\\([^()\\p{Han}]+\\) "
@@ -127,15 +144,16 @@ QString StarterSourceReader::readSense(const QString &line) {
     if (!match.hasMatch())
         return QStringLiteral("expected \"1. [grammar] (pattern) \" and Chinese glosses separated by \"；\"");
     std::vector<StarterSense> &senses = groups.back().senses;
-    const QString glosses = match.captured(4);
+    const auto [remark, glosses] = dividedGlosses(match.captured(4));
     if (match.captured(1).toULongLong() != senses.size() + 1)
         return QStringLiteral("expected sense %1").arg(senses.size() + 1);
     for (const StarterSense &other : senses) {
-        if (other.glosses == glosses)
+        if (other.glosses == glosses && other.remark == remark)
             return QStringLiteral("the glosses of an earlier sense");
     }
     senses.push_back({.grammar = match.captured(2).trimmed(),
                       .pattern = match.captured(3).trimmed().remove(u'(').remove(u')'),
+                      .remark = remark,
                       .glosses = glosses,
                       .examples = {}});
     return {};

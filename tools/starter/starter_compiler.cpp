@@ -34,6 +34,8 @@ StarDictEntry compiled(const StarterEntry &entry) {
                 text += sense.grammar + u' ';
             if (!sense.pattern.isEmpty())
                 text += u'(' + sense.pattern + QStringLiteral(") ");
+            if (!sense.remark.isEmpty())
+                text += u'(' + sense.remark + QStringLiteral(") ");
             text += sense.glosses + u'\n';
             for (const QString &example : sense.examples)
                 text += QStringLiteral("▸ ") + example + u'\n';
@@ -56,6 +58,9 @@ QByteArray wordRanks(const std::vector<StarterEntry> &entries) {
         int &level = levels[key.toUtf8()];
         level = level == 0 ? entry.level : std::min(level, entry.level);
     }
+    const QMap<QString, int> chinese = commonChineseWords(entries);
+    for (auto level = chinese.cbegin(); level != chinese.cend(); ++level)
+        levels[level.key().toUtf8()] = level.value();
     QByteArray text;
     for (auto level = levels.cbegin(); level != levels.cend(); ++level)
         text += level.key() + '\t' + QByteArray::number(level.value()) + '\n';

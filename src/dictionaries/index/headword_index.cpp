@@ -31,6 +31,24 @@ class HeadwordIndex::BestWords {
 public:
     explicit BestWords(size_t limit) : m_limit(limit) {}
 
+    /// `typed`: the key of what was typed.
+    void consider(const Text &text, QByteArrayView typed, const WordFrequency &frequency) {
+        RankedWord word{.isOther = text.key.size() != typed.size(),
+                        .isAlias = text.isAlias,
+                        .frequency = 0,
+                        .length = text.key.size(),
+                        .word = {}};
+        // Asking for the frequency is the dearest step.
+        if (!mayEnter(word))
+            return;
+        word.frequency = frequency.rank(text.key);
+        if (mayEnter(word))
+            add(std::move(word), text.headword);
+    }
+
+    std::vector<RankedWord> take() { return std::move(m_words); }
+
+private:
     bool mayEnter(const RankedWord &word) const { return m_words.size() < m_limit || word < m_words.back(); }
 
     void add(RankedWord word, QByteArrayView headword) {
@@ -45,9 +63,6 @@ public:
             m_words.pop_back();
     }
 
-    std::vector<RankedWord> take() { return std::move(m_words); }
-
-private:
     size_t m_limit;
     std::vector<RankedWord> m_words;
 };
@@ -296,18 +311,7 @@ std::vector<HeadwordIndex::RankedWord> HeadwordIndex::startingWith(QByteArrayVie
             const auto text = texts.next();
             if (!text || !text->startsWith(key))
                 return;
-            const auto [itsKey, headword, isAlias] = divided(*text);
-            RankedWord word{.isOther = itsKey.size() != key.size(),
-                            .isAlias = isAlias,
-                            .frequency = 0,
-                            .length = itsKey.size(),
-                            .word = {}};
-            // Asking for the frequency is the dearest step.
-            if (!best.mayEnter(word))
-                continue;
-            word.frequency = frequency.rank(itsKey);
-            if (best.mayEnter(word))
-                best.add(word, headword);
+            best.consider(divided(*text), key, frequency);
         }
     };
     scan(0, m_firstChinese);
@@ -315,7 +319,8 @@ std::vector<HeadwordIndex::RankedWord> HeadwordIndex::startingWith(QByteArrayVie
     return best.take();
 }
 
-std::vector<HeadwordIndex::RankedWord> HeadwordIndex::containing(QByteArrayView part, size_t limit) const {
+std::vector<HeadwordIndex::RankedWord> HeadwordIndex::containing(QByteArrayView part, size_t limit,
+                                                                 const WordFrequency &frequency) const {
     const QByteArray key = foldedKey(part);
     BestWords best(limit);
     if (key.isEmpty())
@@ -333,14 +338,7 @@ std::vector<HeadwordIndex::RankedWord> HeadwordIndex::containing(QByteArrayView 
             const auto position = static_cast<const char *>(hit) - piece.data();
             const qsizetype start = position == 0 ? 0 : piece.lastIndexOf(textEnd, position - 1) + 1;
             const qsizetype stop = piece.indexOf(textEnd, position);
-            const auto [itsKey, headword, isAlias] = divided(piece.sliced(start, stop - start));
-            const RankedWord word{.isOther = itsKey.size() != key.size(),
-                                  .isAlias = isAlias,
-                                  .frequency = 0,
-                                  .length = itsKey.size(),
-                                  .word = {}};
-            if (best.mayEnter(word))
-                best.add(word, headword);
+            best.consider(divided(piece.sliced(start, stop - start)), key, frequency);
             at = piece.data() + stop + 1;
         }
     }

@@ -63,9 +63,9 @@ public:
     std::vector<RankedWord> startingWith(QByteArrayView prefix, size_t limit,
                                          const WordFrequency &frequency) const;
 
-    /// At most `limit` words with Chinese characters that contain `part`, ignoring case: the exact word, then
-    /// the shortest ones.
-    std::vector<RankedWord> containing(QByteArrayView part, size_t limit) const;
+    /// The same for words with Chinese characters that contain `part`.
+    std::vector<RankedWord> containing(QByteArrayView part, size_t limit,
+                                       const WordFrequency &frequency) const;
 
     /// The words found before `deadline` that are at most two edits away; at most one edit if `word` has less
     /// than 4 characters.
