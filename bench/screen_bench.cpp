@@ -50,6 +50,7 @@ public:
                 .plan = plan,
                 .dictionary = m_dictionary,
                 .offlineDictionaries = m_offline,
+                .shelf = m_shelf,
                 .spotlight = m_spotlight,
                 .hotKeys = m_hotKeys,
                 .http = m_http,

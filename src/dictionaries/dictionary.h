@@ -1,37 +1,77 @@
 #pragma once
 
-#include "dictionaries/headwords.h"
+#include "dictionaries/dictionary_format.h"
+#include "dictionaries/index/headword_index.h"
 #include "model/dictionary_entry.h"
 
+#include <QByteArray>
 #include <QString>
 
+#include <memory>
 #include <optional>
+#include <vector>
 
 namespace lexiquill {
 
-/// One dictionary on disk, in any format. Its files may change or disappear at any time. To be used by one
-/// thread at a time.
+/// One dictionary on disk, in any format. Its files are opened at the first lookup, and again when they have
+/// changed. To be used by one thread at a time.
 class Dictionary {
 public:
-    virtual ~Dictionary() = default;
+    /// Reads only what describes the dictionary. `path`: its main file. `format` must outlive the instance.
+    /// The index is stored in `cacheDirectory`, which is created when needed.
+    Dictionary(const DictionaryFormat &format, const QString &path, const QString &cacheDirectory);
 
-    /// The title that the dictionary gives itself.
-    virtual QString name() const = 0;
-    /// The number of headwords that the dictionary states; 0 if unknown.
-    virtual qint64 wordCount() const = 0;
-    /// The file by which it was found.
-    virtual QString path() const = 0;
+    const DictionaryAbout &about() const { return m_description.about; }
+    const QString &path() const { return m_path; }
+    const QString &formatName() const { return m_format.name; }
 
-    /// Whether at least some explanations are in Chinese. May read a part of the dictionary.
-    virtual bool holdsChinese() = 0;
+    /// Why the dictionary cannot be used, as far as is known without opening it.
+    DictionaryProblem knownProblem() const;
+    /// Opens the dictionary, and makes its index if there is none yet.
+    DictionaryProblem prepare();
 
-    /// The entry of a word: an exact match if there is one, else a match that ignores case. No value when the
-    /// word is unknown or the dictionary is unusable.
-    virtual std::optional<DictionaryEntry> find(const QString &word) = 0;
+    /// Whether at least some explanations are in Chinese. Opens the dictionary.
+    bool holdsChinese();
+
+    /// The entry of a word: an exact match if there is one, else another spelling, else a match that ignores
+    /// case or accents. No value when the word is unknown or the dictionary is unusable.
+    std::optional<DictionaryEntry> find(const QString &word);
+
+    /// The articles of a word, as find() reads them.
+    struct Articles {
+        QString headword;
+        std::vector<article::Article> articles;
+    };
+    Articles articles(const QString &word);
 
     /// Null when the dictionary is unusable. Call this again before every use, because the object may be
     /// replaced.
-    virtual const Headwords *headwords() = 0;
+    const HeadwordIndex *headwords();
+
+    /// A file that comes with the dictionary; see DictionaryReader::resource().
+    std::optional<QByteArray> resource(const QString &name);
+
+private:
+    SourceStamps currentStamps() const;
+    bool ready();
+    void open();
+    void openIndex();
+    void buildIndex();
+    QByteArray identity() const;
+    static bool articlesHoldChinese(DictionaryReader &reader, const class IndexBuilder &words);
+    std::vector<HeadwordIndex::Match> matches(const QString &word);
+    void collect(const QString &word, int linksLeft, Articles &found, qsizetype &size);
+
+    const DictionaryFormat &m_format;
+    QString m_path;
+    QString m_cachePath;
+    DictionaryDescription m_description;
+    SourceStamps m_stamps;
+    bool m_isOpened = false;
+    DictionaryProblem m_problem = DictionaryProblem::None;
+    std::unique_ptr<DictionaryReader> m_reader;
+    int m_readsLeft = 0; ///< of articles and links, in the present lookup
+    std::unique_ptr<HeadwordIndex> m_index;
 };
 
 } // namespace lexiquill

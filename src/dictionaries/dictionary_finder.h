@@ -1,22 +1,31 @@
 #pragma once
 
-#include "dictionaries/dictionary.h"
+#include "dictionaries/dictionary_format.h"
+#include "platform/file_stamp.h"
 
 #include <QString>
-#include <QStringList>
 
-#include <functional>
-#include <memory>
+#include <utility>
+#include <vector>
 
 namespace lexiquill {
 
-/// Finds and opens the dictionaries of one format.
-struct DictionaryFinder {
-    /// The main files of the dictionaries below a directory, sorted by path.
-    std::function<QStringList(const QString &directory)> find;
-    /// Opens a dictionary by its main file. Lookup tables are stored in `cacheDirectory`. Null when the file
-    /// does not describe a usable dictionary.
-    std::function<std::unique_ptr<Dictionary>(const QString &path, const QString &cacheDirectory)> open;
+/// A dictionary that was found on disk.
+struct FoundDictionary {
+    QString path; ///< of its main file
+    const DictionaryFormat *format;
 };
+
+/// A directory that was searched, as it was then.
+using SearchedDirectory = std::pair<QString, FileStamp>;
+
+/// The format of a dictionary by the name of its main file; null for other files.
+const DictionaryFormat *formatOf(const QString &path, const std::vector<DictionaryFormat> &formats);
+
+/// The dictionaries below a directory, sorted by path; each file once, whatever links lead to it. Hidden
+/// directories are left out. The directories that were searched are added to `searched`.
+std::vector<FoundDictionary> findDictionaries(const QString &directory,
+                                              const std::vector<DictionaryFormat> &formats,
+                                              std::vector<SearchedDirectory> &searched);
 
 } // namespace lexiquill

@@ -19,6 +19,8 @@ struct DictionaryDescription {
 struct DictionaryFormat {
     QString name;   ///< for the user, such as "StarDict"
     QString suffix; ///< of the main file, with the dot, in lower case
+    /// Whether a file with the suffix is the main file of a dictionary; null if all are.
+    std::function<bool(const QString &path)> isMainFile = {};
 
     /// All files whose change changes the dictionary, the main file first; at most 4 paths, which need not
     /// exist.

@@ -49,6 +49,8 @@ public:
 struct StoredArticle {
     article::Article article;
     QString link; ///< empty for an article
+    /// The headword as the article itself spells it; empty if the index has the right spelling.
+    QString headword = {};
 };
 
 /// The opened files of one dictionary. Files are read by position and never mapped, so that they may become

@@ -4,32 +4,18 @@
 #include "support/text.h"
 
 #include <QDir>
-#include <QFileInfo>
 #include <QSet>
 #include <QStandardPaths>
 
 #include <algorithm>
 #include <chrono>
 #include <iterator>
+#include <tuple>
 #include <utility>
 
 namespace lexiquill {
 
-const QString DictionaryShelf::orderKey = QStringLiteral("lexiquill_dictionary_order");
-
 namespace {
-
-/// Avoids reading a dictionary whose name already shows that it explains in Chinese.
-bool hasChineseName(const QString &name) {
-    static const QStringList marks{
-        QStringLiteral("chinese"), QStringLiteral("英汉"), QStringLiteral("汉英"), QStringLiteral("英漢"),
-        QStringLiteral("漢英"),    QStringLiteral("英中"), QStringLiteral("中英"), QStringLiteral("双解"),
-        QStringLiteral("雙解"),    QStringLiteral("英华"), QStringLiteral("華英"), QStringLiteral("英華"),
-        QStringLiteral("华英"),
-    };
-    return std::any_of(marks.begin(), marks.end(),
-                       [&name](const QString &mark) { return name.contains(mark, Qt::CaseInsensitive); });
-}
 
 constexpr std::chrono::milliseconds maxSimilarTime{330};
 
@@ -43,20 +29,34 @@ void addOnce(QStringList &words, const QString &word, QSet<QString> &seen, qsize
 
 } // namespace
 
-DictionaryShelf::DictionaryShelf(Places places, std::vector<DictionaryFinder> formats,
-                                 QStringList chosenOrder)
+DictionaryShelf::DictionaryShelf(Places places, std::vector<DictionaryFormat> formats)
     : m_places(std::move(places)),
       m_formats(std::move(formats)),
-      m_chosenOrder(std::move(chosenOrder)) {}
+      m_choices(m_places.settings),
+      m_lookups(m_places, m_formats, m_choices),
+      m_suggestions(m_places, m_formats, m_choices) {}
 
 DictionaryShelf::~DictionaryShelf() = default;
+
+/// Calls `visit` with each dictionary that is on until it returns false.
+template <typename Visit> void DictionaryShelf::askAll(ShelfRow &row, Visit visit) {
+    for (const ShelfRow::Slot &slot : row.dictionaries()) {
+        if (slot.isOn && !visit(*slot.dictionary))
+            return;
+    }
+}
+
+const WordFrequency &DictionaryShelf::frequency() {
+    if (!m_frequency)
+        m_frequency.emplace(m_places.wordRanks);
+    return *m_frequency;
+}
 
 std::optional<FoundEntry> DictionaryShelf::find(const QString &word) {
     const QString typed = word.simplified();
     if (typed.isEmpty())
         return std::nullopt;
-    const std::lock_guard lock(m_lookups.mutex);
-    scan(m_lookups);
+    const std::lock_guard lock(m_lookups.mutex());
     // "Apple!", or full-width letters from an input method, also mean the word.
     const QString normalized = typed.normalized(QString::NormalizationForm_KC);
     const QString plain = trimmedOfPunctuation(normalized, true).toString();
@@ -88,16 +88,17 @@ std::optional<FoundEntry> DictionaryShelf::find(const QString &word) {
 }
 
 /// The entry of the first dictionary that knows the word.
-std::optional<DictionaryEntry> DictionaryShelf::firstEntry(const QString &word) const {
-    for (const auto &dictionary : m_lookups.dictionaries) {
-        if (auto entry = dictionary->find(word))
-            return entry;
-    }
-    return std::nullopt;
+std::optional<DictionaryEntry> DictionaryShelf::firstEntry(const QString &word) {
+    std::optional<DictionaryEntry> entry;
+    askAll(m_lookups, [&](Dictionary &dictionary) {
+        entry = dictionary.find(word);
+        return !entry;
+    });
+    return entry;
 }
 
 /// For each of the shortest words, its first senses.
-std::optional<DictionaryEntry> DictionaryShelf::entryOfWordsContaining(const QString &part) const {
+std::optional<DictionaryEntry> DictionaryShelf::entryOfWordsContaining(const QString &part) {
     constexpr size_t mostWords = 8;
     constexpr qsizetype mostSenses = 2;
     DictionaryEntry result{.headword = part, .posGroups = {}, .rawText = {}};
@@ -110,12 +111,13 @@ std::optional<DictionaryEntry> DictionaryShelf::entryOfWordsContaining(const QSt
         result.posGroups += {.pos = like.pos, .posChinese = like.posChinese, .senses = {}};
         return result.posGroups.last();
     };
-    for (const auto &dictionary : m_lookups.dictionaries) {
-        const Headwords *const headwords = dictionary->headwords();
+    askAll(m_lookups, [&](Dictionary &dictionary) {
+        const HeadwordIndex *const headwords = dictionary.headwords();
         if (headwords == nullptr)
-            continue;
-        for (const QString &word : headwords->containing(part.toUtf8(), mostWords)) {
-            const auto entry = dictionary->find(word);
+            return true;
+        for (const HeadwordIndex::RankedWord &containing : headwords->containing(part.toUtf8(), mostWords)) {
+            const QString word = QString::fromUtf8(containing.word);
+            const auto entry = dictionary.find(word);
             if (!entry)
                 continue;
             result.rawText += word + u'\n' + entry->rawText + u'\n';
@@ -128,10 +130,9 @@ std::optional<DictionaryEntry> DictionaryShelf::entryOfWordsContaining(const QSt
                 }
             }
         }
-        if (!result.posGroups.isEmpty())
-            return result;
-    }
-    return std::nullopt;
+        return result.posGroups.isEmpty();
+    });
+    return result.posGroups.isEmpty() ? std::nullopt : std::optional(result);
 }
 
 QStringList DictionaryShelf::headwordsStartingWith(const QString &prefix, qsizetype limit,
@@ -141,20 +142,22 @@ QStringList DictionaryShelf::headwordsStartingWith(const QString &prefix, qsizet
     QStringList words;
     if (typed.isEmpty())
         return words;
-    const std::lock_guard lock(m_suggestions.mutex);
-    scan(m_suggestions);
+    const std::lock_guard lock(m_suggestions.mutex());
+    std::vector<HeadwordIndex::RankedWord> candidates;
+    askAll(m_suggestions, [&](Dictionary &dictionary) {
+        if (stop.stop_requested())
+            return false;
+        if (const HeadwordIndex *const headwords = dictionary.headwords()) {
+            auto found = isChinese ? headwords->containing(typed, static_cast<size_t>(limit))
+                                   : headwords->startingWith(typed, static_cast<size_t>(limit), frequency());
+            std::move(found.begin(), found.end(), std::back_inserter(candidates));
+        }
+        return true;
+    });
+    std::stable_sort(candidates.begin(), candidates.end());
     QSet<QString> seen;
-    for (const auto &dictionary : m_suggestions.dictionaries) {
-        if (stop.stop_requested() || words.size() >= limit)
-            break;
-        const Headwords *headwords = dictionary->headwords();
-        if (headwords == nullptr)
-            continue;
-        const auto found = isChinese ? headwords->containing(typed, static_cast<size_t>(limit))
-                                     : headwords->startingWith(typed, static_cast<size_t>(limit));
-        for (const QString &word : found)
-            addOnce(words, word, seen, limit);
-    }
+    for (const HeadwordIndex::RankedWord &each : candidates)
+        addOnce(words, QString::fromUtf8(each.word), seen, limit);
     return words;
 }
 
@@ -164,23 +167,21 @@ QStringList DictionaryShelf::headwordsSimilarTo(const QString &word, qsizetype l
     const QString typed = word.simplified();
     std::vector<SimilarWord> found;
     {
-        const std::lock_guard lock(m_suggestions.mutex);
-        scan(m_suggestions);
-        for (const auto &dictionary : m_suggestions.dictionaries) {
-            if (stop.stop_requested() || std::chrono::steady_clock::now() > deadline)
-                break;
-            if (const Headwords *headwords = dictionary->headwords()) {
-                auto some = headwords->similarTo(typed, deadline, stop);
+        const std::lock_guard lock(m_suggestions.mutex());
+        askAll(m_suggestions, [&](Dictionary &dictionary) {
+            if (const HeadwordIndex *const headwords = dictionary.headwords()) {
+                auto some = headwords->similarTo(typed, frequency(), deadline, stop);
                 std::move(some.begin(), some.end(), std::back_inserter(found));
             }
-        }
+            return !stop.stop_requested() && std::chrono::steady_clock::now() < deadline;
+        });
     }
     std::stable_sort(found.begin(), found.end());
-    QSet<QString> seen;
     // A word that has just not been typed to its end is more likely to be meant than a similar one.
     const bool isPart = typed.size() > 1 || containsHan(typed);
     QStringList words = isPart ? headwordsStartingWith(typed, limit, stop) : QStringList();
     words.removeIf([&typed](const QString &each) { return each.compare(typed, Qt::CaseInsensitive) == 0; });
+    QSet<QString> seen;
     for (const QString &each : std::as_const(words))
         seen.insert(each.toCaseFolded());
     for (const SimilarWord &each : found)
@@ -188,76 +189,92 @@ QStringList DictionaryShelf::headwordsSimilarTo(const QString &word, qsizetype l
     return words;
 }
 
+QStringList DictionaryShelf::summariesOf(const QStringList &words, const std::stop_token &stop) {
+    const std::lock_guard lock(m_suggestions.mutex());
+    QStringList summaries;
+    for (const QString &word : words) {
+        QString summary;
+        askAll(m_suggestions, [&](Dictionary &dictionary) {
+            const auto entry = stop.stop_requested() ? std::nullopt : dictionary.find(word);
+            summary = entry ? entry->conciseSummary() : QString();
+            return summary.isEmpty() && !stop.stop_requested();
+        });
+        summaries += summary;
+    }
+    return summaries;
+}
+
+QList<DictionaryShelf::Answer> DictionaryShelf::answers(const QString &word, const std::stop_token &stop) {
+    const std::lock_guard lock(m_suggestions.mutex());
+    QList<Answer> answers;
+    askAll(m_suggestions, [&](Dictionary &dictionary) {
+        if (auto entry = dictionary.find(word.simplified()))
+            answers +=
+                Answer{.dictionary = dictionary.about().name, .path = dictionary.path(), .entry = *entry};
+        return !stop.stop_requested();
+    });
+    return answers;
+}
+
+std::optional<QByteArray> DictionaryShelf::resource(const QString &path, const QString &name) {
+    const std::lock_guard lock(m_suggestions.mutex());
+    std::optional<QByteArray> bytes;
+    askAll(m_suggestions, [&](Dictionary &dictionary) {
+        const bool isWanted = dictionary.path() == path;
+        if (isWanted)
+            bytes = dictionary.resource(name);
+        return !isWanted;
+    });
+    return bytes;
+}
+
 QList<DictionaryShelf::Item> DictionaryShelf::items() {
-    const std::lock_guard lock(m_suggestions.mutex);
-    scan(m_suggestions);
+    const std::lock_guard lock(m_suggestions.mutex());
+    const QString imported = QDir::cleanPath(importedDirectory()) + u'/';
     QList<Item> items;
-    for (const auto &dictionary : m_suggestions.dictionaries)
-        items += Item{
-            .name = dictionary->name(), .wordCount = dictionary->wordCount(), .path = dictionary->path()};
+    for (const ShelfRow::Slot &slot : m_suggestions.dictionaries()) {
+        Dictionary &dictionary = *slot.dictionary;
+        const DictionaryProblem problem = slot.isOn ? dictionary.prepare() : dictionary.knownProblem();
+        Item item{.about = dictionary.about(),
+                  .format = dictionary.formatName(),
+                  .path = dictionary.path(),
+                  .isOn = slot.isOn,
+                  .isImported = dictionary.path().startsWith(imported),
+                  .isBundled = slot.isBundled,
+                  .problem = problem};
+        const HeadwordIndex *const headwords =
+            slot.isOn && item.about.wordCount == 0 ? dictionary.headwords() : nullptr;
+        if (headwords != nullptr)
+            item.about.wordCount = headwords->size();
+        items += item;
+    }
     return items;
 }
 
-void DictionaryShelf::scan(Row &row) const {
-    if (std::exchange(row.isScanned, true))
-        return;
-    QSet<QString> seen;
-    const auto open = [&](const DictionaryFinder &format, const QString &path) {
-        const QString real = QFileInfo(path).canonicalFilePath();
-        if (seen.contains(real))
-            return;
-        seen.insert(real);
-        if (auto dictionary = format.open(path, m_places.cache))
-            row.dictionaries.push_back(std::move(dictionary));
-    };
-    const auto add = [&](const QStringList &directories) {
-        for (const QString &directory : directories) {
-            for (const DictionaryFinder &format : m_formats) {
-                for (const QString &path : format.find(directory))
-                    open(format, path);
-            }
-        }
-    };
-    add(m_places.installed);
-    const size_t installedCount = row.dictionaries.size();
-    add(m_places.bundled);
-    if (row.dictionaries.size() > 1)
-        arrange(row.dictionaries, installedCount);
+DictionaryProblem DictionaryShelf::prepare(const QString &path) const {
+    const DictionaryFormat *const format = formatOf(path, m_formats);
+    return format == nullptr ? DictionaryProblem::UnknownFormat
+                             : Dictionary(*format, path, m_places.cache).prepare();
 }
 
-/// The place in the user's order; -1 for a dictionary that it does not name.
-qsizetype DictionaryShelf::chosenRank(const Dictionary &dictionary) const {
-    const QFileInfo file(dictionary.path());
-    const auto names = [&dictionary, &file](const QString &chosen) {
-        return chosen.trimmed().compare(dictionary.name().trimmed(), Qt::CaseInsensitive) == 0 ||
-               (chosen.contains(u'/') && QFileInfo(chosen) == file);
-    };
-    const auto found = std::find_if(m_chosenOrder.begin(), m_chosenOrder.end(), names);
-    return found == m_chosenOrder.end() ? -1 : found - m_chosenOrder.begin();
+QStringList DictionaryShelf::mainFiles(const QString &directory) const {
+    std::vector<SearchedDirectory> searched;
+    QStringList paths;
+    for (const FoundDictionary &found : findDictionaries(directory, m_formats, searched))
+        paths += found.path;
+    return paths;
 }
 
-void DictionaryShelf::arrange(Dictionaries &dictionaries, size_t installedCount) const {
-    constexpr qsizetype installedChinese = 0;
-    constexpr qsizetype bundled = 1;
-    constexpr qsizetype otherInstalled = 2;
-    std::vector<std::pair<qsizetype, std::unique_ptr<Dictionary>>> ranked;
-    for (size_t i = 0; i < dictionaries.size(); ++i) {
-        Dictionary &dictionary = *dictionaries[i];
-        qsizetype rank = chosenRank(dictionary);
-        if (rank < 0) {
-            const bool isInstalled = i < installedCount;
-            const bool isFirst =
-                isInstalled && (hasChineseName(dictionary.name()) || dictionary.holdsChinese());
-            rank = m_chosenOrder.size() + (isFirst       ? installedChinese
-                                           : isInstalled ? otherInstalled
-                                                         : bundled);
-        }
-        ranked.emplace_back(rank, std::move(dictionaries[i]));
-    }
-    std::stable_sort(ranked.begin(), ranked.end(),
-                     [](const auto &left, const auto &right) { return left.first < right.first; });
-    std::transform(ranked.begin(), ranked.end(), dictionaries.begin(),
-                   [](auto &each) { return std::move(each.second); });
+QStringList DictionaryShelf::files(const QString &path) const {
+    const DictionaryFormat *const format = formatOf(path, m_formats);
+    QStringList paths = format == nullptr ? QStringList() : format->files(path);
+    paths.removeIf([](const QString &each) { return !stampOf(each).exists(); });
+    return paths;
+}
+
+QString DictionaryShelf::importedDirectory() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+           QStringLiteral("/Lexiquill/dictionaries");
 }
 
 QStringList DictionaryShelf::standardPlaces() {
@@ -265,7 +282,9 @@ QStringList DictionaryShelf::standardPlaces() {
         QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
             QStringLiteral("/stardict/dic"),
         QDir::homePath() + QStringLiteral("/.stardict/dic"),
+        importedDirectory(),
         QStringLiteral("/usr/share/stardict/dic"),
+        QStringLiteral("/usr/share/dictd"),
     };
 }
 

@@ -45,6 +45,10 @@ QStringList SystemDictionaryService::completions(const QString &typed, qsizetype
     return m_shelf.headwordsStartingWith(typed, limit, stop);
 }
 
+QStringList SystemDictionaryService::summaries(const QStringList &words, const std::stop_token &stop) {
+    return m_shelf.summariesOf(words, stop);
+}
+
 QStringList SystemDictionaryService::nearSpellings(const QString &word, qsizetype limit,
                                                    const std::stop_token &stop) {
     return m_shelf.headwordsSimilarTo(word, limit, stop);

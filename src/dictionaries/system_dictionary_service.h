@@ -30,11 +30,13 @@ public:
     /// The same, with the form that was asked for if it differs.
     std::optional<FoundEntry> find(const QString &word);
 
-    /// At most `limit` headwords that start with `typed`, shorter ones first. This function and the next one
-    /// may be called on any thread and stop early on request.
+    /// At most `limit` headwords that start with `typed`, most likely ones first. This function and the next
+    /// one may be called on any thread and stop early on request.
     QStringList completions(const QString &typed, qsizetype limit, const std::stop_token &stop = {});
     /// At most `limit` headwords with a spelling similar to the word, most likely ones first.
     QStringList nearSpellings(const QString &word, qsizetype limit, const std::stop_token &stop = {});
+    /// One line on the meaning of each word; empty for an unknown word. May be called on any thread.
+    QStringList summaries(const QStringList &words, const std::stop_token &stop = {});
 
     /// The dictionaries in the order in which they are asked. May take a moment; may be called on any thread.
     QList<DictionaryShelf::Item> dictionaries() { return m_shelf.items(); }

@@ -3,7 +3,9 @@
 #include "desktop_search/index/background_search_index.h"
 #include "desktop_search/spotlight_manager.h"
 #include "desktop_search/wordbook_publisher.h"
+#include "dictionaries/dictd/dictd_format.h"
 #include "dictionaries/dictionary_shelf.h"
+#include "dictionaries/mdict/mdict_format.h"
 #include "dictionaries/stardict/stardict_format.h"
 #include "dictionaries/system_dictionary_service.h"
 #include "lookup/dictionary_service.h"
@@ -48,8 +50,10 @@ template <> DictionaryShelf &shared<DictionaryShelf>() {
     static auto *const instance = new DictionaryShelf(
         {.installed = DictionaryShelf::standardPlaces(),
          .bundled = {bundledDictionaries()},
-         .cache = cacheDirectory()},
-        {stardict::format()}, shared<UserDefaults>().stringList(DictionaryShelf::orderKey));
+         .cache = cacheDirectory(),
+         .settings = UserDefaults::standardFilePath(),
+         .wordRanks = QDir(bundledDictionaries()).filePath(QStringLiteral("word-ranks.txt"))},
+        {stardict::format(), mdict::format(), dictd::format()});
     return *instance;
 }
 

@@ -26,6 +26,7 @@ template <> Services &shared<Services>() {
                                                .plan = shared<CurrentWeeklyPlan>(),
                                                .dictionary = shared<DictionaryService>(),
                                                .offlineDictionaries = shared<SystemDictionaryService>(),
+                                               .shelf = shared<DictionaryShelf>(),
                                                .spotlight = shared<SpotlightManager>(),
                                                .hotKeys = shared<HotKeyManager>(),
                                                .http = shared<HttpClient>(),

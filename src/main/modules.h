@@ -9,8 +9,7 @@
 
 #include <memory>
 
-// The libraries that are loaded at run time, and what each of them offers. A library defines one entry
-// function, with LEXIQUILL_MODULE, that returns its interface.
+// The libraries that are loaded at run time, and what each of them offers.
 
 namespace lexiquill {
 
@@ -67,19 +66,4 @@ public:
     virtual int run(int argc, char **argv) = 0;
 };
 
-inline constexpr const char *moduleEntry = "lexiquill_module";
-
-/// Null when the library is missing or broken.
-template <typename Module> Module *loadModule() {
-    return static_cast<Module *>(libraryInterface(Module::library, moduleEntry));
-}
-
 } // namespace lexiquill
-
-/// Defines the entry function of a library, which returns an `Implementation` as an `Interface`.
-#define LEXIQUILL_MODULE(Interface, Implementation)                                                          \
-    extern "C" __attribute__((visibility("default"))) void *lexiquill_module();                              \
-    void *lexiquill_module() {                                                                               \
-        static Implementation implementation;                                                                \
-        return static_cast<lexiquill::Interface *>(&implementation);                                         \
-    }

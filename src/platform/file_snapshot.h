@@ -26,6 +26,9 @@ public:
     /// The content, with capacity for `spare` more bytes; no value on a read error.
     virtual std::optional<QByteArray> readAll(qsizetype spare) const = 0;
 
+    /// The size when it was opened, in bytes.
+    virtual qint64 size() const = 0;
+
     /// Reads `size` bytes at `offset`; false when not all of them are there.
     virtual bool read(qint64 offset, char *bytes, qsizetype size) const = 0;
 

@@ -13,4 +13,19 @@ bool hasLibrary(const char *name);
 /// or broken. It is never unloaded.
 void *libraryInterface(const char *name, const char *entry);
 
+inline constexpr const char *moduleEntry = "lexiquill_module";
+
+/// Null when the library is missing or broken.
+template <typename Module> Module *loadModule() {
+    return static_cast<Module *>(libraryInterface(Module::library, moduleEntry));
+}
+
 } // namespace lexiquill
+
+/// Defines the entry function of a library, which returns an `Implementation` as an `Interface`.
+#define LEXIQUILL_MODULE(Interface, Implementation)                                                          \
+    extern "C" __attribute__((visibility("default"))) void *lexiquill_module();                              \
+    void *lexiquill_module() {                                                                               \
+        static Implementation implementation;                                                                \
+        return static_cast<lexiquill::Interface *>(&implementation);                                         \
+    }

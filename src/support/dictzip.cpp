@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace lexiquill {
 
@@ -49,8 +50,13 @@ qsizetype skipHeaderRest(QByteArrayView packed, qsizetype at, int flags) {
 
 } // namespace
 
-std::optional<DictZip> DictZip::open(QByteArrayView packed) {
+std::optional<DictZip> DictZip::open(Source source) {
     constexpr qsizetype fixedHeader = 10;
+    // The extra field may have 64 KB; nobody writes long names or comments.
+    constexpr qint64 longestHeader = qint64(80) * 1024;
+    QByteArray packed(std::min(source.size, longestHeader), Qt::Uninitialized);
+    if (!source.read(0, packed.data(), packed.size()))
+        return std::nullopt;
     if (packed.size() < fixedHeader + 2 || !packed.startsWith("\x1f\x8b\x08"))
         return std::nullopt;
     const int flags = static_cast<unsigned char>(packed[3]);
@@ -58,12 +64,12 @@ std::optional<DictZip> DictZip::open(QByteArrayView packed) {
     const qsizetype extraStart = fixedHeader + 2;
     if ((flags & ExtraField) == 0 || extraSize > packed.size() - extraStart)
         return std::nullopt;
-    const QByteArrayView table = findChunkTable(packed.sliced(extraStart, extraSize));
+    const QByteArrayView table = findChunkTable(QByteArrayView(packed).sliced(extraStart, extraSize));
     if (table.size() < 6 || little16(table, 0) != 1)
         return std::nullopt;
 
     DictZip zip;
-    zip.m_packed = packed;
+    zip.m_source = std::move(source);
     zip.m_chunkSize = little16(table, 2);
     const qsizetype count = little16(table, 4);
     qint64 at = skipHeaderRest(packed, extraStart + extraSize, flags);
@@ -89,13 +95,15 @@ std::optional<QByteArray> DictZip::read(quint64 offset, quint32 size) const {
     Inflater inflater(Inflater::Format::Raw);
     result.reserve(size);
     QByteArray chunk(m_chunkSize, Qt::Uninitialized);
+    QByteArray packed;
     const quint64 end = offset + size;
     for (quint64 index = offset / chunkSize; index * chunkSize < end; ++index) {
         const qint64 from = m_chunkStarts[index];
         const qint64 to = m_chunkStarts[index + 1];
-        if (to > m_packed.size() || !inflater.restart())
+        packed.resize(to - from);
+        if (!m_source.read(from, packed.data(), packed.size()) || !inflater.restart())
             return std::nullopt;
-        QByteArrayView in = m_packed.sliced(from, to - from);
+        QByteArrayView in = packed;
         char *out = chunk.data();
         qsizetype space = chunk.size();
         while (!in.isEmpty() && space > 0 && inflater.run(in, out, space) == Inflater::Step::Going) {

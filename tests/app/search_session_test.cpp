@@ -85,8 +85,16 @@ private Q_SLOTS:
         QCOMPARE(offered(session), QStringList(u"concordat"_s));
         QTRY_VERIFY(offered(session).contains(u"concise"_s));
         QCOMPARE(offered(session).first(), u"concordat"_s);
+        const auto summaryOf = [&session](const QString &word) {
+            return session.suggestions()->rows().value(offered(session).indexOf(word)).summary;
+        };
+        QTRY_COMPARE(summaryOf(u"concise"_s).first(4), u"adj."_s);
+        services.storage().addOrUpdateSearch(entryOf(u"Élysée"_s));
+        session.setText(u"elys"_s);
+        QCOMPARE(offered(session).first(), u"Élysée"_s);
+        services.storage().deleteWords({services.storage().words().constFirst().id});
         session.setText(u"concise"_s);
-        QTRY_COMPARE(offered(session), QStringList(u"concise"_s));
+        QTRY_COMPARE(offered(session).join(u" "_s), u"concise concisely"_s);
         session.setText(QString());
         QCOMPARE(offered(session).size(), 2);
     }

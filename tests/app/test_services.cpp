@@ -41,6 +41,7 @@ TestServices::TestServices(const QByteArray &wordbook, const QString &serverBase
                                                      .plan = *m_plan,
                                                      .dictionary = m_dictionary,
                                                      .offlineDictionaries = m_offline,
+                                                     .shelf = m_shelf,
                                                      .spotlight = m_spotlight,
                                                      .hotKeys = m_hotKeys,
                                                      .http = m_http,

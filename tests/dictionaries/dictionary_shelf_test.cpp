@@ -23,7 +23,8 @@ private:
     DictionaryShelf::Places places() const {
         return {.installed = {path(u"missing"_s), path(u"user"_s)},
                 .bundled = {path(u"bundled"_s)},
-                .cache = cachePath()};
+                .cache = cachePath(),
+                .settings = path(u"settings.conf"_s)};
     }
 
     /// The answer of the shelf to a word: "headword raw text", with " <form" after it if a base form was
@@ -88,11 +89,14 @@ private Q_SLOTS:
                 {plainEntry("go", "v. to move or travel from one place to another 去")});
         writeTo(u"bundled"_s, "Starter", {plainEntry("go", "去")});
         for (int round = 0; round < 2; ++round) {
-            DictionaryShelf shelf(places(), {stardict::format()},
-                                  QString(cells[0]).replace(u"%1"_s, path()).split(u','));
+            DictionaryShelf shelf(places(), {stardict::format()});
+            QCOMPARE(shelf.items().size(), 7);
+            // Another process of the user.
+            DictionaryShelf(places(), {stardict::format()})
+                .setOrder(QString(cells[0]).replace(u"%1"_s, path()).split(u','));
             QStringList names;
             for (const DictionaryShelf::Item &item : shelf.items())
-                names += item.name;
+                names += item.about.name;
             QCOMPARE(names.join(u','), cells[1]);
             QVERIFY(answer(shelf, u"go"_s) != u"-"_s);
         }
@@ -142,7 +146,7 @@ private Q_SLOTS:
 
     void similarHeadwords_data() {
         addRows("aple | able ape apple maple\nform | from\nrecieve | receive\nAPLPE | apple able ape maple\n"
-                "cafe | ape\ncafè | café\nap | ape apple\nappl | apple ape\nqqqqq |\na |\n");
+                "cafe | café ape\ncafè | café ape\nap | ape apple\nappl | apple ape\nqqqqq |\na |\n");
     }
 
     void similarHeadwords() {

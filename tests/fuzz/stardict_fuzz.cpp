@@ -1,7 +1,8 @@
 #include "../support/files.h"
 #include "check.h"
+#include "dictionaries/dictionary.h"
 #include "dictionaries/stardict/ifo_file.h"
-#include "dictionaries/stardict/stardict_dictionary.h"
+#include "dictionaries/stardict/stardict_format.h"
 
 #include <QTemporaryDir>
 
@@ -10,7 +11,6 @@
 #include <cstdint>
 
 using namespace lexiquill;
-using stardict::StardictDictionary;
 
 namespace {
 
@@ -46,8 +46,8 @@ void checkFiles(QByteArrayView input) {
 
     const QString cacheDirectory = directory.filePath(QStringLiteral("cache"));
     const auto ask = [&](const QString &word) {
-        const auto dictionary = StardictDictionary::fromIfo(base + QStringLiteral(".ifo"), cacheDirectory);
-        return dictionary ? dictionary->find(word) : std::nullopt;
+        static const DictionaryFormat format = stardict::format();
+        return Dictionary(format, base + QStringLiteral(".ifo"), cacheDirectory).find(word);
     };
     const QString word = QString::fromUtf8(takePart(input));
     const auto first = ask(word);

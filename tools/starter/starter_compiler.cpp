@@ -4,10 +4,14 @@
 
 #include <QDir>
 #include <QFile>
+#include <QMap>
 #include <QTextStream>
 
+#include <algorithm>
+
 // Compiles the readable source of the starter dictionary into two dictionaries in StarDict's format: the
-// English–Chinese one, and a Chinese–English one that is made from it.
+// English–Chinese one, and a Chinese–English one that is made from it; and into the list of how common its
+// words are.
 
 using namespace lexiquill::tools;
 
@@ -43,6 +47,21 @@ StarDictEntry compiled(const StarterEntry &entry) {
     return result;
 }
 
+/// A line for each word: its folded form, a tab, and its level.
+QByteArray wordRanks(const std::vector<StarterEntry> &entries) {
+    QMap<QByteArray, int> levels;
+    for (const StarterEntry &entry : entries) {
+        QString key = entry.headword.normalized(QString::NormalizationForm_KD).toCaseFolded();
+        key.removeIf([](QChar c) { return c.category() == QChar::Mark_NonSpacing; });
+        int &level = levels[key.toUtf8()];
+        level = level == 0 ? entry.level : std::min(level, entry.level);
+    }
+    QByteArray text;
+    for (auto level = levels.cbegin(); level != levels.cend(); ++level)
+        text += level.key() + '\t' + QByteArray::number(level.value()) + '\n';
+    return text;
+}
+
 } // namespace
 
 int main(int argc, char **argv) {
@@ -56,6 +75,10 @@ int main(int argc, char **argv) {
     }
     if (!QDir().mkpath(output))
         return complain(QStringLiteral("%1: cannot be created").arg(output));
+    QFile ranks(QDir(output).filePath(QStringLiteral("word-ranks.txt")));
+    const QByteArray rankText = wordRanks(reader.entries());
+    if (!ranks.open(QIODevice::WriteOnly) || ranks.write(rankText) != rankText.size() || !ranks.flush())
+        return complain(QStringLiteral("%1: cannot be written").arg(ranks.fileName()));
     std::vector<StarDictEntry> english;
     for (const StarterEntry &entry : reader.entries())
         english.push_back(compiled(entry));

@@ -32,9 +32,9 @@ QVariant OfflineDictionaryModel::data(const QModelIndex &index, int role) const 
     const DictionaryShelf::Item &dictionary = m_dictionaries.at(index.row());
     switch (role) {
     case NameRole:
-        return dictionary.name;
+        return dictionary.about.name;
     case WordCountRole:
-        return dictionary.wordCount;
+        return dictionary.about.wordCount;
     case PathRole:
         return dictionary.path;
     default:

@@ -1,6 +1,7 @@
 #include "app/search/search_session.h"
 
 #include "app/shell/services.h"
+#include "dictionaries/index/folding.h"
 #include "storage/storage_manager.h"
 #include "support/text.h"
 
@@ -37,6 +38,16 @@ QList<const WordRecord *> best(const QList<WordRecord> &words, qsizetype count, 
     });
     found.erase(end, found.end());
     return found;
+}
+
+/// Whether a word starts with what was typed, ignoring case and accents.
+bool startsWithFolded(const QString &word, const QString &typed) {
+    const auto isAscii = [](QStringView text) {
+        return std::ranges::all_of(text, [](QChar c) { return c.unicode() < 128; });
+    };
+    return word.startsWith(typed, Qt::CaseInsensitive) ||
+           (!(isAscii(word) && isAscii(typed)) &&
+            foldedKey(word.toUtf8()).startsWith(foldedKey(typed.toUtf8())));
 }
 
 /// A source's title without the note that it is the default.
@@ -158,8 +169,7 @@ void SearchSession::suggest() {
     }
     const bool isChinese = containsHan(typed);
     const auto isWanted = [&](const WordRecord &record) {
-        return record.word.startsWith(typed, Qt::CaseInsensitive) ||
-               (isChinese && record.conciseSummary.contains(typed));
+        return startsWithFolded(record.word, typed) || (isChinese && record.conciseSummary.contains(typed));
     };
     QList<Suggestion> suggestions;
     for (const WordRecord *record :
@@ -167,19 +177,17 @@ void SearchSession::suggest() {
               [](const auto &left, const auto &right) { return left.word.size() < right.word.size(); }))
         suggestions += suggestionOf(*record, Suggestion::Origin::Wordbook);
     // Keep the earlier dictionary suggestions that still match until the dictionaries answer.
-    QStringList earlier;
-    for (const Suggestion &each : m_suggestions.rows()) {
-        const bool matches =
-            isChinese ? each.word.contains(typed) : each.word.startsWith(typed, Qt::CaseInsensitive);
-        if (each.origin == Suggestion::Origin::Dictionary && matches)
-            earlier += each.word;
-    }
+    QList<Suggestion> earlier = m_suggestions.rows();
+    earlier.removeIf([&](const Suggestion &each) {
+        const bool matches = isChinese ? each.word.contains(typed) : startsWithFolded(each.word, typed);
+        return each.origin != Suggestion::Origin::Dictionary || !matches;
+    });
     // Set all rows in one step, so that rows that stay are not removed and inserted again.
-    for (const QString &word : std::as_const(earlier)) {
+    for (const Suggestion &word : std::as_const(earlier)) {
         if (std::ranges::none_of(suggestions, [&](const Suggestion &each) {
-                return each.word.compare(word, Qt::CaseInsensitive) == 0;
+                return each.word.compare(word.word, Qt::CaseInsensitive) == 0;
             }))
-            suggestions += {.word = word, .summary = {}, .origin = Suggestion::Origin::Dictionary};
+            suggestions += word;
     }
     m_suggestions.setSuggestions(suggestions.first(std::min(suggestions.size(), maxSuggestions)));
     inBackground(
@@ -217,36 +225,53 @@ void SearchSession::takeWords() {
     }
 }
 
-/// Searches the dictionaries on a background thread and adds the result, unless the user has typed more.
+/// Searches the dictionaries on a background thread and adds the result, then what the words mean, unless the
+/// user has typed more.
 void SearchSession::inBackground(Search search, Suggestion::Origin origin) {
     m_stop.request_stop();
     m_stop = std::stop_source();
     m_queue.add([this, search = std::move(search), origin, stop = m_stop.get_token()] {
         if (stop.stop_requested())
             return;
-        const QStringList words = search(stop);
         // The thread ends before this object is destroyed; destroying it drops calls still in the event
         // queue.
-        QMetaObject::invokeMethod(
-            this,
-            [this, words, origin, stop] {
+        const auto deliver = [this, stop](auto take) {
+            const auto takeIfWanted = [take, stop] {
                 if (!stop.stop_requested())
-                    add(words, origin);
-            },
-            Qt::QueuedConnection);
+                    take();
+            };
+            QMetaObject::invokeMethod(this, takeIfWanted, Qt::QueuedConnection);
+        };
+        const QStringList words = search(stop);
+        deliver([this, words, origin] { add(words, origin); });
+        const QStringList summaries = m_offline.summaries(words, stop);
+        deliver([this, words, summaries] { explain(words, summaries); });
     });
+}
+
+void SearchSession::explain(const QStringList &words, const QStringList &summaries) {
+    QList<Suggestion> suggestions = m_suggestions.rows();
+    for (Suggestion &each : suggestions) {
+        const qsizetype place = words.indexOf(each.word);
+        if (each.summary.isEmpty() && place >= 0)
+            each.summary = summaries.value(place);
+    }
+    m_suggestions.setSuggestions(suggestions);
 }
 
 /// Replaces a source's earlier words. Its words come after those of the other sources.
 void SearchSession::add(const QStringList &words, Suggestion::Origin origin) {
     QList<Suggestion> suggestions = m_suggestions.rows();
+    QHash<QString, QString> summaries;
+    for (const Suggestion &each : std::as_const(suggestions))
+        summaries.insert(each.word, each.summary);
     suggestions.removeIf([origin](const Suggestion &each) { return each.origin == origin; });
     QSet<QString> known;
     for (const Suggestion &each : std::as_const(suggestions))
         known.insert(wordKey(each.word));
     for (const QString &word : words) {
         if (suggestions.size() < maxSuggestions && !known.contains(wordKey(word)))
-            suggestions += {.word = word, .summary = {}, .origin = origin};
+            suggestions += {.word = word, .summary = summaries.value(word), .origin = origin};
     }
     m_suggestions.setSuggestions(suggestions);
 }

@@ -79,6 +79,7 @@ private:
     void takeWords();
     void inBackground(Search search, Suggestion::Origin origin);
     void add(const QStringList &words, Suggestion::Origin origin);
+    void explain(const QStringList &words, const QStringList &summaries);
 
     DictionaryService &m_dictionary;
     SystemDictionaryService &m_offline;

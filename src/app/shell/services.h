@@ -4,6 +4,7 @@ namespace lexiquill {
 
 class CurrentWeeklyPlan;
 class DictionaryService;
+class DictionaryShelf;
 class HotKeyManager;
 class HttpClient;
 class SpotlightManager;
@@ -19,6 +20,7 @@ struct Services {
     CurrentWeeklyPlan &plan;
     DictionaryService &dictionary;
     SystemDictionaryService &offlineDictionaries;
+    DictionaryShelf &shelf;
     SpotlightManager &spotlight;
     HotKeyManager &hotKeys;
     HttpClient &http;

@@ -8,7 +8,11 @@ namespace lexiquill {
 /// The case-folded form of UTF-8 text; invalid bytes count as U+FFFD.
 QByteArray foldCase(QByteArrayView text);
 
-/// A hash of foldCase(text) that is the same on every run of the program.
-quint32 foldedHash(QByteArrayView text);
+/// The form in which headwords are sorted and searched: without case, accents and the difference between
+/// full-width and ordinary characters or kinds of apostrophes. UTF-8.
+QByteArray foldedKey(QByteArrayView text);
+
+/// Whether UTF-8 text contains a Chinese character.
+bool containsHan(QByteArrayView text);
 
 } // namespace lexiquill

@@ -7,9 +7,6 @@
 
 namespace lexiquill::stardict {
 
-/// Largest article that is read, in bytes.
-inline constexpr quint32 maxArticleSize = 4 * 1024 * 1024;
-
 /// The readable parts of an article. `typeSequence` contains the types of all its parts; if it is empty, each
 /// part begins with its type. For a damaged article, returns the parts before the damage.
 article::Article splitArticle(QByteArrayView article, const QByteArray &typeSequence);

@@ -64,8 +64,12 @@ std::optional<IfoInfo> parseIfo(QByteArrayView text) {
         return std::nullopt;
 
     IfoInfo info;
-    info.bookName = QString::fromUtf8(keys.value("bookname"));
     info.wordCount = static_cast<quint32>(*words);
+    info.about = {.name = QString::fromUtf8(keys.value("bookname")),
+                  .author = QString::fromUtf8(keys.value("author")),
+                  .description = QString::fromUtf8(keys.value("description"))
+                                     .replace(QStringLiteral("<br>"), QStringLiteral("\n")),
+                  .wordCount = info.wordCount};
     info.indexSize = static_cast<qint64>(*indexSize);
     info.synonymCount = static_cast<quint32>(number(keys, "synwordcount", maxCount).value_or(0));
     info.typeSequence = keys.value("sametypesequence");

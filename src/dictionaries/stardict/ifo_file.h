@@ -1,8 +1,9 @@
 #pragma once
 
+#include "dictionaries/dictionary_reader.h"
+
 #include <QByteArray>
 #include <QByteArrayView>
-#include <QString>
 
 #include <optional>
 
@@ -15,7 +16,7 @@ inline constexpr qint64 maxIndexSize = qint64(512) * 1024 * 1024;
 
 /// The description of a dictionary.
 struct IfoInfo {
-    QString bookName;
+    DictionaryAbout about;
     /// Number of entries in the index and in the list of synonyms.
     quint32 wordCount = 0;
     quint32 synonymCount = 0;

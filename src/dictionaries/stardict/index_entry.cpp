@@ -1,5 +1,7 @@
 #include "dictionaries/stardict/index_entry.h"
 
+#include "dictionaries/dictionary_reader.h"
+
 #include <QtEndian>
 
 #include <algorithm>
@@ -11,7 +13,7 @@ namespace {
 
 /// The zero-terminated word at the start of `bytes`; no value if there is no zero byte within the limit.
 std::optional<QByteArrayView> readWord(QByteArrayView bytes) {
-    const auto range = static_cast<size_t>(std::min(bytes.size(), maxWordSize + 1));
+    const auto range = static_cast<size_t>(std::min(bytes.size(), maxHeadwordSize + 1));
     const void *end = range > 0 ? std::memchr(bytes.data(), 0, range) : nullptr;
     if (end == nullptr)
         return std::nullopt;

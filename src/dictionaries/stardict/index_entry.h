@@ -7,11 +7,6 @@
 
 namespace lexiquill::stardict {
 
-/// Longest word of an index or a list of synonyms, in bytes.
-inline constexpr qsizetype maxWordSize = 4096;
-/// Longest index entry in bytes: the word, its end mark, a 64-bit offset and a 32-bit size.
-inline constexpr qsizetype maxEntrySize = maxWordSize + 1 + 8 + 4;
-
 /// One entry of an index: where the article of a word lies in the .dict file.
 struct IndexEntry {
     QByteArrayView word;

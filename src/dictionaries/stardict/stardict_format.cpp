@@ -1,12 +1,15 @@
 #include "dictionaries/stardict/stardict_format.h"
 
-#include "dictionaries/stardict/stardict_dictionary.h"
-#include "dictionaries/stardict/stardict_finder.h"
+#include "dictionaries/stardict/stardict_reader.h"
 
 namespace lexiquill::stardict {
 
-DictionaryFinder format() {
-    return {.find = findDictionaries, .open = StardictDictionary::fromIfo};
+DictionaryFormat format() {
+    return {.name = QStringLiteral("StarDict"),
+            .suffix = QStringLiteral(".ifo"),
+            .files = filesOf,
+            .describe = describe,
+            .open = StardictReader::open};
 }
 
 } // namespace lexiquill::stardict

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "dictionaries/dictionary_finder.h"
+#include "dictionaries/dictionary_format.h"
 
 namespace lexiquill::stardict {
 
-/// Dictionaries in StarDict's format, which are opened by their .ifo files.
-DictionaryFinder format();
+/// name.ifo with name.idx or .idx.gz, name.dict or .dict.dz, and name.syn.
+DictionaryFormat format();
 
 } // namespace lexiquill::stardict

@@ -39,6 +39,8 @@ public:
         return bytes;
     }
 
+    qint64 size() const override { return m_state.st_size; }
+
     bool read(qint64 offset, char *bytes, qsizetype size) const override {
         return readUpTo(offset, bytes, size) == size;
     }

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "dictionaries/stardict/stardict_dictionary.h"
+#include "dictionaries/dictionary.h"
+#include "dictionaries/stardict/stardict_format.h"
 #include "stardict_writer.h"
 #include "support/test.h"
 
@@ -20,8 +21,9 @@ public:
                const tools::StarDictOptions &options = {}) const {
         QCOMPARE(tools::writeStarDict(m_directory.path(), u"d"_s, entries, options), QString());
     }
-    std::unique_ptr<stardict::StardictDictionary> open() const {
-        return stardict::StardictDictionary::fromIfo(path(u"d.ifo"_s), cachePath());
+    std::unique_ptr<Dictionary> open() const {
+        static const DictionaryFormat format = stardict::format();
+        return std::make_unique<Dictionary>(format, path(u"d.ifo"_s), cachePath());
     }
 
     /// The answer of a dictionary to a word: its headword and the lines of the articles, "-" if there is
@@ -30,10 +32,7 @@ public:
         const auto entry = dictionary.find(word);
         return entry ? entry->headword + u'|' + QString(entry->rawText).replace(u'\n', u'|') : u"-"_s;
     }
-    QString askAfresh(const QString &word) const {
-        const auto dictionary = open();
-        return dictionary ? ask(*dictionary, word) : u"-"_s;
-    }
+    QString askAfresh(const QString &word) const { return ask(*open(), word); }
 
     QString onlyCacheFile() const {
         const QDir cache(cachePath());

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "dictionaries/article_file.h"
+#include "dictionaries/dictionary_format.h"
+#include "platform/file_snapshot.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+
+namespace lexiquill::dictd {
+
+/// Whether the articles lie beside an index.
+bool hasArticles(const QString &indexPath);
+QStringList filesOf(const QString &indexPath);
+DictionaryDescription describe(const QString &indexPath);
+
+/// The opened files of one dictionary.
+class DictdReader final : public DictionaryReader {
+public:
+    static OpenedReader open(const QString &indexPath);
+
+    DictionaryProblem readHeadwords(HeadwordSink &sink) override;
+    std::optional<StoredArticle> article(const ArticlePlace &place) override;
+
+    /// What the entries about the dictionary say.
+    DictionaryAbout about() const;
+
+private:
+    DictdReader() = default;
+    QString text(const ArticlePlace &place) const;
+
+    std::unique_ptr<FileSnapshot> m_index;
+    ArticleFile m_articles;
+};
+
+} // namespace lexiquill::dictd

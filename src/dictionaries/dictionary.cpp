@@ -1,0 +1,206 @@
+#include "dictionaries/dictionary.h"
+
+#include "dictionaries/article/article_reader.h"
+#include "dictionaries/article/text_scan.h"
+#include "dictionaries/index/folding.h"
+#include "dictionaries/index/index_builder.h"
+#include "platform/durable_file.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <new>
+#include <utility>
+
+namespace lexiquill {
+
+namespace {
+
+/// The maximum number of articles in one entry, so that a hostile index cannot make it endless.
+constexpr size_t maxArticles = 64;
+/// A link leads to a word that may itself be a link.
+constexpr int maxLinks = 5;
+/// Links may branch, so their number is limited, too.
+constexpr int maxReads = 256;
+
+qsizetype sizeOf(const article::Article &article) {
+    qsizetype size = 0;
+    for (const article::Part &part : article)
+        size += part.text.size();
+    return size;
+}
+
+} // namespace
+
+Dictionary::Dictionary(const DictionaryFormat &format, const QString &path, const QString &cacheDirectory)
+    : m_format(format),
+      m_path(QFileInfo(path).absoluteFilePath()),
+      m_cachePath(
+          QDir(cacheDirectory).filePath(QString::fromLatin1(identity().toHex()) + QStringLiteral(".index"))),
+      m_description(format.describe(m_path)) {}
+
+/// The name of the index file is made from the path, so that each dictionary has one.
+QByteArray Dictionary::identity() const {
+    return QCryptographicHash::hash(m_path.toUtf8(), QCryptographicHash::Sha1);
+}
+
+DictionaryProblem Dictionary::knownProblem() const {
+    return m_isOpened ? m_problem : m_description.problem;
+}
+
+DictionaryProblem Dictionary::prepare() {
+    ready();
+    return m_problem;
+}
+
+SourceStamps Dictionary::currentStamps() const {
+    SourceStamps stamps;
+    const QStringList files = m_format.files(m_path);
+    std::transform(files.begin(), files.begin() + std::min<qsizetype>(files.size(), stamps.size()),
+                   stamps.begin(), stampOf);
+    return stamps;
+}
+
+/// Compares the files on disk with the opened ones before every lookup.
+bool Dictionary::ready() {
+    const SourceStamps stamps = currentStamps();
+    if (m_isOpened && stamps == m_stamps)
+        return m_problem == DictionaryProblem::None;
+    m_index.reset();
+    m_reader.reset();
+    m_stamps = stamps;
+    m_isOpened = true;
+    try {
+        open();
+    } catch (const std::bad_alloc &) {
+        m_problem = DictionaryProblem::TooLarge;
+    }
+    if (m_problem != DictionaryProblem::None) {
+        m_index.reset();
+        m_reader.reset();
+    }
+    return m_problem == DictionaryProblem::None;
+}
+
+void Dictionary::open() {
+    auto opened = m_format.open(m_path);
+    m_reader = std::move(opened.reader);
+    m_problem = opened.problem;
+    if (!m_reader)
+        return;
+    m_index = HeadwordIndex::load(m_cachePath, identity(), m_stamps);
+    if (!m_index)
+        buildIndex();
+    m_problem = m_index ? m_index->problem() : DictionaryProblem::Damaged;
+}
+
+void Dictionary::buildIndex() {
+    QByteArray image;
+    {
+        IndexBuilder builder;
+        const DictionaryProblem problem = m_reader->readHeadwords(builder);
+        const bool isSound = problem == DictionaryProblem::None;
+        image =
+            builder.file(identity(), m_stamps, isSound && articlesHoldChinese(*m_reader, builder), problem);
+    }
+    if (QDir().mkpath(QFileInfo(m_cachePath).path()) &&
+        replaceFile(m_cachePath, image, {.durability = DurableFile::Durability::Cached}) ==
+            DurableFile::Problem::None)
+        m_index = HeadwordIndex::load(m_cachePath, identity(), m_stamps);
+    if (!m_index)
+        m_index = HeadwordIndex::fromImage(image);
+}
+
+std::vector<HeadwordIndex::Match> Dictionary::matches(const QString &word) {
+    const QByteArray bytes = word.toUtf8();
+    if (bytes.isEmpty() || bytes.size() > maxHeadwordSize || !ready())
+        return {};
+    auto found = m_index->find(bytes);
+    if (!m_index->isDamaged())
+        return found;
+    m_index.reset();
+    buildIndex();
+    return m_index ? m_index->find(bytes) : std::vector<HeadwordIndex::Match>();
+}
+
+/// Adds the articles of a word, and of the words that they lead to.
+void Dictionary::collect(const QString &word, int linksLeft, Articles &found, qsizetype &size) {
+    for (const HeadwordIndex::Match &match : matches(word)) {
+        if (found.articles.size() == maxArticles || m_readsLeft == 0)
+            return;
+        --m_readsLeft;
+        auto stored = m_reader->article(match.place);
+        if (!stored)
+            continue;
+        if (!stored->link.isEmpty()) {
+            if (linksLeft > 0)
+                collect(stored->link, linksLeft - 1, found, size);
+            continue;
+        }
+        const qsizetype itsSize = sizeOf(stored->article);
+        if (size + itsSize > maxArticleSize)
+            continue;
+        size += itsSize;
+        if (found.articles.empty()) {
+            const bool isSpelledOtherwise =
+                foldedKey(stored->headword.toUtf8()) == foldedKey(match.headword.toUtf8());
+            found.headword = isSpelledOtherwise ? stored->headword : match.headword;
+        }
+        found.articles.push_back(std::move(stored->article));
+    }
+}
+
+Dictionary::Articles Dictionary::articles(const QString &word) {
+    Articles found;
+    qsizetype size = 0;
+    m_readsLeft = maxReads;
+    collect(word, maxLinks, found, size);
+    return found;
+}
+
+std::optional<DictionaryEntry> Dictionary::find(const QString &word) {
+    const Articles found = articles(word);
+    return found.articles.empty() ? std::nullopt : article::readArticles(found.headword, found.articles);
+}
+
+const HeadwordIndex *Dictionary::headwords() {
+    if (!ready())
+        return nullptr;
+    if (m_index->isDamaged()) {
+        m_index.reset();
+        buildIndex();
+    }
+    return m_index.get();
+}
+
+bool Dictionary::holdsChinese() {
+    return ready() && m_index->holdsChinese();
+}
+
+std::optional<QByteArray> Dictionary::resource(const QString &name) {
+    return ready() ? m_reader->resource(name) : std::nullopt;
+}
+
+/// Checks a few articles, spread over the whole dictionary. Dictionaries of other languages quote some
+/// Chinese, in a few articles only.
+bool Dictionary::articlesHoldChinese(DictionaryReader &reader, const IndexBuilder &words) {
+    constexpr qsizetype samples = 24;
+    constexpr int fewestShare = 8;
+    int read = 0;
+    int chinese = 0;
+    const qsizetype step = std::max<qsizetype>(1, words.wordCount() / samples);
+    for (qsizetype i = 0; i < words.wordCount(); i += step) {
+        const auto stored = reader.article(words.place(i));
+        if (!stored || !stored->link.isEmpty())
+            continue;
+        ++read;
+        const QString word = QString::fromUtf8(words.word(i));
+        const auto entry = article::readArticles(word, {stored->article});
+        chinese += article::isChinese(entry ? word + entry->rawText : word) ? 1 : 0;
+    }
+    return chinese > 0 && chinese * fewestShare >= read;
+}
+
+} // namespace lexiquill
