@@ -42,6 +42,7 @@ TestServices::TestServices(const QByteArray &wordbook, const QString &serverBase
                                                      .dictionary = m_dictionary,
                                                      .offlineDictionaries = m_offline,
                                                      .shelf = m_shelf,
+                                                     .importer = m_importer,
                                                      .spotlight = m_spotlight,
                                                      .hotKeys = m_hotKeys,
                                                      .http = m_http,

@@ -3,6 +3,7 @@
 #include "app/shell/services.h"
 #include "desktop_search/spotlight_manager.h"
 #include "dictionaries/dictionary_shelf.h"
+#include "dictionaries/import/file_importer.h"
 #include "dictionaries/stardict/stardict_format.h"
 #include "hotkey/hot_key_manager.h"
 #include "lookup/dictionary_service.h"
@@ -58,11 +59,18 @@ private:
     };
 
     QTemporaryDir m_directory;
+    /// The imported dictionaries lie below the data directory of the environment.
+    const bool m_hasDataDirectory = qputenv("XDG_DATA_HOME", QFile::encodeName(path(QStringLiteral("data"))));
     UserDefaults m_defaults{path(QStringLiteral("settings.conf"))};
-    DictionaryShelf m_shelf{{.installed = {},
+    DictionaryShelf m_shelf{{.installed = {DictionaryShelf::importedDirectory()},
                              .bundled = {QStringLiteral(LEXIQUILL_STARTER_DIRECTORY)},
-                             .cache = path(QStringLiteral("cache"))},
+                             .cache = path(QStringLiteral("cache")),
+                             .settings = path(QStringLiteral("settings.conf"))},
                             {stardict::format()}};
+    FileImporter m_importer{DictionaryShelf::importedDirectory(),
+                            [this](const QString &mainFile, const std::stop_token &) {
+                                return m_shelf.prepare(mainFile);
+                            }};
     SystemDictionaryService m_offline{m_shelf};
     NoOnlineSource m_online;
     DictionaryService m_dictionary;

@@ -59,7 +59,10 @@ ImportedDictionaries::ImportedDictionaries(QString directory) : m_directory(std:
 
 bool ImportedDictionaries::holds(const QString &path) const {
     const QString directory = QFileInfo(m_directory).canonicalFilePath();
-    return !directory.isEmpty() && (path == directory || path.startsWith(directory + u'/'));
+    // Downloads lie in hidden directories.
+    return !directory.isEmpty() &&
+           (path == directory ||
+            (path.startsWith(directory + u'/') && !path.startsWith(directory + QStringLiteral("/."))));
 }
 
 bool ImportedDictionaries::hasSame(const DictionaryFiles &dictionary, const std::stop_token &stop) const {

@@ -16,7 +16,7 @@ public:
     explicit ImportedDictionaries(QString directory);
 
     const QString &path() const { return m_directory; }
-    /// Whether a path without links lies in the directory.
+    /// Whether a path without links lies in the directory; what is in hidden directories does not count.
     bool holds(const QString &path) const;
     /// Whether a dictionary with the same main file and index is there. Compares their content if the sizes
     /// are equal.
