@@ -25,7 +25,7 @@ std::vector<std::string> registerHeadwordBenchmarks();
 /// without the save, "key: …" the slowest key while a text is typed. Returns their names.
 std::vector<std::string> registerScreenBenchmarks();
 
-/// Benchmarks of whole processes: "empty_program", "help", "search" and "bare_search".
+/// Benchmarks of whole processes: "empty_program", "help", "bare_search" and "search/StarDict" and so on.
 void registerProcessBenchmarks();
 
 } // namespace lexiquill::bench

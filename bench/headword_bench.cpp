@@ -1,11 +1,10 @@
 #include "bench.h"
 #include "dictionaries/dictionary_shelf.h"
-#include "dictionaries/stardict/stardict_format.h"
 #include "sample_data.h"
-#include "stardict_writer.h"
 
 #include <benchmark/benchmark.h>
 
+#include <ctime>
 #include <functional>
 #include <random>
 
@@ -18,7 +17,7 @@ using benchmark::State;
 constexpr size_t headwordCount = 500'000;
 
 /// A word of English syllables.
-QByteArray randomWord(std::mt19937 &random) {
+QByteArray englishWord(std::mt19937 &random) {
     static const std::vector<QByteArray> syllables{"a",   "ap", "ple", "con",  "cise", "er", "ing", "tion",
                                                    "sub", "ex", "tra", "or",   "di",   "na", "ry",  "pre",
                                                    "de",  "un", "st",  "ment", "ble",  "fu", "li",  "o"};
@@ -26,100 +25,138 @@ QByteArray randomWord(std::mt19937 &random) {
     const size_t count = 2 + random() % 4;
     for (size_t i = 0; i < count; ++i)
         word += syllables[random() % syllables.size()];
-    return word;
+    return word + QByteArray::number(random() % 97);
 }
 
-/// A directory with one large dictionary.
-QString writeLargeDictionary(bool isSorted) {
+/// A word of two to four Chinese characters.
+QByteArray chineseWord(std::mt19937 &random) {
+    constexpr char16_t first = u'一';
+    constexpr unsigned common = 3000;
+    QString word;
+    const size_t count = 2 + random() % 3;
+    for (size_t i = 0; i < count; ++i)
+        word += QChar(static_cast<char16_t>(first + random() % common));
+    return word.toUtf8();
+}
+
+std::vector<QByteArray> randomWords(QByteArray (*make)(std::mt19937 &)) {
     std::mt19937 random(7);
-    std::vector<tools::StarDictEntry> entries;
+    std::vector<QByteArray> words;
     for (size_t i = 0; i < headwordCount; ++i)
-        entries.push_back(tools::plainEntry(randomWord(random) + QByteArray::number(qsizetype(i % 97)), "x"));
-    tools::StarDictOptions options;
-    options.sorted = isSorted;
-    QString directory = newDirectory();
-    const QString error = tools::writeStarDict(directory, QStringLiteral("d"), std::move(entries), options);
-    if (!error.isEmpty())
-        std::fprintf(stderr, "%s\n", qPrintable(error));
-    return directory;
+        words.push_back(make(random));
+    return words;
 }
 
 std::unique_ptr<DictionaryShelf> newShelf(const QString &directory, const QString &cache) {
     return std::make_unique<DictionaryShelf>(
-        DictionaryShelf::Places{.installed = {directory}, .bundled = {}, .cache = cache},
-        std::vector{stardict::format()});
+        DictionaryShelf::Places{.installed = {directory},
+                                .bundled = {},
+                                .cache = cache,
+                                .wordRanks = QStringLiteral(LEXIQUILL_STARTER_DIRECTORY "/word-ranks.txt")},
+        allFormats());
+}
+
+/// The directory of a large dictionary.
+QString largeDictionary(SampleFormat format, bool isChinese) {
+    QString directory = newDirectory();
+    if (!writeDictionary(directory, format, randomWords(isChinese ? chineseWord : englishWord)))
+        std::fprintf(stderr, "the dictionary could not be written\n");
+    return directory;
 }
 
 /// The dictionary after its first query.
-DictionaryShelf &dictionary(bool isSorted) {
-    const auto make = [](bool sorted) {
-        auto shelf = newShelf(writeLargeDictionary(sorted), newDirectory());
+DictionaryShelf &dictionary(bool isChinese) {
+    const auto make = [](bool chinese) {
+        auto shelf = newShelf(largeDictionary(SampleFormat::StarDict, chinese), newDirectory());
         shelf->headwordsStartingWith(QStringLiteral("a"), 1, {});
         return shelf;
     };
-    static const auto sortedShelf = make(true);
-    static const auto unsortedShelf = make(false);
-    return isSorted ? *sortedShelf : *unsortedShelf;
+    static const auto english = make(false);
+    static const auto chinese = make(true);
+    return isChinese ? *chinese : *english;
 }
 
-void complete(State &state, const char *prefix, bool isSorted) {
-    DictionaryShelf &shelf = dictionary(isSorted);
+double secondsOf(clockid_t clock) {
+    timespec time{};
+    clock_gettime(clock, &time);
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
+}
+
+/// Measures `work`, which returns whether it succeeded.
+template <typename Work> void measure(State &state, clockid_t clock, Work work) {
     for ([[maybe_unused]] const auto each : state) {
-        if (shelf.headwordsStartingWith(QString::fromLatin1(prefix), 14, {}).size() != 14)
+        const double start = secondsOf(clock);
+        const bool isDone = work();
+        state.SetIterationTime(secondsOf(clock) - start);
+        if (!isDone)
             state.SkipWithError("not everything was found");
     }
 }
 
-void findSimilar(State &state, const char *word) {
-    DictionaryShelf &shelf = dictionary(true);
-    for ([[maybe_unused]] const auto each : state) {
-        if (shelf.headwordsSimilarTo(QString::fromLatin1(word), 8, {}).isEmpty())
-            state.SkipWithError("nothing was found");
-    }
+// Suggestions are found beside the main thread, so that their processor time is measured.
+
+/// Finds suggestions and what they mean.
+void complete(State &state, const char *typed) {
+    const QString prefix = QString::fromUtf8(typed);
+    DictionaryShelf &shelf = dictionary(prefix.front().unicode() > 127);
+    measure(state, CLOCK_THREAD_CPUTIME_ID, [&] {
+        const QStringList words = shelf.headwordsStartingWith(prefix, 14, {});
+        return words.size() == 14 && !shelf.summariesOf(words, {}).join(QString()).isEmpty();
+    });
 }
 
-/// The cost of the first key when the lookup table is in the cache.
+void findSimilar(State &state, const char *word) {
+    DictionaryShelf &shelf = dictionary(false);
+    measure(state, CLOCK_THREAD_CPUTIME_ID,
+            [&] { return !shelf.headwordsSimilarTo(QString::fromLatin1(word), 8, {}).isEmpty(); });
+}
+
+/// The cost of the first key when the index is in the cache.
 void openHeadwords(State &state) {
-    const QString directory = writeLargeDictionary(true);
+    const QString directory = largeDictionary(SampleFormat::StarDict, false);
     const QString cache = newDirectory();
     newShelf(directory, cache)->headwordsStartingWith(QStringLiteral("a"), 1, {});
-    for ([[maybe_unused]] const auto each : state) {
-        const auto shelf = newShelf(directory, cache);
-        if (shelf->headwordsStartingWith(QStringLiteral("a"), 1, {}).isEmpty())
-            state.SkipWithError("nothing was found");
-    }
+    measure(state, CLOCK_THREAD_CPUTIME_ID, [&] {
+        return !newShelf(directory, cache)->headwordsStartingWith(QStringLiteral("a"), 1, {}).isEmpty();
+    });
+}
+
+/// The first use of a dictionary.
+void makeIndex(State &state, SampleFormat format) {
+    const QString directory = largeDictionary(format, false);
+    measure(state, CLOCK_MONOTONIC, [&] {
+        return !newShelf(directory, newDirectory())
+                    ->headwordsStartingWith(QStringLiteral("con"), 1, {})
+                    .isEmpty();
+    });
 }
 
 } // namespace
 
 std::vector<std::string> registerHeadwordBenchmarks() {
-    const std::vector<std::pair<std::string, std::function<void(State &)>>> functions{
-        {"complete one letter",
-         [](State &state) {
-             complete(state, "a", true);
-         }},
-        {"complete four letters",
-         [](State &state) {
-             complete(state, "conc", true);
-         }},
-        {"complete in an unsorted index",
-         [](State &state) {
-             complete(state, "con", false);
-         }},
+    std::vector<std::pair<std::string, std::function<void(State &)>>> functions{
         {"complete the first letter", openHeadwords},
         {"near spellings",
          [](State &state) {
              findSimilar(state, "concice12");
          }},
     };
+    for (const char *typed : {"a", "conc", "中"}) {
+        functions.emplace_back(std::string("complete: ") + typed,
+                               [typed](State &state) { complete(state, typed); });
+    }
+    for (const SampleFormat format : sampleFormats) {
+        functions.emplace_back(std::string("index: ") + nameOf(format),
+                               [format](State &state) { makeIndex(state, format); });
+    }
     std::vector<std::string> names;
     for (const auto &[name, function] : functions) {
         names.push_back(name);
         benchmark::RegisterBenchmark(name.c_str(), function)
-            ->Iterations(20)
-            ->Repetitions(11)
+            ->Iterations(name.rfind("index", 0) == 0 ? 1 : 20)
+            ->Repetitions(name.rfind("index", 0) == 0 ? 5 : 11)
             ->Unit(benchmark::kMillisecond)
-            ->UseRealTime();
+            ->UseManualTime();
     }
     return names;
 }

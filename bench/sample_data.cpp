@@ -1,8 +1,12 @@
 #include "sample_data.h"
 
+#include "dictd_writer.h"
+#include "dictionaries/dictd/dictd_format.h"
 #include "dictionaries/dictionary_shelf.h"
+#include "dictionaries/mdict/mdict_format.h"
 #include "dictionaries/stardict/stardict_format.h"
 #include "dictionaries/system_dictionary_service.h"
+#include "mdict_writer.h"
 #include "stardict_headwords.h"
 #include "stardict_writer.h"
 #include "storage/wordbook_file.h"
@@ -140,20 +144,76 @@ QByteArray madeUpWord(quint32 index) {
     return word;
 }
 
-bool writeDictionary(const QString &directory, quint32 count) {
-    std::vector<tools::StarDictEntry> entries;
-    entries.reserve(count);
-    for (quint32 i = 0; i < count; ++i) {
-        const DictionaryEntry &sample = sampleEntries()[i % sampleEntries().size()];
-        QString article = u'[' + sample.phonetic.value_or(QString()) + u']';
-        for (const PartOfSpeechGroup &group : sample.posGroups)
-            article += u'\n' + group.posAbbreviation() + u' ' + group.cleanChineseList().join(u'；');
-        entries.push_back(tools::plainEntry(madeUpWord(i), article.toUtf8()));
+const char *nameOf(SampleFormat format) {
+    switch (format) {
+    case SampleFormat::StarDict:
+        return "StarDict";
+    case SampleFormat::MDict:
+        return "MDict";
+    case SampleFormat::Dictd:
+        return "dictd";
+    }
+    return "";
+}
+
+std::vector<DictionaryFormat> allFormats() {
+    return {stardict::format(), mdict::format(), dictd::format()};
+}
+
+std::vector<QByteArray> madeUpWords(quint32 count) {
+    std::vector<QByteArray> words;
+    words.reserve(count);
+    for (quint32 i = 0; i < count; ++i)
+        words.push_back(madeUpWord(i));
+    return words;
+}
+
+namespace {
+
+QByteArray sampleArticle(size_t number) {
+    const DictionaryEntry &sample = sampleEntries()[static_cast<qsizetype>(number) % sampleEntries().size()];
+    QString article = u'[' + sample.phonetic.value_or(QString()) + u']';
+    for (const PartOfSpeechGroup &group : sample.posGroups)
+        article += u'\n' + group.posAbbreviation() + u' ' + group.cleanChineseList().join(u'；');
+    return article.toUtf8();
+}
+
+/// A vector with `make(word, article)` for each word.
+template <typename Make> auto entriesOf(const std::vector<QByteArray> &words, Make make) {
+    std::vector<decltype(make(words.front(), QByteArray()))> entries;
+    entries.reserve(words.size());
+    for (size_t i = 0; i < words.size(); ++i)
+        entries.push_back(make(words[i], sampleArticle(i)));
+    return entries;
+}
+
+} // namespace
+
+bool writeDictionary(const QString &directory, SampleFormat format, const std::vector<QByteArray> &words) {
+    const QString name = QStringLiteral("large");
+    if (format == SampleFormat::MDict) {
+        const auto make = [](const QByteArray &word, const QByteArray &article) {
+            return tools::MdictEntry{word, article};
+        };
+        tools::MdictOptions options;
+        options.format = "Text";
+        options.title = "英汉词典";
+        return tools::writeMdx(directory + u'/' + name + QStringLiteral(".mdx"), entriesOf(words, make),
+                               options)
+            .isEmpty();
+    }
+    if (format == SampleFormat::Dictd) {
+        const auto make = [](const QByteArray &word, const QByteArray &article) {
+            return tools::DictdEntry{word, word + '\n' + article};
+        };
+        auto entries = entriesOf(words, make);
+        entries.push_back({"00-database-short", "英汉词典"});
+        return tools::writeDictd(directory, name, entries, true).isEmpty();
     }
     tools::StarDictOptions options;
     options.bookName = "英汉词典";
     options.dictzip = true;
-    return tools::writeStarDict(directory, QStringLiteral("large"), std::move(entries), options).isEmpty();
+    return tools::writeStarDict(directory, name, entriesOf(words, tools::plainEntry), options).isEmpty();
 }
 
 } // namespace lexiquill::bench

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "dictionaries/dictionary_format.h"
 #include "model/word_record.h"
 
 #include <QList>
 #include <QString>
+
+#include <vector>
 
 namespace lexiquill::bench {
 
@@ -25,7 +28,16 @@ QString newDirectory();
 /// The `index`-th of half a million different made-up words.
 QByteArray madeUpWord(quint32 index);
 
-/// Writes a StarDict dictionary of `count` made-up words into `directory`; false on failure.
-bool writeDictionary(const QString &directory, quint32 count);
+enum class SampleFormat { StarDict, MDict, Dictd };
+inline constexpr SampleFormat sampleFormats[] = {SampleFormat::StarDict, SampleFormat::MDict,
+                                                 SampleFormat::Dictd};
+const char *nameOf(SampleFormat format);
+std::vector<DictionaryFormat> allFormats();
+
+/// Writes a dictionary of `words` with the articles of real entries into `directory`; false on failure.
+bool writeDictionary(const QString &directory, SampleFormat format, const std::vector<QByteArray> &words);
+
+/// `count` made-up words.
+std::vector<QByteArray> madeUpWords(quint32 count);
 
 } // namespace lexiquill::bench

@@ -134,7 +134,8 @@ void makeHome(int records, quint32 headwords, const QString &server) {
     const QString dictionary = home.filePath(QStringLiteral("DATA/stardict/dic"));
     const QString wordbook = StorageManager::standardStorageFile();
     if (!home.mkpath(dictionary) || !QDir().mkpath(QFileInfo(wordbook).path()) ||
-        !writeDictionary(dictionary, headwords) || !saveRecords(wordbook, records))
+        !writeDictionary(dictionary, SampleFormat::StarDict, madeUpWords(headwords)) ||
+        !saveRecords(wordbook, records))
         std::fprintf(stderr, "the sample data could not be written\n");
     UserDefaults settings(UserDefaults::standardFilePath());
     settings.set(QStringLiteral("dictionarySourceMode"), QStringLiteral("appleOffline"));

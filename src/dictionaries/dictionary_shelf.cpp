@@ -1,9 +1,11 @@
 #include "dictionaries/dictionary_shelf.h"
 
+#include "dictionaries/article/formatted_article.h"
 #include "dictionaries/english/base_forms.h"
 #include "support/text.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QSet>
 #include <QStandardPaths>
 
@@ -216,16 +218,44 @@ QList<DictionaryShelf::Answer> DictionaryShelf::answers(const QString &word, con
     return answers;
 }
 
-std::optional<QByteArray> DictionaryShelf::resource(const QString &path, const QString &name) {
+/// Calls `ask` with the dictionary that has this path, if it is on.
+template <typename Ask> void DictionaryShelf::ask(const QString &path, Ask ask) {
     const std::lock_guard lock(m_suggestions.mutex());
-    std::optional<QByteArray> bytes;
     askAll(m_suggestions, [&](Dictionary &dictionary) {
         const bool isWanted = dictionary.path() == path;
         if (isWanted)
-            bytes = dictionary.resource(name);
+            ask(dictionary);
         return !isWanted;
     });
+}
+
+QString DictionaryShelf::formattedArticle(const QString &path, const QString &word) {
+    QString text;
+    ask(path, [&](Dictionary &dictionary) {
+        text = article::formattedArticle(dictionary.articles(word.simplified()).articles);
+    });
+    return text;
+}
+
+std::optional<QByteArray> DictionaryShelf::resource(const QString &path, const QString &name) {
+    std::optional<QByteArray> bytes;
+    ask(path, [&](Dictionary &dictionary) { bytes = dictionary.resource(name); });
     return bytes;
+}
+
+std::optional<DictionaryShelf::Sound> DictionaryShelf::sound(const QString &word) {
+    const std::lock_guard lock(m_suggestions.mutex());
+    std::optional<Sound> sound;
+    askAll(m_suggestions, [&](Dictionary &dictionary) {
+        for (const QString &path : article::soundLinks(dictionary.articles(word.simplified()).articles)) {
+            if (auto bytes = dictionary.resource(path)) {
+                sound = Sound{.bytes = *bytes, .suffix = QFileInfo(path).suffix().toLower()};
+                return false;
+            }
+        }
+        return true;
+    });
+    return sound;
 }
 
 QList<DictionaryShelf::Item> DictionaryShelf::items() {

@@ -74,6 +74,11 @@ public:
 
     /// What all dictionaries say about a headword, in their order.
     QList<Answer> answers(const QString &word, const std::stop_token &stop);
+    /// The article of a word in the dictionary with this path, as rich text; see article::formattedArticle().
+    /// Empty if there is none.
+    QString formattedArticle(const QString &path, const QString &word);
+    /// The pronunciation of a headword from the first dictionary that has one.
+    std::optional<Sound> sound(const QString &word);
     /// A file that comes with the dictionary with this path; see DictionaryReader::resource().
     std::optional<QByteArray> resource(const QString &path, const QString &name);
 
@@ -102,6 +107,7 @@ private:
     std::optional<DictionaryEntry> entryOfWordsContaining(const QString &part);
     const WordFrequency &frequency();
     template <typename Visit> void askAll(ShelfRow &row, Visit visit);
+    template <typename Ask> void ask(const QString &path, Ask ask);
 
     Places m_places;
     std::vector<DictionaryFormat> m_formats;

@@ -104,14 +104,14 @@ std::optional<QByteArray> DictZip::read(quint64 offset, quint32 size) const {
         if (!m_source.read(from, packed.data(), packed.size()) || !inflater.restart())
             return std::nullopt;
         QByteArrayView in = packed;
-        char *out = chunk.data();
-        qsizetype space = chunk.size();
-        while (!in.isEmpty() && space > 0 && inflater.run(in, out, space) == Inflater::Step::Going) {
-        }
         const quint64 start = index * chunkSize;
         const quint64 wantedFrom = std::max(offset, start) - start;
         const quint64 wantedTo = std::min(end - start, chunkSize);
-        if (wantedTo > static_cast<quint64>(chunk.size() - space))
+        char *out = chunk.data();
+        auto space = static_cast<qsizetype>(wantedTo);
+        while (!in.isEmpty() && space > 0 && inflater.run(in, out, space) == Inflater::Step::Going) {
+        }
+        if (space > 0)
             return std::nullopt;
         result.append(chunk.constData() + wantedFrom, static_cast<qsizetype>(wantedTo - wantedFrom));
     }

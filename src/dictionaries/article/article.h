@@ -13,6 +13,9 @@ enum class Form {
     Xdxf,
     Html,
     Pango,
+    PowerWord, ///< XML with elements such as 解释项
+    MediaWiki,
+    WordNet, ///< the text of WordNet, or its elements
 };
 
 /// A part of a dictionary's article on a word, as stored in its file.

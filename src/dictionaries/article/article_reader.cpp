@@ -1,12 +1,13 @@
 #include "dictionaries/article/article_reader.h"
 
 #include "dictionaries/article/definition_parser.h"
-#include "dictionaries/article/markup.h"
 #include "dictionaries/article/part_of_speech.h"
 #include "dictionaries/article/phonetics.h"
-#include "dictionaries/article/sense_numbers.h"
+#include "dictionaries/article/plain_article.h"
+#include "dictionaries/article/sections.h"
 #include "dictionaries/article/senses.h"
 #include "dictionaries/article/text_scan.h"
+#include "support/text.h"
 
 #include <algorithm>
 
@@ -14,67 +15,76 @@ namespace lexiquill::article {
 
 namespace {
 
-/// The text without a byte order mark at its start, and without control characters, which could control a
-/// terminal. Line feeds and tabs stay.
-QString readable(QString text) {
-    if (text.startsWith(QChar::ByteOrderMark))
-        text.remove(0, 1);
-    text.removeIf([](QChar c) { return c.category() == QChar::Other_Control && c != u'\n' && c != u'\t'; });
-    return text;
-}
-
-/// Whether a "\n" between `last` and `after` is a line break.
-bool isLineBreak(QChar last, QStringView after) {
-    const QChar next = charAt(after, 0);
-    if (last.isNull() || next.isNull() || after.startsWith(u"\\n") || QStringView(u"▸•¶").contains(next) ||
-        labelAtStart(after, false) || SenseNumberFinder::atStart(after))
-        return true;
-    if (isHan(last) || QStringView(u".!?。！？…;；)）]】/").contains(last))
-        return isAsciiLetter(next) || isHan(next) || next == u'*' || !closingBracket(next).isNull();
-    return (isAsciiLetter(last) || last.isDigit()) && isHan(next);
-}
-
-/// Some converters write every line break as the two characters "\n". Other articles, which have real line
-/// breaks or just one line, mean the characters themselves, for example in a path.
-QString withLineBreaks(const QString &text) {
-    const QStringView mark = u"\\n";
-    if (text.contains(u'\n') || !text.contains(mark))
-        return text;
-    QString result;
-    qsizetype start = 0;
-    for (qsizetype at = text.indexOf(mark); at >= 0; at = text.indexOf(mark, start)) {
-        const QStringView before = QStringView(text).sliced(start, at - start);
-        const QChar last = before.isEmpty() ? charAt(result, result.size() - 1) : before.back();
-        result += before;
-        start = at + mark.size();
-        // Enough to see what begins there, however long the article is.
-        constexpr qsizetype glance = 64;
-        const QStringView after = QStringView(text).sliced(start, std::min(glance, text.size() - start));
-        const bool isBreak = last == u'\n' || isLineBreak(last, after);
-        result += isBreak ? QStringView(u"\n") : mark;
-    }
-    return result += QStringView(text).sliced(start);
-}
-
 bool saysAnything(QStringView text) {
     return std::any_of(text.begin(), text.end(),
                        [](QChar c) { return c.isLetterOrNumber() || c.isSurrogate(); });
 }
 
+/// Length of the headword at the start of a line, with dots between its syllables and the number of a
+/// homograph; -1 if it is not there.
+qsizetype matchHeadword(QStringView line, const QString &headword) {
+    if (headword.isEmpty())
+        return -1;
+    qsizetype at = 0;
+    for (const QChar expected : headword) {
+        while (at > 0 && charAt(line, at) != expected && at < line.size() &&
+               QStringView(u"·‧•ˈˌ|").contains(line[at]))
+            ++at;
+        if (at >= line.size() || line[at].toCaseFolded() != expected.toCaseFolded())
+            return -1;
+        ++at;
+    }
+    constexpr qsizetype mostDigits = 2;
+    // "take 1 [teɪk]"
+    const qsizetype number = skipBlanks(line, at);
+    const QChar behind = charAt(line, skipBlanks(line, number + 1));
+    const bool isApart =
+        charAt(line, number).isDigit() && (behind.isNull() || behind == u'[' || behind == u'/');
+    qsizetype end = isApart ? number : at;
+    const qsizetype start = end;
+    while (end < line.size() && (line[end].isDigit() || QStringView(u"¹²³⁴⁵⁶⁷⁸⁹").contains(line[end])))
+        ++end;
+    return end - start <= mostDigits ? end : at;
+}
+
 /// The length of the headword and the blanks after it at the start of a line; 0 if the line does not start
 /// with the headword as the title of the article.
 qsizetype headwordLength(const QString &line, const QString &headword) {
-    if (!line.startsWith(headword, Qt::CaseInsensitive))
+    // A Chinese headword in two scripts: "蘋果 苹果 [ping2 guo3]".
+    if (containsHan(headword)) {
+        constexpr qsizetype longest = 80;
+        const qsizetype bracket = line.left(longest).indexOf(u'[');
+        const QStringView title = QStringView(line).first(std::max<qsizetype>(bracket, 0)).trimmed();
+        const bool isTitle = title.contains(headword) && std::all_of(title.begin(), title.end(), [](QChar c) {
+                                 return isHan(c) || c.isSpace() || c == u'|';
+                             });
+        if (isTitle)
+            return bracket;
+    }
+    const qsizetype length = matchHeadword(line, headword);
+    if (length < 0)
         return 0;
-    const QStringView rest = QStringView(line).sliced(headword.size());
+    const QStringView rest = QStringView(line).sliced(length);
     const QStringView next = rest.sliced(skipBlanks(rest, 0));
     if (next.isEmpty())
         return line.size();
     if (isAsciiLetter(rest[0]) || isHan(rest[0]))
         return 0;
-    const bool opensArticle = next[0] == u'*' || leadingPhonetic(next, headword).length > 0 ||
+    const bool opensArticle = next[0] == u'*' || next[0] == u'★' || next[0] == u'☆' ||
+                              leadingPhonetic(next, headword).length > 0 ||
                               (rest[0].isSpace() && labelAtStart(next, false));
     return opensArticle ? line.size() - next.size() : 0;
+}
+
+/// Whether a line is the pinyin of a Chinese headword.
+bool isPinyin(QStringView line) {
+    constexpr qsizetype longest = 40;
+    const bool hasTone =
+        std::any_of(line.begin(), line.end(), [](QChar c) { return c.isLetter() && c.unicode() > 0x7f; });
+    return hasTone && line.size() <= longest && std::all_of(line.begin(), line.end(), [](QChar c) {
+               return (c.isLetter() && c.script() == QChar::Script_Latin) || c == u' ' || c == u'\'' ||
+                      c.isMark();
+           });
 }
 
 /// The lines of an article, without the headword and the phonetic at the start.
@@ -82,15 +92,15 @@ class ArticleLines {
 public:
     explicit ArticleLines(const QString &headword) : m_headword(headword) {}
 
-    void add(QString text) {
-        // An example mark always starts a new line.
-        text.replace(u'▸', QStringLiteral("\n▸"));
+    void add(const QList<Line> &lines) {
         bool isOpening = true;
-        for (const QStringView raw : QStringView(text).tokenize(u'\n')) {
-            QString line = raw.trimmed().toString();
-            if (isOpening && !line.isEmpty())
-                isOpening = trimOpening(line);
-            if (!line.isEmpty())
+        for (const Line &added : lines) {
+            Line line{added.text.trimmed(), added.role};
+            line.text.replace(u'［', u'[').replace(u'］', u']');
+            isOpening = isOpening || isHomograph(line.text);
+            if (isOpening && !line.text.isEmpty())
+                isOpening = trimOpening(line.text);
+            if (!line.text.isEmpty() || line.role == LineRole::Heading)
                 m_lines.append(line);
         }
     }
@@ -100,24 +110,35 @@ public:
             m_phonetic = cleanPhonetic(text);
     }
 
-    const QStringList &lines() const { return m_lines; }
+    const QList<Line> &lines() const { return m_lines; }
     const QString &phonetic() const { return m_phonetic; }
 
 private:
+    /// The title of another word with the same spelling, such as "lie2".
+    bool isHomograph(const QString &line) const {
+        return line.size() > m_headword.size() && !line.back().isLetter() &&
+               matchHeadword(line, m_headword) == line.size();
+    }
+
     /// Removes the headword and the phonetic from the start of a line. True if nothing is left, so that the
     /// article itself has not begun.
     bool trimOpening(QString &line) {
+        line = withoutTags(line).toString();
         line.remove(0, headwordLength(line, m_headword));
+        if (containsHan(m_headword) && isPinyin(line)) {
+            takePhonetic(line);
+            line.clear();
+        }
         const LeadingPhonetic leading = leadingPhonetic(line, m_headword);
         if (leading.length > 0) {
             takePhonetic(leading.phonetic);
-            line = line.sliced(leading.length).trimmed();
+            line = withoutTags(QStringView(line).sliced(leading.length)).toString();
         }
         return line.isEmpty();
     }
 
     QString m_headword;
-    QStringList m_lines;
+    QList<Line> m_lines;
     QString m_phonetic;
 };
 
@@ -148,85 +169,76 @@ public:
             if (part.form == Form::Phonetic)
                 lines.takePhonetic(readable(part.text));
         }
-        for (const Part &part : article)
-            addPart(part, lines);
+        for (const Part &part : article) {
+            const PlainArticle plain = plainArticle(part);
+            m_rawTexts += plain.rawText;
+            if (part.form == Form::Phonetic)
+                continue;
+            m_definitions += plain.rawText;
+            lines.takePhonetic(plain.phonetic);
+            lines.add(plain.lines);
+        }
+        ArticleSenses senses = readSenses(lines.lines(), m_headword);
         if (m_phonetic.isEmpty())
-            m_phonetic = lines.phonetic();
-        addGroups(readSenses(lines.lines()));
+            m_phonetic = lines.phonetic().isEmpty() ? senses.phonetic : lines.phonetic();
+        m_loose += senses.loose;
+        m_terms += senses.terms;
+        m_phrases += senses.phrases;
+        m_examples += senses.examples;
+        m_isUnclear = m_isUnclear || senses.isProse || senses.hasTrailers;
+        for (const SenseGroup &group : std::as_const(senses.groups))
+            addGroup(m_groups, group);
     }
 
     std::optional<DictionaryEntry> entry() const {
         const QString definition = m_definitions.join(u'\n');
         if (m_headword.trimmed().isEmpty() || !saysAnything(definition))
             return std::nullopt;
-        DictionaryEntry entry{
-            .headword = m_headword, .posGroups = groups(), .rawText = m_rawTexts.join(u'\n')};
+        DictionaryEntry entry{.headword = m_headword,
+                              .posGroups = groups(),
+                              .rawText = m_rawTexts.join(u'\n'),
+                              .examples = m_examples};
         if (!m_phonetic.isEmpty())
             entry.phonetic = m_phonetic;
-        if (entry.posGroups.isEmpty())
-            entry.posGroups = groupsOfText(readable(definition).trimmed());
+        // A few words without structure, such as a label alone, are the meaning.
+        constexpr qsizetype longestMeaning = 60;
+        const QString meaning = readable(definition).trimmed();
+        if (entry.posGroups.isEmpty() && m_examples.isEmpty() && !m_isUnclear &&
+            meaning.size() <= longestMeaning && !meaning.contains(u'\n'))
+            entry.posGroups = groupsOfText(meaning);
         return entry;
     }
 
 private:
-    void addPart(const Part &part, ArticleLines &lines) {
-        const auto addMarkup = [&](MarkupKind kind) {
-            const PlainArticle plain = readMarkup(part.text, kind, m_headword);
-            lines.takePhonetic(readable(plain.phonetic));
-            lines.add(readable(plain.text));
-            addText(plain.rawText);
-        };
-        switch (part.form) {
-        case Form::Text:
-            lines.add(withLineBreaks(readable(part.text)));
-            addText(part.text);
-            break;
-        case Form::Phonetic:
-            m_rawTexts += part.text;
-            break;
-        case Form::Xdxf:
-            addMarkup(MarkupKind::Xdxf);
-            break;
-        case Form::Html:
-            addMarkup(MarkupKind::Html);
-            break;
-        case Form::Pango:
-            addMarkup(MarkupKind::Pango);
-            break;
-        }
-    }
+    /// The name of a group without a part of speech.
+    static QString unnamed() { return QStringLiteral("释义"); }
 
-    /// For a definition without structure.
+    /// For a few words without structure.
     static QList<PartOfSpeechGroup> groupsOfText(const QString &text) {
         QList<PartOfSpeechGroup> groups = extractPOSGroups(text);
         groups.removeIf([](const PartOfSpeechGroup &group) { return group.senses.isEmpty(); });
         if (groups.isEmpty())
-            groups +=
-                PartOfSpeechGroup::named(QStringLiteral("释义"), {{.number = 1, .chineseMeaning = text}});
+            groups += PartOfSpeechGroup::named(unnamed(), {{.number = 1, .chineseMeaning = text}});
         return groups;
     }
 
-    void addText(const QString &text) {
-        m_rawTexts += text;
-        m_definitions += text;
-    }
-
-    void addGroups(const QList<SenseGroup> &groups) {
-        m_loose += groups.first().senses;
-        for (const SenseGroup &group : groups.sliced(1)) {
-            if (!m_groups.isEmpty() && m_groups.last().part == group.part)
-                m_groups.last().senses += group.senses;
-            else
-                m_groups.append(group);
-        }
+    static void addGroup(QList<SenseGroup> &groups, const SenseGroup &group) {
+        if (group.senses.isEmpty())
+            return;
+        if (!groups.isEmpty() && groups.last().part == group.part)
+            groups.last().senses += group.senses;
+        else
+            groups.append(group);
     }
 
     QList<PartOfSpeechGroup> groups() const {
         QList<SenseGroup> groups = m_groups;
-        if (groups.isEmpty() && !m_loose.isEmpty())
-            groups.append({PartOfSpeech{.pos = QStringLiteral("释义")}, m_loose});
-        else if (!groups.isEmpty())
+        if (groups.isEmpty())
+            addGroup(groups, {PartOfSpeech{.pos = unnamed()}, m_loose});
+        else
             groups.first().senses += m_loose;
+        addGroup(groups, {PartOfSpeech{.pos = unnamed()}, m_terms});
+        addGroup(groups, {PartOfSpeech{.pos = QStringLiteral("phrase")}, m_phrases});
         QList<PartOfSpeechGroup> result;
         for (const SenseGroup &group : std::as_const(groups))
             result += groupOf(group);
@@ -237,8 +249,12 @@ private:
     QString m_phonetic;
     QList<SenseGroup> m_groups;
     QList<Sense> m_loose;
+    QList<Sense> m_terms;
+    QList<Sense> m_phrases;
+    QList<ExampleSentence> m_examples;
     QStringList m_rawTexts;
     QStringList m_definitions; ///< the same without the separate phonetics
+    bool m_isUnclear = false;
 };
 
 } // namespace

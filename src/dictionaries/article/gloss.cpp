@@ -1,5 +1,6 @@
 #include "dictionaries/article/gloss.h"
 
+#include "dictionaries/article/sections.h"
 #include "dictionaries/article/text_scan.h"
 #include "support/text.h"
 
@@ -10,20 +11,6 @@
 namespace lexiquill::article {
 
 namespace {
-
-QStringList splitOutsideBrackets(const QString &text, QStringView separators) {
-    QStringList pieces;
-    const QList<int> depths = bracketDepths(text);
-    qsizetype start = 0;
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        if (depths[i] > 0 || !separators.contains(text[i]))
-            continue;
-        pieces.append(text.sliced(start, i - start));
-        start = i + 1;
-    }
-    pieces.append(text.sliced(start));
-    return pieces;
-}
 
 /// The text without the separators at both ends, which come from splitting and from careless sources.
 QString trimmedGloss(QStringView text) {
@@ -56,11 +43,17 @@ bool isSubject(QStringView text) {
 /// Common labels. Other text in parentheses may be an optional part of the meaning, as in "(使)惊讶".
 bool isUsualLabel(QStringView text) {
     static const QSet<QString> labels{
-        QStringLiteral("美"), QStringLiteral("英"), QStringLiteral("口"),   QStringLiteral("俚"),
-        QStringLiteral("俗"), QStringLiteral("古"), QStringLiteral("废"),   QStringLiteral("旧"),
-        QStringLiteral("方"), QStringLiteral("书"), QStringLiteral("贬"),   QStringLiteral("褒"),
-        QStringLiteral("谑"), QStringLiteral("诗"), QStringLiteral("复"),   QStringLiteral("复数"),
-        QStringLiteral("医"), QStringLiteral("化"), QStringLiteral("单数"), QStringLiteral("常复数"),
+        QStringLiteral("美"),     QStringLiteral("英"),     QStringLiteral("口"),   QStringLiteral("俚"),
+        QStringLiteral("俗"),     QStringLiteral("古"),     QStringLiteral("废"),   QStringLiteral("旧"),
+        QStringLiteral("方"),     QStringLiteral("书"),     QStringLiteral("贬"),   QStringLiteral("褒"),
+        QStringLiteral("谑"),     QStringLiteral("诗"),     QStringLiteral("复"),   QStringLiteral("复数"),
+        QStringLiteral("医"),     QStringLiteral("化"),     QStringLiteral("单数"), QStringLiteral("常复数"),
+        QStringLiteral("名"),     QStringLiteral("动"),     QStringLiteral("形"),   QStringLiteral("副"),
+        QStringLiteral("非正式"), QStringLiteral("正式"),   QStringLiteral("口语"), QStringLiteral("书面"),
+        QStringLiteral("书面语"), QStringLiteral("俚语"),   QStringLiteral("美式"), QStringLiteral("英式"),
+        QStringLiteral("文"),     QStringLiteral("喻"),     QStringLiteral("可数"), QStringLiteral("不可数"),
+        QStringLiteral("及物"),   QStringLiteral("不及物"), QStringLiteral("古语"), QStringLiteral("旧式"),
+        QStringLiteral("尤美"),   QStringLiteral("尤英"),   QStringLiteral("比喻"), QStringLiteral("贬义"),
     };
     return labels.contains(text.toString());
 }
@@ -92,10 +85,18 @@ bool isGrammar(QStringView text) {
     return isAny;
 }
 
+/// An English mark such as "archaic" or "pl. apples".
+bool isEnglishMark(QStringView label) {
+    constexpr qsizetype longest = 30;
+    return !label.isEmpty() && label.size() <= longest && isAsciiLetter(label[0]) &&
+           std::all_of(label.begin(), label.end(),
+                       [](QChar c) { return isAsciiLetter(c) || QStringView(u" .,;-+/'’~").contains(c); });
+}
+
 /// Moves a label from the start of `text` to `contexts`; false if there is none or no text would be left.
 bool takeContext(QStringView &text, QStringList &contexts) {
     const QChar open = charAt(text, 0);
-    if (open.isNull() || !QStringView(u"([【〈<〔").contains(open))
+    if (open.isNull() || !QStringView(u"([【〈<〔（").contains(open))
         return false;
     constexpr qsizetype longest = 60;
     const qsizetype close = text.first(std::min(longest, text.size())).indexOf(closingBracket(open));
@@ -105,9 +106,13 @@ bool takeContext(QStringView &text, QStringList &contexts) {
     const QStringView rest = text.sliced(close + 1);
     const bool isGrammarMark = open == u'[' && isGrammar(label);
     bool accepted = isSubject(label) || isGrammarMark;
+    if (open == u'[' || open == u'〈')
+        accepted = accepted || isEnglishMark(label);
     if (open == u'(') {
-        accepted =
-            isUsualLabel(label) || (!label.isEmpty() && !label.contains(u'(') && charAt(rest, 0).isSpace());
+        accepted = isUsualLabel(label) || label.startsWith(u"pl.") ||
+                   (!label.isEmpty() && !label.contains(u'(') && charAt(rest, 0).isSpace());
+    } else if (open == u'（') {
+        accepted = isUsualLabel(label) || isEnglishMark(label);
     }
     if (!accepted || trimmedGloss(rest).isEmpty())
         return false;
@@ -118,44 +123,341 @@ bool takeContext(QStringView &text, QStringList &contexts) {
     return true;
 }
 
+/// Words of a pattern such as "~ (to do sth)" or "~ sb/sth for sth".
+bool isPatternWord(QStringView word) {
+    static const QSet<QString> words{
+        QStringLiteral("sb"),   QStringLiteral("sth"),     QStringLiteral("sb's"), QStringLiteral("one's"),
+        QStringLiteral("do"),   QStringLiteral("doing"),   QStringLiteral("to"),   QStringLiteral("for"),
+        QStringLiteral("of"),   QStringLiteral("on"),      QStringLiteral("upon"), QStringLiteral("in"),
+        QStringLiteral("with"), QStringLiteral("at"),      QStringLiteral("from"), QStringLiteral("by"),
+        QStringLiteral("into"), QStringLiteral("about"),   QStringLiteral("over"), QStringLiteral("against"),
+        QStringLiteral("as"),   QStringLiteral("oneself"), QStringLiteral("that"), QStringLiteral("after"),
+        QStringLiteral("up"),   QStringLiteral("out"),     QStringLiteral("off"),  QStringLiteral("between"),
+        QStringLiteral("~"),    QStringLiteral("～"),      QStringLiteral("sb."),  QStringLiteral("sth."),
+    };
+    for (const QStringView part : word.tokenize(u'/')) {
+        if (!words.contains(part.toString()))
+            return false;
+    }
+    return true;
+}
+
+/// Length of the pattern at the start of a text; 0 if there is none.
+qsizetype patternLength(QStringView text) {
+    if (!text.startsWith(u'~') && !text.startsWith(u'～'))
+        return 0;
+    qsizetype end = 0;
+    for (qsizetype at = 0; at < text.size(); at = skipBlanks(text, at)) {
+        constexpr qsizetype longest = 40;
+        const QStringView rest = text.sliced(at, std::min(longest, text.size() - at));
+        qsizetype length = 0;
+        if (rest[0] == u'(') {
+            length = rest.indexOf(u')') + 1;
+            const QStringView first = rest.sliced(1).first(std::max<qsizetype>(length - 2, 0));
+            const qsizetype blank = first.indexOf(u' ');
+            if (!isPatternWord(blank < 0 ? first : first.first(blank)))
+                break;
+        } else {
+            while (length < rest.size() && !rest[length].isSpace() && !isHan(rest[length]) &&
+                   !QStringView(u"([,;:，；：").contains(rest[length]))
+                ++length;
+            if (!isPatternWord(rest.first(length)))
+                break;
+        }
+        if (length == 0)
+            break;
+        at += length;
+        end = at;
+    }
+    return end;
+}
+
+void takeContexts(QStringView &text, QStringList &contexts) {
+    constexpr int mostContexts = 4;
+    for (int i = 0; i < mostContexts; ++i) {
+        const qsizetype pattern = patternLength(text);
+        if (pattern > 0 && !trimmedGloss(text.sliced(pattern)).isEmpty()) {
+            contexts.append(text.first(pattern).toString());
+            text = text.sliced(pattern).trimmed();
+        } else if (!takeContext(text, contexts)) {
+            return;
+        }
+    }
+}
+
+/// Length of the English definition or the pattern in front of a Chinese meaning; 0 if there is none.
+qsizetype definitionLength(QStringView text) {
+    const qsizetype han = chineseStart(text);
+    if (han == 0 || han >= text.size() || QStringView(u"的之式型").contains(text[han]))
+        return 0;
+    const QStringView english = text.first(han);
+    const int words = latinWordCount(english);
+    const bool apart = english.back().isSpace() || english.back().isPunct();
+    const bool isPattern = english.contains(u'~') || english.contains(u'～');
+    if (words < 1 || (words < 3 && !isPattern && !(words == 2 && apart)))
+        return 0;
+    const auto count = [english](QStringView marks) {
+        return std::count_if(english.begin(), english.end(), [marks](QChar c) { return marks.contains(c); });
+    };
+    return count(u"([") == count(u")]") ? han : 0;
+}
+
+/// Moves the definition in front of a Chinese meaning to `contexts`.
+void takeDefinition(QStringView &text, QStringList &contexts) {
+    const qsizetype length = definitionLength(text);
+    if (length == 0)
+        return;
+    QStringView definition = text.first(length).trimmed();
+    while (!definition.isEmpty() && QStringView(u":：;,-–—=").contains(definition.back()))
+        definition = definition.chopped(1).trimmed();
+    const QString context = withoutTornMarks(definition).toString();
+    if (!context.isEmpty() && !contexts.contains(context))
+        contexts.append(context);
+    text = text.sliced(length);
+}
+
+/// Moves a mark of grammar or a pattern from the end of `text` to `contexts`, as in "苹果 [C]" or "抛弃 ~
+/// sb".
+void takeLastGrammar(QStringView &text, QStringList &contexts) {
+    constexpr qsizetype longest = 20;
+    const qsizetype tail = std::max<qsizetype>(0, text.size() - longest);
+    const qsizetype tilde = text.sliced(tail).lastIndexOf(u'~') + tail;
+    if (tilde > tail && text[tilde - 1].isSpace() &&
+        patternLength(text.sliced(tilde)) == text.size() - tilde) {
+        contexts.append(text.sliced(tilde).toString());
+        text = text.first(tilde).trimmed();
+    }
+    if (!text.endsWith(u']'))
+        return;
+    const qsizetype reach = std::max<qsizetype>(0, text.size() - longest);
+    const qsizetype open = text.sliced(reach).lastIndexOf(u'[') + reach;
+    if (open <= reach || !isGrammar(text.sliced(open + 1).chopped(1)))
+        return;
+    contexts.append(text.sliced(open).toString());
+    text = text.first(open).trimmed();
+}
+
+/// A mark that separates examples within a line, at `at`; 0 if there is none.
+qsizetype separatorLength(QStringView text, qsizetype at) {
+    const QStringView rest = text.sliced(at);
+    if (QStringView(u"▸◇◆♦").contains(rest[0]))
+        return 1;
+    if (rest[0] == u'*')
+        return at > 0 && !text[at - 1].isLetterOrNumber() && charAt(rest, 1).isSpace() ? 1 : 0;
+    return QStringView(u"【[〔（例").contains(rest[0]) ? exampleMarkLength(rest) : 0;
+}
+
+/// Whether an example begins behind the meaning, at `at`: behind a colon, or a sentence.
+bool beginsExample(QStringView text, qsizetype at) {
+    if (!isAsciiLetter(text[at]) && text[at] != u'"' && text[at] != u'\'' && text[at] != u'‘')
+        return false;
+    qsizetype before = at - 1;
+    while (before > 0 && text[before].isSpace())
+        --before;
+    const QChar previous = text[before];
+    const bool afterColon = previous == u':' || previous == u'：';
+    const bool afterMeaning = before < at - 1 && text[at].isUpper() &&
+                              (isHan(previous) || QStringView(u"；;。)）】]").contains(previous));
+    if (!afterColon && !afterMeaning)
+        return false;
+    constexpr qsizetype longest = 300;
+    const QStringView rest = text.sliced(at, std::min(longest, text.size() - at));
+    const qsizetype han = chineseStart(rest);
+    const int words = latinWordCount(rest.first(han));
+    if (afterColon)
+        return words >= 3 || (words == 2 && han < rest.size());
+    const QStringView english = rest.first(han).trimmed();
+    return words >= 3 && (endsSentence(english.back()) || QStringView(u"\"”'’").contains(english.back()));
+}
+
+/// Moves the examples behind a Chinese meaning to `examples`.
+void takeExamples(QStringView &text, QStringList &examples) {
+    const qsizetype han = chineseStart(text);
+    qsizetype start = -1;
+    qsizetype end = -1;
+    const QStringView whole = text;
+    const auto take = [&](qsizetype to) {
+        const QStringView example = whole.sliced(start, to - start).trimmed();
+        if (!example.isEmpty())
+            examples.append(example.toString());
+    };
+    // A colon and a few examples: each character is looked at with a bounded look ahead.
+    for (qsizetype i = std::max<qsizetype>(han, 1); i < whole.size(); ++i) {
+        const qsizetype mark = separatorLength(whole, i);
+        const bool wordStart =
+            start < 0 && mark == 0 && !isAsciiLetter(whole[i - 1]) && beginsExample(whole, i);
+        if (mark == 0 && !wordStart)
+            continue;
+        if (start < 0)
+            end = i;
+        else
+            take(i);
+        start = i + mark;
+        i = std::max(i, start - 1);
+    }
+    if (start < 0)
+        return;
+    take(whole.size());
+    text = whole.first(end).trimmed();
+    while (!text.isEmpty() && QStringView(u":：").contains(text.back()))
+        text = text.chopped(1).trimmed();
+}
+
+/// The definition of an English dictionary without references such as "[syn: {apple}]"; its examples between
+/// quotation marks are moved to `examples`.
+QString withoutQuotations(QStringView text, QStringList &examples) {
+    QString plain;
+    qsizetype start = 0;
+    for (qsizetype i = text.indexOf(u'['); i >= 0; i = text.indexOf(u'[', i + 1)) {
+        const QStringView inside = text.sliced(i + 1);
+        if (!inside.startsWith(u"syn:") && !inside.startsWith(u"ant:") && !inside.startsWith(u"also:"))
+            continue;
+        const qsizetype close = text.indexOf(u']', i);
+        plain += text.sliced(start, i - start);
+        start = close < 0 ? text.size() : close + 1;
+        i = start - 1;
+    }
+    plain += text.sliced(start);
+    plain.remove(u'{').remove(u'}');
+    qsizetype quote = plain.indexOf(u'"');
+    qsizetype before = quote - 1;
+    while (before > 0 && plain[before].isSpace())
+        --before;
+    if (quote < 1 || !QStringView(u";:").contains(plain[before]))
+        return plain.trimmed();
+    const QString definition = plain.first(before).trimmed();
+    while (quote >= 0) {
+        qsizetype close = plain.indexOf(u'"', quote + 1);
+        if (close < 0)
+            close = plain.size();
+        const qsizetype next = plain.indexOf(u'"', close + 1);
+        QString example = plain.sliced(quote + 1, close - quote - 1);
+        // The source of a quotation stands behind it.
+        const qsizetype rest = std::min(close + 1, plain.size());
+        const QString source =
+            trimmedGloss(QStringView(plain).sliced(rest, (next < 0 ? plain.size() : next) - rest));
+        if (!source.isEmpty())
+            example += u' ' + source;
+        if (!example.trimmed().isEmpty())
+            examples.append(example.trimmed());
+        quote = next;
+    }
+    return definition;
+}
+
 } // namespace
 
-Sense senseFrom(const QString &gloss) {
-    Sense sense;
-    const QString whole = trimmedGloss(gloss);
-    QStringView rest = whole;
-    constexpr int mostContexts = 4;
-    for (int i = 0; i < mostContexts && takeContext(rest, sense.contexts); ++i) {
+QStringList splitOutsideBrackets(const QString &text, QStringView separators) {
+    QStringList pieces;
+    const QList<int> depths = bracketDepths(text);
+    qsizetype start = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (depths[i] > 0 || !separators.contains(text[i]))
+            continue;
+        pieces.append(text.sliced(start, i - start));
+        start = i + 1;
     }
-    sense.meaning = trimmedGloss(rest);
+    pieces.append(text.sliced(start));
+    return pieces;
+}
+
+Sense senseFrom(const QString &gloss, bool isEnglish) {
+    Sense sense;
+    const bool isChineseGloss = !isEnglish && containsHan(gloss);
+    const QString whole = isChineseGloss ? trimmedGloss(withoutTags(gloss))
+                                         : withoutQuotations(trimmedGloss(gloss), sense.examples);
+    QStringView rest = whole;
+    if (isChineseGloss)
+        takeExamples(rest, sense.examples);
+    takeContexts(rest, sense.contexts);
+    if (isChineseGloss) {
+        takeDefinition(rest, sense.contexts);
+        takeContexts(rest, sense.contexts);
+    }
+    takeLastGrammar(rest, sense.contexts);
+    sense.meaning = trimmedGloss(withoutTornMarks(rest));
     return sense;
 }
 
-QList<Sense> splitGlosses(const QString &line) {
+QList<Sense> splitGlosses(const QString &line, bool isTerm) {
     QList<Sense> senses;
-    const auto add = [&senses](const Sense &sense) {
-        if (!sense.meaning.isEmpty())
-            senses.append(sense);
+    QStringView text = line;
+    QStringList examples;
+    QStringList contexts;
+    if (containsHan(line))
+        takeExamples(text, examples);
+    if (isTerm)
+        takeContexts(text, contexts);
+    const auto add = [&](const Sense &sense) {
+        if (sense.meaning.isEmpty())
+            return;
+        senses.append(sense);
+        senses.last().contexts = contexts + sense.contexts;
     };
-    const QStringList pieces = splitOutsideBrackets(line, u";；");
-    if (pieces.size() > 1) {
+    const QStringList pieces = splitOutsideBrackets(text.toString(), u";；");
+    const auto isPair = [](const QString &piece) {
+        const SentencePair pair = sentencePair(piece);
+        return !pair.english.isEmpty() && !pair.chinese.isEmpty();
+    };
+    const bool isDefined = definitionLength(text) > 0 &&
+                           (pieces.size() == 1 || !std::all_of(pieces.begin(), pieces.end(), isPair));
+    const Sense whole = pieces.size() > 1 && !isDefined ? Sense() : senseFrom(text.toString());
+    const QStringList glosses = splitOutsideBrackets(whole.meaning, u",，");
+    if (whole.meaning.isEmpty()) {
         for (const QString &piece : pieces)
             add(senseFrom(piece));
-        return senses;
-    }
-    const Sense whole = senseFrom(line);
-    const QStringList glosses = splitOutsideBrackets(whole.meaning, u",，");
-    if (glosses.size() < 2 || !std::all_of(glosses.begin(), glosses.end(), isShortChinese)) {
+    } else if (isDefined || glosses.size() < 2 ||
+               !std::all_of(glosses.begin(), glosses.end(), isShortChinese)) {
         add(whole);
-        return senses;
+    } else {
+        for (const QString &gloss : glosses) {
+            Sense sense = senseFrom(gloss);
+            // Labels at the start of the line apply to each gloss.
+            sense.contexts = whole.contexts + sense.contexts;
+            add(sense);
+        }
     }
-    for (const QString &gloss : glosses) {
-        Sense sense = senseFrom(gloss);
-        // Labels at the start of the line apply to each gloss.
-        sense.contexts = whole.contexts + sense.contexts;
-        add(sense);
-    }
+    if (!senses.isEmpty())
+        senses.last().examples += examples;
     return senses;
+}
+
+bool isFieldTerm(QStringView line) {
+    const QChar open = charAt(line, 0);
+    if (open != u'[' && open != u'【')
+        return false;
+    constexpr qsizetype longest = 10;
+    const qsizetype close = line.first(std::min(longest, line.size())).indexOf(closingBracket(open));
+    return close > 1 && isSubject(line.sliced(1, close - 1).trimmed()) &&
+           !trimmedGloss(line.sliced(close + 1)).isEmpty();
+}
+
+QStringList slashedGlosses(QStringView line) {
+    line = line.trimmed();
+    if (line.size() < 3 || line.front() != u'/' || line.back() != u'/')
+        return {};
+    QStringList glosses;
+    for (const QStringView piece : line.sliced(1).chopped(1).tokenize(u'/')) {
+        if (piece.trimmed().isEmpty() || piece.trimmed().startsWith(u"CL:"))
+            continue;
+        // "個|个[ge4]" is a word in two scripts, with its pinyin.
+        QString gloss;
+        for (qsizetype i = 0; i < piece.size(); ++i) {
+            const bool afterHan = i > 0 && isHan(piece[i - 1]);
+            if (piece[i] == u'[' && afterHan) {
+                const qsizetype close = piece.indexOf(u']', i);
+                i = close < 0 ? piece.size() : close;
+            } else if (piece[i] == u'|' && afterHan && isHan(charAt(piece, i + 1))) {
+                while (!gloss.isEmpty() && isHan(gloss.back()))
+                    gloss.chop(1);
+            } else {
+                gloss += piece[i];
+            }
+        }
+        if (!gloss.trimmed().isEmpty())
+            glosses.append(gloss.trimmed());
+    }
+    return glosses;
 }
 
 } // namespace lexiquill::article

@@ -3,6 +3,7 @@
 #include "dictionaries/article/entities.h"
 #include "dictionaries/article/text_scan.h"
 
+#include <QHash>
 #include <QSet>
 
 #include <algorithm>
@@ -43,6 +44,9 @@ bool breaksLine(const QString &tag, MarkupKind kind) {
         return html.contains(tag);
     case MarkupKind::Xdxf:
         return xdxf.contains(tag);
+    case MarkupKind::PowerWord:
+    case MarkupKind::WordNet:
+        return !tag.isEmpty();
     case MarkupKind::Pango:
         break;
     }
@@ -54,6 +58,9 @@ bool isHidden(const QString &tag, MarkupKind kind) {
     if (kind == MarkupKind::Html)
         return tag == QStringLiteral("script") || tag == QStringLiteral("style") ||
                tag == QStringLiteral("head");
+    // MediaWiki's notes.
+    if (kind == MarkupKind::Pango)
+        return tag == QStringLiteral("ref");
     return kind == MarkupKind::Xdxf && tag == QStringLiteral("rref");
 }
 
@@ -70,21 +77,63 @@ Tag parseTag(QStringView inside) {
     tag.selfClosing = inside.endsWith(u'/');
     constexpr qsizetype longestName = 16;
     qsizetype end = 0;
-    while (end < std::min(inside.size(), longestName) && inside[end].isLetterOrNumber())
+    while (end < std::min(inside.size(), longestName) &&
+           (inside[end].isLetterOrNumber() || inside[end] == u'_'))
         ++end;
     tag.name = inside.first(end).toString().toLower();
     return tag;
 }
 
+/// What an element of an article in XML holds.
+enum class Content { Unknown, Phonetic, Label, Sense, Example, Translation, Phrase, Headword, Aside };
+
+Content powerWordContent(const QString &element) {
+    const auto has = [&element](QStringView part) {
+        return element.contains(part);
+    };
+    if (has(u"音标"))
+        return Content::Phonetic;
+    if (has(u"词性"))
+        return Content::Label;
+    if (has(u"例句"))
+        return has(u"原型") ? Content::Example : has(u"解释") ? Content::Translation : Content::Unknown;
+    if (has(u"惯用") || has(u"短语") || has(u"词组") || has(u"习语"))
+        return has(u"原型") ? Content::Phrase : has(u"解释") ? Content::Translation : Content::Unknown;
+    if (has(u"同义") || has(u"反义") || has(u"派生") || has(u"参考") || has(u"相关") || has(u"注释") ||
+        has(u"图片") || has(u"变化") || has(u"音节"))
+        return Content::Aside;
+    if (has(u"原型") || has(u"词条"))
+        return Content::Headword;
+    return has(u"解释") || has(u"释义") ? Content::Sense : Content::Unknown;
+}
+
+Content wordNetContent(const QString &element) {
+    static const QHash<QString, Content> contents{
+        {QStringLiteral("type"), Content::Label},      {QStringLiteral("pos"), Content::Label},
+        {QStringLiteral("gloss"), Content::Sense},     {QStringLiteral("definition"), Content::Sense},
+        {QStringLiteral("example"), Content::Example}, {QStringLiteral("word"), Content::Aside},
+        {QStringLiteral("wordgroup"), Content::Aside}, {QStringLiteral("syn"), Content::Aside},
+    };
+    return contents.value(element, Content::Unknown);
+}
+
+/// The label for the letter that marks a part of speech in WordNet.
+QString wordNetLabel(const QString &letter) {
+    static const QHash<QString, QString> names{
+        {QStringLiteral("n"), QStringLiteral("noun")},
+        {QStringLiteral("v"), QStringLiteral("verb")},
+        {QStringLiteral("a"), QStringLiteral("adjective")},
+        {QStringLiteral("s"), QStringLiteral("adjective")},
+        {QStringLiteral("r"), QStringLiteral("adverb")},
+    };
+    return names.value(letter, letter);
+}
+
 class Reader {
 public:
-    Reader(QStringView text, MarkupKind kind, const QString &headword)
-        : m_text(text),
-          m_kind(kind),
-          m_headword(headword) {}
+    Reader(QStringView text, MarkupKind kind) : m_text(text), m_kind(kind) {}
 
     PlainArticle read() {
-        m_result.text.reserve(m_text.size());
         m_result.rawText.reserve(m_text.size());
         while (m_at < m_text.size()) {
             const QChar c = m_text[m_at];
@@ -97,8 +146,16 @@ public:
                     continue;
                 }
             }
+            if (m_kind == MarkupKind::PowerWord && skipInlineMark())
+                continue;
             append(c);
             ++m_at;
+        }
+        endLine();
+        // Elements without a known name are of interest only if no name is known.
+        for (const qsizetype i : std::as_const(m_unknownLines)) {
+            if (m_hasKnown)
+                m_result.lines[i].role = LineRole::Aside;
         }
         m_result.rawText = m_result.rawText.trimmed();
         return std::move(m_result);
@@ -106,21 +163,89 @@ public:
 
 private:
     void append(QStringView text) {
-        m_result.text += text;
+        m_line += text;
         m_result.rawText += text;
     }
 
     void append(QChar c) {
         const bool isSkipped = c == std::exchange(m_skippedMark, QChar());
         if (m_kind == MarkupKind::Html && isHtmlBlank(c)) {
-            appendBlank(m_result.text);
-            appendBlank(m_result.rawText);
+            separateCells();
             return;
         }
         m_result.rawText += c;
         const bool isLineBreak = c == lineFeed || c == u'\r';
-        if (!isSkipped)
-            m_result.text += isLineBreak && m_inExample ? u' ' : c;
+        if (isLineBreak && !m_inExample && m_kind != MarkupKind::PowerWord)
+            endLine();
+        else if (!isSkipped)
+            m_line += isLineBreak ? u' ' : c;
+    }
+
+    /// PowerWord marks type within a text as "&b{…}".
+    bool skipInlineMark() {
+        const QChar c = m_text[m_at];
+        const bool opens =
+            c == u'&' && isAsciiLetter(charAt(m_text, m_at + 1)) && charAt(m_text, m_at + 2) == u'{';
+        if (!opens && (c != u'}' || m_openMarks == 0))
+            return false;
+        m_openMarks += opens ? 1 : -1;
+        m_at += opens ? 3 : 1;
+        return true;
+    }
+
+    /// Ends the line of text.
+    void endLine() {
+        m_transcriptionStart = -1;
+        m_remarkStart = -1;
+        const QString text = std::exchange(m_line, QString()).trimmed();
+        if (text.isEmpty())
+            return;
+        LineRole role = m_inExample ? LineRole::Example : LineRole::Plain;
+        if (m_kind == MarkupKind::PowerWord || m_kind == MarkupKind::WordNet) {
+            addElement(text);
+            return;
+        }
+        if (std::exchange(m_beginsItem, false))
+            role = LineRole::Item;
+        // A line that only refers to another word is no meaning.
+        if (m_isAside || text == std::exchange(m_reference, QString()))
+            role = LineRole::Aside;
+        m_result.lines.append({text, role});
+    }
+
+    /// Adds the text of an element by its meaning.
+    void addElement(const QString &text) {
+        m_hasKnown = m_hasKnown || m_content == Content::Sense;
+        switch (m_content) {
+        case Content::Phonetic:
+            if (m_result.phonetic.isEmpty())
+                m_result.phonetic = text;
+            return;
+        case Content::Label:
+            m_result.lines.append(
+                {m_kind == MarkupKind::WordNet ? wordNetLabel(text) : text, LineRole::Heading});
+            return;
+        case Content::Sense:
+            m_result.lines.append({text, LineRole::Item});
+            return;
+        case Content::Example:
+            m_result.lines.append({text, LineRole::Example});
+            return;
+        case Content::Translation:
+            m_result.lines.append({text, LineRole::Translation});
+            return;
+        case Content::Phrase:
+            m_result.lines.append({text, LineRole::Phrase});
+            return;
+        case Content::Headword:
+            return;
+        case Content::Aside:
+            m_result.lines.append({text, LineRole::Aside});
+            return;
+        case Content::Unknown:
+            m_unknownLines.append(m_result.lines.size());
+            m_result.lines.append({text, LineRole::Plain});
+        }
     }
 
     /// A run of blanks and line breaks is shown as one blank.
@@ -130,12 +255,15 @@ private:
     }
 
     void separateCells() {
-        appendBlank(m_result.text);
+        appendBlank(m_line);
         appendBlank(m_result.rawText);
     }
 
     void breakLine() {
-        m_result.text += m_inExample ? u' ' : lineFeed;
+        if (m_inExample)
+            m_line += u' ';
+        else
+            endLine();
         breakRawLine();
     }
 
@@ -153,7 +281,9 @@ private:
         if (rest.startsWith(u"<![CDATA["))
             return readCharacterData();
         const QChar first = charAt(rest, 1);
-        if (!isAsciiLetter(first) && first != u'/' && first != u'!' && first != u'?')
+        const bool isXml = m_kind == MarkupKind::PowerWord || m_kind == MarkupKind::WordNet;
+        if (!isAsciiLetter(first) && !(isXml && first.isLetter()) && first != u'/' && first != u'!' &&
+            first != u'?')
             return false;
         const qsizetype end = endOfTag(m_at + 1);
         if (charAt(m_text, end) != u'>')
@@ -201,7 +331,15 @@ private:
         const qsizetype start = m_at + openingSize;
         if (!skipPast(QStringLiteral("]]>")))
             return false;
-        append(m_text.sliced(start, std::max<qsizetype>(m_at - 3 - start, 0)));
+        const qsizetype end = std::max(m_at - 3, start);
+        const qsizetype after = std::exchange(m_at, start);
+        while (m_at < end) {
+            if (m_kind == MarkupKind::PowerWord && skipInlineMark())
+                continue;
+            append(m_text[m_at]);
+            ++m_at;
+        }
+        m_at = after;
         return true;
     }
 
@@ -211,82 +349,151 @@ private:
                 skipPast(QStringLiteral("</") + tag.name + u'>');
             return;
         }
-        if (breaksLine(tag.name, m_kind))
+        if (m_kind == MarkupKind::PowerWord || m_kind == MarkupKind::WordNet) {
+            applyXml(tag);
+        } else if (breaksLine(tag.name, m_kind)) {
             breakLine();
-        else if (m_kind == MarkupKind::Html &&
-                 (tag.name == QStringLiteral("td") || tag.name == QStringLiteral("th")))
+            if (tag.name == QStringLiteral("def") && !tag.selfClosing)
+                applyDefinition(tag.closing);
+        } else if (m_kind == MarkupKind::Html &&
+                   (tag.name == QStringLiteral("td") || tag.name == QStringLiteral("th"))) {
             separateCells();
-        else if (m_kind == MarkupKind::Xdxf && !tag.selfClosing)
+        } else if (m_kind == MarkupKind::Xdxf && !tag.selfClosing) {
             applyXdxf(tag);
+        }
+    }
+
+    void applyXml(const Tag &tag) {
+        breakLine();
+        if (tag.selfClosing)
+            return;
+        if (tag.closing)
+            m_content = Content::Unknown;
+        else
+            m_content =
+                m_kind == MarkupKind::PowerWord ? powerWordContent(tag.name) : wordNetContent(tag.name);
+    }
+
+    /// A definition within another one is a sense.
+    void applyDefinition(bool closing) {
+        m_definitionDepth = std::max(0, m_definitionDepth + (closing ? -1 : 1));
+        m_beginsItem = !closing && m_definitionDepth > 1;
     }
 
     void applyXdxf(const Tag &tag) {
         if (tag.name == QStringLiteral("ex")) {
-            m_inExample = !tag.closing;
-            m_result.text += tag.closing ? QStringLiteral("\n") : QStringLiteral("\n▸ ");
+            endLine();
             breakRawLine();
+            m_inExample = !tag.closing;
+        } else if (tag.name == QStringLiteral("ex_orig") || tag.name == QStringLiteral("ex_tran")) {
+            separateCells();
+        } else if (tag.name == QStringLiteral("sr") || tag.name == QStringLiteral("etm")) {
+            breakLine();
+            m_isAside = !tag.closing;
         } else if (tag.name == QStringLiteral("k")) {
+            endKey(tag.closing);
+        } else if (tag.name == QStringLiteral("gr") || tag.name == QStringLiteral("pos")) {
+            if (tag.closing)
+                separateCells();
+        } else if (tag.name == QStringLiteral("co") || tag.name == QStringLiteral("categ")) {
+            applyRemark(tag.closing);
+        } else if (tag.name == QStringLiteral("kref")) {
             if (!tag.closing)
-                m_keyStart = m_result.text.size();
-            else
-                endKey();
+                m_isReference = withoutComma(m_line) == m_reference;
+            else if (m_isReference)
+                m_reference = m_line.trimmed();
         } else if (tag.name == QStringLiteral("tr")) {
             if (!tag.closing)
-                m_transcriptionStart = m_result.text.size();
+                m_transcriptionStart = m_line.size();
             else
                 endTranscription();
         }
     }
 
-    void endKey() {
-        if (m_keyStart < 0)
+    static QStringView withoutComma(QStringView text) {
+        text = text.trimmed();
+        while (text.endsWith(u',') || text.endsWith(u';'))
+            text = text.chopped(1).trimmed();
+        return text;
+    }
+
+    /// A headword is not part of the text below it.
+    void endKey(bool closing) {
+        if (!closing) {
+            endLine();
+            m_inKey = true;
+        } else if (std::exchange(m_inKey, false)) {
+            m_line.clear();
+            breakLine();
+        }
+    }
+
+    /// Remarks are put in brackets, unless they already have some.
+    void applyRemark(bool closing) {
+        if (!closing) {
+            m_remarkStart = m_line.size();
             return;
-        const QStringView key = QStringView(m_result.text).sliced(m_keyStart).trimmed();
-        if (key.compare(m_headword, Qt::CaseInsensitive) == 0)
-            m_result.text.truncate(m_keyStart);
-        m_keyStart = -1;
-        breakLine();
+        }
+        const qsizetype start = std::exchange(m_remarkStart, -1);
+        if (start < 0 || start >= m_line.size())
+            return;
+        const QString inside = m_line.sliced(start).trimmed();
+        if (inside.isEmpty() || !closingBracket(inside[0]).isNull())
+            return;
+        m_line.truncate(start);
+        m_line += u'(' + inside + QStringLiteral(") ");
     }
 
     void endTranscription() {
         constexpr qsizetype longest = 200;
         const qsizetype start = std::exchange(m_transcriptionStart, -1);
-        if (start < 0 || start > m_result.text.size())
+        if (start < 0 || start > m_line.size())
             return;
-        const QStringView inside = QStringView(m_result.text).sliced(start);
-        if (inside.size() > longest || inside.contains(lineFeed))
+        const QStringView inside = QStringView(m_line).sliced(start);
+        if (inside.size() > longest)
             return;
         if (m_result.phonetic.isEmpty())
             m_result.phonetic = inside.trimmed().toString();
-        m_result.text.truncate(start);
+        m_line.truncate(start);
         // Also remove the brackets around it.
         static constexpr std::pair<char16_t, char16_t> brackets[] = {
             {u'[', u']'}, {u'/', u'/'}, {u'(', u')'}};
         for (const auto &[open, close] : brackets) {
-            if (!m_result.text.endsWith(QChar(open)))
+            if (!m_line.endsWith(QChar(open)))
                 continue;
             m_skippedMark = QChar(close);
-            m_result.text.chop(1);
+            m_line.chop(1);
             break;
         }
     }
 
     QStringView m_text;
     MarkupKind m_kind;
-    QString m_headword;
     PlainArticle m_result;
+    QString m_line;
+    /// The line so far, if it only has references to other words.
+    QString m_reference;
+    QList<qsizetype> m_unknownLines;
     QSet<QString> m_missing;
+    Content m_content = Content::Unknown;
     qsizetype m_at = 0;
-    qsizetype m_keyStart = -1;
     qsizetype m_transcriptionStart = -1;
+    qsizetype m_remarkStart = -1;
+    int m_definitionDepth = 0;
+    int m_openMarks = 0;
     QChar m_skippedMark;
     bool m_inExample = false;
+    bool m_inKey = false;
+    bool m_isReference = false;
+    bool m_isAside = false;
+    bool m_beginsItem = false;
+    bool m_hasKnown = false;
 };
 
 } // namespace
 
-PlainArticle readMarkup(const QString &text, MarkupKind kind, const QString &headword) {
-    return Reader(text, kind, headword).read();
+PlainArticle readMarkup(const QString &text, MarkupKind kind) {
+    return Reader(text, kind).read();
 }
 
 } // namespace lexiquill::article

@@ -1,24 +1,16 @@
 #pragma once
 
+#include "dictionaries/article/line.h"
+
 #include <QString>
 
 namespace lexiquill::article {
 
-/// An article without its markup.
-struct PlainArticle {
-    /// Lines of text; those that begin with "▸" are examples. A repeated headword and the transcription are
-    /// left out if the markup identifies them.
-    QString text;
-    /// The whole text, as a reader of the article would see it.
-    QString rawText;
-    /// The transcription, if the markup identifies it; often empty.
-    QString phonetic;
-};
-
-enum class MarkupKind { Xdxf, Html, Pango };
+/// Html is for documents that cannot be read as a tree, see readHtml().
+enum class MarkupKind { Xdxf, Html, Pango, PowerWord, WordNet };
 
 /// Removes the markup from an article. Anything that is not a well-formed tag stays as text. Takes linear
 /// time, even for malformed text.
-PlainArticle readMarkup(const QString &text, MarkupKind kind, const QString &headword);
+PlainArticle readMarkup(const QString &text, MarkupKind kind);
 
 } // namespace lexiquill::article

@@ -56,6 +56,29 @@ const Form forms[] = {
     {u"idiom", u"idiom", Kind::Name},
     {u"noun", u"noun", Kind::Name},
     {u"verb", u"verb", Kind::Name},
+    {u"indefinite article", u"art.", Kind::Name, u"冠词"},
+    {u"definite article", u"art.", Kind::Name, u"冠词"},
+    {u"prefix", u"pref.", Kind::Name, u"前缀"},
+    {u"suffix", u"suf.", Kind::Name, u"后缀"},
+    {u"v-link", u"link v.", Kind::Unmistakable, u"系动词"},
+    {u"v-erg", u"verb", Kind::Unmistakable},
+    {u"v-recip", u"verb", Kind::Unmistakable},
+    {u"v-refl", u"verb", Kind::Unmistakable},
+    {u"v-passive", u"verb", Kind::Unmistakable},
+    {u"v-t", u"transitive verb", Kind::Unmistakable},
+    {u"v-i", u"intransitive verb", Kind::Unmistakable},
+    {u"n-uncount", u"noun", Kind::Unmistakable, u"", u"不可数"},
+    {u"n-count", u"noun", Kind::Unmistakable, u"", u"可数"},
+    {u"n-plural", u"noun", Kind::Unmistakable, u"", u"复数"},
+    {u"n-sing", u"noun", Kind::Unmistakable, u"", u"单数"},
+    {u"n-mass", u"noun", Kind::Unmistakable},
+    {u"n-var", u"noun", Kind::Unmistakable},
+    {u"n-coll", u"noun", Kind::Unmistakable},
+    {u"n-proper", u"noun", Kind::Unmistakable},
+    {u"n-title", u"noun", Kind::Unmistakable},
+    {u"n-voc", u"noun", Kind::Unmistakable},
+    {u"adj-graded", u"adjective", Kind::Unmistakable},
+    {u"adv-graded", u"adverb", Kind::Unmistakable},
     {u"comb form", u"comb.", Kind::PointOnly, u"构词成分"},
     {u"modal aux", u"modal v.", Kind::PointOnly, u"情态动词"},
     {u"modal v", u"modal v.", Kind::PointOnly, u"情态动词"},
@@ -73,7 +96,10 @@ const Form forms[] = {
     {u"pron", u"pronoun", Kind::Unmistakable},
     {u"prep", u"preposition", Kind::Wordlike},
     {u"excl", u"interjection", Kind::Wordlike},
+    {u"abbrev", u"abbr.", Kind::Wordlike, u"缩写"},
     {u"abbr", u"abbr.", Kind::Wordlike, u"缩写"},
+    {u"quant", u"quant.", Kind::Wordlike, u"数量词"},
+    {u"exclam", u"interjection", Kind::Wordlike},
     {u"pref", u"pref.", Kind::Wordlike, u"前缀"},
     {u"symb", u"symb.", Kind::Wordlike, u"符号"},
     {u"comb", u"comb.", Kind::PointOnly, u"构词成分"},
@@ -86,7 +112,12 @@ const Form forms[] = {
     {u"int", u"interjection", Kind::PointOnly},
     {u"num", u"numeral", Kind::Wordlike},
     {u"phr", u"phrase", Kind::Wordlike},
+    {u"suff", u"suf.", Kind::Wordlike, u"后缀"},
     {u"suf", u"suf.", Kind::Wordlike, u"后缀"},
+    {u"web", u"释义", Kind::PointOnly, u"", u"网络"},
+    {u"vbl", u"verb", Kind::PointOnly},
+    {u"na", u"释义", Kind::PointOnly},
+    {u"un", u"noun", Kind::PointOnly},
     {u"vt", u"transitive verb", Kind::Unmistakable},
     {u"vi", u"intransitive verb", Kind::Unmistakable},
     {u"ad", u"adverb", Kind::PointOnly},
@@ -103,7 +134,23 @@ struct ChineseName {
 };
 
 const ChineseName chineseNames[] = {
+    {u"及物/不及物动词", u"verb"},
     {u"不及物动词", u"intransitive verb"},
+    {u"不可数名词", u"noun"},
+    {u"可数名词", u"noun"},
+    {u"可变名词", u"noun"},
+    {u"物质名词", u"noun"},
+    {u"集合名词", u"noun"},
+    {u"专有名词", u"noun"},
+    {u"单数名词", u"noun"},
+    {u"复数名词", u"noun"},
+    {u"称谓名词", u"noun"},
+    {u"反身动词", u"verb"},
+    {u"相互动词", u"verb"},
+    {u"作格动词", u"verb"},
+    {u"连系动词", u"link v.", u"系动词"},
+    {u"系动词", u"link v.", u"系动词"},
+    {u"数量词", u"quant.", u"数量词"},
     {u"及物动词", u"transitive verb"},
     {u"情态动词", u"modal v.", u"情态动词"},
     {u"短语动词", u"phrasal verb", u"短语动词"},
@@ -152,12 +199,16 @@ struct Found {
     bool isLetterA = false;
 };
 
+bool isPoint(QChar c) {
+    return c == u'.' || c == u'．';
+}
+
 /// The end of the words of a form at `at`; -1 if they are not there.
 qsizetype matchWords(QStringView text, qsizetype at, const Form &form, bool &pointInside) {
     const auto sensitivity = form.words.size() == 1 ? Qt::CaseSensitive : Qt::CaseInsensitive;
     for (const QStringView word : form.words.tokenize(u' ')) {
         if (word.data() != form.words.data()) {
-            if (charAt(text, at) == u'.') {
+            if (isPoint(charAt(text, at))) {
                 ++at;
                 pointInside = true;
             }
@@ -174,7 +225,7 @@ qsizetype matchWords(QStringView text, qsizetype at, const Form &form, bool &poi
 
 bool beginsDefinition(QChar next) {
     const bool numbered = next.isDigit() || (next >= u'①' && next <= u'⒛');
-    return next.isNull() || isHan(next) || numbered || QStringView(u":：(（[<【〈").contains(next);
+    return next.isNull() || isHan(next) || numbered || QStringView(u":：(（[<【〈~～/").contains(next);
 }
 
 /// Whether a form without a dot may be a label, depending on the text after it.
@@ -206,7 +257,7 @@ std::optional<Found> abbreviationAt(QStringView text, qsizetype at) {
         if (end < 0)
             continue;
         Found found{partOf(form), end, pointed, form.kind, form.words == u"a"};
-        if (charAt(text, end) == u'.') {
+        if (isPoint(charAt(text, end))) {
             found.pointed = true;
             ++found.end;
         }
@@ -233,7 +284,7 @@ std::optional<Found> chineseNameAt(QStringView text, qsizetype at) {
 
 /// A label between brackets, such as "(n.)" or "【名词】".
 std::optional<LabelMatch> bracketedLabel(QStringView text, qsizetype at) {
-    if (!QStringView(u"([<【〔（").contains(charAt(text, at)))
+    if (!QStringView(u"([<【〔（〈").contains(charAt(text, at)))
         return std::nullopt;
     constexpr qsizetype longest = 30;
     const qsizetype close =
@@ -295,6 +346,21 @@ QList<LabelledPart> withVerbsJoined(QList<LabelledPart> parts) {
     return parts;
 }
 
+/// Skips the Chinese names that explain a label, as in "N-UNCOUNT 不可数名词".
+qsizetype skipExplanation(QStringView text, qsizetype end, const Found &first) {
+    constexpr int mostNames = 3;
+    qsizetype at = first.pointed ? end : skipJoint(text, end);
+    for (int i = 0; i < mostNames; ++i) {
+        const auto name = chineseNameAt(text, skipBlanks(text, at));
+        // Without a text behind it, the name may be the meaning: "n. 名词".
+        if (!name || (first.pointed && skipBlanks(text, name->end) >= text.size()))
+            break;
+        end = name->end;
+        at = skipJoint(text, end);
+    }
+    return end;
+}
+
 /// The label at `at`, with the labels joined to it.
 std::optional<LabelMatch> labelsFrom(QStringView text, qsizetype at, const Found &first) {
     LabelMatch match;
@@ -312,6 +378,8 @@ std::optional<LabelMatch> labelsFrom(QStringView text, qsizetype at, const Found
     if (isAsciiLetter(charAt(text, end)) && charAt(text, end - 1) == u'.')
         return std::nullopt;
     match.parts = withVerbsJoined(match.parts);
+    if (first.kind == Kind::Unmistakable || first.kind == Kind::Name || first.kind == Kind::Wordlike)
+        end = skipExplanation(text, end, first);
     end = skipBlanks(text, end);
     while (end < text.size() && QStringView(u"::：,，、").contains(text[end]))
         end = skipBlanks(text, end + 1);
@@ -329,17 +397,29 @@ qsizetype skipOrnaments(QStringView line) {
     while (end < line.size() && QStringView(u"IVX").contains(line[end]))
         ++end;
     if (charAt(line, end) == u'.' && end - at <= 4)
-        return skipBlanks(line, end + 1);
+        at = skipBlanks(line, end + 1);
     return at;
 }
 
 } // namespace
 
 std::optional<LabelMatch> labelAtStart(QStringView line, bool lettersCount) {
-    const qsizetype at = skipOrnaments(line);
+    qsizetype at = skipOrnaments(line);
+    // "A. n. … B. v. …"
+    const QChar letter = charAt(line, at);
+    const bool isLettered =
+        letter >= u'A' && letter <= u'H' && charAt(line, at + 1) == u'.' && charAt(line, at + 2).isSpace();
+    if (isLettered && abbreviationAt(line, skipBlanks(line, at + 2)))
+        at = skipBlanks(line, at + 2);
     if (auto match = bracketedLabel(line, at)) {
         match->length = skipBlanks(line, match->length);
         return match;
+    }
+    // "名 apple" in a dictionary of Chinese words.
+    for (const ChineseName &name : bracketedNames) {
+        const qsizetype text = skipBlanks(line, at + 1);
+        if (charAt(line, at) == name.name[0] && text > at + 1 && isAsciiLetter(charAt(line, text)))
+            return LabelMatch{{partOf(name)}, text};
     }
     auto found = abbreviationAt(line, at);
     if (!found)

@@ -17,15 +17,19 @@ constexpr qsizetype maxLength = 120;
 /// Usage labels that may be in brackets where a transcription could be.
 bool isUsageLabel(QStringView text) {
     static const QSet<QString> labels{
-        QStringLiteral("c"),      QStringLiteral("u"),      QStringLiteral("t"),
-        QStringLiteral("i"),      QStringLiteral("pl"),     QStringLiteral("sing"),
-        QStringLiteral("obs"),    QStringLiteral("usu"),    QStringLiteral("esp"),
-        QStringLiteral("attrib"), QStringLiteral("slang"),  QStringLiteral("arch"),
-        QStringLiteral("fml"),    QStringLiteral("infml"),  QStringLiteral("brit"),
-        QStringLiteral("us"),     QStringLiteral("uk"),     QStringLiteral("am"),
-        QStringLiteral("br"),     QStringLiteral("colloq"), QStringLiteral("formal"),
-        QStringLiteral("law"),    QStringLiteral("med"),    QStringLiteral("mus"),
-        QStringLiteral("math"),   QStringLiteral("chem"),   QStringLiteral("informal"),
+        QStringLiteral("c"),          QStringLiteral("u"),         QStringLiteral("t"),
+        QStringLiteral("i"),          QStringLiteral("pl"),        QStringLiteral("sing"),
+        QStringLiteral("obs"),        QStringLiteral("usu"),       QStringLiteral("esp"),
+        QStringLiteral("attrib"),     QStringLiteral("slang"),     QStringLiteral("arch"),
+        QStringLiteral("fml"),        QStringLiteral("infml"),     QStringLiteral("brit"),
+        QStringLiteral("us"),         QStringLiteral("uk"),        QStringLiteral("am"),
+        QStringLiteral("br"),         QStringLiteral("colloq"),    QStringLiteral("formal"),
+        QStringLiteral("law"),        QStringLiteral("med"),       QStringLiteral("mus"),
+        QStringLiteral("math"),       QStringLiteral("chem"),      QStringLiteral("informal"),
+        QStringLiteral("archaic"),    QStringLiteral("dated"),     QStringLiteral("literary"),
+        QStringLiteral("spoken"),     QStringLiteral("written"),   QStringLiteral("humorous"),
+        QStringLiteral("figurative"), QStringLiteral("countable"), QStringLiteral("uncountable"),
+        QStringLiteral("plural"),     QStringLiteral("singular"),  QStringLiteral("technical"),
     };
     QString plain = text.trimmed().toString().toLower();
     plain.remove(u'.');
@@ -66,19 +70,26 @@ bool looksLikeTranscription(QStringView text, QChar closing, qsizetype headwordL
 QChar closingMark(QChar open) {
     if (open == u'[')
         return u']';
+    if (open == u'［' || open == u'【')
+        return closingBracket(open);
     return open == u'/' || open == u'\\' ? open : QChar();
 }
 
 /// Skips a mark such as "英", "KK:" or "UK" and the blanks after it.
 qsizetype skipSourceMark(QStringView line, qsizetype at) {
-    static constexpr QStringView marks[] = {u"国际音标", u"音标", u"发音", u"读音", u"英式", u"美式",
-                                            u"英音",     u"美音", u"英",   u"美",   u"KK",   u"DJ",
-                                            u"BrE",      u"AmE",  u"UK",   u"US",   u"Br",   u"Am"};
+    static constexpr QStringView marks[] = {u"国际音标", u"音标", u"发音", u"读音", u"英式", u"美式", u"英音",
+                                            u"美音",     u"英",   u"美",   u"K.K.", u"D.J.", u"KK",   u"DJ",
+                                            u"BrE",      u"NAmE", u"AmE",  u"UK",   u"US",   u"Br",   u"Am"};
     at = skipBlanks(line, at);
+    const QChar bracket = charAt(line, at);
+    const bool bracketed = bracket == u'(' || bracket == u'（' || bracket == u'【' || bracket == u'[';
     for (const QStringView mark : marks) {
-        if (!line.sliced(at).startsWith(mark, Qt::CaseInsensitive))
+        if (!line.sliced(at + bracketed).startsWith(mark, Qt::CaseInsensitive))
             continue;
-        at = skipBlanks(line, at + mark.size());
+        const qsizetype end = at + bracketed + mark.size();
+        if (bracketed && charAt(line, end) != closingBracket(bracket))
+            continue;
+        at = skipBlanks(line, end + bracketed);
         if (QStringView(u":：.").contains(charAt(line, at)) && at < line.size())
             ++at;
         return skipBlanks(line, at);
@@ -97,7 +108,7 @@ QString cleanPhonetic(QStringView text) {
         const qsizetype end = text.indexOf(closing, 1);
         text = end < 0 ? text.sliced(1) : text.sliced(1, end - 1);
     } else {
-        while (!text.isEmpty() && QStringView(u"]/\\").contains(text.back()))
+        while (!text.isEmpty() && QStringView(u"]］/\\").contains(text.back()))
             text.chop(1);
     }
     QString clean = text.toString().simplified();
@@ -106,8 +117,9 @@ QString cleanPhonetic(QStringView text) {
     return clean;
 }
 
-LeadingPhonetic leadingPhonetic(QStringView line, const QString &headword) {
+LeadingPhonetic leadingPhonetic(QStringView line, const QString &headword, bool onlyCertain) {
     LeadingPhonetic result;
+    const qsizetype usualLength = onlyCertain ? -maxLength : headword.size();
     QChar first;
     qsizetype at = 0;
     constexpr int mostTranscriptions = 8;
@@ -115,13 +127,17 @@ LeadingPhonetic leadingPhonetic(QStringView line, const QString &headword) {
         qsizetype start = skipBlanks(line, at);
         while (start < line.size() && QStringView(u"*★☆,，;；").contains(line[start]))
             start = skipBlanks(line, start + 1);
+        const qsizetype mark = start;
         start = skipSourceMark(line, start);
         const QChar closing = closingMark(charAt(line, start));
         if (closing.isNull() || (!first.isNull() && closing != first))
             break;
         const qsizetype reach = std::min(line.size() - start - 1, maxLength + 1);
         const qsizetype length = line.sliced(start + 1, reach).indexOf(closing);
-        if (length <= 0 || !looksLikeTranscription(line.sliced(start + 1, length), closing, headword.size()))
+        const qsizetype excess = closing == u'】' ? -maxLength : usualLength;
+        // Behind a mark such as "US", plain letters between slashes are a transcription, too.
+        const QChar kind = start > mark && closing == u'/' ? QChar(u']') : closing;
+        if (length <= 0 || !looksLikeTranscription(line.sliced(start + 1, length), kind, excess))
             break;
         if (result.phonetic.isEmpty())
             result.phonetic = cleanPhonetic(line.sliced(start, length + 2));

@@ -16,6 +16,7 @@ struct LeadingPhonetic {
     /// Length of all of them.
     qsizetype length = 0;
 };
-LeadingPhonetic leadingPhonetic(QStringView line, const QString &headword);
+/// `onlyCertain`: plain letters are no transcription, for example behind a part of speech.
+LeadingPhonetic leadingPhonetic(QStringView line, const QString &headword, bool onlyCertain = false);
 
 } // namespace lexiquill::article

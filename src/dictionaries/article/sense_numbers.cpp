@@ -35,7 +35,7 @@ QList<SenseNumberFinder::Candidate> SenseNumberFinder::candidates(QStringView li
     QList<Candidate> found;
     for (qsizetype i = 0; i < line.size(); ++i) {
         if (const int number = enclosedNumber(line[i])) {
-            found.append({{i, i + 1}, number, Enclosed});
+            found.append({{i, i + 1, number}, number, Enclosed});
             continue;
         }
         const bool parenthesis = line[i] == u'(' || line[i] == u'（';
@@ -52,19 +52,19 @@ QList<SenseNumberFinder::Candidate> SenseNumberFinder::candidates(QStringView li
             continue;
         if (parenthesis) {
             if (mark == u')' || mark == u'）')
-                found.append({{i, end + 1}, number, Parenthesized});
+                found.append({{i, end + 1, number}, number, Parenthesized});
         } else if (mark == u')' || mark == u'）') {
-            found.append({{i, end + 1}, number, Bracketed});
+            found.append({{i, end + 1, number}, number, Bracketed});
         } else if (mark == u'、' && !charAt(line, skipBlanks(line, end + 1)).isDigit()) {
-            found.append({{i, end + 1}, number, Listed});
+            found.append({{i, end + 1, number}, number, Listed});
         } else if ((mark == u'.' || mark == u'．') && !after.isDigit()) {
-            found.append({{i, end + 1}, number, Pointed});
+            found.append({{i, end + 1, number}, number, Pointed});
         } else if ((mark == u':' || mark == u'：') && !after.isDigit()) {
-            found.append({{i, end + 1}, number, Colon});
+            found.append({{i, end + 1, number}, number, Colon});
         } else if (mark.isSpace() && after == u':') {
-            found.append({{i, end + 2}, number, Colon});
+            found.append({{i, end + 2, number}, number, Colon});
         } else if (mark.isSpace()) {
-            found.append({{i, end + 1}, number, Bare});
+            found.append({{i, end + 1, number}, number, Bare});
         }
         if (!found.isEmpty() && found.last().place.start == i)
             i = found.last().place.end - 1;
@@ -80,8 +80,10 @@ bool SenseNumberFinder::counts(const Candidate &candidate, QStringView line, boo
         previousNumber > 0 && (m_last[candidate.style] == previousNumber ||
                                (atStart && m_lastBefore[candidate.style] == previousNumber));
     const bool begins = candidate.number == 1;
-    if (atStart)
-        return continues || (begins && (candidate.style != Bare || secondFollows || bareAllowed));
+    if (atStart) {
+        const bool isMarked = charAt(line, skipBlanks(line, candidate.place.end)) == u'[';
+        return continues || (begins && (candidate.style != Bare || secondFollows || bareAllowed || isMarked));
+    }
     const QChar previous = charAt(line, candidate.place.start - 1);
     if (candidate.style == Bare) {
         const QChar last = charAt(line, candidate.place.start - 2);
@@ -123,6 +125,15 @@ std::optional<SenseNumber> SenseNumberFinder::atStart(QStringView line) {
     if (all.isEmpty() || all.first().place.start != 0 || all.first().style == Bare)
         return std::nullopt;
     return all.first().place;
+}
+
+qsizetype SenseNumberFinder::letterLength(QStringView line) {
+    const qsizetype at = line.startsWith(u'(') ? 1 : 0;
+    const QChar letter = charAt(line, at);
+    const QChar mark = charAt(line, at + 1);
+    if (letter < u'a' || letter > u'h' || (mark != u')' && (mark != u'.' || at == 1)))
+        return 0;
+    return charAt(line, at + 2).isSpace() || isHan(charAt(line, at + 2)) ? skipBlanks(line, at + 2) : 0;
 }
 
 void SenseNumberFinder::restart() {

@@ -12,6 +12,7 @@ struct SenseNumber {
     qsizetype start = 0;
     /// Where the text of the sense begins.
     qsizetype end = 0;
+    int value = 0;
 };
 
 /// Finds the sense numbers in the lines of an article. The lines must be passed in order.
@@ -24,6 +25,10 @@ public:
 
     /// The number with a mark that `line` starts with, whatever its value.
     static std::optional<SenseNumber> atStart(QStringView line);
+
+    /// Length of a letter such as "(a)" or "b." that numbers a sense at the start of `line`, with the blanks
+    /// behind it; 0 if there is none.
+    static qsizetype letterLength(QStringView line);
 
     /// Begins a new series, for example after a part of speech.
     void restart();

@@ -1,7 +1,9 @@
 #include "dictionaries/article/senses.h"
 
 #include "dictionaries/article/gloss.h"
-#include "dictionaries/article/part_of_speech.h"
+#include "dictionaries/article/phonetics.h"
+#include "dictionaries/article/phrases.h"
+#include "dictionaries/article/sections.h"
 #include "dictionaries/article/sense_numbers.h"
 #include "dictionaries/article/text_scan.h"
 #include "support/text.h"
@@ -15,9 +17,15 @@ namespace {
 
 /// A piece of an article between two boundaries: line breaks, numbers, parts of speech.
 struct Chunk {
-    enum class Kind { Text, Numbered, Example };
+    enum class Kind { Text, Term, Numbered, Example };
     Kind kind;
     QString text;
+    /// A definition in English that the markup identifies.
+    QString definition = {};
+    /// The markup or a mark identifies an example.
+    bool isMarked = false;
+    /// An English gloss of a Chinese word.
+    bool isEnglish = false;
 };
 
 /// The chunks under one label, not yet divided into senses.
@@ -25,29 +33,6 @@ struct Part {
     QList<LabelledPart> labels;
     QList<Chunk> chunks;
 };
-
-/// The text of a line that is marked as an example; a null string for other lines.
-QString markedExample(const QString &line) {
-    static constexpr QStringView marks[] = {u"▸",    u"•",   u"¶",    u"例如：", u"例如:",
-                                            u"例：", u"例:", u"e.g.", u"E.g."};
-    QStringView rest = line;
-    bool found = true;
-    while (found) {
-        found = std::any_of(std::begin(marks), std::end(marks), [&rest](QStringView mark) {
-            if (!rest.startsWith(mark))
-                return false;
-            rest = rest.sliced(mark.size()).trimmed();
-            return true;
-        });
-    }
-    if (rest.size() == line.size())
-        return {};
-    return rest.isEmpty() ? QStringLiteral("") : rest.toString();
-}
-
-bool endsSentence(QChar c) {
-    return QStringView(u".!?。！？…").contains(c);
-}
 
 /// True for a line that begins with an English sentence, not with a short phrase that is explained.
 bool isEnglishSentence(QStringView line) {
@@ -80,10 +65,16 @@ bool isTranslation(const QString &line) {
            isHan(charAt(line, skipBlanks(line, 0)));
 }
 
-/// Length of a remark such as "[C]" or "(pl.)" and the blanks after it at the start of a line; 0 without one.
+/// Length of a remark such as "[C]", "(pl.)" or "~ (to do sth)" in front of a number, and the blanks after it
+/// at the start of a line; 0 without one.
 qsizetype grammarRemarkLength(QStringView line) {
     constexpr qsizetype longest = 16;
+    constexpr qsizetype longestPattern = 80;
     const QChar open = charAt(line, 0);
+    if (open == u'~' || open == u'～') {
+        const qsizetype one = line.first(std::min(longestPattern, line.size())).indexOf(u" 1");
+        return one > 0 && !charAt(line, one + 2).isDigit() ? one + 1 : 0;
+    }
     if (open != u'[' && open != u'(')
         return 0;
     const QStringView front = line.first(std::min(longest, line.size()));
@@ -92,62 +83,368 @@ qsizetype grammarRemarkLength(QStringView line) {
     return isRemark ? skipBlanks(line, close + 1) : 0;
 }
 
+/// Whether the Chinese is too short to be the translation of the whole English sentence, so that it explains
+/// the word and the sentence is its definition.
+bool isExplained(QStringView english, QStringView chinese) {
+    constexpr int fewestWords = 5;
+    const int words = latinWordCount(english);
+    const auto count = std::count_if(chinese.begin(), chinese.end(), [](QChar c) { return isHan(c); });
+    chinese = chinese.trimmed();
+    return words >= fewestWords && count > 0 && count * 2 <= words && !endsSentence(chinese.back());
+}
+
+/// Whether a text is prose and not a list of meanings.
+bool isProse(QStringView text, qsizetype shortest, int fewestSentences) {
+    constexpr qsizetype longestMeaning = 400;
+    // A Chinese character says as much as several letters.
+    const auto han = std::count_if(text.begin(), text.end(), [](QChar c) { return isHan(c); });
+    if (text.size() + han < shortest)
+        return false;
+    int sentences = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const bool isEnd =
+            text[i] == u'。' || text[i] == u'！' || text[i] == u'？' ||
+            (QStringView(u".!?").contains(text[i]) &&
+             (i + 1 == text.size() || (text[i + 1].isSpace() && charAt(text, i + 2).isUpper())));
+        sentences += isEnd ? 1 : 0;
+    }
+    return sentences >= fewestSentences || text.size() > longestMeaning;
+}
+
+/// Drops a sense number or a letter at the end of a text, which belongs to the label behind it.
+QString withoutLastNumber(QString text) {
+    constexpr qsizetype longest = 6;
+    QStringView rest = QStringView(text).trimmed();
+    if (!rest.endsWith(u'.') && !rest.endsWith(u')') && !rest.endsWith(u'、'))
+        return text;
+    const qsizetype reach = std::max<qsizetype>(0, rest.size() - longest);
+    qsizetype start = rest.size();
+    while (start > reach && !rest[start - 1].isSpace())
+        --start;
+    if (start > 0 && !rest[start - 1].isSpace())
+        return text;
+    const QStringView last = rest.sliced(start);
+    const bool isLetter = last.size() == 2 && last[0] >= u'A' && last[0] <= u'H';
+    const auto number = SenseNumberFinder::atStart(last);
+    if (isLetter || (number && number->end == last.size()))
+        text.truncate(rest.data() - text.constData() + start);
+    return text;
+}
+
 /// Divides the lines of one article into parts and chunks.
 class LineReader {
 public:
-    explicit LineReader(const QStringList &lines) : m_lines(lines) {
+    LineReader(const QList<Line> &lines, const QString &headword) : m_lines(lines), m_headword(headword) {
         m_hasChinese =
-            std::any_of(lines.begin(), lines.end(), [](const QString &line) { return containsHan(line); });
-        m_lettersCount = std::any_of(lines.begin(), lines.end(), [](const QString &line) {
-            return line.startsWith(QStringLiteral("b.")) || line.startsWith(QStringLiteral("b)"));
+            std::any_of(lines.begin(), lines.end(), [](const Line &line) { return containsHan(line.text); });
+        m_lettersCount = std::any_of(lines.begin(), lines.end(), [](const Line &line) {
+            return line.text.startsWith(QStringLiteral("b.")) || line.text.startsWith(QStringLiteral("b)")) ||
+                   line.text.contains(QStringLiteral("(b) "));
         });
-        m_bareCount = std::any_of(lines.begin(), lines.end(), [](const QString &line) {
-            return line.startsWith(u'2') && charAt(line, 1).isSpace();
+        m_bareCount = std::any_of(lines.begin(), lines.end(), [](const Line &line) {
+            return line.text.startsWith(u'2') && charAt(line.text, 1).isSpace();
         });
+        const auto isTitle = [](const Line &line) {
+            const auto title = sectionAtStart(line.text);
+            return title && title->section == Section::Examples;
+        };
+        m_examplesBySense = std::count_if(lines.begin(), lines.end(), isTitle) > 1;
     }
 
-    QList<Part> read() {
+    void read() {
         m_parts.append(Part());
-        for (const QString &line : m_lines)
-            readLine(line);
-        return std::move(m_parts);
+        for (qsizetype i = 0; i < m_lines.size(); ++i)
+            readLine(m_lines[i], i + 1 == m_lines.size());
     }
+
+    const QList<Part> &parts() const { return m_parts; }
+    const PhraseCollector &phrases() const { return m_phrases; }
+    const ExampleCollector &examples() const { return m_examples; }
+    const QString &phonetic() const { return m_phonetic; }
+    bool hasTrailers() const { return m_hasTrailers; }
 
 private:
     QList<Chunk> &chunks() { return m_parts.last().chunks; }
-
-    void readLine(const QString &line) {
-        if (takeLabel(line))
-            return;
-        const QString example = markedExample(line);
-        if (!example.isNull()) {
-            if (!example.isEmpty())
-                addExample(example);
-            return;
-        }
-        if (!chunks().isEmpty() && chunks().last().kind == Chunk::Kind::Example && isTranslation(line) &&
-            !containsHan(chunks().last().text)) {
-            chunks().last().text += u' ' + line;
-            return;
-        }
-        if (m_hasChinese && hasSense() && isEnglishSentence(line)) {
-            addExample(line);
-            return;
-        }
-        readText(line);
-    }
-
     bool hasSense() { return !chunks().isEmpty() || m_parts.size() > 1; }
 
-    /// An example without a sense before it is kept as a sense.
+    void readLine(const Line &line, bool isLast) {
+        const QString text = withoutTags(line.text).toString();
+        if (line.role == LineRole::Heading && text.isEmpty()) {
+            m_section = Section::Senses;
+            return;
+        }
+        if (line.role == LineRole::Aside || isTagLine(text)) {
+            m_hasTrailers = true;
+            return;
+        }
+        if (line.role == LineRole::Plain || line.role == LineRole::Heading || line.role == LineRole::Bullet) {
+            const auto title = sectionAtStart(text);
+            if (title && (title->certain || line.role == LineRole::Heading || (hasSense() && !isLast))) {
+                beginSection(*title, text.sliced(title->length));
+                return;
+            }
+        }
+        switch (line.role) {
+        case LineRole::Heading:
+            m_section = Section::Senses;
+            takeLabel(text);
+            return;
+        case LineRole::Phrase:
+            m_section = Section::Phrases;
+            m_sectionIsOpen = true;
+            if (containsHan(text))
+                m_phrases.add(text);
+            else
+                m_phrases.addPhrase(text);
+            return;
+        case LineRole::Example:
+        case LineRole::Translation:
+        case LineRole::Definition:
+        case LineRole::Item:
+        case LineRole::Bullet:
+        case LineRole::Plain:
+        case LineRole::Aside:
+            readInSection(text, line.role);
+        }
+    }
+
+    void beginSection(const SectionStart &title, const QString &rest) {
+        m_section = title.section;
+        m_sectionIsOpen = rest.isEmpty();
+        m_hasTrailers = m_hasTrailers || m_section != Section::Senses;
+        m_numbers.restart();
+        if (m_section == Section::Examples && m_examplesBySense)
+            m_section = Section::Senses;
+        if (m_section == Section::Web) {
+            begin({{LabelledPart{{QStringLiteral("释义")}, QStringLiteral("网络")}}, 0});
+            m_section = Section::Senses;
+        }
+        // Without a Chinese meaning, the English definitions are all there is.
+        if (m_section == Section::Definitions)
+            m_section = m_hasChinese && hasSense() ? Section::Other : Section::Senses;
+        if (!rest.isEmpty())
+            readInSection(rest, m_examplesBySense && title.section == Section::Examples ? LineRole::Example
+                                                                                        : LineRole::Plain);
+    }
+
+    /// Whether a line below a title belongs to the senses again.
+    bool endsSection(const QString &text) {
+        if (m_section == Section::Other && m_sectionIsOpen)
+            return false;
+        const auto label = labelAtStart(text, true);
+        return label && (m_section == Section::Other || label->length == text.size() ||
+                         containsHan(text.sliced(label->length)));
+    }
+
+    void readInSection(const QString &text, LineRole role) {
+        if (m_section != Section::Senses && role != LineRole::Example && endsSection(text))
+            m_section = Section::Senses;
+        switch (m_section) {
+        case Section::Phrases:
+            m_phrases.add(role == LineRole::Example ? QString(u'▸' + text) : text);
+            return;
+        case Section::Examples:
+            m_examples.add(text);
+            return;
+        case Section::Other:
+            return;
+        case Section::Senses:
+        case Section::Web:
+        case Section::Definitions:
+            break;
+        }
+        switch (role) {
+        case LineRole::Example:
+            addExample(text);
+            return;
+        case LineRole::Translation:
+            if (!takeTranslation(text, true))
+                readPlain(text);
+            return;
+        case LineRole::Definition:
+            addDefinition(text);
+            return;
+        case LineRole::Item:
+            if (!takeLabel(text)) {
+                chunks().append({Chunk::Kind::Numbered, {}});
+                readItem(text);
+            }
+            return;
+        case LineRole::Bullet:
+            if (!takeBullet(text))
+                readPlain(text);
+            return;
+        default:
+            readPlain(text);
+        }
+    }
+
+    /// A phrase with its translation in a list below a sense.
+    bool takeBullet(const QString &text) {
+        constexpr int fewestWords = 2;
+        const SentencePair pair = sentencePair(text);
+        if (chunks().isEmpty() || !isAsciiLetter(text[0]) || latinWordCount(pair.english) < fewestWords ||
+            pair.chinese.isEmpty() || labelAtStart(text, true))
+            return false;
+        addExample(text);
+        return true;
+    }
+
+    void readPlain(const QString &text) {
+        if (isDerivative(text)) {
+            m_section = Section::Other;
+            m_sectionIsOpen = false;
+            m_hasTrailers = true;
+            return;
+        }
+        // The number of a sense on a line of its own.
+        constexpr qsizetype mostDigits = 2;
+        if (text.size() <= mostDigits &&
+            std::all_of(text.begin(), text.end(), [](QChar c) { return c.isDigit(); })) {
+            chunks().append({Chunk::Kind::Numbered, {}});
+            return;
+        }
+        if (takeSlashed(text) || takeLabel(text))
+            return;
+        if (isReference(text)) {
+            m_hasTrailers = true;
+            return;
+        }
+        if (const qsizetype mark = exampleMarkLength(text); mark > 0) {
+            if (mark < text.size())
+                addExample(text.sliced(mark));
+            return;
+        }
+        if (completesLast(text))
+            return;
+        if (m_hasChinese && hasSense() && takeSentence(text))
+            return;
+        if (isFieldTerm(text)) {
+            chunks().append({Chunk::Kind::Term, text});
+            return;
+        }
+        readText(text);
+    }
+
+    /// "> abandoned adj": a word that is made from the headword.
+    static bool isDerivative(QStringView line) {
+        return !line.isEmpty() && QStringView(u">➤➢⇨").contains(line[0]) &&
+               isAsciiLetter(charAt(line, skipBlanks(line, 1)));
+    }
+
+    /// "See also colour": refers to another word.
+    bool isReference(const QString &line) {
+        if (line.startsWith(QStringLiteral("@@@LINK=")) || (line.startsWith(u'=') && !containsHan(line)))
+            return true;
+        if (!hasSense())
+            return false;
+        constexpr int mostWords = 4;
+        const bool isChinese =
+            line.startsWith(QStringLiteral("参见")) || line.startsWith(QStringLiteral("另见"));
+        const bool isEnglish =
+            line.startsWith(QStringLiteral("See ")) || line.startsWith(QStringLiteral("see "));
+        return isChinese || (isEnglish && !containsHan(line) && latinWordCount(line) <= mostWords);
+    }
+
+    /// A line that completes the one before it: a translation, or a meaning below its definition.
+    bool completesLast(const QString &line) {
+        if (chunks().isEmpty())
+            return false;
+        Chunk &last = chunks().last();
+        const bool isEmptyItem = last.kind == Chunk::Kind::Numbered && last.text.isEmpty();
+        if (isEmptyItem) {
+            last.text = line;
+            return true;
+        }
+        const qsizetype start = chineseStart(line);
+        const bool startsChinese = start < line.size() && latinWordCount(QStringView(line).first(start)) == 0;
+        if (!startsChinese || containsHan(last.text) || isFieldTerm(line) ||
+            !SenseNumberFinder(m_numbers).find(line, false).isEmpty())
+            return false;
+        if (last.kind == Chunk::Kind::Example)
+            return takeTranslation(line, false);
+        constexpr int fewestWords = 3;
+        if (last.kind != Chunk::Kind::Numbered && latinWordCount(last.text) < fewestWords)
+            return false;
+        last.text += u' ' + line;
+        return true;
+    }
+
+    bool takeTranslation(const QString &line, bool isCertain) {
+        if (chunks().isEmpty() || chunks().last().kind != Chunk::Kind::Example ||
+            containsHan(chunks().last().text))
+            return false;
+        Chunk &last = chunks().last();
+        const bool isSentence = isTranslation(line) || endsSentence(charAt(last.text, last.text.size() - 1));
+        if (!isCertain && !isSentence)
+            return false;
+        if (!isCertain && !last.isMarked && isExplained(last.text, line))
+            last.kind = Chunk::Kind::Numbered;
+        last.text += u' ' + line;
+        return true;
+    }
+
+    /// An English sentence: an example, or the definition of a short meaning behind it.
+    bool takeSentence(const QString &line) {
+        const SentencePair pair = sentencePair(line);
+        // Below a sense with a number, a phrase with its translation is an example.
+        const bool isNumbered =
+            !chunks().isEmpty() &&
+            (chunks().last().kind == Chunk::Kind::Numbered || chunks().last().kind == Chunk::Kind::Example) &&
+            chunks().first().kind == Chunk::Kind::Numbered;
+        const bool isPhrase = isNumbered && isAsciiLetter(line[0]) && latinWordCount(pair.english) > 1 &&
+                              !pair.chinese.isEmpty() && !pair.english.contains(u'~');
+        if (!isPhrase && !isEnglishSentence(line))
+            return false;
+        if (isExplained(pair.english, pair.chinese)) {
+            chunks().append({Chunk::Kind::Numbered, line});
+            return true;
+        }
+        // The first sentence below a label defines the word.
+        if (chunks().isEmpty())
+            return false;
+        chunks().append({Chunk::Kind::Example, line, {}, false});
+        return true;
+    }
+
     void addExample(const QString &text) {
-        const bool attached = !chunks().isEmpty();
-        chunks().append({attached ? Chunk::Kind::Example : Chunk::Kind::Text, text});
+        if (chunks().isEmpty())
+            m_examples.add(text);
+        else
+            chunks().append({Chunk::Kind::Example, text, {}, true});
+    }
+
+    void addDefinition(const QString &text) {
+        if (containsHan(text)) {
+            readPlain(text);
+            return;
+        }
+        const bool fits = !chunks().isEmpty() && chunks().last().kind != Chunk::Kind::Example &&
+                          chunks().last().definition.isEmpty();
+        if (!fits)
+            chunks().append({Chunk::Kind::Numbered, {}});
+        chunks().last().definition = text;
+    }
+
+    /// The label of a line such as "noun B1", where a level follows it.
+    static QString withoutLevel(const QString &line) {
+        constexpr qsizetype longest = 30;
+        const qsizetype size = line.size();
+        const bool hasLevel = size > 3 && size < longest && line[size - 1] >= u'1' &&
+                              line[size - 1] <= u'2' && line[size - 2] >= u'A' && line[size - 2] <= u'C' &&
+                              line[size - 3].isSpace();
+        const QString label = hasLevel ? line.chopped(3) : line;
+        const auto match = hasLevel ? labelAtStart(label, true) : std::nullopt;
+        return match && match->length == label.size() ? label : line;
     }
 
     /// Reads a line that begins with a part of speech, possibly after a number. False for other lines.
     bool takeLabel(const QString &line) {
-        const bool numbered = !line.isEmpty() && (line[0].isDigit() || line[0] == u'(');
+        if (line.isEmpty())
+            return false;
+        if (const QString label = withoutLevel(line); label.size() < line.size())
+            return takeLabel(label);
+        const bool numbered = line[0].isDigit() || line[0] == u'(';
         qsizetype at = 0;
         if (numbered && !labelAtStart(line, m_lettersCount)) {
             const auto number = SenseNumberFinder::atStart(line);
@@ -164,7 +461,38 @@ private:
         if (isSense)
             return false;
         begin(*label);
-        readText(line.sliced(at + label->length));
+        // An overview such as "noun, verb" names several.
+        qsizetype end = at + label->length;
+        LabelMatch others;
+        const auto isJoined = [&] {
+            return QStringView(line).first(end + others.length).trimmed().endsWith(u',');
+        };
+        while (isJoined()) {
+            const auto next = labelAtStart(QStringView(line).sliced(end + others.length), true);
+            if (!next)
+                break;
+            others.parts += next->parts;
+            others.length += next->length;
+        }
+        if (end + others.length == line.size()) {
+            m_parts.last().labels += others.parts;
+            end = line.size();
+        }
+        readItem(line.sliced(end));
+        return true;
+    }
+
+    /// Reads the glosses of a Chinese headword between slashes.
+    bool takeSlashed(const QString &line) {
+        QStringView text = line;
+        const LeadingPhonetic leading = leadingPhonetic(text, m_headword, true);
+        if (charAt(text, leading.length + 1) == u'/' || containsHan(m_headword))
+            text = text.sliced(leading.length).trimmed();
+        const QStringList glosses = slashedGlosses(text);
+        if (glosses.isEmpty() || (glosses.size() < 2 && !containsHan(m_headword)))
+            return false;
+        for (const QString &gloss : glosses)
+            chunks().append({Chunk::Kind::Numbered, gloss, {}, false, true});
         return true;
     }
 
@@ -173,6 +501,14 @@ private:
         part.labels = label.parts;
         m_parts.append(part);
         m_numbers.restart();
+    }
+
+    /// Reads the text behind a label or an item's mark.
+    void readItem(const QString &text) {
+        const LeadingPhonetic leading = leadingPhonetic(text, m_headword, true);
+        if (m_phonetic.isEmpty())
+            m_phonetic = leading.phonetic;
+        readText(text.sliced(skipBlanks(text, leading.length)));
     }
 
     /// Divides text at parts of speech, then at sense numbers.
@@ -185,9 +521,13 @@ private:
             const auto label = labelInside(text, i);
             if (!label)
                 continue;
-            readNumbered(text.sliced(start, i - start));
+            readNumbered(withoutLastNumber(text.sliced(start, i - start)));
             begin(*label);
             start = i + label->length;
+            constexpr qsizetype glance = 200;
+            const LeadingPhonetic leading = leadingPhonetic(
+                QStringView(text).sliced(start, std::min(glance, text.size() - start)), m_headword, true);
+            start += leading.length;
             i = start - 1;
         }
         readNumbered(text.sliced(start));
@@ -217,70 +557,204 @@ private:
     }
 
     void add(Chunk::Kind kind, const QString &text) {
-        const QString trimmed = text.trimmed();
-        if (!trimmed.isEmpty())
+        QString trimmed = text.trimmed();
+        if (m_lettersCount) {
+            if (const qsizetype length = SenseNumberFinder::letterLength(trimmed); length > 0) {
+                trimmed.remove(0, length);
+                kind = Chunk::Kind::Numbered;
+            }
+        }
+        // Inflections, as in "(took, taken)".
+        if (m_hasChinese && kind == Chunk::Kind::Text && isInflections(trimmed)) {
+            m_hasTrailers = true;
+            return;
+        }
+        const bool fillsItem = !chunks().isEmpty() && chunks().last().kind == Chunk::Kind::Numbered &&
+                               chunks().last().text.isEmpty();
+        if (fillsItem)
+            chunks().last().text = trimmed;
+        else if (!trimmed.isEmpty() || kind == Chunk::Kind::Numbered)
             chunks().append({kind, trimmed});
     }
 
-    const QStringList &m_lines;
+    static bool isInflections(const QString &text) {
+        constexpr qsizetype shortest = 6;
+        return text.size() >= shortest && text.startsWith(u'(') && text.indexOf(u')') == text.size() - 1 &&
+               (text.contains(u',') || text.startsWith(QStringLiteral("(pl"))) && !containsHan(text);
+    }
+
+    const QList<Line> &m_lines;
+    QString m_headword;
     QList<Part> m_parts;
     SenseNumberFinder m_numbers;
+    PhraseCollector m_phrases;
+    ExampleCollector m_examples;
+    QString m_phonetic;
+    Section m_section = Section::Senses;
+    /// The title stands on a line of its own.
+    bool m_sectionIsOpen = false;
     bool m_hasChinese = false;
+    bool m_hasTrailers = false;
     bool m_lettersCount = false;
     bool m_bareCount = false;
+    bool m_examplesBySense = false;
 };
 
-/// Appends the senses of a chunk. A numbered chunk is one sense.
-void appendSenses(QList<Sense> &senses, const Chunk &chunk, bool numbered) {
-    if (!numbered) {
-        senses += splitGlosses(chunk.text);
-        return;
-    }
-    const Sense sense = senseFrom(chunk.text);
-    if (!sense.meaning.isEmpty())
-        senses.append(sense);
+/// The sense of a numbered chunk.
+Sense senseOf(const Chunk &chunk) {
+    Sense sense = senseFrom(chunk.text, chunk.isEnglish);
+    if (sense.meaning.isEmpty())
+        sense.meaning = chunk.definition;
+    else if (!chunk.definition.isEmpty())
+        sense.contexts.append(chunk.definition);
+    return sense;
 }
 
-QList<Sense> sensesOf(const QList<Chunk> &chunks, bool hasChinese) {
+/// The terms of a field on one line, and the group of the part of speech above them.
+struct Terms {
+    QList<Sense> senses;
+    qsizetype group = -1;
+};
+
+/// The senses of a part; those of fields are separate unless they `join` the others.
+struct PartSenses {
+    QList<Sense> senses;
+    QList<Terms> terms;
+};
+
+PartSenses sensesOf(const QList<Chunk> &chunks, bool hasChinese, bool join) {
     const bool numbered = std::any_of(chunks.begin(), chunks.end(),
                                       [](const Chunk &chunk) { return chunk.kind == Chunk::Kind::Numbered; });
-    QList<Sense> senses;
+    PartSenses result;
+    QList<Sense> *last = &result.senses;
     for (const Chunk &chunk : chunks) {
-        if (chunk.kind == Chunk::Kind::Example && !senses.isEmpty()) {
-            senses.last().examples.append(chunk.text);
-        } else if (numbered && !hasChinese && chunk.kind == Chunk::Kind::Text && !senses.isEmpty()) {
+        if (chunk.kind == Chunk::Kind::Example) {
+            if (!last->isEmpty())
+                last->last().examples.append(chunk.text);
+            continue;
+        }
+        if (numbered && !hasChinese && chunk.kind == Chunk::Kind::Text && !last->isEmpty()) {
             // English dictionaries break long definitions into several lines.
-            senses.last().meaning += u' ' + chunk.text;
-        } else {
-            appendSenses(senses, chunk, numbered);
+            last->last().meaning += u' ' + chunk.text;
+            continue;
+        }
+        const bool isTerm = chunk.kind == Chunk::Kind::Term;
+        last = &result.senses;
+        if (isTerm && !join) {
+            result.terms.append(Terms());
+            last = &result.terms.last().senses;
+        }
+        constexpr qsizetype shortestProse = 300;
+        constexpr int fewestSentences = 3;
+        if (isProse(chunk.text, shortestProse, fewestSentences))
+            continue;
+        if (isTerm || (!numbered && chunk.definition.isEmpty())) {
+            *last += splitGlosses(chunk.text, isTerm);
+        } else if (const Sense sense = senseOf(chunk); !sense.meaning.isEmpty()) {
+            last->append(sense);
         }
     }
-    return senses;
+    return result;
+}
+
+/// Whether the text before the first label is prose, so that nothing in it may be taken for a sense.
+bool isProse(const Part &part) {
+    constexpr qsizetype shortest = 80;
+    constexpr int fewestSentences = 2;
+    constexpr qsizetype mostLines = 40;
+    qsizetype prose = 0;
+    qsizetype all = 0;
+    qsizetype plain = 0;
+    for (const Chunk &chunk : part.chunks) {
+        all += chunk.text.size();
+        plain += chunk.kind == Chunk::Kind::Text ? 1 : 0;
+        if (isProse(chunk.text, shortest, fewestSentences))
+            prose += chunk.text.size();
+    }
+    return prose * 2 > all || plain > mostLines;
+}
+
+bool sharesMeaning(const SenseGroup &group, const Terms &terms) {
+    constexpr qsizetype mostSenses = 100;
+    const auto isKnown = [&group](const Sense &term) {
+        return std::any_of(group.senses.begin(), group.senses.end(), [&term](const Sense &sense) {
+            return sense.meaning == term.meaning || sense.meaning.split(u'；').contains(term.meaning);
+        });
+    };
+    return group.senses.size() <= mostSenses && terms.senses.size() <= mostSenses &&
+           std::any_of(terms.senses.begin(), terms.senses.end(), isKnown);
+}
+
+/// Gives the terms of fields to parts of speech, see readSenses().
+void placeTerms(ArticleSenses &senses, const QList<Terms> &lines) {
+    constexpr qsizetype mostComparisons = 200;
+    qsizetype comparisons = 0;
+    // Terms are compared with the article's own senses, not with each other.
+    const QList<SenseGroup> groups = senses.groups;
+    const auto shares = [&](qsizetype group, const Terms &terms) {
+        return comparisons++ < mostComparisons && sharesMeaning(groups[group], terms);
+    };
+    for (const Terms &terms : lines) {
+        qsizetype place = terms.group;
+        if (place < 0 || !shares(place, terms)) {
+            const bool isNoun = place >= 0 && groups[place].part.pos == QStringLiteral("noun");
+            qsizetype other = 0;
+            while (other < groups.size() && comparisons < mostComparisons && !shares(other, terms))
+                ++other;
+            const bool isFound = other < groups.size() && comparisons < mostComparisons;
+            place = isFound ? other : isNoun ? place : -1;
+        }
+        (place < 0 ? senses.terms : senses.groups[place].senses) += terms.senses;
+    }
 }
 
 } // namespace
 
-QList<SenseGroup> readSenses(const QStringList &lines) {
+ArticleSenses readSenses(const QList<Line> &lines, const QString &headword) {
     const bool hasChinese =
-        std::any_of(lines.begin(), lines.end(), [](const QString &line) { return containsHan(line); });
-    QList<SenseGroup> groups{SenseGroup()};
-    for (const Part &part : LineReader(lines).read()) {
-        const QList<Sense> senses = sensesOf(part.chunks, hasChinese);
-        if (part.labels.isEmpty())
-            groups.first().senses += senses;
+        std::any_of(lines.begin(), lines.end(), [](const Line &line) { return containsHan(line.text); });
+    LineReader reader(lines, headword);
+    reader.read();
+    const QList<Part> &parts = reader.parts();
+    ArticleSenses result;
+    result.phrases = reader.phrases().phrases();
+    result.examples = reader.examples().examples();
+    result.phonetic = reader.phonetic();
+    result.hasTrailers = reader.hasTrailers();
+    result.isProse = isProse(parts.first());
+    QStringList names;
+    for (const Part &part : parts) {
         for (const LabelledPart &label : part.labels) {
-            if (senses.isEmpty())
-                continue;
-            if (groups.size() == 1 || groups.last().part != label.part)
-                groups.append({label.part, {}});
-            for (Sense sense : senses) {
-                if (!label.context.isEmpty())
-                    sense.contexts.prepend(label.context);
-                groups.last().senses.append(sense);
-            }
+            if (!names.contains(label.part.pos))
+                names += label.part.pos;
         }
     }
-    return groups;
+    QList<Terms> terms;
+    for (const Part &part : parts) {
+        if (part.labels.isEmpty()) {
+            if (!result.isProse)
+                result.loose += sensesOf(part.chunks, hasChinese, true).senses;
+            continue;
+        }
+        PartSenses senses = sensesOf(part.chunks, hasChinese, names.size() == 1);
+        for (const LabelledPart &label : part.labels) {
+            if (senses.senses.isEmpty())
+                continue;
+            if (result.groups.isEmpty() || result.groups.last().part != label.part)
+                result.groups.append({label.part, {}});
+            for (Sense sense : senses.senses) {
+                if (!label.context.isEmpty())
+                    sense.contexts.prepend(label.context);
+                result.groups.last().senses.append(sense);
+            }
+        }
+        for (Terms &line : senses.terms) {
+            line.group = senses.senses.isEmpty() ? -1 : result.groups.size() - 1;
+            terms.append(line);
+        }
+    }
+    placeTerms(result, terms);
+    return result;
 }
 
 } // namespace lexiquill::article

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "dictionaries/article/line.h"
 #include "dictionaries/article/part_of_speech.h"
+#include "model/dictionary_entry.h"
 
 #include <QList>
 #include <QString>
@@ -23,8 +25,31 @@ struct SenseGroup {
     QList<Sense> senses;
 };
 
-/// Reads the lines of an article without markup. The first group contains the senses before the first part of
-/// speech.
-QList<SenseGroup> readSenses(const QStringList &lines);
+/// What an article says, without its title.
+struct ArticleSenses {
+    /// The senses by part of speech, in the article's order.
+    QList<SenseGroup> groups;
+    /// The senses before the first part of speech.
+    QList<Sense> loose;
+    /// The terms of a field whose part of speech the article does not tell.
+    QList<Sense> terms;
+    QList<Sense> phrases;
+    /// Examples that belong to no sense.
+    QList<ExampleSentence> examples;
+    /// A transcription behind a part of speech, with its brackets; often empty.
+    QString phonetic;
+    /// The article has sections or tags that are not shown as senses.
+    bool hasTrailers = false;
+    /// The text without a label is prose, not a list of meanings.
+    bool isProse = false;
+};
+
+/// Reads the lines of an article.
+///
+/// A line that begins with a label of a field ("[医] 苹果") holds terms of that field. If the article names
+/// only one part of speech, they are senses of it. Otherwise they belong to the one that has one of their
+/// meanings; if none has, to the noun that is directly above them, for terms are nouns as a rule; and else to
+/// none.
+ArticleSenses readSenses(const QList<Line> &lines, const QString &headword);
 
 } // namespace lexiquill::article

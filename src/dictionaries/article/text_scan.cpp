@@ -35,12 +35,31 @@ qsizetype skipBlanks(QStringView text, qsizetype position) {
     return position;
 }
 
+namespace {
+
+constexpr std::pair<char16_t, char16_t> brackets[] = {
+    {u'(', u')'},   {u'[', u']'},   {u'<', u'>'},   {u'（', u'）'}, {u'【', u'】'},
+    {u'〈', u'〉'}, {u'《', u'》'}, {u'〔', u'〕'}, {u'「', u'」'}, {u'“', u'”'},
+    {u'{', u'}'},   {u'［', u'］'}, {u'〖', u'〗'},
+};
+
+/// The bracket that `close` closes; a zero character if it is not a closing bracket.
+QChar openingBracket(QChar close) {
+    for (const auto &[left, right] : brackets) {
+        if (close == right)
+            return left;
+    }
+    return {};
+}
+
+bool isClosing(QChar c) {
+    return !openingBracket(c).isNull();
+}
+
+} // namespace
+
 QChar closingBracket(QChar open) {
-    static constexpr std::pair<char16_t, char16_t> pairs[] = {
-        {u'(', u')'},   {u'[', u']'},   {u'<', u'>'},   {u'（', u'）'}, {u'【', u'】'}, {u'〈', u'〉'},
-        {u'《', u'》'}, {u'〔', u'〕'}, {u'「', u'」'}, {u'“', u'”'},   {u'{', u'}'},
-    };
-    for (const auto &[left, right] : pairs) {
+    for (const auto &[left, right] : brackets) {
         if (open == left)
             return right;
     }
@@ -63,6 +82,68 @@ QList<int> bracketDepths(QStringView text) {
     for (int &change : changes)
         change = depth += change;
     return changes;
+}
+
+bool endsSentence(QChar c) {
+    return QStringView(u".!?。！？…").contains(c);
+}
+
+qsizetype chineseStart(QStringView text) {
+    qsizetype at = std::find_if(text.begin(), text.end(), [](QChar c) { return isHan(c); }) - text.begin();
+    while (at < text.size() && at > 0 && QStringView(u"([（【〈《〔「“‘…").contains(text[at - 1]))
+        --at;
+    return at;
+}
+
+int latinWordCount(QStringView text) {
+    int words = 0;
+    bool inWord = false;
+    for (const QChar c : text) {
+        const bool letter = c.isLetter() && !isHan(c);
+        words += letter && !inWord ? 1 : 0;
+        inWord = letter || (inWord && (c == u'\'' || c == u'’' || c == u'-' || c == u'.'));
+    }
+    return words;
+}
+
+SentencePair sentencePair(QStringView text) {
+    text = text.trimmed();
+    const qsizetype han = chineseStart(text);
+    if (latinWordCount(text.first(han)) > 0)
+        return {text.first(han).trimmed(), text.sliced(han)};
+    // Chinese first: the English begins behind the last Chinese character.
+    qsizetype end = text.size();
+    while (end > 0 && !isHan(text[end - 1]))
+        --end;
+    while (end < text.size() && !isAsciiLetter(text[end]))
+        ++end;
+    return {text.sliced(end), text.first(end).trimmed()};
+}
+
+QStringView withoutTornMarks(QStringView text) {
+    const auto isQuote = [](QChar c) {
+        return c == u'"';
+    };
+    text = text.trimmed();
+    constexpr int mostMarks = 8;
+    for (int i = 0; i < mostMarks && !text.isEmpty(); ++i) {
+        const QChar first = text.front();
+        const QChar last = text.back();
+        const bool oddQuotes = std::count_if(text.begin(), text.end(), isQuote) % 2 == 1;
+        const QChar closing = closingBracket(first);
+        const bool tornStart = (!closing.isNull() && !text.contains(closing)) ||
+                               (isQuote(first) && oddQuotes) || (isClosing(first) && first != u'>');
+        const bool tornEnd = (!closingBracket(last).isNull()) || (isQuote(last) && oddQuotes) ||
+                             (isClosing(last) && last != u'>' && !text.contains(openingBracket(last)));
+        if (!tornStart && !tornEnd)
+            break;
+        if (tornStart)
+            text = text.sliced(1);
+        else
+            text.chop(1);
+        text = text.trimmed();
+    }
+    return text;
 }
 
 } // namespace lexiquill::article

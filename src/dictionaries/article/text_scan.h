@@ -25,4 +25,24 @@ QChar closingBracket(QChar open);
 /// themselves count as inside.
 QList<int> bracketDepths(QStringView text);
 
+bool endsSentence(QChar c);
+
+/// The first Chinese character, or the opening bracket or quotation mark directly before it; the end of the
+/// text if there is none.
+qsizetype chineseStart(QStringView text);
+
+/// The number of words in Latin letters.
+int latinWordCount(QStringView text);
+
+/// A sentence and its translation. Either may be empty.
+struct SentencePair {
+    QStringView english;
+    QStringView chinese;
+};
+/// Divides a text at the place where English changes to Chinese, or Chinese to English.
+SentencePair sentencePair(QStringView text);
+
+/// The text without blanks, and without brackets and quotation marks at its ends that have no partner.
+QStringView withoutTornMarks(QStringView text);
+
 } // namespace lexiquill::article

@@ -72,6 +72,8 @@ OpenedReader DictdReader::open(const QString &indexPath) {
     const DictionaryProblem problem = reader->m_articles.open(basePathOf(indexPath));
     if (problem != DictionaryProblem::None)
         return {nullptr, problem};
+    if (reader->about().name.contains(QStringLiteral("WordNet"), Qt::CaseInsensitive))
+        reader->m_form = article::Form::WordNet;
     return {std::move(reader), problem};
 }
 
@@ -126,7 +128,7 @@ std::optional<StoredArticle> DictdReader::article(const ArticlePlace &place) {
     if (!bytes)
         return std::nullopt;
     const QString text = decoded(*bytes);
-    return StoredArticle{.article = {{article::Form::Text, text}},
+    return StoredArticle{.article = {{m_form, text}},
                          .link = {},
                          .headword = text.first(std::max<qsizetype>(text.indexOf(u'\n'), 0)).trimmed()};
 }

@@ -33,6 +33,7 @@ private:
 
     std::unique_ptr<FileSnapshot> m_index;
     ArticleFile m_articles;
+    article::Form m_form = article::Form::Text;
 };
 
 } // namespace lexiquill::dictd

@@ -41,7 +41,7 @@ void seal(QByteArray &image, Header header, qint64 payloadSize) {
 
 bool IndexBuilder::addWord(QByteArrayView word, const ArticlePlace &place) {
     const size_t before = m_words.size();
-    const bool fits = place.offset < aliasFlag && add(word, place.offset, place.size);
+    const bool fits = place.offset >= aliasFlag || add(word, place.offset, place.size);
     m_numbers.push_back(m_words.size() > before ? static_cast<quint32>(before) : cannotBeFound);
     return fits;
 }

@@ -23,7 +23,7 @@ bool isYes(const QString &value) {
 
 QString plainText(const QString &html) {
     const bool isPlain = !html.contains(u'<') && !html.contains(u'&');
-    return (isPlain ? html : article::readMarkup(html, article::MarkupKind::Html, {}).rawText).trimmed();
+    return (isPlain ? html : article::readMarkup(html, article::MarkupKind::Html).rawText).trimmed();
 }
 
 DictionaryAbout readAbout(const Attributes &attributes) {

@@ -23,6 +23,12 @@ std::optional<article::Form> formOf(char type) {
         return article::Form::Html;
     case 'g':
         return article::Form::Pango;
+    case 'k':
+        return article::Form::PowerWord;
+    case 'w':
+        return article::Form::MediaWiki;
+    case 'n':
+        return article::Form::WordNet;
     default:
         return std::nullopt;
     }
