@@ -15,7 +15,9 @@
 
 #include <QAbstractItemModelTester>
 #include <QAccessible>
+#include <QDropEvent>
 #include <QGuiApplication>
+#include <QMimeData>
 #include <QQmlApplicationEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -304,6 +306,28 @@ private Q_SLOTS:
         sheet.click(u"撤销移除 我的英汉词典"_s);
         QTRY_VERIFY(sheet.shows(u"我的英汉词典"_s));
         QVERIFY(firstMeaning().contains(u"mine"_s) || QFile::exists(directory + u"/d.ifo"_s));
+    }
+
+    void droppedFiles() {
+        TestServices services;
+        const Shown area(services, "DictionaryDropArea");
+        const auto drop = [&area](const QList<QUrl> &urls) {
+            QMimeData files;
+            files.setUrls(urls);
+            const QPoint place(100, 100);
+            QDragEnterEvent enter(place, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(area.window(), &enter);
+            QDropEvent event(place, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(area.window(), &event);
+        };
+        const DictionaryImports &imports = AppContext::current().imports();
+        QTRY_VERIFY(area.window()->isActive());
+        drop({QUrl(u"https://example.org/a.zip"_s)});
+        QVERIFY(!imports.showSheet());
+        drop(
+            {QUrl::fromLocalFile(services.path(u"a.zip"_s)), QUrl::fromLocalFile(services.path(u"b.zip"_s))});
+        QVERIFY(imports.showSheet());
+        QTRY_COMPARE(imports.results().size(), 2);
     }
 
     void importSheet() {

@@ -7,6 +7,8 @@ DropArea {
 
     readonly property bool isWanted: containsDrag
 
+    anchors.fill: parent
+
     keys: ["text/uri-list"]
     onEntered: drag => {
         drag.accepted = drag.hasUrls && drag.urls.some(url => `${url}`.startsWith("file:"));

@@ -8,7 +8,7 @@ Sheet {
     readonly property bool isAsking: DictionaryImports.state === DictionaryImports.State.Asking
     readonly property bool isDone: DictionaryImports.state === DictionaryImports.State.Idle
 
-    title: isAsking ? "添加词典？" : "添加词典"
+    title: isAsking ? "打开词典" : "添加词典"
     width: Math.min(440, parent ? parent.width - 4 * Theme.unit : 440)
 
     Column {

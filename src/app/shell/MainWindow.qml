@@ -84,7 +84,6 @@ Window {
     }
 
     DictionaryDropArea {
-        anchors.fill: parent
         // Above the sheets, too.
         z: 2000000
     }
