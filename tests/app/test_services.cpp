@@ -3,6 +3,7 @@
 #include "storage/first_run_words.h"
 
 #include <QFile>
+#include <QThreadPool>
 
 namespace lexiquill {
 
@@ -49,6 +50,10 @@ TestServices::TestServices(const QByteArray &wordbook, const QString &serverBase
                                                      .sync = *m_sync,
                                                      .updater = m_updater,
                                                      .defaults = m_defaults});
+}
+
+TestServices::~TestServices() {
+    QThreadPool::globalInstance()->waitForDone();
 }
 
 } // namespace lexiquill

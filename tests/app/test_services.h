@@ -30,6 +30,9 @@ public:
                           const QString &serverBase = QStringLiteral("http://127.0.0.1:9"),
                           OnlineSource *online = nullptr, const Clock &clock = Instant::now,
                           const std::function<Calendar()> &calendar = Calendar::current);
+    /// Waits for work on other threads that uses the services.
+    ~TestServices();
+    Q_DISABLE_COPY_MOVE(TestServices)
 
     StorageManager &storage() { return *m_storage; }
     CurrentWeeklyPlan &plan() { return *m_plan; }
