@@ -297,6 +297,14 @@ private Q_SLOTS:
             return services.defaults().stringList(u"lexiquill_dictionary_order"_s);
         };
         QTRY_VERIFY(order().value(1).startsWith(directory));
+        const QQuickItem *const row = sheet.control(u"启用 我的英汉词典"_s)->parentItem()->parentItem();
+        QTest::qWait(400); // until the row has arrived
+        const QPoint handle = row->mapToScene({16, row->height() / 2}).toPoint();
+        QTest::mousePress(sheet.window(), Qt::LeftButton, {}, handle);
+        for (int step = 1; step <= 10; ++step)
+            QTest::mouseMove(sheet.window(), handle - QPoint(0, 8 * step));
+        QTest::mouseRelease(sheet.window(), Qt::LeftButton, {}, handle - QPoint(0, 80));
+        QTRY_VERIFY(order().value(0).startsWith(directory));
 
         sheet.click(u"移除 我的英汉词典"_s);
         QVERIFY(sheet.shows(u"移除“我的英汉词典”？"_s));

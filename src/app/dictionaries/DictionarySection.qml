@@ -82,10 +82,12 @@ PreferenceSection {
                 width: parent?.width ?? 0
                 height: implicitHeight
                 count: rows.count
+                // While it moves to another place in the list.
+                onYChanged: if (activeFocus && !isDragged)
+                    section.reveal(row)
                 onMovedTo: target => {
                     dictionaries.moveTo(index, target);
                     dictionaries.storeOrder();
-                    section.reveal(row);
                 }
                 onDraggedTo: y => {
                     const target = list.rowAt(y);

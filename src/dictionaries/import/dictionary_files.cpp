@@ -76,11 +76,11 @@ struct Directory {
     }
 
     /// The files whose names begin with `base`.
-    auto beginningWith(const QString &base) const {
+    QFileInfoList beginningWith(const QString &base) const {
         const auto first = std::ranges::lower_bound(files, base, {}, &QFileInfo::fileName);
         const auto last = std::find_if_not(
             first, files.end(), [&base](const QFileInfo &file) { return file.fileName().startsWith(base); });
-        return std::ranges::subrange(first, last);
+        return files.sliced(first - files.begin(), last - first);
     }
 };
 
