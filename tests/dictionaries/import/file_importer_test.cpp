@@ -165,6 +165,7 @@ private Q_SLOTS:
         QFETCH(qint64, size);
         QFETCH(Problem, problem);
         std::vector<ArchivedFile> files;
+        files.reserve(static_cast<std::size_t>(count));
         for (int i = 0; i < count; ++i)
             files.push_back({QByteArray::number(i) + ".txt", QByteArray(size, ' ')});
         const QString archive = path(u"a"_s + QString::fromLatin1(suffix));
