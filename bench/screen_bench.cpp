@@ -1,3 +1,4 @@
+#include "app/dictionaries/dictionary_imports.h"
 #include "app/review/review_session.h"
 #include "app/review/weekly_plan_model.h"
 #include "app/review/weekly_review.h"
@@ -11,6 +12,7 @@
 #include "bench.h"
 #include "desktop_search/spotlight_manager.h"
 #include "dictionaries/dictionary_shelf.h"
+#include "dictionaries/import/dictionary_importer.h"
 #include "hotkey/hot_key_manager.h"
 #include "lookup/dictionary_service.h"
 #include "lookup/online_source.h"
@@ -51,6 +53,7 @@ public:
                 .dictionary = m_dictionary,
                 .offlineDictionaries = m_offline,
                 .shelf = m_shelf,
+                .importer = m_importer,
                 .spotlight = m_spotlight,
                 .hotKeys = m_hotKeys,
                 .http = m_http,
@@ -63,6 +66,12 @@ private:
     struct NoOnlineSource : OnlineSource {
         QCoro::Task<std::optional<DictionaryEntry>> lookup(QString, std::stop_token) override {
             co_return std::nullopt;
+        }
+    };
+    struct NoImporter : DictionaryImporter {
+        QList<ImportResult> import(const QStringList &, const std::stop_token &,
+                                   const ImportProgress &) override {
+            return {};
         }
     };
     struct NoRegistrar : HotKeyRegistrar {
@@ -81,6 +90,7 @@ private:
     UserDefaults m_defaults{m_directory + QStringLiteral("/settings.conf")};
     DictionaryShelf m_shelf{{.installed = {}, .bundled = {}, .cache = m_directory}, {}};
     SystemDictionaryService m_offline{m_shelf};
+    NoImporter m_importer;
     NoOnlineSource m_online;
     DictionaryService m_dictionary{m_online, m_offline, m_defaults};
     SearchIndex m_index;
@@ -194,7 +204,13 @@ std::vector<std::string> registerScreenBenchmarks() {
         return std::make_shared<SearchSession>(services);
     };
     const auto badge = [](Services &services) {
-        return std::make_shared<ContentView>(services);
+        struct Content {
+            explicit Content(Services &services) : imports(services), view(services, imports) {}
+            DictionaryImports imports;
+            ContentView view;
+        };
+        const auto content = std::make_shared<Content>(services);
+        return std::shared_ptr<QObject>(content, &content->view);
     };
     const std::vector<std::pair<std::string, std::function<void(State &)>>> functions{
         {"after a change: badge of the sidebar", following(badge)},

@@ -66,8 +66,8 @@ int runDesktopApplication(int argc, char **argv) {
         delegate.applicationDidFinishLaunching();
         if (!request.action.isEmpty())
             requests.activateAction(request.action, {}, tokens);
-        else if (!request.url.isEmpty())
-            requests.open({request.url}, tokens);
+        else if (!request.urls.isEmpty())
+            requests.open(request.urls, tokens);
     });
     // Save at the end of the session as on quitting.
     const auto termination = watchTermination([&delegate] { delegate.terminate(); });

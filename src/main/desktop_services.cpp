@@ -2,6 +2,7 @@
 
 #include "hotkey/hot_key_manager.h"
 #include "main/desktop_application.h"
+#include "main/loaded_dictionary_importer.h"
 #include "main/modules.h"
 #include "platform/process.h"
 #include "settings/user_defaults.h"
@@ -21,12 +22,18 @@ template <> HotKeyManager &shared<HotKeyManager>() {
     return *instance;
 }
 
+template <> DictionaryImporter &shared<DictionaryImporter>() {
+    static auto *const instance = new LoadedDictionaryImporter(shared<DictionaryShelf>());
+    return *instance;
+}
+
 template <> Services &shared<Services>() {
     static auto *const instance = new Services{.storage = shared<StorageManager>(),
                                                .plan = shared<CurrentWeeklyPlan>(),
                                                .dictionary = shared<DictionaryService>(),
                                                .offlineDictionaries = shared<SystemDictionaryService>(),
                                                .shelf = shared<DictionaryShelf>(),
+                                               .importer = shared<DictionaryImporter>(),
                                                .spotlight = shared<SpotlightManager>(),
                                                .hotKeys = shared<HotKeyManager>(),
                                                .http = shared<HttpClient>(),

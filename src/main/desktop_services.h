@@ -5,6 +5,9 @@
 
 namespace lexiquill {
 
+class DictionaryImporter;
+
+template <> DictionaryImporter &shared<DictionaryImporter>();
 template <> CurrentWeeklyPlan &shared<CurrentWeeklyPlan>();
 template <> HotKeyManager &shared<HotKeyManager>();
 /// All services that the window uses.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "dictionaries/import/dictionary_importer.h"
 #include "platform/module.h"
 
 #include <QByteArray>
@@ -33,6 +34,16 @@ public:
     virtual ~SearchIndexModule() = default;
     /// Does not access the file before the first operation.
     virtual std::unique_ptr<SearchDatabase> open(const QString &path) = 0;
+};
+
+/// Adds dictionaries from files and archives.
+class DictionaryImportModule {
+public:
+    static constexpr const char *library = "lexiquill_dictionary_import";
+
+    virtual ~DictionaryImportModule() = default;
+    virtual std::unique_ptr<DictionaryImporter> importerInto(const QString &directory,
+                                                             PrepareDictionary prepare) = 0;
 };
 
 /// Finds an instance of the application that is already running.

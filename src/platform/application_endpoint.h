@@ -21,10 +21,15 @@ struct ActivationTokens {
 };
 
 /// The handlers for requests from other programs, the desktop and later starts of this program. Texts may
-/// have any content, but at most `longestText` characters.
+/// have any content, but at most `longestText` characters; addresses at most `longestUrl`.
 struct ApplicationRequests {
     static constexpr qsizetype longestText = 4096;
     static constexpr qsizetype mostUrls = 16;
+    /// Enough for the longest path, with every byte percent-encoded.
+    static constexpr qsizetype longestUrl = 3 * 4096 + 16;
+
+    /// The addresses that a process may pass on: not more than `mostUrls`, and none that is too long.
+    static QStringList acceptable(const QStringList &urls);
 
     std::function<void(const ActivationTokens &)> activate;
     std::function<void(const QStringList &urls, const ActivationTokens &)> open;
@@ -47,12 +52,13 @@ public:
 /// Uses the session bus, or a socket of the user if there is no bus.
 std::unique_ptr<ApplicationEndpoint> makeApplicationEndpoint();
 
-/// The request of one start of the program: show the window, open an address, or run an action.
+/// The request of one start of the program: show the window, open addresses, or run an action.
 struct StartRequest {
-    QString url = {};
+    QStringList urls = {};
     QString action = {};
 
-    /// The request in the arguments of a start by the desktop.
+    /// The request in the arguments of a start by the desktop: an address of this program, or
+    /// "--desktop-action=NAME". After "--desktop-action=open" follow paths and addresses.
     static StartRequest fromArguments(const QStringList &arguments);
 };
 

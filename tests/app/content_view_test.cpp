@@ -1,3 +1,4 @@
+#include "app/dictionaries/dictionary_imports.h"
 #include "app/shell/content_view.h"
 #include "app/test_services.h"
 #include "storage/wordbook_watcher.h"
@@ -22,7 +23,8 @@ private Q_SLOTS:
         QFETCH(const QStringList, cells);
         const QString &word = cells[1];
         TestServices services;
-        ContentView view(services);
+        DictionaryImports imports(services);
+        ContentView view(services, imports);
         view.setSelectedTab(ContentView::TabItem::Statistics);
         QSignalSpy lookups(&view, &ContentView::performExternalLookup);
         view.openUrl(cells[0]);
@@ -35,7 +37,8 @@ private Q_SLOTS:
 
     void searchResultsNameTheirWord() {
         TestServices services;
-        ContentView view(services);
+        DictionaryImports imports(services);
+        ContentView view(services, imports);
         view.continueSearchActivity(u"word:apple"_s);
         QCOMPARE(view.externalSelectedWord(), u"apple"_s);
         view.postFocusSearchInput();
@@ -44,7 +47,8 @@ private Q_SLOTS:
 
     void dueWordsAreCounted() {
         TestServices services("[]");
-        ContentView view(services);
+        DictionaryImports imports(services);
+        ContentView view(services, imports);
         QCOMPARE(view.dueCount(), 0);
         const WordRecord record =
             services.storage().addOrUpdateSearch({.headword = u"apple"_s, .posGroups = {}, .rawText = {}});
@@ -55,7 +59,8 @@ private Q_SLOTS:
 
     void aFailedSpotlightBatchStillTellsItsCount() {
         TestServices services;
-        ContentView view(services);
+        DictionaryImports imports(services);
+        ContentView view(services, imports);
         QSignalSpy ends(&view, &ContentView::showSpotlightAlertChanged);
         view.syncToSpotlight();
         QVERIFY(view.isIndexingSpotlight());

@@ -5,6 +5,7 @@
 #include "app/test_services.h"
 #include "http_server.h"
 #include "settings/server_addresses.h"
+#include "stardict_writer.h"
 #include "support/test.h"
 
 #include <QAbstractItemModelTester>
@@ -250,6 +251,34 @@ private Q_SLOTS:
         QVERIFY(failures.wait(30'000));
         QVERIFY(failures[0][0].toString().startsWith(message));
         QVERIFY(!pronunciation.isFetching());
+    }
+
+    /// The recording of a dictionary is played first when words are looked up offline, else when there is no
+    /// other one. A test machine cannot play it, but then the reason has nothing to do with the server.
+    void soundsOfDictionaries_data() {
+        columns<DictionarySourceMode, int>("mode", "requests");
+        QTest::newRow("offline") << DictionarySourceMode::AppleOffline << 0;
+        QTest::newRow("online") << DictionarySourceMode::YoudaoOnline << 1;
+    }
+    void soundsOfDictionaries() {
+        QFETCH(const DictionarySourceMode, mode);
+        const HttpServer server(ServedAnswer{.status = 404});
+        TestServices services;
+        services.defaults().set(ServerAddresses::youdaoKey, server.base());
+        services.dictionary().setCurrentMode(mode);
+        services.makeCurrent();
+        const QString directory = DictionaryShelf::importedDirectory() + u"/d"_s;
+        QVERIFY(writeFile(directory + u"/res/a.wav"_s, "no sound"));
+        QCOMPARE(tools::writeStarDict(directory, u"d"_s,
+                                      {{"zyzzyva", {{'h', "<a href=\"sound://a.wav\">a</a> weevil"}}, {}}},
+                                      {.typeSequence = "h"}),
+                 QString());
+        Pronunciation pronunciation;
+        QSignalSpy failures(&pronunciation, &Pronunciation::failed);
+        pronunciation.play(u"zyzzyva"_s);
+        QVERIFY(failures.wait(30'000));
+        QVERIFY(!failures[0][0].toString().contains(u"服务器"_s));
+        QTEST(static_cast<int>(server.requests().size()), "requests");
     }
 };
 

@@ -1,8 +1,8 @@
 // Tests the sheets as the user sees them, without a display: texts and states, with real servers on the
 // loopback interface and real files.
 
+#include "app/dictionaries/dictionary_texts.h"
 #include "app/preferences/backup_list_model.h"
-#include "app/preferences/offline_dictionary_model.h"
 #include "app/preferences/server_address_editor.h"
 #include "app/shell/app_context.h"
 #include "app/shell/lexiquill_app.h"
@@ -10,11 +10,14 @@
 #include "e2e/program.h"
 #include "http_server.h"
 #include "model/record_codec.h"
+#include "stardict_writer.h"
 #include "support/test.h"
 
 #include <QAbstractItemModelTester>
 #include <QAccessible>
+#include <QDropEvent>
 #include <QGuiApplication>
+#include <QMimeData>
 #include <QQmlApplicationEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -269,25 +272,80 @@ private Q_SLOTS:
         QVERIFY(!sheet.control(u"有道在线词典 (默认)"_s)->property("checked").toBool());
     }
 
-    void offlineDictionaries() {
+    void dictionaries() {
         TestServices services;
-        services.makeCurrent();
-        OfflineDictionaryModel model;
-        const QAbstractItemModelTester tester(&model);
-        QVERIFY(model.isLoading());
-        QTRY_VERIFY(!model.isLoading());
-        // The two starter dictionaries.
-        QCOMPARE(model.rowCount(), 2);
-        const QModelIndex first = model.index(0);
-        QFile index(QStringLiteral(LEXIQUILL_STARTER_DIRECTORY "/") +
-                    QFileInfo(first.data(OfflineDictionaryModel::PathRole).toString()).completeBaseName() +
-                    u".ifo"_s);
-        QVERIFY(index.open(QIODevice::ReadOnly));
-        const QByteArray count = first.data(OfflineDictionaryModel::WordCountRole).toString().toLatin1();
-        QVERIFY(index.readAll().contains("wordcount=" + count + '\n'));
+        const QString directory = DictionaryShelf::importedDirectory() + u"/mine"_s;
+        QVERIFY(QDir().mkpath(directory));
+        QCOMPARE(tools::writeStarDict(directory, u"d"_s, {tools::plainEntry("apple", "n. mine")},
+                                      {.bookName = "我的英汉词典"}),
+                 QString());
         const Shown sheet(services, "PreferencesSheet");
-        QTRY_VERIFY(sheet.shows(u"1. "_s + first.data(OfflineDictionaryModel::NameRole).toString()));
-        QVERIFY(sheet.shows(QString::fromLatin1(count) + u" 词"_s));
+        const auto firstMeaning = [&services] {
+            return services.offlineDictionaries().lookup(u"apple"_s)->rawText;
+        };
+        QTRY_VERIFY(sheet.shows(u"我的英汉词典"_s));
+        QVERIFY(sheet.shows(u"StarDict · 1 词 · "_s + shownPath(directory)));
+        QVERIFY(firstMeaning().contains(u"mine"_s));
+        sheet.click(u"启用 我的英汉词典"_s);
+        QTRY_VERIFY(!firstMeaning().contains(u"mine"_s));
+        sheet.click(u"启用 我的英汉词典"_s);
+        QTRY_VERIFY(firstMeaning().contains(u"mine"_s));
+        // From a control of a row the keys move the row.
+        QTest::keyClick(sheet.window(), Qt::Key_Down, Qt::ControlModifier);
+        const auto order = [&services] {
+            services.defaults().refresh();
+            return services.defaults().stringList(u"lexiquill_dictionary_order"_s);
+        };
+        QTRY_VERIFY(order().value(1).startsWith(directory));
+        const QQuickItem *const row = sheet.control(u"启用 我的英汉词典"_s)->parentItem()->parentItem();
+        QTest::qWait(400); // until the row has arrived
+        const QPoint handle = row->mapToScene({16, row->height() / 2}).toPoint();
+        QTest::mousePress(sheet.window(), Qt::LeftButton, {}, handle);
+        for (int step = 1; step <= 10; ++step)
+            QTest::mouseMove(sheet.window(), handle - QPoint(0, 8 * step));
+        QTest::mouseRelease(sheet.window(), Qt::LeftButton, {}, handle - QPoint(0, 80));
+        QTRY_VERIFY(order().value(0).startsWith(directory));
+
+        sheet.click(u"移除 我的英汉词典"_s);
+        QVERIFY(sheet.shows(u"移除“我的英汉词典”？"_s));
+        sheet.click(u"移除"_s);
+        QTRY_VERIFY(sheet.shows(u"已移除“我的英汉词典”"_s));
+        QVERIFY(!QFile::exists(directory));
+        QVERIFY(sheet.isEnabled(u"撤销移除 我的英汉词典"_s));
+        QTest::keyClick(sheet.window(), Qt::Key_Z, Qt::ControlModifier);
+        QTRY_VERIFY(sheet.shows(u"我的英汉词典"_s));
+        QVERIFY(QFile::exists(directory + u"/d.ifo"_s));
+    }
+
+    void droppedFiles() {
+        TestServices services;
+        const Shown area(services, "DictionaryDropArea");
+        const auto drop = [&area](const QList<QUrl> &urls) {
+            QMimeData files;
+            files.setUrls(urls);
+            const QPoint place(100, 100);
+            QDragEnterEvent enter(place, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(area.window(), &enter);
+            QDropEvent event(place, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(area.window(), &event);
+        };
+        const DictionaryImports &imports = AppContext::current().imports();
+        QTRY_VERIFY(area.window()->isActive());
+        drop({QUrl(u"https://example.org/a.zip"_s)});
+        QVERIFY(!imports.showSheet());
+        drop(
+            {QUrl::fromLocalFile(services.path(u"a.zip"_s)), QUrl::fromLocalFile(services.path(u"b.zip"_s))});
+        QVERIFY(imports.showSheet());
+        QTRY_COMPARE(imports.results().size(), 2);
+    }
+
+    void importSheet() {
+        TestServices services;
+        const Shown sheet(services, "ImportSheet");
+        AppContext::current().imports().ask({services.path(u"missing.zip"_s)});
+        QTRY_VERIFY(sheet.shows(u"添加词典“missing.zip”？"_s));
+        sheet.click(u"添加"_s);
+        QTRY_VERIFY(sheet.shows(u"missing.zip：文件不存在，或无法读取"_s));
     }
 
     void addressRow() {

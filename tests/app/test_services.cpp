@@ -3,6 +3,7 @@
 #include "storage/first_run_words.h"
 
 #include <QFile>
+#include <QThreadPool>
 
 namespace lexiquill {
 
@@ -42,12 +43,17 @@ TestServices::TestServices(const QByteArray &wordbook, const QString &serverBase
                                                      .dictionary = m_dictionary,
                                                      .offlineDictionaries = m_offline,
                                                      .shelf = m_shelf,
+                                                     .importer = m_importer,
                                                      .spotlight = m_spotlight,
                                                      .hotKeys = m_hotKeys,
                                                      .http = m_http,
                                                      .sync = *m_sync,
                                                      .updater = m_updater,
                                                      .defaults = m_defaults});
+}
+
+TestServices::~TestServices() {
+    QThreadPool::globalInstance()->waitForDone();
 }
 
 } // namespace lexiquill

@@ -3,6 +3,7 @@
 #include "app/shell/services.h"
 #include "desktop_search/spotlight_manager.h"
 #include "dictionaries/dictionary_shelf.h"
+#include "dictionaries/import/file_importer.h"
 #include "dictionaries/stardict/stardict_format.h"
 #include "hotkey/hot_key_manager.h"
 #include "lookup/dictionary_service.h"
@@ -29,6 +30,9 @@ public:
                           const QString &serverBase = QStringLiteral("http://127.0.0.1:9"),
                           OnlineSource *online = nullptr, const Clock &clock = Instant::now,
                           const std::function<Calendar()> &calendar = Calendar::current);
+    /// Waits for work on other threads that uses the services.
+    ~TestServices();
+    Q_DISABLE_COPY_MOVE(TestServices)
 
     StorageManager &storage() { return *m_storage; }
     CurrentWeeklyPlan &plan() { return *m_plan; }
@@ -58,12 +62,19 @@ private:
     };
 
     QTemporaryDir m_directory;
+    /// The imported dictionaries lie below the data directory of the environment.
+    const bool m_hasDataDirectory = qputenv("XDG_DATA_HOME", QFile::encodeName(path(QStringLiteral("data"))));
     UserDefaults m_defaults{path(QStringLiteral("settings.conf"))};
-    DictionaryShelf m_shelf{{.installed = {},
+    DictionaryShelf m_shelf{{.installed = {DictionaryShelf::importedDirectory()},
                              .bundled = {QStringLiteral(LEXIQUILL_STARTER_DIRECTORY)},
                              .cache = path(QStringLiteral("cache")),
+                             .settings = path(QStringLiteral("settings.conf")),
                              .wordRanks = QStringLiteral(LEXIQUILL_STARTER_DIRECTORY "/word-ranks.txt")},
                             {stardict::format()}};
+    FileImporter m_importer{DictionaryShelf::importedDirectory(),
+                            [this](const QString &mainFile, const std::stop_token &) {
+                                return m_shelf.prepare(mainFile);
+                            }};
     SystemDictionaryService m_offline{m_shelf};
     NoOnlineSource m_online;
     DictionaryService m_dictionary;

@@ -1,6 +1,7 @@
 // Tests the single window and the single process, on a real desktop.
 
 #include "desktop/desktop_session.h"
+#include "stardict_writer.h"
 
 using namespace lexiquill;
 
@@ -94,6 +95,40 @@ private Q_SLOTS:
         m_desktop->startApplication();
         m_desktop->press(u"ctrl+3"_s);
         QTRY_VERIFY(showsWord(u"word0"_s));
+    }
+
+    void filesOfOtherPrograms_data() {
+        columns<bool, bool>("hasBus", "isRunning");
+        QTest::newRow("by the bus") << true << true;
+        QTest::newRow("without a bus") << false << true;
+        QTest::newRow("at the start") << true << false;
+    }
+    void filesOfOtherPrograms() {
+        QFETCH(const bool, hasBus);
+        QFETCH(const bool, isRunning);
+        if (!hasBus)
+            m_desktop->home.environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, u"unix:path=/nonexistent"_s);
+        const QString directory = m_desktop->home.path(u"下载"_s);
+        QVERIFY(QDir().mkpath(directory) && QDir().mkpath(m_desktop->home.path(u"run"_s)));
+        QCOMPARE(tools::writeStarDict(directory, u"d"_s, {tools::plainEntry("zyzzyva", "n. 象鼻虫")}, {}),
+                 QString());
+        const QStringList open{u"--desktop-action=open"_s, u"下载/d.idx"_s};
+        if (isRunning) {
+            m_desktop->startApplication();
+            QCOMPARE(m_desktop->run(open).status, 0);
+        } else {
+            m_desktop->application = m_desktop->home.start(open);
+            QTRY_VERIFY(m_desktop->isActive());
+        }
+        if (hasBus) {
+            QTRY_VERIFY(m_desktop->tree().shows(u"label"_s, u"添加词典“d.idx”？"_s));
+            QVERIFY(m_desktop->takePicture(u"add-dictionary"_s));
+        }
+        QTest::qWait(hasBus ? 0 : 2000);
+        const QString imported = m_desktop->home.path(u"XDG_DATA_HOME/Lexiquill/dictionaries/d/d.ifo"_s);
+        QVERIFY(!QFile::exists(imported));
+        m_desktop->press(u"Tab Return"_s);
+        QTRY_VERIFY(QFile::exists(imported));
     }
 
     void withoutABusASecondStartFindsTheFirst() {

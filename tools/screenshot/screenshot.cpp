@@ -1,6 +1,6 @@
 // Usage: screenshot [--screen NAME] [--size WIDTHxHEIGHT] [--scale FACTOR] [--dark] [--wordbook FILE]
-//     [--sample COUNT] [--word WORD] [--user NAME] [--release stalled|broken] [--steps STEPS] [--wait MS]
-//     OUTPUT.png
+//     [--sample COUNT] [--word WORD] [--user NAME] [--release stalled|broken] [--open DICTIONARY]...
+//     [--steps STEPS] [--wait MS] OUTPUT.png
 // Draws the main window into a picture, after a short time and without a display. The screen NAME is a tab
 // (dictionary, weeklyReview, history, statistics) or a sheet (preferences, account, update). The wordbook is
 // read from FILE, or has COUNT sample words; otherwise it is that of the first start. With --user, the user
@@ -73,7 +73,8 @@ int main(int argc, char **argv) {
     const QCommandLineOption user(QStringLiteral("user"), {}, QStringLiteral("NAME"));
     const QCommandLineOption release(QStringLiteral("release"), {}, QStringLiteral("DOWNLOAD"));
     const QCommandLineOption steps(QStringLiteral("steps"), {}, QStringLiteral("STEPS"));
-    parser.addOptions({screen, size, scale, dark, wordbook, word, wait, sample, user, release, steps});
+    const QCommandLineOption open(QStringLiteral("open"), {}, QStringLiteral("PATH"));
+    parser.addOptions({screen, size, scale, dark, wordbook, word, wait, sample, user, release, steps, open});
     parser.addPositionalArgument(QStringLiteral("output"), {});
     parser.process(application);
     if (parser.positionalArguments().size() != 1)
@@ -105,6 +106,8 @@ int main(int argc, char **argv) {
         std::fprintf(stderr, "no such screen\n");
         return EXIT_FAILURE;
     }
+    for (const QString &path : parser.values(open))
+        context.imports().open({QUrl::fromLocalFile(path)}, false);
     auto *const window = qobject_cast<QQuickWindow *>(engine.rootObjects().constFirst());
     const QStringList sides = parser.value(size).split(u'x');
     window->resize(sides.value(0).toInt(), sides.value(1).toInt());

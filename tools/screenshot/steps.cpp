@@ -7,8 +7,10 @@
 #include "stardict_headwords.h"
 #include "storage/wordbook_change.h"
 
+#include <QDragEnterEvent>
 #include <QFile>
 #include <QKeySequence>
+#include <QMimeData>
 #include <QTest>
 
 #include <algorithm>
@@ -93,6 +95,12 @@ bool takeSteps(QWindow &window, const QString &steps) {
         } else if (step.startsWith(QLatin1StringView("click "))) {
             QTest::mouseClick(&window, Qt::LeftButton, {},
                               {what.section(u' ', 0, 0).toInt(), what.section(u' ', 1).toInt()});
+        } else if (step.startsWith(QLatin1StringView("drag "))) {
+            QMimeData files;
+            files.setUrls({QUrl::fromLocalFile(what)});
+            QDragEnterEvent event({window.width() / 2, window.height() / 2}, Qt::CopyAction, &files,
+                                  Qt::LeftButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(&window, &event);
         } else if (step.startsWith(QLatin1StringView("wait "))) {
             QTest::qWait(what.toInt());
         } else {

@@ -18,8 +18,8 @@ QByteArray sampleWordbook(SystemDictionaryService &dictionary, int count);
 /// "broken". An empty `download` means no newer release.
 void serveSamples(HttpServer &server, const QString &download);
 
-/// Simulates the input of a user: steps such as "type apple; press Down; press Ctrl+A; click 300 200; wait
-/// 200". False for an unknown step.
+/// Simulates the input of a user: steps such as "type apple; press Down; press Ctrl+A; click 300 200; drag
+/// /tmp/a.mdx; wait 200". False for an unknown step.
 bool takeSteps(QWindow &window, const QString &steps);
 
 } // namespace lexiquill

@@ -53,6 +53,14 @@ protected:
             Q_EMIT dataChanged(index(static_cast<int>(from)), index(static_cast<int>(to) - 1));
     }
 
+    /// Moves one row; the view keeps its item.
+    void moveRow(qsizetype from, qsizetype to) {
+        beginMoveRows({}, static_cast<int>(from), static_cast<int>(from), {},
+                      static_cast<int>(to > from ? to + 1 : to));
+        m_rows.move(from, to);
+        endMoveRows();
+    }
+
     /// Replaces the rows with those of a different list. Row n overwrites row n, so that a view reuses its
     /// items. That is faster than creating new ones.
     void replaceRows(QList<Row> rows) {

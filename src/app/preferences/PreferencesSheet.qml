@@ -10,6 +10,11 @@ Sheet {
     title: "偏好设置"
     width: Math.min(600, parent ? parent.width - 4 * Theme.unit : 600)
 
+    Toast {
+        id: messages
+
+        parent: sheet.contentItem
+    }
     Column {
         width: parent?.width ?? 0
         spacing: 2.5 * Theme.unit
@@ -41,68 +46,9 @@ Sheet {
                 }
             }
         }
-        PreferenceSection {
+        DictionarySection {
             width: parent.width
-            title: "离线词典"
-            note: "按以上顺序查找，书名中写明英汉的词典优先。把 StarDict 格式的词典放进 ~/.local/share/stardict/dic，重新启动后即可使用。"
-            spacingOfRows: 0
-
-            OfflineDictionaryModel {
-                id: dictionaries
-            }
-            ThemedText {
-                visible: dictionaryRows.count === 0
-                height: 28
-                verticalAlignment: Text.AlignVCenter
-                role: ThemedText.Caption
-                text: dictionaries.isLoading ? "正在查找词典..." : "没有找到离线词典"
-            }
-            Repeater {
-                id: dictionaryRows
-
-                model: dictionaries
-
-                Item {
-                    id: dictionary
-
-                    required property int index
-                    required property string name
-                    required property double wordCount
-                    required property string path
-
-                    width: parent?.width ?? 0
-                    height: 48
-
-                    Column {
-                        anchors.left: parent.left
-                        anchors.right: count.left
-                        anchors.rightMargin: Theme.unit
-                        anchors.verticalCenter: parent.verticalCenter
-                        spacing: 2
-
-                        ThemedText {
-                            width: parent.width
-                            text: (dictionary.index + 1) + ". " + dictionary.name
-                            elide: Text.ElideRight
-                        }
-                        ThemedText {
-                            width: parent.width
-                            role: ThemedText.Caption
-                            text: dictionary.path
-                            elide: Text.ElideMiddle
-                        }
-                    }
-                    ThemedText {
-                        id: count
-
-                        anchors.right: parent.right
-                        anchors.rightMargin: Theme.unit
-                        anchors.verticalCenter: parent.verticalCenter
-                        role: ThemedText.Caption
-                        text: dictionary.wordCount + " 词"
-                    }
-                }
-            }
+            toast: messages
         }
         PreferenceSection {
             width: parent.width

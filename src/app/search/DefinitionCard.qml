@@ -203,6 +203,11 @@ Card {
             wrapMode: Text.Wrap
             lineHeight: Theme.lineHeight
         }
+        DictionaryArticle {
+            width: parent.width
+            visible: text !== ""
+            text: record.article
+        }
         Column {
             width: parent.width
             visible: record.examples.length > 0
@@ -244,6 +249,10 @@ Card {
             }
         }
 
+        DictionaryAnswers {
+            width: parent.width
+            word: record.headword
+        }
         Separator {
             width: parent.width
         }

@@ -2,11 +2,15 @@
 
 #include "app/search/sound_outcome.h"
 #include "app/shell/services.h"
+#include "dictionaries/dictionary_shelf.h"
+#include "lookup/dictionary_service.h"
 #include "settings/server_addresses.h"
+#include "support/background_task.h"
 #include "support/web_address.h"
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QRegularExpression>
 
 #include <chrono>
 #include <utility>
@@ -60,14 +64,13 @@ Pronunciation::~Pronunciation() = default;
 
 void Pronunciation::play(const QString &word) {
     cancel();
-    const QUrl url = pronunciationUrl(ServerAddresses::from(Services::current().defaults).youdao, word);
-    if (!url.isValid()) {
-        Q_EMIT failed(QStringLiteral("无法播放发音：这个词没有发音。"));
-        return;
-    }
     m_cancellation = std::make_unique<Cancellation>();
     setFetching(true);
-    download(url, m_cancellation->token());
+    if (Services::current().dictionary.currentMode() == DictionarySourceMode::AppleOffline) {
+        find(word, [this, word] { fetch(word, [this](const QString &message) { fail(message); }); });
+        return;
+    }
+    fetch(word, [this, word](const QString &message) { find(word, [this, message] { fail(message); }); });
 }
 
 void Pronunciation::cancel() {
@@ -81,7 +84,16 @@ void Pronunciation::cancel() {
     setFetching(false);
 }
 
-QCoro::Task<> Pronunciation::download(QUrl url, std::stop_token stop) {
+void Pronunciation::fetch(const QString &word, const std::function<void(const QString &)> &failed) {
+    const QUrl url = pronunciationUrl(ServerAddresses::from(Services::current().defaults).youdao, word);
+    if (url.isValid())
+        download(url, m_cancellation->token(), failed);
+    else
+        failed(QStringLiteral("无法播放发音：这个词没有发音。"));
+}
+
+QCoro::Task<> Pronunciation::download(QUrl url, std::stop_token stop,
+                                      std::function<void(const QString &)> failed) {
     HttpRequest request;
     request.url = url;
     request.idleLimit = 5s;
@@ -91,17 +103,44 @@ QCoro::Task<> Pronunciation::download(QUrl url, std::stop_token stop) {
     const HttpReply reply = co_await Services::current().http.send(request);
     if (stop.stop_requested())
         co_return;
+    if (reply.isOk() && !reply.body.isEmpty())
+        playBytes(reply.body, {});
+    else
+        failed(reply.status == 0 ? QStringLiteral("无法播放发音：请检查网络连接后重试。")
+                                 : QStringLiteral("无法播放发音：服务器没有提供这个词的发音。"));
+}
+
+void Pronunciation::find(const QString &word, const std::function<void()> &missing) {
+    const auto search = [&shelf = Services::current().shelf, word] {
+        return shelf.sound(word);
+    };
+    const std::stop_token stop = m_cancellation->token();
+    runInBackground(this, search, [this, stop, missing](const std::optional<DictionaryShelf::Sound> &sound) {
+        if (stop.stop_requested())
+            return;
+        if (sound && sound->bytes.size() <= maxSoundSize)
+            playBytes(sound->bytes, sound->suffix);
+        else
+            missing();
+    });
+}
+
+void Pronunciation::fail(const QString &message) {
     setFetching(false);
-    if (!reply.isOk() || reply.body.isEmpty()) {
-        Q_EMIT failed(reply.status == 0 ? QStringLiteral("无法播放发音：请检查网络连接后重试。")
-                                        : QStringLiteral("无法播放发音：服务器没有提供这个词的发音。"));
-        co_return;
-    }
+    Q_EMIT failed(message);
+}
+
+void Pronunciation::playBytes(const QByteArray &sound, const QString &suffix) {
+    // The suffix comes from a dictionary's file.
+    static const QRegularExpression form(QStringLiteral("\\A[a-zA-Z0-9]{1,4}\\z"));
+    setFetching(false);
     m_file = std::make_unique<QTemporaryFile>();
-    if (m_file->open() && m_file->write(reply.body) == reply.body.size() && m_file->flush())
+    if (form.match(suffix).hasMatch())
+        m_file->setFileTemplate(m_file->fileTemplate() + u'.' + suffix);
+    if (m_file->open() && m_file->write(sound) == sound.size() && m_file->flush())
         playFile(m_file->fileName());
     else
-        Q_EMIT failed(QStringLiteral("无法播放发音：临时文件无法写入。"));
+        fail(QStringLiteral("无法播放发音：临时文件无法写入。"));
 }
 
 void Pronunciation::setFetching(bool isFetching) {

@@ -9,6 +9,7 @@
 #include <QTemporaryFile>
 #include <QUrl>
 
+#include <functional>
 #include <memory>
 
 namespace lexiquill {
@@ -16,7 +17,8 @@ namespace lexiquill {
 /// URL of the recording of a word; empty for a blank or invalid word.
 QUrl pronunciationUrl(const QString &youdaoBase, const QString &word);
 
-/// Fetches and plays recordings of words. Creates nothing before the first request.
+/// Fetches and plays recordings of words: of the online dictionary, or of an offline one if that is not
+/// available; the other way round when words are looked up offline. Creates nothing before the first request.
 class Pronunciation : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -39,8 +41,13 @@ Q_SIGNALS:
     void failed(const QString &message);
 
 private:
-    QCoro::Task<> download(QUrl url, std::stop_token stop);
+    void fetch(const QString &word, const std::function<void(const QString &message)> &failed);
+    QCoro::Task<> download(QUrl url, std::stop_token stop,
+                           std::function<void(const QString &message)> failed);
+    void find(const QString &word, const std::function<void()> &missing);
     void setFetching(bool isFetching);
+    void fail(const QString &message);
+    void playBytes(const QByteArray &sound, const QString &suffix);
     void playFile(const QString &file);
 
     bool m_isFetching = false;

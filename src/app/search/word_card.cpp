@@ -1,10 +1,12 @@
 #include "app/search/word_card.h"
 
+#include "app/search/card_article.h"
 #include "app/search/definition_rows.h"
 #include "app/shell/services.h"
 #include "app/wordbook/day_texts.h"
 #include "storage/current_weekly_plan.h"
 #include "storage/storage_manager.h"
+#include "support/background_task.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -34,6 +36,7 @@ WordCard::WordCard(QObject *parent) : WordCard(Services::current(), parent) {}
 WordCard::WordCard(Services &services, QObject *parent)
     : QObject(parent),
       m_storage(services.storage),
+      m_shelf(services.shelf),
       m_plan(services.plan),
       m_deletions(services.storage) {
     // The plan is rebuilt after every change and when a new day begins.
@@ -70,7 +73,26 @@ void WordCard::show(std::optional<WordRecord> record) {
 void WordCard::describe() {
     m_groups = m_record ? definitionRows(m_record->posGroups, m_record->word, m_senseLimit) : QVariantList();
     m_examples = m_record ? exampleRows(m_record->examples, m_record->word) : QVariantList();
+    findArticle();
     Q_EMIT contentChanged();
+}
+
+void WordCard::findArticle() {
+    m_article.clear();
+    m_articleSearch.reset();
+    if (!m_record || !m_groups.isEmpty() || m_record->rawDefinition.isEmpty())
+        return;
+    m_articleSearch = std::make_unique<Cancellation>();
+    const std::stop_token stop = m_articleSearch->token();
+    const auto find = [&shelf = m_shelf, word = m_record->word, text = m_record->rawDefinition, stop] {
+        return articleOf(shelf, word, text, stop);
+    };
+    runInBackground(this, find, [this, stop](const QString &article) {
+        if (stop.stop_requested() || article.isEmpty())
+            return;
+        m_article = article;
+        Q_EMIT contentChanged();
+    });
 }
 
 QString WordCard::headword() const {
@@ -87,7 +109,8 @@ int WordCard::hiddenSenses() const {
 }
 
 QString WordCard::rawText() const {
-    return m_record && m_groups.isEmpty() ? plainText(*m_record).left(maxRawLength) : QString();
+    return m_record && m_groups.isEmpty() && m_article.isEmpty() ? plainText(*m_record).left(maxRawLength)
+                                                                 : QString();
 }
 
 QString WordCard::statusText() const {

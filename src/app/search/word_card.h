@@ -2,14 +2,18 @@
 
 #include "app/wordbook/word_deletions.h"
 #include "model/word_record.h"
+#include "support/cancellation.h"
 
 #include <QObject>
 #include <QQmlEngine>
 #include <QVariantList>
 
+#include <memory>
+
 namespace lexiquill {
 
 class CurrentWeeklyPlan;
+class DictionaryShelf;
 class StorageManager;
 struct Services;
 
@@ -28,6 +32,8 @@ class WordCard : public QObject {
     Q_PROPERTY(QVariantList examples READ examples NOTIFY contentChanged)
     /// The source's text; empty when there is anything better.
     Q_PROPERTY(QString rawText READ rawText NOTIFY contentChanged)
+    /// The article of the dictionary as rich text, instead of the text of a source without structure.
+    Q_PROPERTY(QString article READ article NOTIFY contentChanged)
     Q_PROPERTY(QString statusText READ statusText NOTIFY changed)
     Q_PROPERTY(QString statusColorName READ statusColorName NOTIFY changed)
     Q_PROPERTY(QString memoryText READ memoryText NOTIFY changed)
@@ -46,6 +52,7 @@ public:
     int hiddenSenses() const;
     const QVariantList &examples() const { return m_examples; }
     QString rawText() const;
+    const QString &article() const { return m_article; }
     QString statusText() const;
     QString statusColorName() const;
     /// Such as "间隔 6 天 · 6 天后复习 · 查询 3 次"
@@ -74,8 +81,10 @@ private:
     void refresh();
     void show(std::optional<WordRecord> record);
     void describe();
+    void findArticle();
 
     StorageManager &m_storage;
+    DictionaryShelf &m_shelf;
     CurrentWeeklyPlan &m_plan;
     QString m_wordId;
     std::optional<WordRecord> m_record;
@@ -83,6 +92,8 @@ private:
     QVariantList m_groups;
     QVariantList m_examples;
     qsizetype m_senseLimit = 0;
+    QString m_article;
+    std::unique_ptr<Cancellation> m_articleSearch;
 };
 
 } // namespace lexiquill

@@ -83,6 +83,11 @@ Window {
         }
     }
 
+    DictionaryDropArea {
+        // Above the sheets, too.
+        z: 2000000
+    }
+
     Connections {
         target: UpdateManager
 
@@ -113,6 +118,11 @@ Window {
         sheet: "update/UpdateSheet.qml"
         shown: UpdateManager.showUpdateSheet
         onDismissed: UpdateManager.showUpdateSheet = false
+    }
+    SheetLoader {
+        sheet: "dictionaries/ImportSheet.qml"
+        shown: DictionaryImports.showSheet
+        onDismissed: DictionaryImports.dismiss()
     }
     SheetLoader {
         sheet: "shell/SpotlightAlert.qml"

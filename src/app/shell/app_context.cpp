@@ -11,9 +11,11 @@ AppContext *currentContext = nullptr;
 } // namespace
 
 AppContext::AppContext(Services &services)
-    : m_content(services),
+    : m_imports(services),
+      m_removedDictionaries(services.shelf),
+      m_content(services, m_imports),
       m_appearance(*qGuiApp),
-      m_delegate(services, m_content, m_appearance) {
+      m_delegate(services, m_content, m_imports, m_appearance) {
     Services::setCurrent(&services);
     currentContext = this;
 }

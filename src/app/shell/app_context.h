@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/dictionaries/dictionary_imports.h"
+#include "app/dictionaries/removed_dictionaries.h"
 #include "app/shell/app_delegate.h"
 #include "app/shell/content_view.h"
 #include "app/shell/desktop_appearance.h"
@@ -21,8 +23,12 @@ public:
     ContentView &content() { return m_content; }
     DesktopAppearance &appearance() { return m_appearance; }
     AppDelegate &delegate() { return m_delegate; }
+    DictionaryImports &imports() { return m_imports; }
+    RemovedDictionaries &removedDictionaries() { return m_removedDictionaries; }
 
 private:
+    DictionaryImports m_imports;
+    RemovedDictionaries m_removedDictionaries;
     ContentView m_content;
     DesktopAppearance m_appearance;
     AppDelegate m_delegate;

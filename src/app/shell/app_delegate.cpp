@@ -1,5 +1,7 @@
 #include "app/shell/app_delegate.h"
 
+#include "app/dictionaries/dictionary_imports.h"
+#include "app/dictionaries/removed_dictionaries.h"
 #include "app/shell/app_context.h"
 #include "app/shell/content_view.h"
 #include "app/shell/desktop_appearance.h"
@@ -9,6 +11,7 @@
 #include "dictionaries/system_dictionary_service.h"
 #include "hotkey/hot_key_manager.h"
 #include "storage/storage_manager.h"
+#include "support/background_task.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -19,9 +22,11 @@
 
 namespace lexiquill {
 
-AppDelegate::AppDelegate(Services &services, ContentView &content, DesktopAppearance &appearance)
+AppDelegate::AppDelegate(Services &services, ContentView &content, DictionaryImports &imports,
+                         DesktopAppearance &appearance)
     : m_services(services),
       m_content(content),
+      m_imports(imports),
       m_appearance(appearance),
       m_windows(*this, content),
       m_windowDelegate(*this) {}
@@ -43,6 +48,7 @@ void AppDelegate::applicationDidFinishLaunching() {
     m_colorScheme =
         watchColorScheme([this](std::optional<bool> isDark) { m_appearance.setPreference(isDark); });
     QTimer::singleShot(0, this, &AppDelegate::enforceSingleWindowPolicy);
+    startInBackground([] { RemovedDictionaries::deleteLeftOvers(); });
 }
 
 void AppDelegate::applicationDidBecomeActive() {
@@ -108,6 +114,7 @@ void AppDelegate::open(const QStringList &urls, const ActivationTokens &tokens) 
         if (url.startsWith(QLatin1StringView("lexiquill:"), Qt::CaseInsensitive))
             m_content.openUrl(url);
     }
+    m_imports.ask(DictionaryImports::localPaths(urls));
 }
 
 void AppDelegate::activateAction(const QString &name, const QString &parameter,

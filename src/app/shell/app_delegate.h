@@ -20,6 +20,7 @@ namespace lexiquill {
 
 class ContentView;
 class DesktopAppearance;
+class DictionaryImports;
 struct Services;
 
 /// Connects the window with the process: starts the services, ensures that there is one main window, handles
@@ -31,7 +32,8 @@ class AppDelegate : public QObject {
 
 public:
     /// All arguments must outlive the instance.
-    AppDelegate(Services &services, ContentView &content, DesktopAppearance &appearance);
+    AppDelegate(Services &services, ContentView &content, DictionaryImports &imports,
+                DesktopAppearance &appearance);
 
     static AppDelegate *create(QQmlEngine *engine, QJSEngine *scripts);
 
@@ -69,6 +71,7 @@ private:
 
     Services &m_services;
     ContentView &m_content;
+    DictionaryImports &m_imports;
     DesktopAppearance &m_appearance;
     QPointer<QQuickWindow> m_mainWindow;
     ApplicationWindows m_windows;

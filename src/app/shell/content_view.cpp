@@ -1,5 +1,6 @@
 #include "app/shell/content_view.h"
 
+#include "app/dictionaries/dictionary_imports.h"
 #include "app/shell/app_context.h"
 #include "app/shell/lent.h"
 #include "app/shell/services.h"
@@ -58,7 +59,10 @@ QString wordOfAddress(const QString &address) {
 
 } // namespace
 
-ContentView::ContentView(Services &services, QObject *parent) : QObject(parent), m_services(services) {
+ContentView::ContentView(Services &services, DictionaryImports &imports, QObject *parent)
+    : QObject(parent),
+      m_services(services),
+      m_imports(imports) {
     connect(&m_services.storage, &StorageManager::wordsChanged, this, &ContentView::countDueWords);
     // Words become due as time passes.
     m_dueTimer.setInterval(30s);
@@ -91,7 +95,7 @@ void ContentView::setShowSpotlightAlert(bool isShown) {
 
 bool ContentView::hasSheet() const {
     return m_services.hotKeys.showSettingsSheet() || m_services.sync.showAccountSheet() ||
-           m_services.updater.showUpdateSheet() || m_showSpotlightAlert;
+           m_services.updater.showUpdateSheet() || m_imports.showSheet() || m_showSpotlightAlert;
 }
 
 QString ContentView::serverBase() const {
@@ -187,6 +191,7 @@ void ContentView::showSearchScreen() {
     m_services.hotKeys.setShowSettingsSheet(false);
     m_services.sync.setShowAccountSheet(false);
     m_services.updater.setShowUpdateSheet(false);
+    m_imports.dismiss();
     setShowSpotlightAlert(false);
     setSelectedTab(TabItem::Dictionary);
 }

@@ -12,6 +12,7 @@
 
 namespace lexiquill {
 
+class DictionaryImports;
 struct Services;
 
 /// The state of the main window's content: the selected screen, the word passed in from outside, and the
@@ -34,7 +35,7 @@ public:
     enum class TabItem { Dictionary, WeeklyReview, History, Statistics };
     Q_ENUM(TabItem)
 
-    explicit ContentView(Services &services, QObject *parent = nullptr);
+    ContentView(Services &services, DictionaryImports &imports, QObject *parent = nullptr);
 
     static ContentView *create(QQmlEngine *engine, QJSEngine *scripts);
 
@@ -102,6 +103,7 @@ private:
     void finishSpotlight(qsizetype count);
 
     Services &m_services;
+    DictionaryImports &m_imports;
     TabItem m_selectedTab = TabItem::Dictionary;
     QString m_externalSelectedWord;
     int m_dueCount = 0;

@@ -1,5 +1,8 @@
 #include "app/shell/lexiquill_app.h"
 
+#include "app/search/article_images.h"
+#include "app/search/article_markup.h"
+
 #include <QFont>
 #include <QGuiApplication>
 #include <QTranslator>
@@ -28,6 +31,8 @@ public:
 
 void LexiquillApp::prepare(QQmlEngine &engine) {
     engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+    // The engine takes the provider.
+    engine.addImageProvider(articleImageProvider, new ArticleImages);
 }
 
 QUrl LexiquillApp::mainWindowUrl() {

@@ -3,6 +3,7 @@
 namespace lexiquill {
 
 class CurrentWeeklyPlan;
+class DictionaryImporter;
 class DictionaryService;
 class DictionaryShelf;
 class HotKeyManager;
@@ -21,6 +22,7 @@ struct Services {
     DictionaryService &dictionary;
     SystemDictionaryService &offlineDictionaries;
     DictionaryShelf &shelf;
+    DictionaryImporter &importer;
     SpotlightManager &spotlight;
     HotKeyManager &hotKeys;
     HttpClient &http;

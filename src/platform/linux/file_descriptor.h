@@ -2,6 +2,8 @@
 
 #include <unistd.h>
 
+#include <utility>
+
 namespace lexiquill {
 
 /// Owns an open file descriptor; -1 is none.
@@ -14,11 +16,17 @@ public:
 
     bool isOpen() const { return m_descriptor >= 0; }
     int get() const { return m_descriptor; }
+    /// Gives the descriptor to a new owner.
+    int release() { return std::exchange(m_descriptor, -1); }
+    /// Closes the descriptor and owns another one.
+    void reset(int descriptor) {
+        close();
+        m_descriptor = descriptor;
+    }
 
     /// False when the kernel reports an error of an earlier write.
     bool close() {
-        const int descriptor = m_descriptor;
-        m_descriptor = -1;
+        const int descriptor = release();
         return descriptor < 0 || ::close(descriptor) == 0;
     }
 

@@ -1,5 +1,6 @@
 #include "platform/durable_file.h"
 #include "platform/linux/file_descriptor.h"
+#include "platform/linux/file_problem.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -15,16 +16,8 @@
 
 namespace lexiquill {
 
-namespace {
-
-using Problem = DurableFile::Problem;
-
-constexpr mode_t privateMode = 0600;
-constexpr mode_t ordinaryMode = 0666;
-constexpr mode_t ownerBits = 0700;
-constexpr mode_t allBits = 07777;
-
-Problem problemOf(int error) {
+DurableFile::Problem problemOf(int error) {
+    using Problem = DurableFile::Problem;
     switch (error) {
     case 0:
         return Problem::None;
@@ -43,6 +36,15 @@ Problem problemOf(int error) {
         return Problem::Other;
     }
 }
+
+namespace {
+
+using Problem = DurableFile::Problem;
+
+constexpr mode_t privateMode = 0600;
+constexpr mode_t ordinaryMode = 0666;
+constexpr mode_t ownerBits = 0700;
+constexpr mode_t allBits = 07777;
 
 class LinuxDurableFile final : public DurableFile {
 public:

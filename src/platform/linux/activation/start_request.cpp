@@ -5,6 +5,8 @@
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
+#include <QDir>
+#include <QUrl>
 
 namespace lexiquill {
 
@@ -30,9 +32,9 @@ QDBusMessage busMessage(const StartRequest &request, const ActivationTokens &tok
     if (!request.action.isEmpty()) {
         message = method(QStringLiteral("ActivateAction"));
         message << request.action << QVariant(QVariantList());
-    } else if (!request.url.isEmpty()) {
+    } else if (!request.urls.isEmpty()) {
         message = method(QStringLiteral("Open"));
-        message << QStringList{request.url};
+        message << request.urls;
     } else {
         message = method(QStringLiteral("Activate"));
     }
@@ -40,7 +42,31 @@ QDBusMessage busMessage(const StartRequest &request, const ActivationTokens &tok
     return message;
 }
 
+bool isOwnUrl(const QString &text) {
+    return text.startsWith(QLatin1StringView("lexiquill:"), Qt::CaseInsensitive);
+}
+
+/// A path as an address, so that its meaning does not depend on this process; addresses are unchanged.
+QString urlOf(const QString &argument) {
+    if (isOwnUrl(argument) || argument.startsWith(QLatin1StringView("file:"), Qt::CaseInsensitive))
+        return argument;
+    const QString path = QDir::current().absoluteFilePath(argument);
+    return QString::fromLatin1(QUrl::fromLocalFile(path).toEncoded());
+}
+
 } // namespace
+
+QStringList ApplicationRequests::acceptable(const QStringList &urls) {
+    QStringList accepted;
+    for (const QString &url : urls.mid(0, mostUrls)) {
+        // Part of a word is still a word, but part of a path is another path.
+        if (isOwnUrl(url))
+            accepted += url.left(longestText);
+        else if (url.size() <= longestUrl)
+            accepted += url;
+    }
+    return accepted;
+}
 
 ActivationTokens ActivationTokens::ofThisProcess() {
     return {.activationToken = qEnvironmentVariable("XDG_ACTIVATION_TOKEN"),
@@ -52,17 +78,25 @@ StartRequest StartRequest::fromArguments(const QStringList &arguments) {
     StartRequest request;
     if (arguments.size() < 2)
         return request;
-    if (arguments[1].startsWith(QLatin1StringView("lexiquill:"), Qt::CaseInsensitive))
-        request.url = arguments[1].left(ApplicationRequests::longestText);
+    QStringList urls;
+    if (isOwnUrl(arguments[1]))
+        urls += arguments[1];
     else if (arguments[1].startsWith(actionOption))
         request.action = arguments[1].mid(actionOption.size());
+    if (request.action == QLatin1StringView("open")) {
+        request.action.clear();
+        for (const QString &argument : arguments.mid(2, ApplicationRequests::mostUrls))
+            urls += urlOf(argument);
+    }
+    request.urls = ApplicationRequests::acceptable(urls);
     return request;
 }
 
 bool forwardStart(const StartRequest &request, const ActivationTokens &tokens) {
     const QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected())
-        return StartSocket::send({request.action, request.url, tokens.activationToken, tokens.startupId});
+        return StartSocket::send(QStringList{request.action, tokens.activationToken, tokens.startupId} +
+                                 request.urls);
     if (!bus.interface()->isServiceRegistered(BusNames::service).value())
         return false;
     // When the bus answers this second query, it has delivered the message. Do not wait for the application

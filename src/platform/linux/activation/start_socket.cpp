@@ -20,7 +20,7 @@ namespace lexiquill::StartSocket {
 namespace {
 
 constexpr int patience = 200; // milliseconds
-constexpr qsizetype longestMessage = qsizetype{64} * 1024;
+constexpr qsizetype longestMessage = qsizetype{512} * 1024;
 
 bool fillAddress(sockaddr_un &address) {
     const QByteArray name = QFile::encodeName(path());

@@ -52,14 +52,14 @@ bool SessionEndpoint::claimSocket() {
 
 void SessionEndpoint::takeFromSocket(int listener) {
     const QStringList message = StartSocket::receive(listener);
-    constexpr qsizetype parts = 4;
-    if (message.size() != parts)
+    constexpr qsizetype parts = 3;
+    if (message.size() < parts)
         return;
-    const ActivationTokens tokens{.activationToken = bounded(message[2]), .startupId = bounded(message[3])};
+    const ActivationTokens tokens{.activationToken = bounded(message[1]), .startupId = bounded(message[2])};
     if (!message[0].isEmpty())
         m_requests.activateAction(bounded(message[0]), {}, tokens);
-    else if (!message[1].isEmpty())
-        m_requests.open({bounded(message[1])}, tokens);
+    else if (message.size() > parts)
+        m_requests.open(ApplicationRequests::acceptable(message.mid(parts)), tokens);
     else
         m_requests.activate(tokens);
 }
@@ -78,10 +78,7 @@ void FreedesktopApplication::Activate(const QVariantMap &platformData) {
 }
 
 void FreedesktopApplication::Open(const QStringList &uris, const QVariantMap &platformData) {
-    QStringList urls;
-    for (const QString &uri : uris.mid(0, ApplicationRequests::mostUrls))
-        urls += bounded(uri);
-    m_endpoint.m_requests.open(urls, tokensOf(platformData));
+    m_endpoint.m_requests.open(ApplicationRequests::acceptable(uris), tokensOf(platformData));
 }
 
 void FreedesktopApplication::ActivateAction(const QString &name, const QVariantList &parameters,

@@ -1,0 +1,57 @@
+#include "app/dictionaries/removed_dictionaries.h"
+
+#include "dictionaries/dictionary_shelf.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace lexiquill {
+
+namespace {
+
+const QString scratchPrefix = QStringLiteral(".removed-");
+
+} // namespace
+
+QStringList RemovedDictionaries::partsOf(const QString &mainFile) const {
+    const QDir imported(DictionaryShelf::importedDirectory());
+    const QString inside = imported.relativeFilePath(mainFile);
+    if (!inside.contains(u'/') || inside.startsWith(QLatin1StringView("../")))
+        return m_shelf.files(mainFile);
+    const QString directory = imported.filePath(inside.section(u'/', 0, 0));
+    return m_shelf.mainFiles(directory).size() > 1 ? m_shelf.files(mainFile) : QStringList(directory);
+}
+
+bool RemovedDictionaries::remove(const QString &mainFile, const QString &name) {
+    Removal removal{.name = name,
+                    .moved = {},
+                    .scratch = ScratchDirectory::create(DictionaryShelf::importedDirectory(), scratchPrefix)};
+    if (!removal.scratch)
+        return false;
+    for (const QString &part : partsOf(mainFile)) {
+        const QString hidden = QString::number(removal.moved.size());
+        if (removal.scratch->moveIn(part, hidden) == ScratchDirectory::Problem::None)
+            removal.moved += {hidden, part};
+    }
+    if (removal.moved.isEmpty())
+        return false;
+    m_removals.push_back(std::move(removal));
+    return true;
+}
+
+QString RemovedDictionaries::undo() {
+    if (m_removals.empty())
+        return {};
+    Removal removal = std::move(m_removals.back());
+    m_removals.pop_back();
+    bool isBack = true;
+    for (const auto &[hidden, path] : std::as_const(removal.moved))
+        isBack = QDir().rename(removal.scratch->path() + u'/' + hidden, path) && isBack;
+    return isBack ? removal.name : QString();
+}
+
+void RemovedDictionaries::deleteLeftOvers() {
+    ScratchDirectory::removeAbandoned(DictionaryShelf::importedDirectory(), scratchPrefix);
+}
+
+} // namespace lexiquill
