@@ -25,6 +25,10 @@ std::vector<std::string> registerHeadwordBenchmarks();
 /// without the save, "key: …" the slowest key while a text is typed. Returns their names.
 std::vector<std::string> registerScreenBenchmarks();
 
+/// Benchmarks of importing an archive of 100 MB with a dictionary, and of unpacking it with bsdtar:
+/// "import/zip" and so on. Returns the kinds of archives.
+std::vector<std::string> registerImportBenchmarks();
+
 /// Benchmarks of whole processes: "empty_program", "help", "bare_search" and "search/StarDict" and so on.
 void registerProcessBenchmarks();
 

@@ -29,6 +29,7 @@ int main(int argc, char **argv) {
     const std::vector<std::string> indexOperations = registerIndexBenchmarks();
     const std::vector<std::string> headwordOperations = registerHeadwordBenchmarks();
     const std::vector<std::string> screenOperations = registerScreenBenchmarks();
+    const std::vector<std::string> archives = registerImportBenchmarks();
     registerProcessBenchmarks();
     MedianReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
@@ -46,6 +47,9 @@ int main(int argc, char **argv) {
     comparisons.push_back({"help", "empty_program", 1.1});
     for (const SampleFormat format : sampleFormats)
         comparisons.push_back({std::string("search/") + nameOf(format), "bare_search", 1.4});
+
+    for (const std::string &archive : archives)
+        comparisons.push_back({"import/" + archive, "bsdtar/" + archive, 2.0});
 
     std::vector<Limit> limits;
     for (const std::string &operation : indexOperations) {

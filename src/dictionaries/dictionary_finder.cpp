@@ -40,7 +40,9 @@ std::vector<FoundDictionary> findDictionaries(const QString &directory,
             ++entries;
             const QString entry = iterator.next();
             if (iterator.fileInfo().isDir()) {
-                if (level < maxLevels)
+                // A folder of pictures and sounds may hold thousands.
+                const bool isSearched = iterator.fileName() != QStringLiteral("res");
+                if (isSearched && level < maxLevels)
                     pending.emplace_back(entry, level + 1);
             } else if (const DictionaryFormat *format = formatOf(entry, formats)) {
                 found.push_back({entry, format});

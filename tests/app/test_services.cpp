@@ -53,7 +53,9 @@ TestServices::TestServices(const QByteArray &wordbook, const QString &serverBase
 }
 
 TestServices::~TestServices() {
-    QThreadPool::globalInstance()->waitForDone();
+    // The pool ends with the application, which may already be gone.
+    if (QThreadPool *const pool = QThreadPool::globalInstance())
+        pool->waitForDone();
 }
 
 } // namespace lexiquill
