@@ -11,6 +11,12 @@ Item {
     required property string context
     required property string meaning
     required property list<string> examples
+    /// A short context such as "[U]" stands before the meaning, a longer one above it.
+    readonly property bool isContextInline: row.context.length <= 16
+
+    function escaped(text: string): string {
+        return text.replace(/&/g, "&amp;").replace(/</g, "&lt;");
+    }
 
     implicitHeight: body.implicitHeight
 
@@ -33,7 +39,7 @@ Item {
 
         ThemedText {
             width: parent.width
-            visible: row.context !== ""
+            visible: row.context !== "" && (!row.isContextInline || row.meaning === "")
             role: ThemedText.Caption
             text: row.context
             wrapMode: Text.Wrap
@@ -41,7 +47,9 @@ Item {
         ThemedText {
             width: parent.width
             visible: row.meaning !== ""
-            text: row.meaning
+            text: row.isContextInline && row.context !== "" ? '<font color="' + Theme.secondaryText + '">' + row.escaped(row.context) + "</font> " + row.escaped(row.meaning) : row.escaped(row.meaning)
+            textFormat: Text.StyledText
+            Accessible.name: row.isContextInline && row.context !== "" ? row.context + " " + row.meaning : row.meaning
             wrapMode: Text.Wrap
             lineHeight: Theme.lineHeight
         }
