@@ -54,6 +54,11 @@ void printEntry(const DictionaryEntry &entry, DictionarySourceMode source) {
                 printLine({u"     ▸ ", example});
         }
     }
+    // An article without senses is shown as it is.
+    if (entry.posGroups.isEmpty()) {
+        for (const QStringView line : QStringView(entry.rawText).tokenize(u'\n', Qt::SkipEmptyParts))
+            printLine({u"  ", line});
+    }
     printLine(rule(u'-', shortRuleLength));
 }
 
