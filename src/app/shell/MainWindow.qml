@@ -84,8 +84,8 @@ Window {
     }
 
     DictionaryDropArea {
-        // Above the sheets, too.
-        z: 2000000
+        // Above the sheets while something is dragged; otherwise it would keep the mouse wheel from them.
+        z: isWanted ? 2000000 : -1
     }
 
     Connections {
