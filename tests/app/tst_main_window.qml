@@ -34,6 +34,27 @@ TestCase {
         compare(HotKeyManager.showSettingsSheet, false);
     }
 
+    function test_the_wheel_scrolls_a_sheet() {
+        HotKeyManager.showSettingsSheet = true;
+        let area = null;
+        tryVerify(() => (area = scrollArea(window.contentItem)) !== null);
+        const place = area.mapToItem(window.contentItem, area.width / 2, area.height / 2);
+        mouseWheel(window.contentItem, place.x, place.y, 0, -480);
+        tryVerify(() => area.contentY > 0);
+        HotKeyManager.showSettingsSheet = false;
+    }
+
+    /// The scroll area of the open sheet.
+    function scrollArea(item) {
+        for (let i = item.children.length - 1; i >= 0; --i) {
+            const child = item.children[i];
+            const found = child.visible ? scrollArea(child) : null;
+            if (found || (child.visible && child.reveal !== undefined && child.height > 200))
+                return found ?? child;
+        }
+        return null;
+    }
+
     function test_update_check_tells_its_outcome() {
         window.checkForUpdates();
         const toast = findChild(window.contentItem, "windowToast");
