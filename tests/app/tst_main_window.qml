@@ -49,7 +49,7 @@ TestCase {
         for (let i = item.children.length - 1; i >= 0; --i) {
             const child = item.children[i];
             const found = child.visible ? scrollArea(child) : null;
-            if (found || (child.visible && child.reveal !== undefined && child.height > 200))
+            if (found || (child.visible && child.reveal && child.contentY !== undefined))
                 return found ?? child;
         }
         return null;
