@@ -47,7 +47,7 @@ QByteArray Dictionary::identity() const {
 }
 
 DictionaryProblem Dictionary::knownProblem() const {
-    return m_isOpened ? m_problem : m_description.problem;
+    return m_problem != DictionaryProblem::None ? m_problem : m_description.problem;
 }
 
 DictionaryProblem Dictionary::prepare() {
@@ -68,8 +68,7 @@ bool Dictionary::ready() {
     const SourceStamps stamps = currentStamps();
     if (m_isOpened && stamps == m_stamps)
         return m_problem == DictionaryProblem::None;
-    m_index.reset();
-    m_reader.reset();
+    close();
     m_stamps = stamps;
     m_isOpened = true;
     try {
@@ -82,6 +81,12 @@ bool Dictionary::ready() {
         m_reader.reset();
     }
     return m_problem == DictionaryProblem::None;
+}
+
+void Dictionary::close() {
+    m_index.reset();
+    m_reader.reset();
+    m_isOpened = false;
 }
 
 void Dictionary::open() {

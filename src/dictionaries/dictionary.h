@@ -48,6 +48,9 @@ public:
     /// replaced.
     const HeadwordIndex *headwords();
 
+    /// Closes the files until the next use.
+    void close();
+
     /// A file that comes with the dictionary; see DictionaryReader::resource().
     std::optional<QByteArray> resource(const QString &name);
 

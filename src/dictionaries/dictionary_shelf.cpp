@@ -48,8 +48,14 @@ DictionaryShelf::~DictionaryShelf() = default;
 
 /// Calls `visit` with each dictionary that is on until it returns false.
 template <typename Visit> void DictionaryShelf::askAll(ShelfRow &row, Visit visit) {
+    int count = 0;
     for (const ShelfRow::Slot &slot : row.dictionaries()) {
-        if (slot.isOn && !visit(*slot.dictionary))
+        if (!slot.isOn)
+            continue;
+        const bool goesOn = visit(*slot.dictionary);
+        if (++count > ShelfRow::mostOpen)
+            slot.dictionary->close();
+        if (!goesOn)
             return;
     }
 }
@@ -288,6 +294,8 @@ QList<DictionaryShelf::Item> DictionaryShelf::items() {
         if (headwords != nullptr)
             item.about.wordCount = headwords->size();
         items += item;
+        if (items.size() > ShelfRow::mostOpen)
+            dictionary.close();
     }
     return items;
 }

@@ -90,6 +90,8 @@ void ShelfRow::arrange() {
                                             : isChinese    ? InstalledChinese
                                                            : OtherInstalled);
         }
+        if (ranked.size() >= mostOpen)
+            dictionary.close();
         ranked.emplace_back(rank, std::move(slot));
     }
     std::stable_sort(ranked.begin(), ranked.end(),

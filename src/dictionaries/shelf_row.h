@@ -25,6 +25,9 @@ struct DictionaryPlaces {
 /// One set of opened dictionaries in the order in which they are asked, for one thread at a time.
 class ShelfRow {
 public:
+    /// A process may open about a thousand files. Dictionaries behind this place should be closed after use.
+    static constexpr int mostOpen = 50;
+
     struct Slot {
         std::unique_ptr<Dictionary> dictionary;
         bool isOn = true;

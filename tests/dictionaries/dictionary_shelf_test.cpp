@@ -2,6 +2,8 @@
 #include "dictionaries/stardict/dictionary_folder.h"
 #include "dictionaries/stardict/stardict_format.h"
 
+#include <sys/resource.h>
+
 using namespace lexiquill;
 using tools::plainEntry;
 using tools::StarDictEntry;
@@ -104,6 +106,27 @@ private Q_SLOTS:
             QCOMPARE(names.join(u','), cells[1]);
             QVERIFY(answer(shelf, u"go"_s) != u"-"_s);
         }
+    }
+
+    /// More than one process can open at once.
+    void manyDictionaries() {
+        rlimit before{};
+        getrlimit(RLIMIT_NOFILE, &before);
+        const rlimit few{.rlim_cur = 256, .rlim_max = before.rlim_max};
+        setrlimit(RLIMIT_NOFILE, &few);
+        constexpr int count = 150;
+        for (int i = 0; i < count; ++i)
+            writeTo(u"user/%1"_s.arg(i), "English", {plainEntry("word" + QByteArray::number(i), "x")});
+        DictionaryShelf shelf(places(), {stardict::format()});
+        for (const int i : {0, count / 2, count - 1}) {
+            const QString word = u"word%1"_s.arg(i);
+            QCOMPARE(answer(shelf, word), word + u" x"_s);
+            QCOMPARE(shelf.headwordsStartingWith(word, 1, {}), QStringList(word));
+        }
+        QCOMPARE(shelf.headwordsSimilarTo(u"wort1"_s, count, {}).size(), 28);
+        for (const DictionaryShelf::Item &item : shelf.items())
+            QCOMPARE(item.problem, DictionaryProblem::None);
+        setrlimit(RLIMIT_NOFILE, &before);
     }
 
     void headwords_data() { addRows("sorted\nsorted, packed\nunsorted\nunsorted, packed\n"); }

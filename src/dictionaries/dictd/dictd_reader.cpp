@@ -1,6 +1,7 @@
 #include "dictionaries/dictd/dictd_reader.h"
 
 #include "dictionaries/dictd/index_line.h"
+#include "platform/file_snapshot.h"
 #include "platform/file_stamp.h"
 
 #include <QFileInfo>
@@ -64,11 +65,7 @@ DictionaryDescription describe(const QString &indexPath) {
 
 OpenedReader DictdReader::open(const QString &indexPath) {
     std::unique_ptr<DictdReader> reader(new DictdReader);
-    reader->m_index = FileSnapshot::open(indexPath);
-    if (!reader->m_index)
-        return {nullptr, DictionaryProblem::Unreadable};
-    if (reader->m_index->size() > maxIndexSize)
-        return {nullptr, DictionaryProblem::TooLarge};
+    reader->m_indexPath = indexPath;
     const DictionaryProblem problem = reader->m_articles.open(basePathOf(indexPath));
     if (problem != DictionaryProblem::None)
         return {nullptr, problem};
@@ -86,8 +83,9 @@ DictionaryAbout DictdReader::about() const {
     // These entries come first, among the numbers.
     constexpr qint64 enough = qint64(64) * 1024;
     constexpr qsizetype maxDescription = 2000;
-    QByteArray start(std::min(m_index->size(), enough), Qt::Uninitialized);
-    if (!m_index->read(0, start.data(), start.size()))
+    const auto index = FileSnapshot::open(m_indexPath);
+    QByteArray start(index ? std::min(index->size(), enough) : 0, Qt::Uninitialized);
+    if (!index || !index->read(0, start.data(), start.size()))
         return {};
     DictionaryAbout about;
     readLines(start, [&](const IndexLine &line) {
@@ -102,7 +100,11 @@ DictionaryAbout DictdReader::about() const {
 }
 
 DictionaryProblem DictdReader::readHeadwords(HeadwordSink &sink) {
-    const auto index = m_index->readAll(0);
+    // It is not kept open: a user may have many dictionaries.
+    const auto file = FileSnapshot::open(m_indexPath);
+    if (file && file->size() > maxIndexSize)
+        return DictionaryProblem::TooLarge;
+    const auto index = file ? file->readAll(0) : std::nullopt;
     if (!index)
         return DictionaryProblem::Unreadable;
     bool fits = true;

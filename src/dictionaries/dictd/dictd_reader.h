@@ -2,12 +2,9 @@
 
 #include "dictionaries/article_file.h"
 #include "dictionaries/dictionary_format.h"
-#include "platform/file_snapshot.h"
 
 #include <QString>
 #include <QStringList>
-
-#include <memory>
 
 namespace lexiquill::dictd {
 
@@ -31,7 +28,7 @@ private:
     DictdReader() = default;
     QString text(const ArticlePlace &place) const;
 
-    std::unique_ptr<FileSnapshot> m_index;
+    QString m_indexPath;
     ArticleFile m_articles;
     article::Form m_form = article::Form::Text;
 };

@@ -57,24 +57,22 @@ OpenedReader StardictReader::open(const QString &ifoPath) {
     std::unique_ptr<StardictReader> reader(new StardictReader);
     reader->m_info = *info;
     reader->m_basePath = basePathOf(ifoPath);
-    const QString indexPath = indexPathOf(reader->m_basePath);
-    reader->m_isIndexPacked = indexPath.endsWith(QStringLiteral(".gz"));
-    reader->m_index = FileSnapshot::open(indexPath);
-    if (!reader->m_index)
-        return {nullptr, DictionaryProblem::Unreadable};
-    if (info->synonymCount > 0)
-        reader->m_synonyms = FileSnapshot::open(reader->m_basePath + QStringLiteral(".syn"));
     problem = reader->m_articles.open(reader->m_basePath);
     if (problem != DictionaryProblem::None)
         return {nullptr, problem};
     return {std::move(reader), problem};
 }
 
-std::optional<QByteArray> StardictReader::wholeIndex() const {
-    if (m_index->size() > maxIndexSize)
+/// The index file is not kept open: a user may have many dictionaries.
+std::optional<QByteArray> StardictReader::wholeIndex(DictionaryProblem &problem) const {
+    const QString path = indexPathOf(m_basePath);
+    const auto file = FileSnapshot::open(path);
+    problem = file ? DictionaryProblem::Damaged : DictionaryProblem::Unreadable;
+    if (!file || file->size() > maxIndexSize)
         return std::nullopt;
-    auto bytes = m_index->readAll(0);
-    if (!bytes || !m_isIndexPacked)
+    auto bytes = file->readAll(0);
+    const bool isPacked = path.endsWith(QStringLiteral(".gz"));
+    if (!bytes || !isPacked)
         return bytes && bytes->size() == m_info.indexSize ? bytes : std::nullopt;
     QByteArray unpacked;
     if (!unpackGzip(*bytes, m_info.indexSize, unpacked))
@@ -83,9 +81,10 @@ std::optional<QByteArray> StardictReader::wholeIndex() const {
 }
 
 DictionaryProblem StardictReader::readHeadwords(HeadwordSink &sink) {
-    const auto index = wholeIndex();
+    DictionaryProblem problem = DictionaryProblem::None;
+    const auto index = wholeIndex(problem);
     if (!index)
-        return DictionaryProblem::Damaged;
+        return problem;
     quint32 count = 0;
     for (QByteArrayView rest = *index; !rest.isEmpty(); ++count) {
         const auto entry = readIndexEntry(rest, m_info.offsetBytes);
@@ -102,9 +101,11 @@ DictionaryProblem StardictReader::readHeadwords(HeadwordSink &sink) {
 
 /// A malformed list of synonyms counts as empty. False when there are too many.
 bool StardictReader::readSynonyms(HeadwordSink &sink) const {
-    if (!m_synonyms || m_synonyms->size() > maxIndexSize)
+    const auto file =
+        m_info.synonymCount > 0 ? FileSnapshot::open(m_basePath + QStringLiteral(".syn")) : nullptr;
+    if (!file || file->size() > maxIndexSize)
         return true;
-    const QByteArray bytes = m_synonyms->readAll(0).value_or(QByteArray());
+    const QByteArray bytes = file->readAll(0).value_or(QByteArray());
     std::vector<SynonymEntry> synonyms;
     for (QByteArrayView rest = bytes; !rest.isEmpty();) {
         const auto entry = readSynonymEntry(rest);

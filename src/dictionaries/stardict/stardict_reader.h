@@ -27,14 +27,11 @@ public:
 
 private:
     StardictReader() = default;
-    std::optional<QByteArray> wholeIndex() const;
+    std::optional<QByteArray> wholeIndex(DictionaryProblem &problem) const;
     bool readSynonyms(HeadwordSink &sink) const;
 
     QString m_basePath;
     IfoInfo m_info;
-    bool m_isIndexPacked = false;
-    std::unique_ptr<FileSnapshot> m_index;
-    std::unique_ptr<FileSnapshot> m_synonyms; ///< null when there are none
     ArticleFile m_articles;
 };
 
