@@ -90,6 +90,13 @@ void PhraseCollector::addPhrase(QStringView phrase) {
         m_phrases.append({{text.toString()}, {}, {}});
 }
 
+void PhraseCollector::addMeaning(QStringView meaning) {
+    if (m_phrases.isEmpty())
+        return;
+    QString &known = m_phrases.last().meaning;
+    known += known.isEmpty() ? meaning.toString() : QStringLiteral("; ") + meaning.toString();
+}
+
 void PhraseCollector::addPiece(QStringView piece) {
     const SentencePair pair = sentencePair(piece);
     const QString meaning = withoutNumbers(pair.chinese);

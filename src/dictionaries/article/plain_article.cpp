@@ -6,6 +6,7 @@
 #include "dictionaries/article/sections.h"
 #include "dictionaries/article/sense_numbers.h"
 #include "dictionaries/article/text_scan.h"
+#include "dictionaries/article/webster_text.h"
 #include "dictionaries/article/wiki_text.h"
 #include "dictionaries/article/wordnet_text.h"
 
@@ -84,8 +85,9 @@ PlainArticle plainArticle(const Part &part) {
     case Form::Phonetic:
         return {{}, part.text, part.text};
     case Form::Text:
-        article = isWordNetText(part.text) ? readWordNet(part.text)
-                                           : PlainArticle{{{withLineBreaks(readable(part.text))}}, {}, {}};
+        article = isWebsterText(part.text)   ? readWebster(part.text)
+                  : isWordNetText(part.text) ? readWordNet(part.text)
+                                             : PlainArticle{{{withLineBreaks(readable(part.text))}}, {}, {}};
         article.rawText = part.text;
         break;
     case Form::WordNet:

@@ -241,7 +241,10 @@ private:
             m_section = Section::Senses;
         switch (m_section) {
         case Section::Phrases:
-            m_phrases.add(role == LineRole::Example ? QString(u'▸' + text) : text);
+            if (role == LineRole::Definition && !containsHan(text))
+                m_phrases.addMeaning(text);
+            else
+                m_phrases.add(role == LineRole::Example ? QString(u'▸' + text) : text);
             return;
         case Section::Examples:
             m_examples.add(text);
@@ -607,6 +610,8 @@ private:
 
 /// The sense of a numbered chunk.
 Sense senseOf(const Chunk &chunk) {
+    if (chunk.text.isEmpty())
+        return senseFrom(chunk.definition);
     Sense sense = senseFrom(chunk.text, chunk.isEnglish);
     if (sense.meaning.isEmpty())
         sense.meaning = chunk.definition;

@@ -89,6 +89,18 @@ private Q_SLOTS:
             "eat\n     v 1: take in food; \"She ate a\n          pear\"; \"He eats\" [syn: {take in},\n "
             "{feed}]\n     2: have a meal; dine [also: ate]\n     n : food; stuff",
             "eat: verb{1 take in food > She ate a pear > He eats; 2 have a meal; dine} noun{1 food; stuff}");
+        row("Webster", "nettle",
+            "Nettle \\Net\"tle\\ (n[e^]t\"t'l), n. [From\n   old words.] (Bot.)\n   1. A plant ({Urtica\n"
+            "      minor}) that stings. [Obs.] \"A tall nettle.\" --B.\n      Writer. [1913 Webster]\n\n"
+            "            Grasp the nettle,\n            friend.      --Poet.\n      [1913 Webster]\n\n"
+            "   Note: It grows\n         anywhere.\n\n   2. (Zo[\"o]l.)\n      (a) A jelly.\n      (b) A "
+            "fish.\n\n   {Nettle tree}, or {Nettle bush} (Bot.), a tree;\n      a bush. See {Tree}.\n\n"
+            "   {Dead nettle}. See under {Dead}.\n      [1913 Webster] -- {Net\"tly}, a.\n\n"
+            "Nettle \\Net\"tle\\, v. t. [imp. {Nettled};\n   p. p. {Nettled}.]\n   To vex. -- "
+            "{Net\"tler}, n.\n\n   Syn: Irk; vex.",
+            "nettle: noun{1 (Bot.，Obs.) A plant (Urtica minor) that stings. > \"A tall nettle.\" --B. "
+            "Writer. > Grasp the nettle, friend. --Poet.; 2 (Bot.，Zoöl.) A jelly.; 3 (Bot.，Zoöl.) A fish.} "
+            "transitive verb{1 To vex.} phrase{1 (Nettle tree, or Nettle bush) a tree; a bush. See Tree.}");
         row("WordNet as elements", "eat",
             "<type>v</type><wordgroup><word>eat</word></wordgroup><gloss>take in food; \"She ate\"</gloss>",
             "eat: verb{1 take in food > She ate}", Form::WordNet);
