@@ -1,6 +1,7 @@
 #include "dictionaries/article/formatted_article.h"
 
 #include "dictionaries/article/html_lines.h"
+#include "dictionaries/article/html_text.h"
 #include "dictionaries/article/html_tree.h"
 #include "dictionaries/article/plain_article.h"
 #include "dictionaries/article/sense_numbers.h"
@@ -441,7 +442,7 @@ QString formattedArticle(const std::vector<Article> &articles) {
     RichText text;
     for (const Article &article : articles) {
         for (const Part &part : article)
-            writePart(text, part);
+            writePart(text, withRealForm(part));
     }
     return text.result();
 }
@@ -449,9 +450,11 @@ QString formattedArticle(const std::vector<Article> &articles) {
 QStringList soundLinks(const std::vector<Article> &articles) {
     QStringList paths;
     for (const Article &article : articles) {
-        for (const Part &part : article) {
-            if (part.form != Form::Html ||
-                !part.text.contains(QStringLiteral("sound://"), Qt::CaseInsensitive))
+        for (const Part &stored : article) {
+            if (!stored.text.contains(QStringLiteral("sound://"), Qt::CaseInsensitive))
+                continue;
+            const Part part = withRealForm(stored);
+            if (part.form != Form::Html)
                 continue;
             const HtmlTree tree(part.text);
             SoundFinder finder(paths);

@@ -1,6 +1,7 @@
 #include "dictionaries/article/plain_article.h"
 
 #include "dictionaries/article/html_lines.h"
+#include "dictionaries/article/html_text.h"
 #include "dictionaries/article/markup.h"
 #include "dictionaries/article/part_of_speech.h"
 #include "dictionaries/article/sections.h"
@@ -79,7 +80,8 @@ QString readable(QString text) {
     return text;
 }
 
-PlainArticle plainArticle(const Part &part) {
+PlainArticle plainArticle(const Part &stored) {
+    const Part part = withRealForm(stored);
     PlainArticle article;
     switch (part.form) {
     case Form::Phonetic:

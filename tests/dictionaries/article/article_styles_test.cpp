@@ -76,6 +76,12 @@ private Q_SLOTS:
             "class='def'>to jump</span><span>跳</span><div class='example'><span>He leapt.</span>"
             "<span>他跳了。</span></div></div><div class='idm'>leap year</div><div>闰年</div>",
             "leap/liːp: verb{1 (to jump) 跳 > He leapt. 他跳了。} phrase{1 (leap year) 闰年}", Form::Html);
+        row("HTML in plain text", "taste",
+            "[teɪst]<br><font color=\"red\">n.</font> 味道; 体验 &amp; 爱好\n<b>vt.</b> 尝\n<i>Taste it.</i> "
+            "尝尝。",
+            "taste/teɪst: noun{1 味道; 2 体验 & 爱好} transitive verb{1 尝 > Taste it. 尝尝。}");
+        row("references and marks in plain text", "tag", "n. <b> 标签; R&amp;D; <计> 甲 <i\nabbr. A&#39;B",
+            "tag: noun{1 <b> 标签; 2 R&D; 3 (计) 甲 <i} abbr.{1 A'B}");
         row("visual XDXF", "moon",
             "<k>moon</k> [<tr>muːn</tr>]\n<b>n.</b> 月亮; 卫星\n<ex>The moon rose. "
             "月亮升起。</ex>\n<kref>month</kref>",
