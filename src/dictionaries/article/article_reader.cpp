@@ -47,6 +47,17 @@ qsizetype matchHeadword(QStringView line, const QString &headword) {
     return end - start <= mostDigits ? end : at;
 }
 
+/// Whether a line is the pinyin of a Chinese headword.
+bool isPinyin(QStringView line) {
+    constexpr qsizetype longest = 40;
+    const bool hasTone =
+        std::any_of(line.begin(), line.end(), [](QChar c) { return c.isLetter() && c.unicode() > 0x7f; });
+    return hasTone && line.size() <= longest && std::all_of(line.begin(), line.end(), [](QChar c) {
+               return (c.isLetter() && c.script() == QChar::Script_Latin) || c == u' ' || c == u'\'' ||
+                      c.isMark();
+           });
+}
+
 /// The length of the headword and the blanks after it at the start of a line; 0 if the line does not start
 /// with the headword as the title of the article.
 qsizetype headwordLength(const QString &line, const QString &headword) {
@@ -60,13 +71,19 @@ qsizetype headwordLength(const QString &line, const QString &headword) {
                              });
         if (isTitle)
             return bracket;
+        const qsizetype pinyin = line.startsWith(headword) ? skipBlanks(line, headword.size()) : 0;
+        if (pinyin > 0 && isPinyin(QStringView(line).sliced(pinyin)))
+            return pinyin;
     }
     const qsizetype length = matchHeadword(line, headword);
     if (length < 0)
         return 0;
     const QStringView rest = QStringView(line).sliced(length);
     const QStringView next = rest.sliced(skipBlanks(rest, 0));
-    if (next.isEmpty())
+    // "colour (US color)"
+    const bool hasRemark =
+        next.startsWith(u'(') && next.indexOf(u')') == next.size() - 1 && !containsHan(next);
+    if (next.isEmpty() || hasRemark)
         return line.size();
     if (isAsciiLetter(rest[0]) || isHan(rest[0]))
         return 0;
@@ -74,17 +91,6 @@ qsizetype headwordLength(const QString &line, const QString &headword) {
                               leadingPhonetic(next, headword).length > 0 ||
                               (rest[0].isSpace() && labelAtStart(next, false));
     return opensArticle ? line.size() - next.size() : 0;
-}
-
-/// Whether a line is the pinyin of a Chinese headword.
-bool isPinyin(QStringView line) {
-    constexpr qsizetype longest = 40;
-    const bool hasTone =
-        std::any_of(line.begin(), line.end(), [](QChar c) { return c.isLetter() && c.unicode() > 0x7f; });
-    return hasTone && line.size() <= longest && std::all_of(line.begin(), line.end(), [](QChar c) {
-               return (c.isLetter() && c.script() == QChar::Script_Latin) || c == u' ' || c == u'\'' ||
-                      c.isMark();
-           });
 }
 
 /// The lines of an article, without the headword and the phonetic at the start.
@@ -97,7 +103,11 @@ public:
         for (const Line &added : lines) {
             Line line{added.text.trimmed(), added.role};
             line.text.replace(u'［', u'[').replace(u'］', u']');
-            isOpening = isOpening || isHomograph(line.text);
+            if (!isOpening && isHomograph(line.text)) {
+                isOpening = true;
+                // Ends a section of the word above.
+                m_lines.append({QString(), LineRole::Heading});
+            }
             if (isOpening && !line.text.isEmpty())
                 isOpening = trimOpening(line.text);
             if (!line.text.isEmpty() || line.role == LineRole::Heading)
@@ -114,10 +124,21 @@ public:
     const QString &phonetic() const { return m_phonetic; }
 
 private:
-    /// The title of another word with the same spelling, such as "lie2".
+    /// The title of another word with the same spelling, such as "lie2", or the word with its phonetic.
     bool isHomograph(const QString &line) const {
-        return line.size() > m_headword.size() && !line.back().isLetter() &&
-               matchHeadword(line, m_headword) == line.size();
+        if (line.size() <= m_headword.size() || m_headword.isEmpty())
+            return false;
+        if (containsHan(m_headword)) {
+            const qsizetype length = headwordLength(line, m_headword);
+            return length > 0 && leadingPhonetic(QStringView(line).sliced(length), m_headword).length > 0;
+        }
+        const qsizetype length = matchHeadword(line, m_headword);
+        if (length <= 0)
+            return false;
+        const bool isNumbered = !line[length - 1].isLetter() && length > m_headword.size();
+        const QStringView rest = QStringView(line).sliced(length);
+        return (isNumbered && (length == line.size() || headwordLength(line, m_headword) > 0)) ||
+               (line.startsWith(m_headword) && leadingPhonetic(rest, m_headword, true).length > 0);
     }
 
     /// Removes the headword and the phonetic from the start of a line. True if nothing is left, so that the

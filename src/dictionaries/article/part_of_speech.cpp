@@ -305,8 +305,10 @@ std::optional<LabelMatch> bracketedLabel(QStringView text, qsizetype at) {
         match->length = at + close + 1;
         return match;
     }
+    // "[动]" and "〈动〉" mean zoology.
+    const bool isClear = text[at] == u'【' || (!parenthesis && inside != u"动" && inside != u"代");
     for (const ChineseName &name : bracketedNames) {
-        if (text[at] == u'【' && inside == name.name)
+        if (isClear && inside == name.name)
             return LabelMatch{{partOf(name)}, at + close + 1};
     }
     return std::nullopt;
@@ -401,16 +403,25 @@ qsizetype skipOrnaments(QStringView line) {
     return at;
 }
 
+/// Skips "一、" before the name of a part of speech.
+qsizetype skipChineseNumber(QStringView line, qsizetype at) {
+    if (!QStringView(u"一二三四五六七八九").contains(charAt(line, at)) || at >= line.size() ||
+        !QStringView(u"、.．").contains(charAt(line, at + 1)))
+        return at;
+    const qsizetype text = skipBlanks(line, at + 2);
+    return chineseNameAt(line, text) || abbreviationAt(line, text) ? text : at;
+}
+
 } // namespace
 
 std::optional<LabelMatch> labelAtStart(QStringView line, bool lettersCount) {
-    qsizetype at = skipOrnaments(line);
+    qsizetype at = skipChineseNumber(line, skipOrnaments(line));
     // "A. n. … B. v. …"
     const QChar letter = charAt(line, at);
-    const bool isLettered =
-        letter >= u'A' && letter <= u'H' && charAt(line, at + 1) == u'.' && charAt(line, at + 2).isSpace();
-    if (isLettered && abbreviationAt(line, skipBlanks(line, at + 2)))
-        at = skipBlanks(line, at + 2);
+    const qsizetype behind = charAt(line, at + 1) == u'.' ? at + 2 : at + 1;
+    const bool isLettered = letter >= u'A' && letter <= u'I' && charAt(line, behind).isSpace();
+    if (isLettered && abbreviationAt(line, skipBlanks(line, behind)))
+        at = skipBlanks(line, behind);
     if (auto match = bracketedLabel(line, at)) {
         match->length = skipBlanks(line, match->length);
         return match;
