@@ -93,6 +93,37 @@ qsizetype headwordLength(const QString &line, const QString &headword) {
     return opensArticle ? line.size() - next.size() : 0;
 }
 
+/// Length of the pinyin at the start of a line, as in "píng guǒ apple"; 0 without one.
+qsizetype pinyinLength(QStringView line) {
+    qsizetype end = 0;
+    for (qsizetype at = 0; at < line.size();) {
+        qsizetype next = at;
+        while (next < line.size() && !line[next].isSpace())
+            ++next;
+        if (!isPinyin(line.sliced(at, next - at)))
+            break;
+        end = next;
+        at = skipBlanks(line, next);
+    }
+    return end;
+}
+
+/// Writes the part of speech of a Chinese word at the start of a line, as in "(动) to beat" or
+/// "①〈名〉water", in the brackets of a label: elsewhere these brackets hold subjects.
+void markLabel(QString &line) {
+    constexpr qsizetype latest = 4;
+    for (qsizetype at = 0; at < std::min(latest, line.size()); ++at) {
+        if (!QStringView(u"(（〈[<").contains(line[at]))
+            continue;
+        if (charAt(line, at + 2) == closingBracket(line[at]) &&
+            QStringView(u"名动形副代介连叹").contains(line[at + 1])) {
+            line[at] = u'【';
+            line[at + 2] = u'】';
+        }
+        return;
+    }
+}
+
 /// The lines of an article, without the headword and the phonetic at the start.
 class ArticleLines {
 public:
@@ -108,6 +139,8 @@ public:
                 // Ends a section of the word above.
                 m_lines.append({QString(), LineRole::Heading});
             }
+            if (containsHan(m_headword))
+                markLabel(line.text);
             if (isOpening && !line.text.isEmpty())
                 isOpening = trimOpening(line.text);
             if (!line.text.isEmpty() || line.role == LineRole::Heading)
@@ -146,9 +179,19 @@ private:
     bool trimOpening(QString &line) {
         line = withoutTags(line).toString();
         line.remove(0, headwordLength(line, m_headword));
-        if (containsHan(m_headword) && isPinyin(line)) {
-            takePhonetic(line);
-            line.clear();
+        if (containsHan(m_headword)) {
+            // The traditional characters: "[愛]".
+            const qsizetype close = line.indexOf(u']');
+            const bool isTraditional =
+                line.startsWith(u'[') && close == m_headword.size() + 1 &&
+                std::all_of(line.cbegin() + 1, line.cbegin() + close, [](QChar c) { return isHan(c); });
+            if (isTraditional)
+                line = line.sliced(close + 1).trimmed();
+            if (const qsizetype length = pinyinLength(line); length > 0) {
+                takePhonetic(QStringView(line).first(length));
+                line = line.sliced(length).trimmed();
+            }
+            markLabel(line);
         }
         const LeadingPhonetic leading = leadingPhonetic(line, m_headword);
         if (leading.length > 0) {

@@ -568,6 +568,11 @@ QList<Sense> splitGlosses(const QString &line, const QString &headword, bool isT
     return senses;
 }
 
+bool isOnlyPattern(QStringView text) {
+    text = text.trimmed();
+    return !text.isEmpty() && patternLength(text) == text.size();
+}
+
 bool isOnlyGrammar(QStringView text) {
     text = text.trimmed();
     return text.size() > 2 && text.front() == u'[' && text.indexOf(u']') == text.size() - 1 &&

@@ -21,6 +21,9 @@ Sense senseFrom(const QString &gloss, const QString &headword, bool isEnglish = 
 /// commas. `isTerm`: the labels at the start apply to all of them.
 QList<Sense> splitGlosses(const QString &line, const QString &headword, bool isTerm = false);
 
+/// Whether a text only has a pattern such as "~ (to do sth)".
+bool isOnlyPattern(QStringView text);
+
 /// Whether a text only has marks of grammar in square brackets, such as "[C, U]" or "[Tn, Tn.pr]".
 bool isOnlyGrammar(QStringView text);
 

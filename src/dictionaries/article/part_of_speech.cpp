@@ -422,6 +422,12 @@ std::optional<LabelMatch> labelAtStart(QStringView line, bool lettersCount) {
     const bool isLettered = letter >= u'A' && letter <= u'I' && charAt(line, behind).isSpace();
     if (isLettered && abbreviationAt(line, skipBlanks(line, behind)))
         at = skipBlanks(line, behind);
+    // "II n"
+    qsizetype roman = at;
+    while (roman < line.size() && QStringView(u"IVX").contains(line[roman]))
+        ++roman;
+    if (roman > at + 1 && charAt(line, roman).isSpace() && abbreviationAt(line, skipBlanks(line, roman)))
+        at = skipBlanks(line, roman);
     if (auto match = bracketedLabel(line, at)) {
         match->length = skipBlanks(line, match->length);
         return match;

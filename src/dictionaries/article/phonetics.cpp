@@ -165,7 +165,6 @@ LeadingPhonetic leadingPhonetic(QStringView line, const QString &headword, bool 
             break;
         const qsizetype reach = std::min(line.size() - start - 1, maxLength + 1);
         const qsizetype length = line.sliced(start + 1, reach).indexOf(closing);
-        const qsizetype excess = closing == u'】' ? -maxLength : usualLength;
         // Behind a mark such as "US", plain letters between slashes are a transcription, too.
         const bool isMarked = start > mark;
         const bool isAlone =
@@ -173,6 +172,9 @@ LeadingPhonetic leadingPhonetic(QStringView line, const QString &headword, bool 
         const QChar kind = (isMarked || isAlone) && closing == u'/' ? QChar(u']') : closing;
         const QStringView inside = line.sliced(start + 1, std::max<qsizetype>(length, 0));
         const QStringView transcription = firstTranscription(inside);
+        const qsizetype excess = transcription.size() < inside.size() ? headword.size()
+                                 : closing == u'】'                   ? -maxLength
+                                                                      : usualLength;
         if (length <= 0 || !looksLikeTranscription(transcription, kind, excess))
             break;
         if (result.phonetic.isEmpty())

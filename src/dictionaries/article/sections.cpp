@@ -309,8 +309,8 @@ bool isTagLine(QStringView line) {
 
 qsizetype exampleMarkLength(QStringView line) {
     static constexpr QStringView marks[] = {
-        u"▸",      u"▶",      u"►",     u"▷",    u"·",   u"•", u"¶", u"【例】", u"[例]", u"〔例〕", u"（例）",
-        u"〖例〗", u"例如：", u"例如:", u"例：", u"例:", u"◇", u"♦", u"e.g.",   u"E.g.", u"eg."};
+        u"▸",      u"▶",      u"►",      u"▷",     u"·",    u"◆",   u"•", u"¶", u"【例】", u"[例]", u"〔例〕",
+        u"（例）", u"〖例〗", u"例如：", u"例如:", u"例：", u"例:", u"◇", u"♦", u"e.g.",   u"E.g.", u"eg."};
     qsizetype at = 0;
     bool found = true;
     while (found) {

@@ -170,7 +170,7 @@ public:
         m_parts.append(Part());
         for (qsizetype i = 0; i < m_lines.size(); ++i) {
             const bool isLast = i + 1 == m_lines.size();
-            m_nextIsChinese = !isLast && isHan(charAt(m_lines[i + 1].text, 0));
+            m_nextIsChinese = !isLast && isTranslationOfLast(m_lines[i + 1].text);
             readLine(m_lines[i], isLast);
         }
     }
@@ -186,7 +186,9 @@ private:
     bool hasSense() { return !chunks().isEmpty() || m_parts.size() > 1; }
 
     void readLine(const Line &line, bool isLast) {
-        const QString text = withoutTags(line.text).toString();
+        QString text = withoutTags(line.text).toString();
+        if (text.startsWith(QStringLiteral("=>")) && containsHan(text))
+            text = text.sliced(2).trimmed();
         if (line.role == LineRole::Heading && text.isEmpty()) {
             m_section = Section::Senses;
             return;
@@ -226,6 +228,12 @@ private:
         case LineRole::Aside:
             readInSection(text, line.role);
         }
+    }
+
+    /// Whether a line may translate the one above.
+    static bool isTranslationOfLast(const QString &line) {
+        return isHan(charAt(line, 0)) && exampleMarkLength(line) == 0 && !sectionAtStart(line) &&
+               !labelAtStart(line, true);
     }
 
     void beginSection(const SectionStart &title, const QString &rest) {
@@ -276,6 +284,8 @@ private:
             m_examples.add(text);
             return;
         case Section::Other:
+            if (text.startsWith(QStringLiteral("【例】")) || text.startsWith(QStringLiteral("[例]")))
+                m_examples.add(text);
             return;
         case Section::Senses:
         case Section::Web:
@@ -410,12 +420,16 @@ private:
             return true;
         }
         const int words = latinWordCount(pair.english) + (isTilde ? 1 : 0);
-        const bool isPattern = pair.english.contains(u'(') || pair.english.contains(u" sb") ||
-                               pair.english.contains(u" sth") || pair.english.contains(u" do");
+        constexpr int mostWordsOfPattern = 4;
+        const bool hasObject =
+            pair.english.contains(u" sb") || pair.english.contains(u" sth") || pair.english.contains(u" do");
+        const bool isPattern = pair.english.contains(u'(') ||
+                               (hasObject && (words > mostWordsOfPattern || isOnlyPattern(pair.english)));
         const QChar first = charAt(line, isTilde ? skipBlanks(line, 1) : 0);
-        if (!isAsciiLetter(first) || (!isTilde && first.isUpper()) || (isTilde && isPattern) ||
-            words < fewestWords || words > mostWords || isTranslation(pair.chinese.toString()) ||
-            endsSentence(pair.english.back()) || labelAtStart(line, true))
+        if ((!isAsciiLetter(first) && first != u'-') || (!isTilde && first.isUpper()) ||
+            (isTilde && isPattern) || words < fewestWords || words > mostWords ||
+            isTranslation(pair.chinese.toString()) || endsSentence(pair.english.back()) ||
+            labelAtStart(line, true))
             return false;
         if (isNumbered)
             addExample(line);
@@ -428,9 +442,13 @@ private:
     /// does not have the headword.
     bool takeDefinition(const QString &line) {
         constexpr int fewestWords = 3;
+        const bool hasArticle =
+            line.startsWith(QStringLiteral("a ")) || line.startsWith(QStringLiteral("an ")) ||
+            line.startsWith(QStringLiteral("the ")) || line.startsWith(QStringLiteral("to "));
         if (chunks().isEmpty() || m_nextIsChinese || !isAsciiLetter(line[0]) || containsHan(line) ||
-            latinWordCount(line) < fewestWords || (line[0].isUpper() && endsSentence(line.back())) ||
-            mentions(line, m_headword) || labelAtStart(line, true))
+            latinWordCount(line) < (hasArticle ? 2 : fewestWords) ||
+            (line[0].isUpper() && endsSentence(line.back())) || mentions(line, m_headword) ||
+            labelAtStart(line, true))
             return false;
         Chunk &last = chunks().last();
         if (last.kind == Chunk::Kind::Example || last.kind == Chunk::Kind::Term || !containsHan(last.text) ||
@@ -566,7 +584,8 @@ private:
             return takeLabel(label);
         const bool numbered = line[0].isDigit() || line[0] == u'(';
         qsizetype at = 0;
-        if (numbered && !labelAtStart(line, m_lettersCount)) {
+        const bool isEnclosed = line[0] >= u'①' && line[0] <= u'⒛';
+        if ((numbered || isEnclosed) && !labelAtStart(line, m_lettersCount)) {
             const auto number = SenseNumberFinder::atStart(line);
             // "1 n 甲": the number of a homograph.
             const bool isBare = !number && line[0].isDigit() && charAt(line, 1).isSpace();
@@ -576,7 +595,7 @@ private:
         }
         const auto label = labelAtStart(QStringView(line).sliced(at), m_lettersCount);
         if (!label)
-            return false;
+            return takePhonetic(line);
         // In an entry on a term of grammar, "1. 形容词" is a sense.
         const bool isSense =
             at > 0 && at + label->length >= line.size() && isHan(line[at]) && m_parts.size() > 1;
@@ -602,6 +621,36 @@ private:
         }
         readItem(line.sliced(end));
         return true;
+    }
+
+    /// A transcription in front of a part of speech: "[prɪˈzent] v. 赠送".
+    bool takePhonetic(const QString &line) {
+        const LeadingPhonetic leading = leadingPhonetic(line, m_headword, true);
+        const QString rest = line.sliced(skipBlanks(line, leading.length));
+        if (leading.length == 0 || !labelAtStart(rest, m_lettersCount))
+            return false;
+        if (m_phonetic.isEmpty())
+            m_phonetic = leading.phonetic;
+        return takeLabel(rest);
+    }
+
+    /// The text without the title of a homograph at its end, as in "带领; lead² [led]" before a label.
+    QString withoutLastTitle(const QString &text) const {
+        constexpr qsizetype longest = 60;
+        const QStringView words = QStringView(text).trimmed();
+        if (m_headword.isEmpty() || (!words.endsWith(u']') && !words.endsWith(u'/')))
+            return text;
+        const qsizetype reach = std::max<qsizetype>(0, words.size() - longest - m_headword.size());
+        const qsizetype title = words.sliced(reach).lastIndexOf(m_headword);
+        if (title < 0)
+            return text;
+        qsizetype end = reach + title + m_headword.size();
+        while (end < words.size() && (words[end].isDigit() || QStringView(u"¹²³⁴⁵⁶⁷⁸⁹").contains(words[end])))
+            ++end;
+        const LeadingPhonetic leading = leadingPhonetic(words.sliced(end), m_headword);
+        const bool isTitle = leading.length > 0 && end + leading.length == words.size() &&
+                             !isAsciiLetter(charAt(words, reach + title - 1));
+        return isTitle ? words.first(reach + title).toString() : text;
     }
 
     /// Reads the glosses of a Chinese headword between slashes.
@@ -643,7 +692,7 @@ private:
             const auto label = labelInside(text, i);
             if (!label)
                 continue;
-            readNumbered(withoutLastNumber(text.sliced(start, i - start)));
+            readNumbered(withoutLastTitle(withoutLastNumber(text.sliced(start, i - start))));
             begin(*label);
             start = i + label->length;
             constexpr qsizetype glance = 200;
