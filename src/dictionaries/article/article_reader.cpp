@@ -78,6 +78,10 @@ qsizetype headwordLength(const QString &line, const QString &headword) {
     const qsizetype length = matchHeadword(line, headword);
     if (length < 0)
         return 0;
+    // "multi-" for "multi"
+    const bool isOnlyMark = line.size() == length + 1 && QStringView(u"-.").contains(line.back());
+    if (isOnlyMark)
+        return line.size();
     const QStringView rest = QStringView(line).sliced(length);
     const QStringView next = rest.sliced(skipBlanks(rest, 0));
     // "colour (US color)"
@@ -110,13 +114,17 @@ qsizetype pinyinLength(QStringView line) {
 
 /// Writes the part of speech of a Chinese word at the start of a line, as in "(动) to beat" or
 /// "①〈名〉water", in the brackets of a label: elsewhere these brackets hold subjects.
-void markLabel(QString &line) {
+void markLabel(QString &line, const QString &headword) {
+    const QStringView names = u"名动形副代介连叹";
+    if (line.size() == 1 && names.contains(line[0]) && line != headword) {
+        line = u'【' + line + u'】';
+        return;
+    }
     constexpr qsizetype latest = 4;
     for (qsizetype at = 0; at < std::min(latest, line.size()); ++at) {
         if (!QStringView(u"(（〈[<").contains(line[at]))
             continue;
-        if (charAt(line, at + 2) == closingBracket(line[at]) &&
-            QStringView(u"名动形副代介连叹").contains(line[at + 1])) {
+        if (charAt(line, at + 2) == closingBracket(line[at]) && names.contains(line[at + 1])) {
             line[at] = u'【';
             line[at + 2] = u'】';
         }
@@ -140,7 +148,7 @@ public:
                 m_lines.append({QString(), LineRole::Heading});
             }
             if (containsHan(m_headword))
-                markLabel(line.text);
+                markLabel(line.text, m_headword);
             if (isOpening && !line.text.isEmpty())
                 isOpening = trimOpening(line.text);
             if (!line.text.isEmpty() || line.role == LineRole::Heading)
@@ -191,7 +199,7 @@ private:
                 takePhonetic(QStringView(line).first(length));
                 line = line.sliced(length).trimmed();
             }
-            markLabel(line);
+            markLabel(line, m_headword);
         }
         const LeadingPhonetic leading = leadingPhonetic(line, m_headword);
         if (leading.length > 0) {

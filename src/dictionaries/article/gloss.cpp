@@ -362,7 +362,7 @@ bool isEnglishGloss(QStringView text, const QString &headword) {
 /// A mark that separates examples within a line, at `at`; 0 if there is none.
 qsizetype separatorLength(QStringView text, qsizetype at) {
     const QStringView rest = text.sliced(at);
-    if (QStringView(u"▸◇◆♦").contains(rest[0]))
+    if (QStringView(u"▸◇◆♦●▶►").contains(rest[0]))
         return 1;
     if (rest[0] == u'*')
         return at > 0 && !text[at - 1].isLetterOrNumber() && charAt(rest, 1).isSpace() ? 1 : 0;
@@ -406,11 +406,14 @@ void takeExamples(QStringView &text, QStringList &examples, QStringView headword
         if (!example.isEmpty())
             examples.append(example.toString());
     };
-    // A colon and a few examples: each character is looked at with a bounded look ahead.
+    // The first example begins within the first words behind the meaning, or not at all.
+    constexpr int mostWords = 200;
+    int words = 0;
     for (qsizetype i = std::max<qsizetype>(han, 1); i < whole.size(); ++i) {
         const qsizetype mark = separatorLength(whole, i);
-        const bool wordStart =
-            start < 0 && mark == 0 && !isAsciiLetter(whole[i - 1]) && beginsExample(whole, i, headword);
+        const bool wordStart = start < 0 && mark == 0 && !isAsciiLetter(whole[i - 1]) &&
+                               !whole[i].isSpace() && words < mostWords && beginsExample(whole, i, headword);
+        words += start < 0 && isAsciiLetter(whole[i]) && !isAsciiLetter(whole[i - 1]) ? 1 : 0;
         if (mark == 0 && !wordStart)
             continue;
         if (start < 0)

@@ -43,7 +43,10 @@ bool endsTag(QStringView rest) {
 bool hasElements(const QString &text) {
     QSet<QString> opened;
     constexpr qsizetype longestName = 8;
-    for (qsizetype at = text.indexOf(u'<'); at >= 0; at = text.indexOf(u'<', at + 1)) {
+    int marks = 0;
+    constexpr int mostMarks = 2000;
+    for (qsizetype at = text.indexOf(u'<'); at >= 0 && marks < mostMarks;
+         ++marks, at = text.indexOf(u'<', at + 1)) {
         const bool closing = charAt(text, at + 1) == u'/';
         const qsizetype start = at + (closing ? 2 : 1);
         qsizetype end = start;

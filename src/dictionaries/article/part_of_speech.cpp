@@ -261,7 +261,13 @@ std::optional<Found> abbreviationAt(QStringView text, qsizetype at) {
             found.pointed = true;
             ++found.end;
         }
-        if (found.pointed || trusted(form.kind, text, end))
+        // Dictionaries that write labels in capitals have no dots.
+        constexpr qsizetype shortest = 3;
+        const QStringView written = text.sliced(at, end - at);
+        const bool isCapital =
+            end - at >= shortest && text != written &&
+            std::none_of(written.begin(), written.end(), [](QChar c) { return c.isLower(); });
+        if (found.pointed || trusted(form.kind, text, end) || (isCapital && form.kind == Kind::Name))
             return found;
     }
     return std::nullopt;

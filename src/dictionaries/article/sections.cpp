@@ -190,6 +190,17 @@ bool isInflection(QStringView name) {
     return name == u"复数" || name == u"单数" || name == u"pl." || name == u"缩写" || name == u"全称";
 }
 
+/// The head of a table, such as "词性 释义".
+bool isTableHead(QStringView text) {
+    int names = 0;
+    for (const QStringView name : text.tokenize(u' ')) {
+        if (!containsHan(name) || !sectionNamed(name))
+            return false;
+        ++names;
+    }
+    return names > 1;
+}
+
 /// A line such as "复数: mice" or "SYN clever", which names other words.
 bool namesOtherWords(QStringView text) {
     if (containsHan(text.sliced(text.size() / 2)))
@@ -293,7 +304,8 @@ QStringView withoutTags(QStringView text) {
 
 bool isTagLine(QStringView line) {
     const QStringView text = withoutTags(line);
-    if (text.isEmpty() || text.startsWith(u"CL:") || isFrequency(text) || namesOtherWords(text))
+    if (text.isEmpty() || text.startsWith(u"CL:") || isFrequency(text) || namesOtherWords(text) ||
+        isTableHead(text))
         return true;
     if (text[0] != u'[' && text[0] != u'【')
         return false;

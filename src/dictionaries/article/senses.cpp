@@ -546,9 +546,10 @@ private:
     }
 
     void addExample(const QString &text) {
+        const bool isTranslated = isHan(charAt(text, 0)) && latinWordCount(text) == 0;
         if (chunks().isEmpty())
             m_examples.add(text);
-        else
+        else if (!isTranslated || !takeTranslation(text, true))
             chunks().append({Chunk::Kind::Example, text, {}, true});
     }
 
@@ -709,7 +710,11 @@ private:
         const qsizetype remark = grammarRemarkLength(line);
         const QString text = line.sliced(remark);
         const QList<SenseNumber> numbers = m_numbers.find(text, m_bareCount);
-        if (numbers.isEmpty()) {
+        constexpr qsizetype shortestProse = 80;
+        constexpr int fewestSentences = 3;
+        const bool isText = m_parts.size() == 1 && !SenseNumberFinder::atStart(text) &&
+                            isProse(text, shortestProse, fewestSentences);
+        if (numbers.isEmpty() || isText) {
             add(Chunk::Kind::Text, line);
             return;
         }

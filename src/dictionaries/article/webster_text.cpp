@@ -270,6 +270,9 @@ private:
     }
 
     bool continuesTitle(QStringView words) const {
+        constexpr qsizetype longest = 3000;
+        if (m_text.size() > longest)
+            return false;
         const bool isOpen = m_open > 0 || m_text.count(u'\\') % 2 == 1;
         const bool isJoined = QStringView(u",;&").contains(m_text.back()) || m_text.endsWith(u" or");
         const bool isAddition = words[0] == u'[' || words[0] == u'\\' ||

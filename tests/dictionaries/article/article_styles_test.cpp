@@ -149,7 +149,7 @@ private Q_SLOTS:
             "bow1 [bəu] n. 弓\nIDM bow and arrow 弓箭 in the bow 在弓里\nbow2 /baʊ/ n. 鞠躬\nbow [英 bau "
             "美 "
             "baʊ]\nadj. 弯的\nOPP straight\n复数: bows\n[good] 比较级",
-            "bow/bəu: noun{1 弓} noun{1 鞠躬} adjective{1 弯的} phrase{1 (bow and arrow) 弓箭; 2 (in the "
+            "bow/bəu: noun{1 弓; 2 鞠躬} adjective{1 弯的} phrase{1 (bow and arrow) 弓箭; 2 (in the "
             "bow) "
             "在弓里}");
         row("outlines", "drink",
