@@ -132,7 +132,10 @@ public:
 
     void openHeading() {
         endBlock();
-        const bool isShown = m_items == 0 && !m_inHeading && canAdd();
+        // Between the items of a list, a heading would hold the next one.
+        const bool isInList =
+            std::any_of(m_lists.begin(), m_lists.end(), [](const List &list) { return list.isOpen; });
+        const bool isShown = !isInList && !m_inHeading && canAdd();
         m_headings.append(isShown);
         if (!isShown) {
             openInline(QStringLiteral("b"));

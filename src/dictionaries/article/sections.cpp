@@ -193,6 +193,8 @@ bool isInflection(QStringView name) {
 /// The head of a table, such as "词性 释义".
 bool isTableHead(QStringView text) {
     int names = 0;
+    if (!isHan(text[0]) || !text.contains(u' '))
+        return false;
     for (const QStringView name : text.tokenize(u' ')) {
         if (!containsHan(name) || !sectionNamed(name))
             return false;
@@ -203,6 +205,9 @@ bool isTableHead(QStringView text) {
 
 /// A line such as "复数: mice" or "SYN clever", which names other words.
 bool namesOtherWords(QStringView text) {
+    constexpr qsizetype longest = 200;
+    if (text.size() > longest)
+        return false;
     if (containsHan(text.sliced(text.size() / 2)))
         return false;
     for (const QStringView mark : {u"SYN ", u"OPP ", u"ANT ", u"SYN:", u"OPP:"}) {
@@ -279,6 +284,10 @@ std::optional<SectionStart> sectionAtStart(QStringView line) {
 
 QStringView withoutTags(QStringView text) {
     text = text.trimmed();
+    // Most texts have no tag.
+    if (text.isEmpty() || (!QStringView(u"([（【-★☆✩✭⭐").contains(text.front()) &&
+                           !QStringView(u")]）】★☆✩✭⭐").contains(text.back()) && !text.back().isDigit()))
+        return text;
     bool changed = true;
     while (changed && !text.isEmpty()) {
         const qsizetype before = text.size();

@@ -398,9 +398,10 @@ private:
         constexpr int fewestWords = 2;
         constexpr int mostWords = 6;
         const bool isTilde = line.startsWith(u'~') || line.startsWith(u'～');
+        if (!m_hasChinese || !hasSense() || latinWordCount(line) == 0)
+            return false;
         const SentencePair pair = sentencePair(line);
-        if (!hasSense() || pair.english.isEmpty() || pair.chinese.isEmpty() ||
-            (!isTilde && !mentions(line, m_headword)))
+        if (pair.english.isEmpty() || pair.chinese.isEmpty() || (!isTilde && !mentions(line, m_headword)))
             return false;
         const bool isNumbered = !chunks().isEmpty() && chunks().first().kind == Chunk::Kind::Numbered;
         if (containsHan(m_headword)) {

@@ -43,6 +43,8 @@ private Q_SLOTS:
         row("PowerWord", Form::PowerWord, "<单词词性>n.</单词词性><解释项><![CDATA[&b{甲}]]></解释项>",
             "<h3>n.</h3><ol><li>甲</li></ol>");
         row("text between items", Form::Html, "<ul>a\n<li>b</li>\n</ul>", "<ul><li>a\n</li><li>b</li></ul>");
+        row("heading between items", Form::Html, "<ul><li>a</li><h3>b</h3><li>c</li></ul>",
+            "<ul><li>a</li><li><b>b</b></li><li>c</li></ul>");
         row("unclosed", Form::Html, "a<ul><li><u>b<h2>c",
             "<p>a</p><ul><li><u>b</u><br><u><b>c</b></u></li></ul>");
     }
