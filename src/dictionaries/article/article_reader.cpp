@@ -47,6 +47,17 @@ qsizetype matchHeadword(QStringView line, const QString &headword) {
     return end - start <= mostDigits ? end : at;
 }
 
+/// Whether a line is the pinyin of a Chinese headword.
+bool isPinyin(QStringView line) {
+    constexpr qsizetype longest = 40;
+    const bool hasTone =
+        std::any_of(line.begin(), line.end(), [](QChar c) { return c.isLetter() && c.unicode() > 0x7f; });
+    return hasTone && line.size() <= longest && std::all_of(line.begin(), line.end(), [](QChar c) {
+               return (c.isLetter() && c.script() == QChar::Script_Latin) || c == u' ' || c == u'\'' ||
+                      c.isMark();
+           });
+}
+
 /// The length of the headword and the blanks after it at the start of a line; 0 if the line does not start
 /// with the headword as the title of the article.
 qsizetype headwordLength(const QString &line, const QString &headword) {
@@ -60,13 +71,23 @@ qsizetype headwordLength(const QString &line, const QString &headword) {
                              });
         if (isTitle)
             return bracket;
+        const qsizetype pinyin = line.startsWith(headword) ? skipBlanks(line, headword.size()) : 0;
+        if (pinyin > 0 && isPinyin(QStringView(line).sliced(pinyin)))
+            return pinyin;
     }
     const qsizetype length = matchHeadword(line, headword);
     if (length < 0)
         return 0;
+    // "multi-" for "multi"
+    const bool isOnlyMark = line.size() == length + 1 && QStringView(u"-.").contains(line.back());
+    if (isOnlyMark)
+        return line.size();
     const QStringView rest = QStringView(line).sliced(length);
     const QStringView next = rest.sliced(skipBlanks(rest, 0));
-    if (next.isEmpty())
+    // "colour (US color)"
+    const bool hasRemark =
+        next.startsWith(u'(') && next.indexOf(u')') == next.size() - 1 && !containsHan(next);
+    if (next.isEmpty() || hasRemark)
         return line.size();
     if (isAsciiLetter(rest[0]) || isHan(rest[0]))
         return 0;
@@ -76,15 +97,39 @@ qsizetype headwordLength(const QString &line, const QString &headword) {
     return opensArticle ? line.size() - next.size() : 0;
 }
 
-/// Whether a line is the pinyin of a Chinese headword.
-bool isPinyin(QStringView line) {
-    constexpr qsizetype longest = 40;
-    const bool hasTone =
-        std::any_of(line.begin(), line.end(), [](QChar c) { return c.isLetter() && c.unicode() > 0x7f; });
-    return hasTone && line.size() <= longest && std::all_of(line.begin(), line.end(), [](QChar c) {
-               return (c.isLetter() && c.script() == QChar::Script_Latin) || c == u' ' || c == u'\'' ||
-                      c.isMark();
-           });
+/// Length of the pinyin at the start of a line, as in "píng guǒ apple"; 0 without one.
+qsizetype pinyinLength(QStringView line) {
+    qsizetype end = 0;
+    for (qsizetype at = 0; at < line.size();) {
+        qsizetype next = at;
+        while (next < line.size() && !line[next].isSpace())
+            ++next;
+        if (!isPinyin(line.sliced(at, next - at)))
+            break;
+        end = next;
+        at = skipBlanks(line, next);
+    }
+    return end;
+}
+
+/// Writes the part of speech of a Chinese word at the start of a line, as in "(动) to beat" or
+/// "①〈名〉water", in the brackets of a label: elsewhere these brackets hold subjects.
+void markLabel(QString &line, const QString &headword) {
+    const QStringView names = u"名动形副代介连叹";
+    if (line.size() == 1 && names.contains(line[0]) && line != headword) {
+        line = u'【' + line + u'】';
+        return;
+    }
+    constexpr qsizetype latest = 4;
+    for (qsizetype at = 0; at < std::min(latest, line.size()); ++at) {
+        if (!QStringView(u"(（〈[<").contains(line[at]))
+            continue;
+        if (charAt(line, at + 2) == closingBracket(line[at]) && names.contains(line[at + 1])) {
+            line[at] = u'【';
+            line[at + 2] = u'】';
+        }
+        return;
+    }
 }
 
 /// The lines of an article, without the headword and the phonetic at the start.
@@ -97,7 +142,13 @@ public:
         for (const Line &added : lines) {
             Line line{added.text.trimmed(), added.role};
             line.text.replace(u'［', u'[').replace(u'］', u']');
-            isOpening = isOpening || isHomograph(line.text);
+            if (!isOpening && isHomograph(line.text)) {
+                isOpening = true;
+                // Ends a section of the word above.
+                m_lines.append({QString(), LineRole::Heading});
+            }
+            if (containsHan(m_headword))
+                markLabel(line.text, m_headword);
             if (isOpening && !line.text.isEmpty())
                 isOpening = trimOpening(line.text);
             if (!line.text.isEmpty() || line.role == LineRole::Heading)
@@ -114,10 +165,21 @@ public:
     const QString &phonetic() const { return m_phonetic; }
 
 private:
-    /// The title of another word with the same spelling, such as "lie2".
+    /// The title of another word with the same spelling, such as "lie2", or the word with its phonetic.
     bool isHomograph(const QString &line) const {
-        return line.size() > m_headword.size() && !line.back().isLetter() &&
-               matchHeadword(line, m_headword) == line.size();
+        if (line.size() <= m_headword.size() || m_headword.isEmpty())
+            return false;
+        if (containsHan(m_headword)) {
+            const qsizetype length = headwordLength(line, m_headword);
+            return length > 0 && leadingPhonetic(QStringView(line).sliced(length), m_headword).length > 0;
+        }
+        const qsizetype length = matchHeadword(line, m_headword);
+        if (length <= 0)
+            return false;
+        const bool isNumbered = !line[length - 1].isLetter() && length > m_headword.size();
+        const QStringView rest = QStringView(line).sliced(length);
+        return (isNumbered && (length == line.size() || headwordLength(line, m_headword) > 0)) ||
+               (line.startsWith(m_headword) && leadingPhonetic(rest, m_headword, true).length > 0);
     }
 
     /// Removes the headword and the phonetic from the start of a line. True if nothing is left, so that the
@@ -125,9 +187,19 @@ private:
     bool trimOpening(QString &line) {
         line = withoutTags(line).toString();
         line.remove(0, headwordLength(line, m_headword));
-        if (containsHan(m_headword) && isPinyin(line)) {
-            takePhonetic(line);
-            line.clear();
+        if (containsHan(m_headword)) {
+            // The traditional characters: "[愛]".
+            const qsizetype close = line.indexOf(u']');
+            const bool isTraditional =
+                line.startsWith(u'[') && close == m_headword.size() + 1 &&
+                std::all_of(line.cbegin() + 1, line.cbegin() + close, [](QChar c) { return isHan(c); });
+            if (isTraditional)
+                line = line.sliced(close + 1).trimmed();
+            if (const qsizetype length = pinyinLength(line); length > 0) {
+                takePhonetic(QStringView(line).first(length));
+                line = line.sliced(length).trimmed();
+            }
+            markLabel(line, m_headword);
         }
         const LeadingPhonetic leading = leadingPhonetic(line, m_headword);
         if (leading.length > 0) {

@@ -1,6 +1,7 @@
 #include "dictionaries/article/formatted_article.h"
 
 #include "dictionaries/article/html_lines.h"
+#include "dictionaries/article/html_text.h"
 #include "dictionaries/article/html_tree.h"
 #include "dictionaries/article/plain_article.h"
 #include "dictionaries/article/sense_numbers.h"
@@ -131,7 +132,10 @@ public:
 
     void openHeading() {
         endBlock();
-        const bool isShown = m_items == 0 && !m_inHeading && canAdd();
+        // Between the items of a list, a heading would hold the next one.
+        const bool isInList =
+            std::any_of(m_lists.begin(), m_lists.end(), [](const List &list) { return list.isOpen; });
+        const bool isShown = !isInList && !m_inHeading && canAdd();
         m_headings.append(isShown);
         if (!isShown) {
             openInline(QStringLiteral("b"));
@@ -441,7 +445,7 @@ QString formattedArticle(const std::vector<Article> &articles) {
     RichText text;
     for (const Article &article : articles) {
         for (const Part &part : article)
-            writePart(text, part);
+            writePart(text, withRealForm(part));
     }
     return text.result();
 }
@@ -449,9 +453,11 @@ QString formattedArticle(const std::vector<Article> &articles) {
 QStringList soundLinks(const std::vector<Article> &articles) {
     QStringList paths;
     for (const Article &article : articles) {
-        for (const Part &part : article) {
-            if (part.form != Form::Html ||
-                !part.text.contains(QStringLiteral("sound://"), Qt::CaseInsensitive))
+        for (const Part &stored : article) {
+            if (!stored.text.contains(QStringLiteral("sound://"), Qt::CaseInsensitive))
+                continue;
+            const Part part = withRealForm(stored);
+            if (part.form != Form::Html)
                 continue;
             const HtmlTree tree(part.text);
             SoundFinder finder(paths);

@@ -8,6 +8,8 @@
 #include <QSet>
 
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
 namespace lexiquill::article {
 
@@ -59,6 +61,22 @@ bool isUsualLabel(QStringView text) {
     return labels.contains(text.toString());
 }
 
+/// The code of a verb pattern, such as "Tn.pr" or "Cn.a".
+bool isVerbPattern(QStringView word) {
+    static const QSet<QString> codes{
+        QStringLiteral("Ip"),  QStringLiteral("Ipr"), QStringLiteral("It"), QStringLiteral("In"),
+        QStringLiteral("La"),  QStringLiteral("Ln"),  QStringLiteral("Tn"), QStringLiteral("Tf"),
+        QStringLiteral("Tw"),  QStringLiteral("Tt"),  QStringLiteral("Tg"), QStringLiteral("Tsg"),
+        QStringLiteral("Tnt"), QStringLiteral("Tni"), QStringLiteral("Dn"), QStringLiteral("Dpr"),
+        QStringLiteral("Cn"),
+    };
+    constexpr qsizetype longest = 8;
+    qsizetype end = 0;
+    while (end < word.size() && isAsciiLetter(word[end]))
+        ++end;
+    return word.size() <= longest && codes.contains(word.first(end).toString());
+}
+
 /// Marks of grammar such as "C, U", "pl." or "usu pass".
 bool isGrammar(QStringView text) {
     static const QSet<QString> words{
@@ -69,16 +87,20 @@ bool isGrammar(QStringView text) {
         QStringLiteral("noun"),     QStringLiteral("verb"),    QStringLiteral("v"),
         QStringLiteral("pass"),     QStringLiteral("passive"), QStringLiteral("plural"),
         QStringLiteral("singular"), QStringLiteral("usually"), QStringLiteral("also"),
-        QStringLiteral("with"),     QStringLiteral("or"),
+        QStringLiteral("with"),     QStringLiteral("or"),      QStringLiteral("s"),
+        QStringLiteral("p"),        QStringLiteral("attrib"),  QStringLiteral("pred"),
     };
     bool isAny = false;
+    // What follows the word, as in "+to-v" and "(+of)".
+    if (text.startsWith(u'+') || text.startsWith(u"(+"))
+        return true;
     for (QStringView word : text.tokenize(u' ')) {
         while (!word.isEmpty() && QStringView(u",;.").contains(word.back()))
             word.chop(1);
         if (word == u"+" || word.isEmpty())
             continue;
         for (const QStringView part : word.tokenize(u',')) {
-            if (!words.contains(part.toString().toLower()))
+            if (!words.contains(part.toString().toLower()) && !isVerbPattern(part))
                 return false;
             isAny = true;
         }
@@ -198,7 +220,11 @@ qsizetype definitionLength(QStringView text) {
     const int words = latinWordCount(english);
     const bool apart = text[han - 1].isSpace() || text[han - 1].isPunct();
     const bool isPattern = english.contains(u'~') || english.contains(u'～');
-    if (words < 1 || (words < 3 && !isPattern && !(words == 2 && apart)))
+    // A single word may also be a part of the meaning, as in "pH 值".
+    constexpr qsizetype shortestWord = 3;
+    const bool isWord = words == 1 && apart && english.size() >= shortestWord &&
+                        std::all_of(english.begin(), english.end(), [](QChar c) { return c.isLower(); });
+    if (words < 1 || (words < 3 && !isPattern && !isWord && !(words == 2 && apart)))
         return 0;
     const auto count = [english](QStringView marks) {
         return std::count_if(english.begin(), english.end(), [marks](QChar c) { return marks.contains(c); });
@@ -231,20 +257,112 @@ void takeLastGrammar(QStringView &text, QStringList &contexts) {
         contexts.append(text.sliced(tilde).toString());
         text = text.first(tilde).trimmed();
     }
-    if (!text.endsWith(u']'))
+    constexpr int mostMarks = 6;
+    const qsizetype place = contexts.size();
+    for (int i = 0; i < mostMarks && text.endsWith(u']'); ++i) {
+        const qsizetype reach = std::max<qsizetype>(0, text.size() - longest);
+        const qsizetype open = text.sliced(reach).lastIndexOf(u'[') + reach;
+        if (open <= reach || !isGrammar(text.sliced(open + 1).chopped(1)))
+            return;
+        contexts.insert(place, text.sliced(open).toString());
+        text = text.first(open).trimmed();
+    }
+}
+
+/// The text behind the last Chinese character, without brackets that belong to that.
+QStringView latinTail(QStringView text) {
+    qsizetype end = text.size();
+    while (end > 0 && !isHan(text[end - 1]))
+        --end;
+    if (end == 0 || end == text.size())
+        return {};
+    while (end < text.size() && (QStringView(u")）]】〉>”」’").contains(text[end]) ||
+                                 QStringView(u"…。；;，,：:").contains(text[end])))
+        ++end;
+    return text.sliced(end);
+}
+
+/// The text without a reference to another word at its end, as in "轻的 OPP heavy" or "开始 → start".
+QStringView withoutReference(QStringView text) {
+    const QStringView tail = latinTail(text);
+    const QStringView words = tail.trimmed();
+    if (words.size() == tail.size() || words.isEmpty())
+        return text;
+    static constexpr QStringView marks[] = {u"see ", u"cf ", u"cf. ", u"→",    u"➔",    u"➜",
+                                            u"⇨",    u"=>",  u"OPP ", u"SYN ", u"ANT ", u"compare "};
+    const bool isReference = std::any_of(std::begin(marks), std::end(marks),
+                                         [words](QStringView mark) { return words.startsWith(mark); });
+    return isReference ? text.first(tail.data() - text.data()).trimmed() : text;
+}
+
+/// Moves an English definition behind a Chinese meaning to `contexts`.
+void takeLastDefinition(QStringView &text, QStringList &contexts, QStringView headword) {
+    const QStringView tail = latinTail(text);
+    constexpr int fewestWords = 3;
+    const auto isOrdinary = [](QChar c) {
+        return c.isLetter() || c.isSpace() || QStringView(u",.;'’()-/").contains(c);
+    };
+    if (tail.isEmpty() || !std::all_of(tail.begin(), tail.end(), isOrdinary) ||
+        !(tail[0].isSpace() || endsSentence(text[tail.data() - text.data() - 1])) ||
+        !isAsciiLetter(charAt(tail, skipBlanks(tail, 0))) || latinWordCount(tail) < fewestWords ||
+        mentions(tail, headword))
         return;
-    const qsizetype reach = std::max<qsizetype>(0, text.size() - longest);
-    const qsizetype open = text.sliced(reach).lastIndexOf(u'[') + reach;
-    if (open <= reach || !isGrammar(text.sliced(open + 1).chopped(1)))
+    contexts.append(trimmedGloss(withoutTornMarks(tail)));
+    text = text.first(tail.data() - text.data()).trimmed();
+}
+
+/// Moves the Chinese examples behind the English meaning of a Chinese word to `examples`, as in "to beat:
+/// ~门 knock at the door / ~鼓 beat a drum".
+void takeChineseExamples(QStringView &text, QStringList &examples) {
+    const QList<int> depths = bracketDepths(text);
+    const auto isStart = [text](qsizetype i) {
+        return isHan(text[i]) || text[i] == u'~' || text[i] == u'～';
+    };
+    qsizetype lastLatin = text.size() - 1;
+    while (lastLatin >= 0 && !isAsciiLetter(text[lastLatin]))
+        --lastLatin;
+    qsizetype start = -1;
+    bool inChinese = false;
+    for (qsizetype i = 1; i < text.size() && start < 0; ++i) {
+        const bool begins = isStart(i) && !std::exchange(inChinese, isStart(i));
+        inChinese = isStart(i);
+        if (!begins || depths[i] > 0)
+            continue;
+        qsizetype before = i - 1;
+        while (before > 0 && text[before].isSpace())
+            --before;
+        const bool isApart = QStringView(u":：;；/|。.").contains(text[before]);
+        if (isApart || (before < i - 1 && lastLatin > i))
+            start = i;
+    }
+    if (start < 0 || latinWordCount(text.first(start)) == 0)
         return;
-    contexts.append(text.sliced(open).toString());
-    text = text.first(open).trimmed();
+    for (const QString &piece : splitOutsideBrackets(text.sliced(start).toString(), u"/|；;")) {
+        // A second translation belongs to the example before it.
+        const bool isExample = containsHan(piece) || piece.contains(u'~');
+        if (isExample)
+            examples.append(trimmedGloss(piece));
+        else if (!examples.isEmpty() && !trimmedGloss(piece).isEmpty())
+            examples.last() += QStringLiteral("; ") + trimmedGloss(piece);
+    }
+    text = text.first(start).trimmed();
+    while (!text.isEmpty() && QStringView(u":：/|;；").contains(text.back()))
+        text = text.chopped(1).trimmed();
+}
+
+/// Whether a text explains a Chinese word in English.
+bool isEnglishGloss(QStringView text, const QString &headword) {
+    if (!containsHan(headword))
+        return false;
+    QStringList contexts;
+    takeContexts(text, contexts);
+    return isAsciiLetter(charAt(text, 0)) || (charAt(text, 0) == u'(' && isAsciiLetter(charAt(text, 1)));
 }
 
 /// A mark that separates examples within a line, at `at`; 0 if there is none.
 qsizetype separatorLength(QStringView text, qsizetype at) {
     const QStringView rest = text.sliced(at);
-    if (QStringView(u"▸◇◆♦").contains(rest[0]))
+    if (QStringView(u"▸◇◆♦●▶►").contains(rest[0]))
         return 1;
     if (rest[0] == u'*')
         return at > 0 && !text[at - 1].isLetterOrNumber() && charAt(rest, 1).isSpace() ? 1 : 0;
@@ -252,16 +370,16 @@ qsizetype separatorLength(QStringView text, qsizetype at) {
 }
 
 /// Whether an example begins behind the meaning, at `at`: behind a colon, or a sentence.
-bool beginsExample(QStringView text, qsizetype at) {
-    if (!isAsciiLetter(text[at]) && text[at] != u'"' && text[at] != u'\'' && text[at] != u'‘')
+bool beginsExample(QStringView text, qsizetype at, QStringView headword) {
+    if (!isAsciiLetter(text[at]) && !QStringView(u"\"'‘“~～").contains(text[at]))
         return false;
     qsizetype before = at - 1;
     while (before > 0 && text[before].isSpace())
         --before;
     const QChar previous = text[before];
     const bool afterColon = previous == u':' || previous == u'：';
-    const bool afterMeaning = before < at - 1 && text[at].isUpper() &&
-                              (isHan(previous) || QStringView(u"；;。)）】]").contains(previous));
+    const bool afterMeaning =
+        before < at - 1 && (isHan(previous) || QStringView(u"；;。)）】]").contains(previous));
     if (!afterColon && !afterMeaning)
         return false;
     constexpr qsizetype longest = 300;
@@ -271,11 +389,14 @@ bool beginsExample(QStringView text, qsizetype at) {
     if (afterColon)
         return words >= 3 || (words == 2 && han < rest.size());
     const QStringView english = rest.first(han).trimmed();
-    return words >= 3 && (endsSentence(english.back()) || QStringView(u"\"”'’").contains(english.back()));
+    if (words >= 2 && han < rest.size() && mentions(english, headword))
+        return true;
+    return words >= 3 && text[at].isUpper() &&
+           (endsSentence(english.back()) || QStringView(u"\"”'’").contains(english.back()));
 }
 
 /// Moves the examples behind a Chinese meaning to `examples`.
-void takeExamples(QStringView &text, QStringList &examples) {
+void takeExamples(QStringView &text, QStringList &examples, QStringView headword) {
     const qsizetype han = chineseStart(text);
     qsizetype start = -1;
     qsizetype end = -1;
@@ -285,11 +406,14 @@ void takeExamples(QStringView &text, QStringList &examples) {
         if (!example.isEmpty())
             examples.append(example.toString());
     };
-    // A colon and a few examples: each character is looked at with a bounded look ahead.
+    // The first example begins within the first words behind the meaning, or not at all.
+    constexpr int mostWords = 200;
+    int words = 0;
     for (qsizetype i = std::max<qsizetype>(han, 1); i < whole.size(); ++i) {
         const qsizetype mark = separatorLength(whole, i);
-        const bool wordStart =
-            start < 0 && mark == 0 && !isAsciiLetter(whole[i - 1]) && beginsExample(whole, i);
+        const bool wordStart = start < 0 && mark == 0 && !isAsciiLetter(whole[i - 1]) &&
+                               !whole[i].isSpace() && words < mostWords && beginsExample(whole, i, headword);
+        words += start < 0 && isAsciiLetter(whole[i]) && !isAsciiLetter(whole[i - 1]) ? 1 : 0;
         if (mark == 0 && !wordStart)
             continue;
         if (start < 0)
@@ -365,31 +489,45 @@ QStringList splitOutsideBrackets(const QString &text, QStringView separators) {
     return pieces;
 }
 
-Sense senseFrom(const QString &gloss, bool isEnglish) {
+Sense senseFrom(const QString &gloss, const QString &headword, bool isEnglish) {
     Sense sense;
+    if (!isEnglish && isEnglishGloss(gloss, headword)) {
+        QStringView text = gloss;
+        QStringList examples;
+        takeChineseExamples(text, examples);
+        sense = senseFrom(text.toString(), headword, true);
+        sense.examples += examples;
+        return sense;
+    }
     const bool isChineseGloss = !isEnglish && containsHan(gloss);
     const QString whole = isChineseGloss ? trimmedGloss(withoutTags(gloss))
                                          : withoutQuotations(trimmedGloss(gloss), sense.examples);
     QStringView rest = whole;
-    if (isChineseGloss)
-        takeExamples(rest, sense.examples);
+    if (isChineseGloss) {
+        takeExamples(rest, sense.examples, headword);
+        rest = withoutReference(rest);
+    }
     takeContexts(rest, sense.contexts);
     if (isChineseGloss) {
         takeDefinition(rest, sense.contexts);
         takeContexts(rest, sense.contexts);
+        takeLastDefinition(rest, sense.contexts, headword);
     }
     takeLastGrammar(rest, sense.contexts);
     sense.meaning = trimmedGloss(withoutTornMarks(rest));
     return sense;
 }
 
-QList<Sense> splitGlosses(const QString &line, bool isTerm) {
+QList<Sense> splitGlosses(const QString &line, const QString &headword, bool isTerm) {
     QList<Sense> senses;
     QStringView text = line;
     QStringList examples;
     QStringList contexts;
-    if (containsHan(line))
-        takeExamples(text, examples);
+    const bool isEnglish = isEnglishGloss(text, headword);
+    if (isEnglish)
+        takeChineseExamples(text, examples);
+    else if (containsHan(line))
+        takeExamples(text, examples, headword);
     if (isTerm)
         takeContexts(text, contexts);
     const auto add = [&](const Sense &sense) {
@@ -410,19 +548,19 @@ QList<Sense> splitGlosses(const QString &line, bool isTerm) {
         const SentencePair pair = sentencePair(piece);
         return !pair.english.isEmpty() && !pair.chinese.isEmpty();
     };
-    const bool isDefined = definitionLength(text) > 0 &&
+    const bool isDefined = !isEnglish && definitionLength(text) > 0 &&
                            (pieces.size() == 1 || !std::all_of(pieces.begin(), pieces.end(), isPair));
-    const Sense whole = pieces.size() > 1 && !isDefined ? Sense() : senseFrom(glossText);
+    const Sense whole = pieces.size() > 1 && !isDefined ? Sense() : senseFrom(glossText, headword, isEnglish);
     const QStringList glosses = splitOutsideBrackets(whole.meaning, u",，");
     if (whole.meaning.isEmpty()) {
         for (const QString &piece : pieces)
-            add(senseFrom(piece));
+            add(senseFrom(piece, headword, isEnglish));
     } else if (isDefined || glosses.size() < 2 ||
                !std::all_of(glosses.begin(), glosses.end(), isShortChinese)) {
         add(whole);
     } else {
         for (const QString &gloss : glosses) {
-            Sense sense = senseFrom(gloss);
+            Sense sense = senseFrom(gloss, headword);
             // Labels at the start of the line apply to each gloss.
             sense.contexts = whole.contexts + sense.contexts;
             add(sense);
@@ -431,6 +569,17 @@ QList<Sense> splitGlosses(const QString &line, bool isTerm) {
     if (!senses.isEmpty())
         senses.last().examples += examples;
     return senses;
+}
+
+bool isOnlyPattern(QStringView text) {
+    text = text.trimmed();
+    return !text.isEmpty() && patternLength(text) == text.size();
+}
+
+bool isOnlyGrammar(QStringView text) {
+    text = text.trimmed();
+    return text.size() > 2 && text.front() == u'[' && text.indexOf(u']') == text.size() - 1 &&
+           isGrammar(text.sliced(1).chopped(1));
 }
 
 bool isFieldTerm(QStringView line) {

@@ -15,11 +15,17 @@ QStringList splitOutsideBrackets(const QString &text, QStringView separators);
 /// ("[医]", "〈口〉", "(正式) ") and an English definition in front of a Chinese meaning become contexts,
 /// unless no meaning would be left. Sentences behind the meaning become examples.
 /// `isEnglish`: the gloss explains a Chinese word, so Chinese in it is no translation.
-Sense senseFrom(const QString &gloss, bool isEnglish = false);
+Sense senseFrom(const QString &gloss, const QString &headword, bool isEnglish = false);
 
 /// The senses of a line without numbers: the pieces between semicolons, or short Chinese glosses between
 /// commas. `isTerm`: the labels at the start apply to all of them.
-QList<Sense> splitGlosses(const QString &line, bool isTerm = false);
+QList<Sense> splitGlosses(const QString &line, const QString &headword, bool isTerm = false);
+
+/// Whether a text only has a pattern such as "~ (to do sth)".
+bool isOnlyPattern(QStringView text);
+
+/// Whether a text only has marks of grammar in square brackets, such as "[C, U]" or "[Tn, Tn.pr]".
+bool isOnlyGrammar(QStringView text);
 
 /// Whether a line begins with a label of a field, such as "[医]", and a meaning.
 bool isFieldTerm(QStringView line);

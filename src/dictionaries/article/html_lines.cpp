@@ -2,12 +2,14 @@
 
 #include "dictionaries/article/html_tree.h"
 #include "dictionaries/article/markup.h"
+#include "dictionaries/article/phonetics.h"
 #include "dictionaries/article/text_scan.h"
 #include "support/text.h"
 
 #include <QHash>
 #include <QSet>
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -18,12 +20,15 @@ namespace {
 constexpr char16_t lineFeed = u'\n';
 
 /// What the class of an element says about its text.
-enum class Hint { None, Example, Translation, Definition, Phonetic, Label, Phrase };
+enum class Hint { None, Example, Translation, Definition, Phonetic, Label, Phrase, Title };
 
 Hint hintOf(const QString &classes) {
     static const QHash<QString, Hint> hints{
         {QStringLiteral("idm"), Hint::Phrase},
         {QStringLiteral("idiom"), Hint::Phrase},
+        {QStringLiteral("title"), Hint::Title},
+        {QStringLiteral("section-title"), Hint::Title},
+        {QStringLiteral("exmp"), Hint::Example},
         {QStringLiteral("ex"), Hint::Example},
         {QStringLiteral("exp"), Hint::Example},
         {QStringLiteral("exa"), Hint::Example},
@@ -120,7 +125,13 @@ private:
         const QChar last = charAt(m_line, m_line.size() - 1);
         const bool changes = first.isLetterOrNumber() && (last.isLetterOrNumber() || endsSentence(last)) &&
                              isHan(first) != isHan(last);
-        if (std::exchange(m_isBoundary, false) && changes)
+        // The number of a sense before a remark on it.
+        constexpr qsizetype mostDigits = 2;
+        const bool isNumber =
+            m_line.size() <= mostDigits &&
+            std::all_of(m_line.cbegin(), m_line.cend(), [](QChar c) { return c.isDigit(); }) &&
+            (first.isLetter() || !closingBracket(first).isNull());
+        if (std::exchange(m_isBoundary, false) && (changes || (isNumber && !m_line.isEmpty())))
             m_line += u' ';
         for (const QChar c : text) {
             if (c == u' ' || c == lineFeed || c == u'\t' || c == u'\r' || c == u'\f') {
@@ -180,7 +191,7 @@ private:
             return;
         if (m_result.phonetic.isEmpty())
             m_result.phonetic = phonetic;
-        m_line.truncate(start);
+        m_line.truncate(withoutLastSourceMark(QStringView(m_line).first(start)).size());
     }
 
     void endLine(Hint hint) {
@@ -193,7 +204,7 @@ private:
             const bool isTranslation = m_hasExample && isHan(text[0]);
             role = isTranslation ? LineRole::Translation : LineRole::Example;
             m_hasExample = true;
-        } else if (m_isHeading || hint == Hint::Label) {
+        } else if (m_isHeading || hint == Hint::Label || hint == Hint::Title) {
             role = LineRole::Heading;
         } else if (std::exchange(m_beginsItem, false)) {
             role = LineRole::Item;

@@ -197,9 +197,11 @@ private:
     void endLine() {
         m_transcriptionStart = -1;
         m_remarkStart = -1;
-        const QString text = std::exchange(m_line, QString()).trimmed();
+        QString text = std::exchange(m_line, QString()).trimmed();
         if (text.isEmpty())
             return;
+        if (m_inExample)
+            text.replace(QStringLiteral("  "), QStringLiteral(" "));
         LineRole role = m_inExample ? LineRole::Example : LineRole::Plain;
         if (m_kind == MarkupKind::PowerWord || m_kind == MarkupKind::WordNet) {
             addElement(text);

@@ -261,7 +261,13 @@ std::optional<Found> abbreviationAt(QStringView text, qsizetype at) {
             found.pointed = true;
             ++found.end;
         }
-        if (found.pointed || trusted(form.kind, text, end))
+        // Dictionaries that write labels in capitals have no dots.
+        constexpr qsizetype shortest = 3;
+        const QStringView written = text.sliced(at, end - at);
+        const bool isCapital =
+            end - at >= shortest && text != written &&
+            std::none_of(written.begin(), written.end(), [](QChar c) { return c.isLower(); });
+        if (found.pointed || trusted(form.kind, text, end) || (isCapital && form.kind == Kind::Name))
             return found;
     }
     return std::nullopt;
@@ -305,8 +311,10 @@ std::optional<LabelMatch> bracketedLabel(QStringView text, qsizetype at) {
         match->length = at + close + 1;
         return match;
     }
+    // "[动]" and "〈动〉" mean zoology.
+    const bool isClear = text[at] == u'【' || (!parenthesis && inside != u"动" && inside != u"代");
     for (const ChineseName &name : bracketedNames) {
-        if (text[at] == u'【' && inside == name.name)
+        if (isClear && inside == name.name)
             return LabelMatch{{partOf(name)}, at + close + 1};
     }
     return std::nullopt;
@@ -401,16 +409,31 @@ qsizetype skipOrnaments(QStringView line) {
     return at;
 }
 
+/// Skips "一、" before the name of a part of speech.
+qsizetype skipChineseNumber(QStringView line, qsizetype at) {
+    if (!QStringView(u"一二三四五六七八九").contains(charAt(line, at)) || at >= line.size() ||
+        !QStringView(u"、.．").contains(charAt(line, at + 1)))
+        return at;
+    const qsizetype text = skipBlanks(line, at + 2);
+    return chineseNameAt(line, text) || abbreviationAt(line, text) ? text : at;
+}
+
 } // namespace
 
 std::optional<LabelMatch> labelAtStart(QStringView line, bool lettersCount) {
-    qsizetype at = skipOrnaments(line);
+    qsizetype at = skipChineseNumber(line, skipOrnaments(line));
     // "A. n. … B. v. …"
     const QChar letter = charAt(line, at);
-    const bool isLettered =
-        letter >= u'A' && letter <= u'H' && charAt(line, at + 1) == u'.' && charAt(line, at + 2).isSpace();
-    if (isLettered && abbreviationAt(line, skipBlanks(line, at + 2)))
-        at = skipBlanks(line, at + 2);
+    const qsizetype behind = charAt(line, at + 1) == u'.' ? at + 2 : at + 1;
+    const bool isLettered = letter >= u'A' && letter <= u'I' && charAt(line, behind).isSpace();
+    if (isLettered && abbreviationAt(line, skipBlanks(line, behind)))
+        at = skipBlanks(line, behind);
+    // "II n"
+    qsizetype roman = at;
+    while (roman < line.size() && QStringView(u"IVX").contains(line[roman]))
+        ++roman;
+    if (roman > at + 1 && charAt(line, roman).isSpace() && abbreviationAt(line, skipBlanks(line, roman)))
+        at = skipBlanks(line, roman);
     if (auto match = bracketedLabel(line, at)) {
         match->length = skipBlanks(line, match->length);
         return match;

@@ -81,6 +81,7 @@ qsizetype skipSourceMark(QStringView line, qsizetype at) {
                                             u"美音",     u"英",   u"美",   u"K.K.", u"D.J.", u"KK",   u"DJ",
                                             u"BrE",      u"NAmE", u"AmE",  u"UK",   u"US",   u"Br",   u"Am"};
     at = skipBlanks(line, at);
+    const qsizetype first = at;
     const QChar bracket = charAt(line, at);
     const bool bracketed = bracket == u'(' || bracket == u'（' || bracket == u'【' || bracket == u'[';
     for (const QStringView mark : marks) {
@@ -92,9 +93,27 @@ qsizetype skipSourceMark(QStringView line, qsizetype at) {
         at = skipBlanks(line, end + bracketed);
         if (QStringView(u":：.").contains(charAt(line, at)) && at < line.size())
             ++at;
-        return skipBlanks(line, at);
+        at = skipBlanks(line, at);
+        // "【音标】 英 [...]"
+        return first == 0 && bracketed ? skipSourceMark(line, at) : at;
     }
     return at;
+}
+
+/// The first transcription between brackets that hold several, as in "英 tɪə(r) 美 tɪr".
+QStringView firstTranscription(QStringView inside) {
+    const qsizetype start = skipSourceMark(inside, 0);
+    if (start == 0)
+        return inside;
+    qsizetype end = start;
+    while (end < inside.size() && !isHan(inside[end]) && !QStringView(u";；,，").contains(inside[end]))
+        ++end;
+    QStringView first = inside.sliced(start, end - start).trimmed();
+    for (const QStringView mark : {u" US", u" NAmE", u" AmE"}) {
+        if (const qsizetype next = first.indexOf(mark); next > 0)
+            first = first.first(next);
+    }
+    return first;
 }
 
 } // namespace
@@ -117,6 +136,18 @@ QString cleanPhonetic(QStringView text) {
     return clean;
 }
 
+QStringView withoutLastSourceMark(QStringView text) {
+    text = text.trimmed();
+    qsizetype start = text.size();
+    while (start > 0 && !QStringView(u" ;；,，").contains(text[start - 1]))
+        --start;
+    if (start < text.size() && skipSourceMark(text.sliced(start), 0) == text.size() - start)
+        text = text.first(start);
+    while (!text.isEmpty() && QStringView(u" ;；,，").contains(text.back()))
+        text.chop(1);
+    return text;
+}
+
 LeadingPhonetic leadingPhonetic(QStringView line, const QString &headword, bool onlyCertain) {
     LeadingPhonetic result;
     const qsizetype usualLength = onlyCertain ? -maxLength : headword.size();
@@ -134,13 +165,20 @@ LeadingPhonetic leadingPhonetic(QStringView line, const QString &headword, bool 
             break;
         const qsizetype reach = std::min(line.size() - start - 1, maxLength + 1);
         const qsizetype length = line.sliced(start + 1, reach).indexOf(closing);
-        const qsizetype excess = closing == u'】' ? -maxLength : usualLength;
         // Behind a mark such as "US", plain letters between slashes are a transcription, too.
-        const QChar kind = start > mark && closing == u'/' ? QChar(u']') : closing;
-        if (length <= 0 || !looksLikeTranscription(line.sliced(start + 1, length), kind, excess))
+        const bool isMarked = start > mark;
+        const bool isAlone =
+            length > 0 && !containsHan(headword) && !line.sliced(start + length + 2).contains(u'/');
+        const QChar kind = (isMarked || isAlone) && closing == u'/' ? QChar(u']') : closing;
+        const QStringView inside = line.sliced(start + 1, std::max<qsizetype>(length, 0));
+        const QStringView transcription = firstTranscription(inside);
+        const qsizetype excess = transcription.size() < inside.size() ? headword.size()
+                                 : closing == u'】'                   ? -maxLength
+                                                                      : usualLength;
+        if (length <= 0 || !looksLikeTranscription(transcription, kind, excess))
             break;
         if (result.phonetic.isEmpty())
-            result.phonetic = cleanPhonetic(line.sliced(start, length + 2));
+            result.phonetic = cleanPhonetic(transcription);
         first = closing;
         at = start + length + 2;
         result.length = at;

@@ -9,6 +9,9 @@ namespace lexiquill::article {
 /// is blank, contains Chinese characters or is too long.
 QString cleanPhonetic(QStringView text);
 
+/// The text without a mark such as "BrE" or "英" at its end, and without separators there.
+QStringView withoutLastSourceMark(QStringView text);
+
 /// The transcriptions that a text may begin with ("[…]", "/…/", "\…\", "英 […] 美 […]").
 struct LeadingPhonetic {
     /// The first of them, clean; empty when there is none.

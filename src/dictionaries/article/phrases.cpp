@@ -56,18 +56,46 @@ bool isSentence(QStringView english) {
     return latinWordCount(english) > 2 && english[0].isUpper() && endsSentence(english.back());
 }
 
+/// Where the next phrase of a line begins, as in "in fact 事实上 in short 总之"; 0 if there is none.
+qsizetype nextPhrase(QStringView text) {
+    const qsizetype han = chineseStart(text);
+    if (han == 0)
+        return 0;
+    for (qsizetype at = han + 1; at < text.size(); ++at) {
+        if (!isAsciiLetter(text[at]) || !text[at - 1].isSpace())
+            continue;
+        qsizetype before = at - 1;
+        while (before > 0 && text[before].isSpace())
+            --before;
+        const QStringView rest = text.sliced(at);
+        const qsizetype end = chineseStart(rest);
+        constexpr int fewestWords = 2;
+        const bool isPhrase = (isHan(text[before]) || text[before] == u'。' || text[before] == u')') &&
+                              !text[at].isUpper() && end < rest.size() &&
+                              latinWordCount(rest.first(end)) >= fewestWords;
+        if (isPhrase)
+            return at;
+        at += end;
+    }
+    return 0;
+}
+
 } // namespace
 
 void PhraseCollector::add(QStringView line) {
     const bool marked = exampleMarkLength(line) > 0 && !line.startsWith(u'•') && !line.startsWith(u'*');
     line = line.sliced(marked ? exampleMarkLength(line) : 0);
-    const QStringView text = withoutOrnaments(line);
+    QStringView text = withoutOrnaments(line);
     if (text.isEmpty())
         return;
     const SentencePair pair = sentencePair(text);
     if (!m_phrases.isEmpty() && (marked || isSentence(pair.english.isEmpty() ? text : pair.english))) {
         m_phrases.last().examples.append(text.toString());
         return;
+    }
+    for (qsizetype next = nextPhrase(text); next > 0; next = nextPhrase(text)) {
+        addPiece(text.first(next));
+        text = text.sliced(next);
     }
     const QStringList pieces = splitOutsideBrackets(text.toString(), u";；");
     const bool several = std::all_of(pieces.begin(), pieces.end(), [](const QString &piece) {
@@ -88,6 +116,22 @@ void PhraseCollector::addPhrase(QStringView phrase) {
         text = text.chopped(5).trimmed();
     if (!text.isEmpty())
         m_phrases.append({{text.toString()}, {}, {}});
+}
+
+void PhraseCollector::addPair(QStringView phrase, QStringView meaning) {
+    const QString text = withoutNumbers(meaning);
+    if (text.isEmpty())
+        return;
+    addPhrase(phrase);
+    if (!m_phrases.isEmpty())
+        m_phrases.last().meaning = text;
+}
+
+void PhraseCollector::addMeaning(QStringView meaning) {
+    if (m_phrases.isEmpty())
+        return;
+    QString &known = m_phrases.last().meaning;
+    known += known.isEmpty() ? meaning.toString() : QStringLiteral("; ") + meaning.toString();
 }
 
 void PhraseCollector::addPiece(QStringView piece) {

@@ -16,6 +16,10 @@ public:
     void add(QStringView line);
     /// A phrase whose meaning follows.
     void addPhrase(QStringView phrase);
+    /// A phrase and its meaning.
+    void addPair(QStringView phrase, QStringView meaning);
+    /// A meaning of the last phrase, which is not read any further.
+    void addMeaning(QStringView meaning);
 
     /// The phrases that have a meaning.
     QList<Sense> phrases() const;

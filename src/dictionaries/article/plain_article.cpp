@@ -1,11 +1,13 @@
 #include "dictionaries/article/plain_article.h"
 
 #include "dictionaries/article/html_lines.h"
+#include "dictionaries/article/html_text.h"
 #include "dictionaries/article/markup.h"
 #include "dictionaries/article/part_of_speech.h"
 #include "dictionaries/article/sections.h"
 #include "dictionaries/article/sense_numbers.h"
 #include "dictionaries/article/text_scan.h"
+#include "dictionaries/article/webster_text.h"
 #include "dictionaries/article/wiki_text.h"
 #include "dictionaries/article/wordnet_text.h"
 
@@ -78,14 +80,16 @@ QString readable(QString text) {
     return text;
 }
 
-PlainArticle plainArticle(const Part &part) {
+PlainArticle plainArticle(const Part &stored) {
+    const Part part = withRealForm(stored);
     PlainArticle article;
     switch (part.form) {
     case Form::Phonetic:
         return {{}, part.text, part.text};
     case Form::Text:
-        article = isWordNetText(part.text) ? readWordNet(part.text)
-                                           : PlainArticle{{{withLineBreaks(readable(part.text))}}, {}, {}};
+        article = isWebsterText(part.text)   ? readWebster(part.text)
+                  : isWordNetText(part.text) ? readWordNet(part.text)
+                                             : PlainArticle{{{withLineBreaks(readable(part.text))}}, {}, {}};
         article.rawText = part.text;
         break;
     case Form::WordNet:

@@ -120,7 +120,7 @@ std::optional<Section> sectionNamed(QStringView name) {
 }
 
 bool isOrnament(QChar c) {
-    return c.isSpace() || QStringView(u"■□◆◇●○★☆·•※▲▼►▶♦*#=—-").contains(c);
+    return c.isSpace() || QStringView(u"■□▪▫◆◇●○★☆·•※▲▼►▶▸▷♦*#=—-").contains(c);
 }
 
 bool isStar(QChar c) {
@@ -185,9 +185,52 @@ qsizetype tagLength(QStringView text) {
     return close > 1 && isFrequency(text.sliced(1, close - 1)) ? close + 1 : 0;
 }
 
-/// Titles of tags in brackets that are not tags if Chinese follows, as in "[复数] 数据".
+/// Titles of tags that are not tags if Chinese follows, as in "[复数] 数据".
 bool isInflection(QStringView name) {
     return name == u"复数" || name == u"单数" || name == u"pl." || name == u"缩写" || name == u"全称";
+}
+
+/// The head of a table, such as "词性 释义".
+bool isTableHead(QStringView text) {
+    int names = 0;
+    if (!isHan(text[0]) || !text.contains(u' '))
+        return false;
+    for (const QStringView name : text.tokenize(u' ')) {
+        if (!containsHan(name) || !sectionNamed(name))
+            return false;
+        ++names;
+    }
+    return names > 1;
+}
+
+/// A line such as "复数: mice" or "SYN clever", which names other words.
+bool namesOtherWords(QStringView text) {
+    constexpr qsizetype longest = 200;
+    if (text.size() > longest)
+        return false;
+    if (containsHan(text.sliced(text.size() / 2)))
+        return false;
+    for (const QStringView mark : {u"SYN ", u"OPP ", u"ANT ", u"SYN:", u"OPP:"}) {
+        if (text.startsWith(mark))
+            return true;
+    }
+    const auto colon =
+        std::find_if(text.begin(), text.end(), [](QChar c) { return c == u':' || c == u'：'; });
+    const qsizetype length = colon - text.begin();
+    return colon != text.end() && isInflection(text.first(length).trimmed()) &&
+           !containsHan(text.sliced(length));
+}
+
+/// The name of a form behind another word, as in "[good] 比较级" or "[go] 的过去式".
+bool namesForm(QStringView inside, QStringView rest) {
+    static constexpr QStringView names[] = {u"比较级", u"最高级",   u"过去式",   u"过去分词",
+                                            u"复数",   u"现在分词", u"第三人称", u"名词复数"};
+    if (rest.startsWith(u"的"))
+        rest = rest.sliced(1);
+    constexpr qsizetype longest = 24;
+    return !containsHan(inside) && rest.size() <= longest &&
+           std::any_of(std::begin(names), std::end(names),
+                       [rest](QStringView name) { return rest.startsWith(name); });
 }
 
 } // namespace
@@ -214,10 +257,7 @@ std::optional<SectionStart> sectionAtStart(QStringView line) {
     const QStringView front = line.sliced(nameStart, std::min(longest, line.size() - nameStart));
     qsizetype length = -1;
     if (bracketed) {
-        const QChar close = open == u'〖'   ? QChar(u'〗')
-                            : open == u'［' ? QChar(u'］')
-                                            : closingBracket(open);
-        length = front.indexOf(close);
+        length = front.indexOf(closingBracket(open));
     } else {
         const auto end = std::find_if(front.begin(), front.end(),
                                       [](QChar c) { return c == u':' || c == u'：' || c == u'='; });
@@ -244,6 +284,10 @@ std::optional<SectionStart> sectionAtStart(QStringView line) {
 
 QStringView withoutTags(QStringView text) {
     text = text.trimmed();
+    // Most texts have no tag.
+    if (text.isEmpty() || (!QStringView(u"([（【-★☆✩✭⭐").contains(text.front()) &&
+                           !QStringView(u")]）】★☆✩✭⭐").contains(text.back()) && !text.back().isDigit()))
+        return text;
     bool changed = true;
     while (changed && !text.isEmpty()) {
         const qsizetype before = text.size();
@@ -269,7 +313,8 @@ QStringView withoutTags(QStringView text) {
 
 bool isTagLine(QStringView line) {
     const QStringView text = withoutTags(line);
-    if (text.isEmpty() || text.startsWith(u"CL:") || isFrequency(text))
+    if (text.isEmpty() || text.startsWith(u"CL:") || isFrequency(text) || namesOtherWords(text) ||
+        isTableHead(text))
         return true;
     if (text[0] != u'[' && text[0] != u'【')
         return false;
@@ -278,14 +323,15 @@ bool isTagLine(QStringView line) {
         return false;
     const QStringView name = text.sliced(1, close - 1).trimmed();
     const QStringView rest = text.sliced(close + 1).trimmed();
-    return (isInflection(name) && !rest.isEmpty() && !containsHan(rest)) || name == u"syn" ||
-           name.startsWith(u"syn:") || name.startsWith(u"ant:") || name.startsWith(u"also:");
+    return namesForm(name, rest) || (isInflection(name) && !rest.isEmpty() && !containsHan(rest)) ||
+           name == u"syn" || name.startsWith(u"syn:") || name.startsWith(u"ant:") ||
+           name.startsWith(u"also:");
 }
 
 qsizetype exampleMarkLength(QStringView line) {
-    static constexpr QStringView marks[] = {u"▸",      u"•",      u"¶",      u"【例】", u"[例]", u"〔例〕",
-                                            u"（例）", u"〖例〗", u"例如：", u"例如:",  u"例：", u"例:",
-                                            u"◇",      u"♦",      u"e.g.",   u"E.g.",   u"eg."};
+    static constexpr QStringView marks[] = {
+        u"▸",      u"▶",      u"►",      u"▷",     u"·",    u"◆",   u"•", u"¶", u"【例】", u"[例]", u"〔例〕",
+        u"（例）", u"〖例〗", u"例如：", u"例如:", u"例：", u"例:", u"◇", u"♦", u"e.g.",   u"E.g.", u"eg."};
     qsizetype at = 0;
     bool found = true;
     while (found) {

@@ -89,7 +89,7 @@ bool SenseNumberFinder::counts(const Candidate &candidate, QStringView line, boo
         const QChar last = charAt(line, candidate.place.start - 2);
         const QChar next = charAt(line, skipBlanks(line, candidate.place.end));
         return continues && (isHan(last) || last.isPunct()) &&
-               (isHan(next) || !closingBracket(next).isNull());
+               (isHan(next) || !closingBracket(next).isNull() || next.isLower() || next == u'~');
     }
     return continues || (begins && secondFollows && (previous.isSpace() || previous.isPunct()));
 }

@@ -51,9 +51,11 @@ bool isEnglishSentence(QStringView line) {
     }
     while (!english.isEmpty() && QStringView(u"\"”'’([（“").contains(english.back()))
         english.chop(1);
-    const bool sentence = english.front().isUpper() || endsSentence(english.back());
+    const bool begins = english.front().isUpper();
+    const bool ends = endsSentence(english.back());
     constexpr int fewestWords = 3;
-    return words > fewestWords || (words == fewestWords && sentence);
+    return words > fewestWords || (words == fewestWords && (begins || ends)) ||
+           (words + 1 == fewestWords && begins && ends);
 }
 
 /// True for the Chinese half of an example whose English half is on the line before.
@@ -131,6 +133,19 @@ QString withoutLastNumber(QString text) {
     return text;
 }
 
+/// A line that only has the number or letter of a part of the article, such as "II" or "B."
+bool isOutline(QStringView line) {
+    constexpr qsizetype longest = 4;
+    const bool isPointed = line.endsWith(u'.');
+    if (isPointed)
+        line = line.chopped(1);
+    const auto isRoman = [](QChar c) {
+        return QStringView(u"IVX").contains(c);
+    };
+    return (!line.isEmpty() && line.size() <= longest && std::all_of(line.begin(), line.end(), isRoman)) ||
+           (line.size() == 1 && line[0] >= u'A' && line[0] <= u'H');
+}
+
 /// Divides the lines of one article into parts and chunks.
 class LineReader {
 public:
@@ -142,7 +157,7 @@ public:
                    line.text.contains(QStringLiteral("(b) "));
         });
         m_bareCount = std::any_of(lines.begin(), lines.end(), [](const Line &line) {
-            return line.text.startsWith(u'2') && charAt(line.text, 1).isSpace();
+            return line.text.startsWith(u'2') && (line.text.size() == 1 || line.text[1].isSpace());
         });
         const auto isTitle = [](const Line &line) {
             const auto title = sectionAtStart(line.text);
@@ -153,8 +168,11 @@ public:
 
     void read() {
         m_parts.append(Part());
-        for (qsizetype i = 0; i < m_lines.size(); ++i)
-            readLine(m_lines[i], i + 1 == m_lines.size());
+        for (qsizetype i = 0; i < m_lines.size(); ++i) {
+            const bool isLast = i + 1 == m_lines.size();
+            m_nextIsChinese = !isLast && isTranslationOfLast(m_lines[i + 1].text);
+            readLine(m_lines[i], isLast);
+        }
     }
 
     const QList<Part> &parts() const { return m_parts; }
@@ -168,11 +186,15 @@ private:
     bool hasSense() { return !chunks().isEmpty() || m_parts.size() > 1; }
 
     void readLine(const Line &line, bool isLast) {
-        const QString text = withoutTags(line.text).toString();
+        QString text = withoutTags(line.text).toString();
+        if (text.startsWith(QStringLiteral("=>")) && containsHan(text))
+            text = text.sliced(2).trimmed();
         if (line.role == LineRole::Heading && text.isEmpty()) {
             m_section = Section::Senses;
             return;
         }
+        if (m_lines.size() > 1 && isOutline(text))
+            return;
         if (line.role == LineRole::Aside || isTagLine(text)) {
             m_hasTrailers = true;
             return;
@@ -208,6 +230,12 @@ private:
         }
     }
 
+    /// Whether a line may translate the one above.
+    static bool isTranslationOfLast(const QString &line) {
+        return isHan(charAt(line, 0)) && exampleMarkLength(line) == 0 && !sectionAtStart(line) &&
+               !labelAtStart(line, true);
+    }
+
     void beginSection(const SectionStart &title, const QString &rest) {
         m_section = title.section;
         m_sectionIsOpen = rest.isEmpty();
@@ -231,6 +259,10 @@ private:
     bool endsSection(const QString &text) {
         if (m_section == Section::Other && m_sectionIsOpen)
             return false;
+        // A title with its text on one line between numbered senses.
+        const bool isPlain = m_section == Section::Other || latinWordCount(text) == 0;
+        if (!m_sectionIsOpen && isPlain && !SenseNumberFinder(m_numbers).find(text, m_bareCount).isEmpty())
+            return true;
         const auto label = labelAtStart(text, true);
         return label && (m_section == Section::Other || label->length == text.size() ||
                          containsHan(text.sliced(label->length)));
@@ -239,14 +271,21 @@ private:
     void readInSection(const QString &text, LineRole role) {
         if (m_section != Section::Senses && role != LineRole::Example && endsSection(text))
             m_section = Section::Senses;
+        if (m_section == Section::Phrases && isDerivative(text))
+            beginDerivatives();
         switch (m_section) {
         case Section::Phrases:
-            m_phrases.add(role == LineRole::Example ? QString(u'▸' + text) : text);
+            if (role == LineRole::Definition && !containsHan(text))
+                m_phrases.addMeaning(text);
+            else
+                m_phrases.add(role == LineRole::Example ? QString(u'▸' + text) : text);
             return;
         case Section::Examples:
             m_examples.add(text);
             return;
         case Section::Other:
+            if (text.startsWith(QStringLiteral("【例】")) || text.startsWith(QStringLiteral("[例]")))
+                m_examples.add(text);
             return;
         case Section::Senses:
         case Section::Web:
@@ -290,11 +329,15 @@ private:
         return true;
     }
 
+    void beginDerivatives() {
+        m_section = Section::Other;
+        m_sectionIsOpen = false;
+        m_hasTrailers = true;
+    }
+
     void readPlain(const QString &text) {
         if (isDerivative(text)) {
-            m_section = Section::Other;
-            m_sectionIsOpen = false;
-            m_hasTrailers = true;
+            beginDerivatives();
             return;
         }
         // The number of a sense on a line of its own.
@@ -304,18 +347,27 @@ private:
             chunks().append({Chunk::Kind::Numbered, {}});
             return;
         }
-        if (takeSlashed(text) || takeLabel(text))
+        if (takeSlashed(text) || takeLabel(text) || takeCompound(text))
             return;
         if (isReference(text)) {
             m_hasTrailers = true;
             return;
         }
         if (const qsizetype mark = exampleMarkLength(text); mark > 0) {
-            if (mark < text.size())
-                addExample(text.sliced(mark));
+            // The same marks stand before the items of a list of meanings.
+            const QString rest = text.sliced(mark);
+            const bool isMeaning = isHan(charAt(rest, 0)) && latinWordCount(rest) == 0 &&
+                                   (chunks().isEmpty() || chunks().last().kind == Chunk::Kind::Text) &&
+                                   !endsSentence(rest.back()) && !text.startsWith(u'▸');
+            if (isMeaning)
+                readText(rest);
+            else if (!rest.isEmpty())
+                addExample(rest);
             return;
         }
         if (completesLast(text))
+            return;
+        if (takeDefinition(text))
             return;
         if (m_hasChinese && hasSense() && takeSentence(text))
             return;
@@ -326,14 +378,98 @@ private:
         readText(text);
     }
 
-    /// "> abandoned adj": a word that is made from the headword.
+    /// "> abandoned adj", "~ly adv.": a word that is made from the headword.
     static bool isDerivative(QStringView line) {
-        return !line.isEmpty() && QStringView(u">➤➢⇨").contains(line[0]) &&
-               isAsciiLetter(charAt(line, skipBlanks(line, 1)));
+        if (line.isEmpty())
+            return false;
+        const qsizetype word = skipBlanks(line, 1);
+        if (QStringView(u">➤➢⇨").contains(line[0]))
+            return isAsciiLetter(charAt(line, word));
+        const bool isEnding = QStringView(u"~～-").contains(line[0]) && word == 1;
+        if (!isAsciiLetter(charAt(line, word)) || (!isEnding && line[0] != u'▷'))
+            return false;
+        const qsizetype blank = line.indexOf(u' ', word);
+        return blank > 0 && labelAtStart(line.sliced(blank + 1), true);
+    }
+
+    /// A phrase with the headword or the tilde below senses without numbers; below numbered senses it is an
+    /// example.
+    bool takeCompound(const QString &line) {
+        constexpr int fewestWords = 2;
+        constexpr int mostWords = 6;
+        const bool isTilde = line.startsWith(u'~') || line.startsWith(u'～');
+        if (!m_hasChinese || !hasSense() || latinWordCount(line) == 0)
+            return false;
+        const SentencePair pair = sentencePair(line);
+        if (pair.english.isEmpty() || pair.chinese.isEmpty() || (!isTilde && !mentions(line, m_headword)))
+            return false;
+        const bool isNumbered = !chunks().isEmpty() && chunks().first().kind == Chunk::Kind::Numbered;
+        if (containsHan(m_headword)) {
+            const bool isChineseFirst = isTilde || isHan(line[0]);
+            QStringView chinese = line;
+            chinese =
+                chinese.first(std::find_if(chinese.begin(), chinese.end(), isAsciiLetter) - chinese.begin());
+            if (!isChineseFirst || chinese.trimmed() == m_headword)
+                return false;
+            if (isNumbered || endsSentence(chinese.trimmed().back())) {
+                addExample(line);
+                return true;
+            }
+            if (!chunks().isEmpty() && chunks().last().text.endsWith(u':'))
+                chunks().last().text.chop(1);
+            m_phrases.addPair(chinese, QStringView(line).sliced(chinese.size()));
+            return true;
+        }
+        const int words = latinWordCount(pair.english) + (isTilde ? 1 : 0);
+        constexpr int mostWordsOfPattern = 4;
+        const bool hasObject =
+            pair.english.contains(u" sb") || pair.english.contains(u" sth") || pair.english.contains(u" do");
+        const bool isPattern = pair.english.contains(u'(') ||
+                               (hasObject && (words > mostWordsOfPattern || isOnlyPattern(pair.english)));
+        const QChar first = charAt(line, isTilde ? skipBlanks(line, 1) : 0);
+        if ((!isAsciiLetter(first) && first != u'-') || (!isTilde && first.isUpper()) ||
+            (isTilde && isPattern) || words < fewestWords || words > mostWords ||
+            isTranslation(pair.chinese.toString()) || endsSentence(pair.english.back()) ||
+            labelAtStart(line, true))
+            return false;
+        if (isNumbered)
+            addExample(line);
+        else
+            m_phrases.addPair(pair.english, pair.chinese);
+        return true;
+    }
+
+    /// An English definition on the line below the Chinese meaning. Unlike an example it is no sentence and
+    /// does not have the headword.
+    bool takeDefinition(const QString &line) {
+        constexpr int fewestWords = 3;
+        const bool hasArticle =
+            line.startsWith(QStringLiteral("a ")) || line.startsWith(QStringLiteral("an ")) ||
+            line.startsWith(QStringLiteral("the ")) || line.startsWith(QStringLiteral("to "));
+        if (chunks().isEmpty() || m_nextIsChinese || !isAsciiLetter(line[0]) || containsHan(line) ||
+            latinWordCount(line) < (hasArticle ? 2 : fewestWords) ||
+            (line[0].isUpper() && endsSentence(line.back())) || mentions(line, m_headword) ||
+            labelAtStart(line, true))
+            return false;
+        Chunk &last = chunks().last();
+        if (last.kind == Chunk::Kind::Example || last.kind == Chunk::Kind::Term || !containsHan(last.text) ||
+            !last.definition.isEmpty())
+            return false;
+        last.definition = line;
+        return true;
     }
 
     /// "See also colour": refers to another word.
-    bool isReference(const QString &line) {
+    bool isReference(const QString &whole) {
+        QStringView rest = whole;
+        if (const auto number = SenseNumberFinder::atStart(rest))
+            rest = rest.sliced(number->end).trimmed();
+        const qsizetype before = rest.size();
+        while (!rest.isEmpty() && (rest[0].isSpace() || QStringView(u"→➔➜⇨☞").contains(rest[0])))
+            rest = rest.sliced(1);
+        const QString line = rest.toString();
+        if (rest.size() < before && !line.isEmpty() && !containsHan(line))
+            return true;
         if (line.startsWith(QStringLiteral("@@@LINK=")) || (line.startsWith(u'=') && !containsHan(line)))
             return true;
         if (!hasSense())
@@ -411,9 +547,10 @@ private:
     }
 
     void addExample(const QString &text) {
+        const bool isTranslated = isHan(charAt(text, 0)) && latinWordCount(text) == 0;
         if (chunks().isEmpty())
             m_examples.add(text);
-        else
+        else if (!isTranslated || !takeTranslation(text, true))
             chunks().append({Chunk::Kind::Example, text, {}, true});
     }
 
@@ -449,15 +586,18 @@ private:
             return takeLabel(label);
         const bool numbered = line[0].isDigit() || line[0] == u'(';
         qsizetype at = 0;
-        if (numbered && !labelAtStart(line, m_lettersCount)) {
+        const bool isEnclosed = line[0] >= u'①' && line[0] <= u'⒛';
+        if ((numbered || isEnclosed) && !labelAtStart(line, m_lettersCount)) {
             const auto number = SenseNumberFinder::atStart(line);
-            if (!number)
+            // "1 n 甲": the number of a homograph.
+            const bool isBare = !number && line[0].isDigit() && charAt(line, 1).isSpace();
+            if (!number && !isBare)
                 return false;
-            at = skipBlanks(line, number->end);
+            at = skipBlanks(line, number ? number->end : 1);
         }
         const auto label = labelAtStart(QStringView(line).sliced(at), m_lettersCount);
         if (!label)
-            return false;
+            return takePhonetic(line);
         // In an entry on a term of grammar, "1. 形容词" is a sense.
         const bool isSense =
             at > 0 && at + label->length >= line.size() && isHan(line[at]) && m_parts.size() > 1;
@@ -483,6 +623,36 @@ private:
         }
         readItem(line.sliced(end));
         return true;
+    }
+
+    /// A transcription in front of a part of speech: "[prɪˈzent] v. 赠送".
+    bool takePhonetic(const QString &line) {
+        const LeadingPhonetic leading = leadingPhonetic(line, m_headword, true);
+        const QString rest = line.sliced(skipBlanks(line, leading.length));
+        if (leading.length == 0 || !labelAtStart(rest, m_lettersCount))
+            return false;
+        if (m_phonetic.isEmpty())
+            m_phonetic = leading.phonetic;
+        return takeLabel(rest);
+    }
+
+    /// The text without the title of a homograph at its end, as in "带领; lead² [led]" before a label.
+    QString withoutLastTitle(const QString &text) const {
+        constexpr qsizetype longest = 60;
+        const QStringView words = QStringView(text).trimmed();
+        if (m_headword.isEmpty() || (!words.endsWith(u']') && !words.endsWith(u'/')))
+            return text;
+        const qsizetype reach = std::max<qsizetype>(0, words.size() - longest - m_headword.size());
+        const qsizetype title = words.sliced(reach).lastIndexOf(m_headword);
+        if (title < 0)
+            return text;
+        qsizetype end = reach + title + m_headword.size();
+        while (end < words.size() && (words[end].isDigit() || QStringView(u"¹²³⁴⁵⁶⁷⁸⁹").contains(words[end])))
+            ++end;
+        const LeadingPhonetic leading = leadingPhonetic(words.sliced(end), m_headword);
+        const bool isTitle = leading.length > 0 && end + leading.length == words.size() &&
+                             !isAsciiLetter(charAt(words, reach + title - 1));
+        return isTitle ? words.first(reach + title).toString() : text;
     }
 
     /// Reads the glosses of a Chinese headword between slashes.
@@ -524,7 +694,7 @@ private:
             const auto label = labelInside(text, i);
             if (!label)
                 continue;
-            readNumbered(withoutLastNumber(text.sliced(start, i - start)));
+            readNumbered(withoutLastTitle(withoutLastNumber(text.sliced(start, i - start))));
             begin(*label);
             start = i + label->length;
             constexpr qsizetype glance = 200;
@@ -541,7 +711,11 @@ private:
         const qsizetype remark = grammarRemarkLength(line);
         const QString text = line.sliced(remark);
         const QList<SenseNumber> numbers = m_numbers.find(text, m_bareCount);
-        if (numbers.isEmpty()) {
+        constexpr qsizetype shortestProse = 80;
+        constexpr int fewestSentences = 3;
+        const bool isText = m_parts.size() == 1 && !SenseNumberFinder::atStart(text) &&
+                            isProse(text, shortestProse, fewestSentences);
+        if (numbers.isEmpty() || isText) {
             add(Chunk::Kind::Text, line);
             return;
         }
@@ -559,7 +733,49 @@ private:
         add(kind, front + text.sliced(start));
     }
 
+    /// Where "(a)", "(b)" and so on begin within a text.
+    static QList<qsizetype> lettersIn(QStringView text) {
+        QList<qsizetype> starts;
+        for (qsizetype at = text.indexOf(u'('); at >= 0; at = text.indexOf(u'(', at + 1)) {
+            const bool isNext = charAt(text, at + 1) == QChar(u'a' + static_cast<int>(starts.size()));
+            if (isNext && SenseNumberFinder::letterLength(text.sliced(at)) > 0)
+                starts.append(at);
+        }
+        return starts;
+    }
+
     void add(Chunk::Kind kind, const QString &text) {
+        if (kind == Chunk::Kind::Numbered && takeIdiom(QStringView(text).trimmed()))
+            return;
+        const QList<qsizetype> letters = m_lettersCount ? lettersIn(text) : QList<qsizetype>();
+        if (letters.size() < 2) {
+            addOne(kind, text);
+            return;
+        }
+        if (!QStringView(text).first(letters.first()).trimmed().isEmpty())
+            addOne(kind, text.first(letters.first()));
+        for (qsizetype i = 0; i < letters.size(); ++i) {
+            const qsizetype end = i + 1 < letters.size() ? letters[i + 1] : text.size();
+            addOne(Chunk::Kind::Numbered, text.sliced(letters[i], end - letters[i]));
+        }
+    }
+
+    /// "(idm 习语) in the end 最后" as one of the numbered senses.
+    bool takeIdiom(QStringView text) {
+        for (const QStringView mark : {u"(idm", u"(phr v", u"(习语", u"(短语动词"}) {
+            constexpr qsizetype longest = 20;
+            const qsizetype close = text.first(std::min(longest, text.size())).indexOf(u')');
+            if (!text.startsWith(mark) || close < 0)
+                continue;
+            m_section = Section::Phrases;
+            m_sectionIsOpen = true;
+            m_phrases.add(text.sliced(close + 1));
+            return true;
+        }
+        return false;
+    }
+
+    void addOne(Chunk::Kind kind, const QString &text) {
         QString trimmed = text.trimmed();
         if (m_lettersCount) {
             if (const qsizetype length = SenseNumberFinder::letterLength(trimmed); length > 0) {
@@ -573,6 +789,15 @@ private:
             m_hasTrailers = true;
             return;
         }
+        if (const qsizetype mark = trimmed.indexOf(u']') + 1;
+            isBehindLabel && mark > 0 && isOnlyGrammar(QStringView(trimmed).first(mark)) &&
+            isInflections(trimmed.sliced(mark).trimmed(), true))
+            trimmed.truncate(mark);
+        // Grammar in front of the first number belongs to its sense.
+        if (chunks().size() == 1 && isOnlyGrammar(chunks().first().text) && kind != Chunk::Kind::Example) {
+            chunks().first() = {kind, chunks().first().text + u' ' + trimmed};
+            return;
+        }
         const bool fillsItem = !chunks().isEmpty() && chunks().last().kind == Chunk::Kind::Numbered &&
                                chunks().last().text.isEmpty();
         if (fillsItem)
@@ -583,7 +808,9 @@ private:
 
     static bool isInflections(const QString &text, bool isBehindLabel) {
         constexpr qsizetype shortest = 6;
-        return text.size() >= shortest && text.startsWith(u'(') && text.indexOf(u')') == text.size() - 1 &&
+        const QChar close = closingBracket(charAt(text, 0));
+        return text.size() >= shortest && (close == u')' || close == u'）') &&
+               text.indexOf(close) == text.size() - 1 &&
                (isBehindLabel || text.contains(u',') || text.startsWith(QStringLiteral("(pl"))) &&
                !containsHan(text);
     }
@@ -598,6 +825,7 @@ private:
     Section m_section = Section::Senses;
     /// The title stands on a line of its own.
     bool m_sectionIsOpen = false;
+    bool m_nextIsChinese = false;
     bool m_hasChinese = false;
     bool m_hasTrailers = false;
     bool m_lettersCount = false;
@@ -606,8 +834,10 @@ private:
 };
 
 /// The sense of a numbered chunk.
-Sense senseOf(const Chunk &chunk) {
-    Sense sense = senseFrom(chunk.text, chunk.isEnglish);
+Sense senseOf(const Chunk &chunk, const QString &headword) {
+    if (chunk.text.isEmpty())
+        return senseFrom(chunk.definition, headword);
+    Sense sense = senseFrom(chunk.text, headword, chunk.isEnglish);
     if (sense.meaning.isEmpty())
         sense.meaning = chunk.definition;
     else if (!chunk.definition.isEmpty())
@@ -627,15 +857,19 @@ struct PartSenses {
     QList<Terms> terms;
 };
 
-PartSenses sensesOf(const QList<Chunk> &chunks, bool hasChinese, bool join) {
+PartSenses sensesOf(const QList<Chunk> &chunks, const QString &headword, bool hasChinese, bool join) {
     const bool numbered = std::any_of(chunks.begin(), chunks.end(),
                                       [](const Chunk &chunk) { return chunk.kind == Chunk::Kind::Numbered; });
     PartSenses result;
     QList<Sense> *last = &result.senses;
     for (const Chunk &chunk : chunks) {
         if (chunk.kind == Chunk::Kind::Example) {
-            if (!last->isEmpty())
-                last->last().examples.append(chunk.text);
+            if (last->isEmpty())
+                continue;
+            QString &meaning = last->last().meaning;
+            if (meaning.size() > 1 && (meaning.endsWith(u':') || meaning.endsWith(u'：')))
+                meaning.chop(1);
+            last->last().examples.append(chunk.text);
             continue;
         }
         if (numbered && !hasChinese && chunk.kind == Chunk::Kind::Text && !last->isEmpty()) {
@@ -653,9 +887,12 @@ PartSenses sensesOf(const QList<Chunk> &chunks, bool hasChinese, bool join) {
         constexpr int fewestSentences = 3;
         if (isProse(chunk.text, shortestProse, fewestSentences))
             continue;
-        if (isTerm || (!numbered && chunk.definition.isEmpty())) {
-            *last += splitGlosses(chunk.text, isTerm);
-        } else if (const Sense sense = senseOf(chunk); !sense.meaning.isEmpty()) {
+        if (isTerm || (!numbered && (chunk.definition.isEmpty() || containsHan(chunk.text)))) {
+            QList<Sense> senses = splitGlosses(chunk.text, headword, isTerm);
+            if (!chunk.definition.isEmpty() && !senses.isEmpty())
+                senses.last().contexts.append(chunk.definition);
+            *last += senses;
+        } else if (const Sense sense = senseOf(chunk, headword); !sense.meaning.isEmpty()) {
             last->append(sense);
         }
     }
@@ -738,10 +975,10 @@ ArticleSenses readSenses(const QList<Line> &lines, const QString &headword) {
     for (const Part &part : parts) {
         if (part.labels.isEmpty()) {
             if (!result.isProse)
-                result.loose += sensesOf(part.chunks, hasChinese, true).senses;
+                result.loose += sensesOf(part.chunks, headword, hasChinese, true).senses;
             continue;
         }
-        PartSenses senses = sensesOf(part.chunks, hasChinese, names.size() == 1);
+        PartSenses senses = sensesOf(part.chunks, headword, hasChinese, names.size() == 1);
         for (const LabelledPart &label : part.labels) {
             if (senses.senses.isEmpty())
                 continue;

@@ -106,6 +106,28 @@ int latinWordCount(QStringView text) {
     return words;
 }
 
+bool mentions(QStringView text, QStringView headword) {
+    if (text.contains(u'~') || text.contains(u'～'))
+        return true;
+    if (containsHan(headword))
+        return text.contains(headword);
+    // Inflected forms change the last letter at most.
+    QStringView stem = headword.first(std::max<qsizetype>(headword.indexOf(u' '), 0));
+    if (stem.isEmpty())
+        stem = headword;
+    constexpr qsizetype shortest = 4;
+    if (stem.size() >= shortest && QStringView(u"ey").contains(stem.back()))
+        stem.chop(1);
+    if (stem.isEmpty())
+        return false;
+    for (qsizetype at = text.indexOf(stem, 0, Qt::CaseInsensitive); at >= 0;
+         at = text.indexOf(stem, at + 1, Qt::CaseInsensitive)) {
+        if (!isAsciiLetter(charAt(text, at - 1)))
+            return true;
+    }
+    return false;
+}
+
 SentencePair sentencePair(QStringView text) {
     text = text.trimmed();
     const qsizetype han = chineseStart(text);

@@ -34,6 +34,9 @@ qsizetype chineseStart(QStringView text);
 /// The number of words in Latin letters.
 int latinWordCount(QStringView text);
 
+/// Whether a text has the headword, a form of it, or the tilde that stands for it.
+bool mentions(QStringView text, QStringView headword);
+
 /// A sentence and its translation. Either may be empty.
 struct SentencePair {
     QStringView english;

@@ -76,6 +76,12 @@ private Q_SLOTS:
             "class='def'>to jump</span><span>跳</span><div class='example'><span>He leapt.</span>"
             "<span>他跳了。</span></div></div><div class='idm'>leap year</div><div>闰年</div>",
             "leap/liːp: verb{1 (to jump) 跳 > He leapt. 他跳了。} phrase{1 (leap year) 闰年}", Form::Html);
+        row("HTML in plain text", "taste",
+            "[teɪst]<br><font color=\"red\">n.</font> 味道; 体验 &amp; 爱好\n<b>vt.</b> 尝\n<i>Taste it.</i> "
+            "尝尝。",
+            "taste/teɪst: noun{1 味道; 2 体验 & 爱好} transitive verb{1 尝 > Taste it. 尝尝。}");
+        row("references and marks in plain text", "tag", "n. <b> 标签; R&amp;D; <计> 甲 <i\nabbr. A&#39;B",
+            "tag: noun{1 <b> 标签; 2 R&D; 3 (计) 甲 <i} abbr.{1 A'B}");
         row("visual XDXF", "moon",
             "<k>moon</k> [<tr>muːn</tr>]\n<b>n.</b> 月亮; 卫星\n<ex>The moon rose. "
             "月亮升起。</ex>\n<kref>month</kref>",
@@ -89,6 +95,18 @@ private Q_SLOTS:
             "eat\n     v 1: take in food; \"She ate a\n          pear\"; \"He eats\" [syn: {take in},\n "
             "{feed}]\n     2: have a meal; dine [also: ate]\n     n : food; stuff",
             "eat: verb{1 take in food > She ate a pear > He eats; 2 have a meal; dine} noun{1 food; stuff}");
+        row("Webster", "nettle",
+            "Nettle \\Net\"tle\\ (n[e^]t\"t'l), n. [From\n   old words.] (Bot.)\n   1. A plant ({Urtica\n"
+            "      minor}) that stings. [Obs.] \"A tall nettle.\" --B.\n      Writer. [1913 Webster]\n\n"
+            "            Grasp the nettle,\n            friend.      --Poet.\n      [1913 Webster]\n\n"
+            "   Note: It grows\n         anywhere.\n\n   2. (Zo[\"o]l.)\n      (a) A jelly.\n      (b) A "
+            "fish.\n\n   {Nettle tree}, or {Nettle bush} (Bot.), a tree;\n      a bush. See {Tree}.\n\n"
+            "   {Dead nettle}. See under {Dead}.\n      [1913 Webster] -- {Net\"tly}, a.\n\n"
+            "Nettle \\Net\"tle\\, v. t. [imp. {Nettled};\n   p. p. {Nettled}.]\n   To vex. -- "
+            "{Net\"tler}, n.\n\n   Syn: Irk; vex.",
+            "nettle: noun{1 (Bot.，Obs.) A plant (Urtica minor) that stings. > \"A tall nettle.\" --B. "
+            "Writer. > Grasp the nettle, friend. --Poet.; 2 (Bot.，Zoöl.) A jelly.; 3 (Bot.，Zoöl.) A fish.} "
+            "transitive verb{1 To vex.} phrase{1 (Nettle tree, or Nettle bush) a tree; a bush. See Tree.}");
         row("WordNet as elements", "eat",
             "<type>v</type><wordgroup><word>eat</word></wordgroup><gloss>take in food; \"She ate\"</gloss>",
             "eat: verb{1 take in food > She ate}", Form::WordNet);
@@ -103,6 +121,40 @@ private Q_SLOTS:
             "==English==\n===Etymology===\nFrom {{x|{{y}}}} old words.\n===Noun===\n# The [[Earth|earth]]'s "
             "'''satellite'''.\n#: ''The moon rose.''\n# A month.\n[[File:x.png]]",
             "moon: noun{1 The earth's satellite. > The moon rose.; 2 A month.}", Form::MediaWiki);
+        row("Chinese with English examples", "打",
+            "[拃] dǎ (动) ①beat; hit: ~门 knock at a door | ~鼓 beat a drum ②fight\n②（介）since: ~今天起 "
+            "from "
+            "now\n打包 pack up",
+            "打/dǎ: verb{1 beat; hit > ~门 knock at a door > ~鼓 beat a drum; 2 fight} preposition{1 since > "
+            "~今天起 from now} phrase{1 (打包) pack up}");
+        row("Chinese homographs", "行",
+            "行 行 [xing2] /to go/see also 行[hang2]/\n行 行 [hang2] /row/CL:個|个[ge4]/",
+            "行/xing2: 释义{1 to go; 2 see also 行; 3 row}");
+        row("tildes of a Chinese word", "苹果", "píng guǒ\napple:\n~树 apple tree\n这是~。 It is an apple.",
+            "苹果/píng guǒ: 释义{1 apple > 这是~。 It is an apple.} phrase{1 (~树) apple tree}");
+        row("compounds", "pay", "v. 付款\npay phone 付费电话\n~ back 偿还\n~-day 发薪日\n~ sth 支付",
+            "pay: verb{1 付款; 2 (~ sth) 支付} phrase{1 (pay phone) 付费电话; 2 (~ back) 偿还; 3 (~-day) "
+            "发薪日}");
+        row("definitions below and behind meanings", "calm",
+            "adj. 平静的\nfree from wind\nv. 使平静 make less angry\nHe calmed down.\nn. quiet 平静",
+            "calm: adjective{1 (free from wind) 平静的} verb{1 (make less angry) 使平静 > He calmed down.} "
+            "noun{1 (quiet) 平静}");
+        row("codes and letters", "grow",
+            "v [Tn, Tn.pr]\n1 (a) get big 长大: How you grow! 你长了! (b) [I] become 变得[C][(+of)]\n2 end "
+            "结束 → "
+            "stop\n3 (idm 习语) grow up 成年\n~er n.",
+            "grow: verb{1 ([Tn, Tn.pr]，get big) 长大 > How you grow! 你长了!; 2 ([I]，become，[C]，[(+of)]) "
+            "变得; 3 (end) 结束} phrase{1 (grow up) 成年}");
+        row("homographs with other sections", "bow",
+            "bow1 [bəu] n. 弓\nIDM bow and arrow 弓箭 in the bow 在弓里\nbow2 /baʊ/ n. 鞠躬\nbow [英 bau "
+            "美 "
+            "baʊ]\nadj. 弯的\nOPP straight\n复数: bows\n[good] 比较级",
+            "bow/bəu: noun{1 弓; 2 鞠躬} adjective{1 弯的} phrase{1 (bow and arrow) 弓箭; 2 (in the "
+            "bow) "
+            "在弓里}");
+        row("outlines", "drink",
+            "一、动词\n1. 喝\n【近义词】sip\n2. 喝酒\nB\nII n\n· 饮料\n· drink milk 喝牛奶",
+            "drink: verb{1 喝; 2 喝酒} noun{1 饮料 > drink milk 喝牛奶}");
         row("marks", "fish", "n. [C,U] 鱼\n(pl. fishes) 鱼类\n〈口〉家伙\n（名）鱼肉\n鱼食 [U]",
             "fish: noun{1 ([C,U]) 鱼; 2 (pl. fishes) 鱼类; 3 (口) 家伙; 4 (名) 鱼肉; 5 ([U]) 鱼食}");
         row("terms with numbers", "go",

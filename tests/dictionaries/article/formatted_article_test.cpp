@@ -17,6 +17,8 @@ private Q_SLOTS:
             "<p>a &lt;b&gt;<br>b</p><p>c &amp; &quot;d&quot;</p>");
         row("lists", Form::Text, "n.\n1. 甲\n▸ A. 一\n2. 乙\n- x\n- y\n5. z",
             "<p>n.</p><ol><li>甲<br>▸ A. 一</li><li>乙</li></ol><ul><li>x</li><li>y</li></ul><p>5. z</p>");
+        row("html in plain text", Form::Text, "<b>n.</b> 甲 &amp; <i>x\n乙",
+            "<p><b>n.</b> 甲 &amp; <i>x<br>乙</i></p>");
         row("phonetic", Form::Phonetic, "rʌn", "<p>/rʌn/</p>");
         row("html", Form::Html,
             "<style>p{}</style><h1>Run</h1><div>a<strong>b</strong><p>c<br>d</div>"
@@ -41,6 +43,8 @@ private Q_SLOTS:
         row("PowerWord", Form::PowerWord, "<单词词性>n.</单词词性><解释项><![CDATA[&b{甲}]]></解释项>",
             "<h3>n.</h3><ol><li>甲</li></ol>");
         row("text between items", Form::Html, "<ul>a\n<li>b</li>\n</ul>", "<ul><li>a\n</li><li>b</li></ul>");
+        row("heading between items", Form::Html, "<ul><li>a</li><h3>b</h3><li>c</li></ul>",
+            "<ul><li>a</li><li><b>b</b></li><li>c</li></ul>");
         row("unclosed", Form::Html, "a<ul><li><u>b<h2>c",
             "<p>a</p><ul><li><u>b</u><br><u><b>c</b></u></li></ul>");
     }
@@ -66,7 +70,7 @@ private Q_SLOTS:
         const QString html =
             u"<a href='sound://us/a.mp3'>x</a><a href='SOUND://b c.spx'></a>"
             "<a href='http://x/y'></a><a href='sound://../x'></a><a href='sound:///x'></a>"_s;
-        QCOMPARE(article::soundLinks({{{Form::Html, html}, {Form::Text, html}}}),
+        QCOMPARE(article::soundLinks({{{Form::Html, html}, {Form::Pango, html}}}),
                  (QStringList{u"us/a.mp3"_s, u"b c.spx"_s}));
     }
 };
