@@ -5,7 +5,6 @@
 #include <QCoreApplication>
 
 #include <cstdlib>
-#include <vector>
 
 using namespace lexiquill::bench;
 
@@ -13,14 +12,6 @@ using namespace lexiquill::bench;
 // exceeded.
 int main(int argc, char **argv) {
     const QCoreApplication application(argc, argv);
-    // The speed of the disk and of the machine changes with time. Repetitions in random order spread that
-    // over all benchmarks.
-    std::vector<char *> arguments(argv, argv + argc);
-    char interleaving[] = "--benchmark_enable_random_interleaving=true";
-    arguments.insert(arguments.begin() + 1, interleaving);
-    argc = static_cast<int>(arguments.size());
-    arguments.push_back(nullptr);
-    argv = arguments.data();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return EXIT_FAILURE;
