@@ -22,7 +22,11 @@ QString trimmedGloss(QStringView text) {
     };
     while (!text.isEmpty() && isLoose(text.front()))
         text = text.sliced(1);
-    while (!text.isEmpty() && isLoose(text.back()))
+    // A dot or a bar behind a blank separates, too.
+    const auto isApart = [&text] {
+        return text.size() > 2 && QStringView(u".|").contains(text.back()) && text[text.size() - 2].isSpace();
+    };
+    while (!text.isEmpty() && (isLoose(text.back()) || isApart()))
         text.chop(1);
     return text.toString();
 }
@@ -119,7 +123,7 @@ bool isEnglishMark(QStringView label) {
 /// Moves a label from the start of `text` to `contexts`; false if there is none or no text would be left.
 bool takeContext(QStringView &text, QStringList &contexts) {
     const QChar open = charAt(text, 0);
-    if (open.isNull() || !QStringView(u"([【〈<〔（").contains(open))
+    if (open.isNull() || !QStringView(u"([【〈<〔（《{").contains(open))
         return false;
     constexpr qsizetype longest = 60;
     const qsizetype close = text.first(std::min(longest, text.size())).indexOf(closingBracket(open));
@@ -134,6 +138,8 @@ bool takeContext(QStringView &text, QStringList &contexts) {
     if (open == u'(') {
         accepted = isUsualLabel(label) || label.startsWith(u"pl.") ||
                    (!label.isEmpty() && !label.contains(u'(') && charAt(rest, 0).isSpace());
+    } else if (open == u'《') {
+        accepted = isUsualLabel(label);
     } else if (open == u'（') {
         accepted = isUsualLabel(label) || isEnglishMark(label);
     }
@@ -156,7 +162,8 @@ bool isPatternWord(QStringView word) {
         QStringLiteral("into"), QStringLiteral("about"),   QStringLiteral("over"), QStringLiteral("against"),
         QStringLiteral("as"),   QStringLiteral("oneself"), QStringLiteral("that"), QStringLiteral("after"),
         QStringLiteral("up"),   QStringLiteral("out"),     QStringLiteral("off"),  QStringLiteral("between"),
-        QStringLiteral("~"),    QStringLiteral("～"),      QStringLiteral("sb."),  QStringLiteral("sth."),
+        QStringLiteral("~"),    QStringLiteral("～"),      QStringLiteral("..."),  QStringLiteral("sb."),
+        QStringLiteral("sth."),
     };
     for (const QStringView part : word.tokenize(u'/')) {
         if (!words.contains(part.toString()))
@@ -262,9 +269,15 @@ void takeLastGrammar(QStringView &text, QStringList &contexts) {
     for (int i = 0; i < mostMarks && text.endsWith(u']'); ++i) {
         const qsizetype reach = std::max<qsizetype>(0, text.size() - longest);
         const qsizetype open = text.sliced(reach).lastIndexOf(u'[') + reach;
-        if (open <= reach || !isGrammar(text.sliced(open + 1).chopped(1)))
+        if (open <= reach)
             return;
-        contexts.insert(place, text.sliced(open).toString());
+        const QStringView inside = text.sliced(open + 1).chopped(1);
+        // "[INFORMAL]"
+        const bool isRegister =
+            std::all_of(inside.begin(), inside.end(), [](QChar c) { return isAsciiLetter(c) || c == u' '; });
+        if (inside.isEmpty() || (!isGrammar(inside) && !isRegister))
+            return;
+        contexts.insert(place, isGrammar(inside) ? text.sliced(open).toString() : inside.toString());
         text = text.first(open).trimmed();
     }
 }
@@ -387,7 +400,7 @@ bool beginsExample(QStringView text, qsizetype at, QStringView headword) {
     const qsizetype han = chineseStart(rest);
     const int words = latinWordCount(rest.first(han));
     if (afterColon)
-        return words >= 3 || (words == 2 && han < rest.size());
+        return words >= 3 || (words > 0 && han > 2 && han < rest.size());
     const QStringView english = rest.first(han).trimmed();
     if (words >= 2 && han < rest.size() && mentions(english, headword))
         return true;
@@ -473,6 +486,25 @@ QString withoutQuotations(QStringView text, QStringList &examples) {
     return definition;
 }
 
+/// The text with a separator before each label of a field within it, as in "测验【医】化验".
+QString withFieldsApart(const QString &text) {
+    QString result;
+    qsizetype start = 0;
+    for (qsizetype at = text.indexOf(u'【', 1); at > 0; at = text.indexOf(u'【', at + 1)) {
+        constexpr qsizetype longest = 8;
+        const qsizetype close =
+            QStringView(text).sliced(at, std::min(longest, text.size() - at)).indexOf(u'】');
+        const bool isField = close > 1 && isSubject(QStringView(text).sliced(at + 1, close - 1)) &&
+                             isHan(charAt(text, skipBlanks(text, at + close + 1))) && isHan(text[at - 1]);
+        if (!isField)
+            continue;
+        result += QStringView(text).sliced(start, at - start);
+        result += u'；';
+        start = at;
+    }
+    return result += QStringView(text).sliced(start);
+}
+
 } // namespace
 
 QStringList splitOutsideBrackets(const QString &text, QStringView separators) {
@@ -543,6 +575,7 @@ QList<Sense> splitGlosses(const QString &line, const QString &headword, bool isT
         for (auto number = numbers.crbegin(); number != numbers.crend(); ++number)
             glossText.replace(number->start, number->end - number->start, QChar(u';'));
     }
+    glossText = withFieldsApart(glossText);
     const QStringList pieces = splitOutsideBrackets(glossText, u";；");
     const auto isPair = [](const QString &piece) {
         const SentencePair pair = sentencePair(piece);
@@ -578,8 +611,10 @@ bool isOnlyPattern(QStringView text) {
 
 bool isOnlyGrammar(QStringView text) {
     text = text.trimmed();
-    return text.size() > 2 && text.front() == u'[' && text.indexOf(u']') == text.size() - 1 &&
-           isGrammar(text.sliced(1).chopped(1));
+    if (text.size() < 3 || text.front() != u'[' || text.indexOf(u']') != text.size() - 1)
+        return false;
+    const QStringView inside = text.sliced(1).chopped(1);
+    return isGrammar(inside) || isSubject(inside);
 }
 
 bool isFieldTerm(QStringView line) {
