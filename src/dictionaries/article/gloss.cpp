@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <ranges>
 #include <utility>
 
 namespace lexiquill::article {
@@ -572,8 +573,8 @@ QList<Sense> splitGlosses(const QString &line, const QString &headword, bool isT
     if (isTerm) {
         // Numbers within a term separate its meanings.
         const QList<SenseNumber> numbers = SenseNumberFinder().find(glossText, false);
-        for (auto number = numbers.crbegin(); number != numbers.crend(); ++number)
-            glossText.replace(number->start, number->end - number->start, QChar(u';'));
+        for (const SenseNumber &number : std::ranges::reverse_view(numbers))
+            glossText.replace(number.start, number.end - number.start, QChar(u';'));
     }
     glossText = withFieldsApart(glossText);
     const QStringList pieces = splitOutsideBrackets(glossText, u";；");
