@@ -1,5 +1,6 @@
 #include "dictionaries/article/gloss.h"
 
+#include "dictionaries/article/part_of_speech.h"
 #include "dictionaries/article/sections.h"
 #include "dictionaries/article/sense_numbers.h"
 #include "dictionaries/article/text_scan.h"
@@ -121,6 +122,15 @@ bool isEnglishMark(QStringView label) {
                        [](QChar c) { return isAsciiLetter(c) || QStringView(u" .,;-+/'’~").contains(c); });
 }
 
+/// A mark in both languages, such as "math 数".
+bool isMixedMark(QStringView label) {
+    constexpr qsizetype longest = 20;
+    return label.size() <= longest && containsHan(label) && isAsciiLetter(charAt(label, 0)) &&
+           std::all_of(label.begin(), label.end(), [](QChar c) {
+               return isHan(c) || isAsciiLetter(c) || QStringView(u" ./").contains(c);
+           });
+}
+
 /// Moves a label from the start of `text` to `contexts`; false if there is none or no text would be left.
 bool takeContext(QStringView &text, QStringList &contexts) {
     const QChar open = charAt(text, 0);
@@ -135,7 +145,7 @@ bool takeContext(QStringView &text, QStringList &contexts) {
     const bool isGrammarMark = open == u'[' && isGrammar(label);
     bool accepted = isSubject(label) || isGrammarMark;
     if (open == u'[' || open == u'〈')
-        accepted = accepted || isEnglishMark(label);
+        accepted = accepted || isEnglishMark(label) || isMixedMark(label);
     if (open == u'(') {
         accepted = isUsualLabel(label) || label.startsWith(u"pl.") ||
                    (!label.isEmpty() && !label.contains(u'(') && charAt(rest, 0).isSpace());
@@ -403,6 +413,8 @@ bool beginsExample(QStringView text, qsizetype at, QStringView headword) {
     if (afterColon)
         return words >= 3 || (words > 0 && han > 2 && han < rest.size());
     const QStringView english = rest.first(han).trimmed();
+    if (labelAtStart(rest, false))
+        return false;
     if (words >= 2 && han < rest.size() && mentions(english, headword))
         return true;
     return words >= 3 && text[at].isUpper() &&

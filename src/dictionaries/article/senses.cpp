@@ -421,6 +421,13 @@ private:
             return true;
         }
         const int words = latinWordCount(pair.english) + (isTilde ? 1 : 0);
+        // A sentence with its translation, the Chinese first.
+        const bool isSentence = isHan(line[0]) && endsSentence(pair.chinese.back()) && words > fewestWords &&
+                                pair.english.data() > pair.chinese.data();
+        if (isSentence) {
+            addExample(line);
+            return true;
+        }
         constexpr int mostWordsOfPattern = 4;
         const bool hasObject =
             pair.english.contains(u" sb") || pair.english.contains(u" sth") || pair.english.contains(u" do");
