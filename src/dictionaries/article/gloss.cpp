@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <ranges>
 #include <utility>
 
 namespace lexiquill::article {
@@ -584,9 +583,14 @@ QList<Sense> splitGlosses(const QString &line, const QString &headword, bool isT
     QString glossText = text.toString();
     if (isTerm) {
         // Numbers within a term separate its meanings.
-        const QList<SenseNumber> numbers = SenseNumberFinder().find(glossText, false);
-        for (const SenseNumber &number : std::ranges::reverse_view(numbers))
-            glossText.replace(number.start, number.end - number.start, QChar(u';'));
+        QString parted;
+        qsizetype start = 0;
+        for (const SenseNumber &number : SenseNumberFinder().find(glossText, false)) {
+            parted += QStringView(glossText).sliced(start, number.start - start);
+            parted += u';';
+            start = number.end;
+        }
+        glossText = parted + glossText.sliced(start);
     }
     glossText = withFieldsApart(glossText);
     const QStringList pieces = splitOutsideBrackets(glossText, u";；");

@@ -401,6 +401,14 @@ private:
         if (!m_hasChinese || !hasSense() || latinWordCount(line) == 0)
             return false;
         const SentencePair pair = sentencePair(line);
+        // A sentence with its translation, the Chinese first.
+        const bool isSentence = !containsHan(m_headword) && isHan(line[0]) && !pair.chinese.isEmpty() &&
+                                endsSentence(pair.chinese.back()) &&
+                                latinWordCount(pair.english) > fewestWords;
+        if (isSentence) {
+            addExample(line);
+            return true;
+        }
         if (pair.english.isEmpty() || pair.chinese.isEmpty() || (!isTilde && !mentions(line, m_headword)))
             return false;
         const bool isNumbered = !chunks().isEmpty() && chunks().first().kind == Chunk::Kind::Numbered;
@@ -421,13 +429,6 @@ private:
             return true;
         }
         const int words = latinWordCount(pair.english) + (isTilde ? 1 : 0);
-        // A sentence with its translation, the Chinese first.
-        const bool isSentence = isHan(line[0]) && endsSentence(pair.chinese.back()) && words > fewestWords &&
-                                pair.english.data() > pair.chinese.data();
-        if (isSentence) {
-            addExample(line);
-            return true;
-        }
         constexpr int mostWordsOfPattern = 4;
         const bool hasObject =
             pair.english.contains(u" sb") || pair.english.contains(u" sth") || pair.english.contains(u" do");
