@@ -58,6 +58,21 @@ bool isPinyin(QStringView line) {
            });
 }
 
+/// Length of the pinyin at the start of a line, as in "píng guǒ apple"; 0 without one.
+qsizetype pinyinLength(QStringView line) {
+    qsizetype end = 0;
+    for (qsizetype at = 0; at < line.size();) {
+        qsizetype next = at;
+        while (next < line.size() && !line[next].isSpace())
+            ++next;
+        if (!isPinyin(line.sliced(at, next - at)))
+            break;
+        end = next;
+        at = skipBlanks(line, next);
+    }
+    return end;
+}
+
 /// The length of the headword and the blanks after it at the start of a line; 0 if the line does not start
 /// with the headword as the title of the article.
 qsizetype headwordLength(const QString &line, const QString &headword) {
@@ -71,8 +86,15 @@ qsizetype headwordLength(const QString &line, const QString &headword) {
                              });
         if (isTitle)
             return bracket;
-        const qsizetype pinyin = line.startsWith(headword) ? skipBlanks(line, headword.size()) : 0;
-        if (pinyin > 0 && isPinyin(QStringView(line).sliced(pinyin)))
+        // "开(開) kāi"
+        qsizetype pinyin = line.startsWith(headword) ? headword.size() : 0;
+        if (const QChar close = closingBracket(charAt(line, pinyin)); pinyin > 0 && !close.isNull()) {
+            const qsizetype end = line.indexOf(close, pinyin);
+            const bool isTraditional = end == 2 * headword.size() + 1 && isHan(line[pinyin + 1]);
+            pinyin = isTraditional ? end + 1 : pinyin;
+        }
+        pinyin = pinyin > 0 ? skipBlanks(line, pinyin) : 0;
+        if (pinyin > 0 && pinyinLength(QStringView(line).sliced(pinyin)) > 0)
             return pinyin;
     }
     const qsizetype length = matchHeadword(line, headword);
@@ -97,37 +119,24 @@ qsizetype headwordLength(const QString &line, const QString &headword) {
     return opensArticle ? line.size() - next.size() : 0;
 }
 
-/// Length of the pinyin at the start of a line, as in "píng guǒ apple"; 0 without one.
-qsizetype pinyinLength(QStringView line) {
-    qsizetype end = 0;
-    for (qsizetype at = 0; at < line.size();) {
-        qsizetype next = at;
-        while (next < line.size() && !line[next].isSpace())
-            ++next;
-        if (!isPinyin(line.sliced(at, next - at)))
-            break;
-        end = next;
-        at = skipBlanks(line, next);
-    }
-    return end;
-}
-
 /// Writes the part of speech of a Chinese word at the start of a line, as in "(动) to beat" or
 /// "①〈名〉water", in the brackets of a label: elsewhere these brackets hold subjects.
 void markLabel(QString &line, const QString &headword) {
-    const QStringView names = u"名动形副代介连叹";
+    const QStringView names = u"名动形副代介连叹量数";
+    const auto label = [](QChar name) {
+        const bool isSubject = name == u'量' || name == u'数';
+        return u'【' + QString(name) + (isSubject ? QStringLiteral("词】") : QStringLiteral("】"));
+    };
     if (line.size() == 1 && names.contains(line[0]) && line != headword) {
-        line = u'【' + line + u'】';
+        line = label(line[0]);
         return;
     }
     constexpr qsizetype latest = 4;
     for (qsizetype at = 0; at < std::min(latest, line.size()); ++at) {
         if (!QStringView(u"(（〈[<").contains(line[at]))
             continue;
-        if (charAt(line, at + 2) == closingBracket(line[at]) && names.contains(line[at + 1])) {
-            line[at] = u'【';
-            line[at + 2] = u'】';
-        }
+        if (charAt(line, at + 2) == closingBracket(line[at]) && names.contains(line[at + 1]))
+            line.replace(at, 3, label(line[at + 1]));
         return;
     }
 }
@@ -139,7 +148,7 @@ public:
 
     void add(const QList<Line> &lines) {
         bool isOpening = true;
-        for (const Line &added : lines) {
+        for (const Line &added : containsHan(m_headword) ? withPartsApart(lines) : lines) {
             Line line{added.text.trimmed(), added.role};
             line.text.replace(u'［', u'[').replace(u'］', u']');
             if (!isOpening && isHomograph(line.text)) {
@@ -154,6 +163,23 @@ public:
             if (!line.text.isEmpty() || line.role == LineRole::Heading)
                 m_lines.append(line);
         }
+    }
+
+    /// Begins a line at each numbered part of speech, as in "Ⅰ(动)…Ⅱ(量)…".
+    static QList<Line> withPartsApart(const QList<Line> &lines) {
+        QList<Line> result;
+        for (const Line &line : lines) {
+            qsizetype start = 0;
+            for (qsizetype at = 1; at + 1 < line.text.size(); ++at) {
+                if (line.text[at] < u'Ⅰ' || line.text[at] > u'Ⅹ' ||
+                    closingBracket(line.text[at + 1]).isNull())
+                    continue;
+                result.append({line.text.sliced(start, at - start), line.role});
+                start = at;
+            }
+            result.append({line.text.sliced(start), line.role});
+        }
+        return result;
     }
 
     void takePhonetic(QStringView text) {
@@ -178,7 +204,9 @@ private:
             return false;
         const bool isNumbered = !line[length - 1].isLetter() && length > m_headword.size();
         const QStringView rest = QStringView(line).sliced(length);
-        return (isNumbered && (length == line.size() || headwordLength(line, m_headword) > 0)) ||
+        const bool isTitle = line.startsWith(m_headword) && !rest.isEmpty() &&
+                             leadingPhonetic(rest, m_headword).length == rest.size();
+        return isTitle || (isNumbered && (length == line.size() || headwordLength(line, m_headword) > 0)) ||
                (line.startsWith(m_headword) && leadingPhonetic(rest, m_headword, true).length > 0);
     }
 

@@ -1,5 +1,6 @@
 #include "dictionaries/article/gloss.h"
 
+#include "dictionaries/article/part_of_speech.h"
 #include "dictionaries/article/sections.h"
 #include "dictionaries/article/sense_numbers.h"
 #include "dictionaries/article/text_scan.h"
@@ -22,7 +23,11 @@ QString trimmedGloss(QStringView text) {
     };
     while (!text.isEmpty() && isLoose(text.front()))
         text = text.sliced(1);
-    while (!text.isEmpty() && isLoose(text.back()))
+    // A dot or a bar behind a blank separates, too.
+    const auto isApart = [&text] {
+        return text.size() > 2 && QStringView(u".|").contains(text.back()) && text[text.size() - 2].isSpace();
+    };
+    while (!text.isEmpty() && (isLoose(text.back()) || isApart()))
         text.chop(1);
     return text.toString();
 }
@@ -116,10 +121,19 @@ bool isEnglishMark(QStringView label) {
                        [](QChar c) { return isAsciiLetter(c) || QStringView(u" .,;-+/'’~").contains(c); });
 }
 
+/// A mark in both languages, such as "math 数".
+bool isMixedMark(QStringView label) {
+    constexpr qsizetype longest = 20;
+    return label.size() <= longest && containsHan(label) && isAsciiLetter(charAt(label, 0)) &&
+           std::all_of(label.begin(), label.end(), [](QChar c) {
+               return isHan(c) || isAsciiLetter(c) || QStringView(u" ./").contains(c);
+           });
+}
+
 /// Moves a label from the start of `text` to `contexts`; false if there is none or no text would be left.
 bool takeContext(QStringView &text, QStringList &contexts) {
     const QChar open = charAt(text, 0);
-    if (open.isNull() || !QStringView(u"([【〈<〔（").contains(open))
+    if (open.isNull() || !QStringView(u"([【〈<〔（《{").contains(open))
         return false;
     constexpr qsizetype longest = 60;
     const qsizetype close = text.first(std::min(longest, text.size())).indexOf(closingBracket(open));
@@ -130,10 +144,12 @@ bool takeContext(QStringView &text, QStringList &contexts) {
     const bool isGrammarMark = open == u'[' && isGrammar(label);
     bool accepted = isSubject(label) || isGrammarMark;
     if (open == u'[' || open == u'〈')
-        accepted = accepted || isEnglishMark(label);
+        accepted = accepted || isEnglishMark(label) || isMixedMark(label);
     if (open == u'(') {
         accepted = isUsualLabel(label) || label.startsWith(u"pl.") ||
                    (!label.isEmpty() && !label.contains(u'(') && charAt(rest, 0).isSpace());
+    } else if (open == u'《') {
+        accepted = isUsualLabel(label);
     } else if (open == u'（') {
         accepted = isUsualLabel(label) || isEnglishMark(label);
     }
@@ -156,7 +172,8 @@ bool isPatternWord(QStringView word) {
         QStringLiteral("into"), QStringLiteral("about"),   QStringLiteral("over"), QStringLiteral("against"),
         QStringLiteral("as"),   QStringLiteral("oneself"), QStringLiteral("that"), QStringLiteral("after"),
         QStringLiteral("up"),   QStringLiteral("out"),     QStringLiteral("off"),  QStringLiteral("between"),
-        QStringLiteral("~"),    QStringLiteral("～"),      QStringLiteral("sb."),  QStringLiteral("sth."),
+        QStringLiteral("~"),    QStringLiteral("～"),      QStringLiteral("..."),  QStringLiteral("sb."),
+        QStringLiteral("sth."),
     };
     for (const QStringView part : word.tokenize(u'/')) {
         if (!words.contains(part.toString()))
@@ -262,9 +279,15 @@ void takeLastGrammar(QStringView &text, QStringList &contexts) {
     for (int i = 0; i < mostMarks && text.endsWith(u']'); ++i) {
         const qsizetype reach = std::max<qsizetype>(0, text.size() - longest);
         const qsizetype open = text.sliced(reach).lastIndexOf(u'[') + reach;
-        if (open <= reach || !isGrammar(text.sliced(open + 1).chopped(1)))
+        if (open <= reach)
             return;
-        contexts.insert(place, text.sliced(open).toString());
+        const QStringView inside = text.sliced(open + 1).chopped(1);
+        // "[INFORMAL]"
+        const bool isRegister =
+            std::all_of(inside.begin(), inside.end(), [](QChar c) { return isAsciiLetter(c) || c == u' '; });
+        if (inside.isEmpty() || (!isGrammar(inside) && !isRegister))
+            return;
+        contexts.insert(place, isGrammar(inside) ? text.sliced(open).toString() : inside.toString());
         text = text.first(open).trimmed();
     }
 }
@@ -387,8 +410,10 @@ bool beginsExample(QStringView text, qsizetype at, QStringView headword) {
     const qsizetype han = chineseStart(rest);
     const int words = latinWordCount(rest.first(han));
     if (afterColon)
-        return words >= 3 || (words == 2 && han < rest.size());
+        return words >= 3 || (words > 0 && han > 2 && han < rest.size());
     const QStringView english = rest.first(han).trimmed();
+    if (labelAtStart(rest, false))
+        return false;
     if (words >= 2 && han < rest.size() && mentions(english, headword))
         return true;
     return words >= 3 && text[at].isUpper() &&
@@ -473,6 +498,25 @@ QString withoutQuotations(QStringView text, QStringList &examples) {
     return definition;
 }
 
+/// The text with a separator before each label of a field within it, as in "测验【医】化验".
+QString withFieldsApart(const QString &text) {
+    QString result;
+    qsizetype start = 0;
+    for (qsizetype at = text.indexOf(u'【', 1); at > 0; at = text.indexOf(u'【', at + 1)) {
+        constexpr qsizetype longest = 8;
+        const qsizetype close =
+            QStringView(text).sliced(at, std::min(longest, text.size() - at)).indexOf(u'】');
+        const bool isField = close > 1 && isSubject(QStringView(text).sliced(at + 1, close - 1)) &&
+                             isHan(charAt(text, skipBlanks(text, at + close + 1))) && isHan(text[at - 1]);
+        if (!isField)
+            continue;
+        result += QStringView(text).sliced(start, at - start);
+        result += u'；';
+        start = at;
+    }
+    return result += QStringView(text).sliced(start);
+}
+
 } // namespace
 
 QStringList splitOutsideBrackets(const QString &text, QStringView separators) {
@@ -539,10 +583,16 @@ QList<Sense> splitGlosses(const QString &line, const QString &headword, bool isT
     QString glossText = text.toString();
     if (isTerm) {
         // Numbers within a term separate its meanings.
-        const QList<SenseNumber> numbers = SenseNumberFinder().find(glossText, false);
-        for (auto number = numbers.crbegin(); number != numbers.crend(); ++number)
-            glossText.replace(number->start, number->end - number->start, QChar(u';'));
+        QString parted;
+        qsizetype start = 0;
+        for (const SenseNumber &number : SenseNumberFinder().find(glossText, false)) {
+            parted += QStringView(glossText).sliced(start, number.start - start);
+            parted += u';';
+            start = number.end;
+        }
+        glossText = parted + glossText.sliced(start);
     }
+    glossText = withFieldsApart(glossText);
     const QStringList pieces = splitOutsideBrackets(glossText, u";；");
     const auto isPair = [](const QString &piece) {
         const SentencePair pair = sentencePair(piece);
@@ -578,8 +628,10 @@ bool isOnlyPattern(QStringView text) {
 
 bool isOnlyGrammar(QStringView text) {
     text = text.trimmed();
-    return text.size() > 2 && text.front() == u'[' && text.indexOf(u']') == text.size() - 1 &&
-           isGrammar(text.sliced(1).chopped(1));
+    if (text.size() < 3 || text.front() != u'[' || text.indexOf(u']') != text.size() - 1)
+        return false;
+    const QStringView inside = text.sliced(1).chopped(1);
+    return isGrammar(inside) || isSubject(inside);
 }
 
 bool isFieldTerm(QStringView line) {

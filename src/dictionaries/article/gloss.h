@@ -24,7 +24,7 @@ QList<Sense> splitGlosses(const QString &line, const QString &headword, bool isT
 /// Whether a text only has a pattern such as "~ (to do sth)".
 bool isOnlyPattern(QStringView text);
 
-/// Whether a text only has marks of grammar in square brackets, such as "[C, U]" or "[Tn, Tn.pr]".
+/// Whether a text only has a remark on grammar or usage in square brackets, such as "[C, U]" or "[构成动词]".
 bool isOnlyGrammar(QStringView text);
 
 /// Whether a line begins with a label of a field, such as "[医]", and a meaning.

@@ -477,7 +477,7 @@ std::optional<LabelMatch> labelInside(QStringView line, qsizetype position) {
         --before;
     const QChar previous = charAt(line, before);
     const QChar next = charAt(line, position + match->length);
-    const bool separated = QStringView(u";；。)）】]").contains(previous);
+    const bool separated = QStringView(u";；。)）】]|").contains(previous);
     const bool parted = separated || isHan(previous) || QStringView(u",，.:：…").contains(previous);
     if (found->kind == Kind::Unmistakable)
         return parted || isHan(next) ? match : std::nullopt;

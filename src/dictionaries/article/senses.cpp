@@ -401,6 +401,14 @@ private:
         if (!m_hasChinese || !hasSense() || latinWordCount(line) == 0)
             return false;
         const SentencePair pair = sentencePair(line);
+        // A sentence with its translation, the Chinese first.
+        const bool isSentence = !containsHan(m_headword) && isHan(line[0]) && !pair.chinese.isEmpty() &&
+                                endsSentence(pair.chinese.back()) &&
+                                latinWordCount(pair.english) > fewestWords;
+        if (isSentence) {
+            addExample(line);
+            return true;
+        }
         if (pair.english.isEmpty() || pair.chinese.isEmpty() || (!isTilde && !mentions(line, m_headword)))
             return false;
         const bool isNumbered = !chunks().isEmpty() && chunks().first().kind == Chunk::Kind::Numbered;
@@ -629,6 +637,13 @@ private:
     bool takePhonetic(const QString &line) {
         const LeadingPhonetic leading = leadingPhonetic(line, m_headword, true);
         const QString rest = line.sliced(skipBlanks(line, leading.length));
+        // A line that only has the transcription. Plain letters are one only in front of the first label.
+        const LeadingPhonetic whole = m_parts.size() == 1 ? leadingPhonetic(line, m_headword) : leading;
+        if (whole.length > 0 && whole.length == line.size()) {
+            if (m_phonetic.isEmpty())
+                m_phonetic = whole.phonetic;
+            return true;
+        }
         if (leading.length == 0 || !labelAtStart(rest, m_lettersCount))
             return false;
         if (m_phonetic.isEmpty())
@@ -684,14 +699,32 @@ private:
         readText(text.sliced(skipBlanks(text, leading.length)));
     }
 
+    static QStringView glanceAt(QStringView text, qsizetype at) {
+        constexpr qsizetype longest = 24;
+        return text.sliced(at, std::min(longest, text.size() - at));
+    }
+
+    /// A part of speech between brackets within a line, as in "雪【v.】下雪".
+    static bool isLabelIn(QStringView text, qsizetype at) {
+        const QStringView glance = glanceAt(text, at);
+        const qsizetype close = glance.indexOf(closingBracket(glance[0]));
+        if (close < 2 || !isAsciiLetter(glance[1]) || glance[close - 1] != u'.')
+            return false;
+        const auto label = labelAtStart(glance, true);
+        return label && label->length == skipBlanks(glance, close + 1);
+    }
+
     /// Divides text at parts of speech, then at sense numbers.
     void readText(const QString &text) {
         const QList<int> depths = bracketDepths(text);
         qsizetype start = 0;
         for (qsizetype i = 1; i < text.size(); ++i) {
-            if (!isAsciiLetter(text[i]) || isAsciiLetter(text[i - 1]) || depths[i] > 0)
+            const bool isBracketed = depths[i] == 1 && depths[i - 1] == 0 &&
+                                     QStringView(u"【<〈").contains(text[i]) && isLabelIn(text, i);
+            if (!isBracketed && (!isAsciiLetter(text[i]) || isAsciiLetter(text[i - 1]) || depths[i] > 0))
                 continue;
-            const auto label = labelInside(text, i);
+            const auto label =
+                isBracketed ? labelAtStart(glanceAt(text, i), m_lettersCount) : labelInside(text, i);
             if (!label)
                 continue;
             readNumbered(withoutLastTitle(withoutLastNumber(text.sliced(start, i - start))));

@@ -127,6 +127,9 @@ private Q_SLOTS:
             "now\n打包 pack up",
             "打/dǎ: verb{1 beat; hit > ~门 knock at a door > ~鼓 beat a drum; 2 fight} preposition{1 since > "
             "~今天起 from now} phrase{1 (打包) pack up}");
+        row("Chinese title with parts of speech", "开",
+            "开(開) kāi Ⅰ(动)①open: ~门 open the door②start Ⅱ(量)carat\n名\n1 <名> opening",
+            "开/kāi: verb{1 open > ~门 open the door; 2 start} 量{1 carat} noun{1 opening}");
         row("Chinese homographs", "行",
             "行 行 [xing2] /to go/see also 行[hang2]/\n行 行 [hang2] /row/CL:個|个[ge4]/",
             "行/xing2: 释义{1 to go; 2 see also 行; 3 row}");
@@ -152,6 +155,20 @@ private Q_SLOTS:
             "bow/bəu: noun{1 弓; 2 鞠躬} adjective{1 弯的} phrase{1 (bow and arrow) 弓箭; 2 (in the "
             "bow) "
             "在弓里}");
+        row("marks within a line", "snow",
+            "n. 雪【医】雪疗；《口》白粉【v.】下雪 | adv. 多雪地 . <adj.> 多雪的\n1. NOUN 词 "
+            "[INFORMAL]\n[snəʊ]",
+            "snow/snəʊ: noun{1 雪; 2 (医) 雪疗; 3 (口) 白粉} verb{1 下雪} adverb{1 多雪地} adjective{1 "
+            "多雪的} "
+            "noun{1 (INFORMAL) 词}");
+        row("homographs in a line", "lead", "lead¹ [liːd] v. 带领; lead² [led] n. 铅\n[lɛd] vt. 加铅",
+            "lead/liːd: verb{1 带领} noun{1 铅} transitive verb{1 加铅}");
+        row("plain phonetics", "set",
+            "/set/\nn. 一套\n词性 释义\nSYN group\n◆ a set of keys 一串钥匙\n▸ 意思。",
+            "set/set: noun{1 一套 > a set of keys 一串钥匙 > 意思。}");
+        row("title and sentence", "eye",
+            "n. 眼睛\neye [ai]\nv. [math 数] 看; a. 眼的\n我看见了。 I have seen it.",
+            "eye/ai: noun{1 眼睛} verb{1 (math 数) 看} adjective{1 眼的 > 我看见了。 I have seen it.}");
         row("outlines", "drink",
             "一、动词\n1. 喝\n【近义词】sip\n2. 喝酒\nB\nII n\n· 饮料\n· drink milk 喝牛奶",
             "drink: verb{1 喝; 2 喝酒} noun{1 饮料 > drink milk 喝牛奶}");
