@@ -47,7 +47,7 @@ QString writeDictd(const QString &directory, const QString &baseName, const std:
     for (const QByteArray &line : lines)
         index += line;
     const QString base = directory + u'/' + baseName;
-    const QString problem = writeFile(base + QStringLiteral(".index"), index);
+    QString problem = writeFile(base + QStringLiteral(".index"), index);
     if (!problem.isEmpty())
         return problem;
     constexpr int chunkSize = 58315;

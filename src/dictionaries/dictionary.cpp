@@ -25,6 +25,10 @@ constexpr int maxLinks = 5;
 /// Links may branch, so their number is limited, too.
 constexpr int maxReads = 256;
 
+QByteArray identityOf(const QString &path) {
+    return QCryptographicHash::hash(path.toUtf8(), QCryptographicHash::Sha1);
+}
+
 qsizetype sizeOf(const article::Article &article) {
     qsizetype size = 0;
     for (const article::Part &part : article)
@@ -37,13 +41,14 @@ qsizetype sizeOf(const article::Article &article) {
 Dictionary::Dictionary(const DictionaryFormat &format, const QString &path, const QString &cacheDirectory)
     : m_format(format),
       m_path(QFileInfo(path).absoluteFilePath()),
-      m_cachePath(
-          QDir(cacheDirectory).filePath(QString::fromLatin1(identity().toHex()) + QStringLiteral(".index"))),
+      m_identity(identityOf(m_path)),
+      m_cachePath(indexFile(m_path, cacheDirectory)),
       m_description(format.describe(m_path)) {}
 
-/// The name of the index file is made from the path, so that each dictionary has one.
-QByteArray Dictionary::identity() const {
-    return QCryptographicHash::hash(m_path.toUtf8(), QCryptographicHash::Sha1);
+/// Its name is made from the path, so that each dictionary has one.
+QString Dictionary::indexFile(const QString &path, const QString &cacheDirectory) {
+    return QDir(cacheDirectory)
+        .filePath(QString::fromLatin1(identityOf(path).toHex()) + QStringLiteral(".index"));
 }
 
 DictionaryProblem Dictionary::knownProblem() const {
@@ -95,7 +100,7 @@ void Dictionary::open() {
     m_problem = opened.problem;
     if (!m_reader)
         return;
-    m_index = HeadwordIndex::load(m_cachePath, identity(), m_stamps);
+    m_index = HeadwordIndex::load(m_cachePath, m_identity, m_stamps);
     if (!m_index)
         buildIndex();
     m_problem = m_index ? m_index->problem() : DictionaryProblem::Damaged;
@@ -105,15 +110,18 @@ void Dictionary::buildIndex() {
     QByteArray image;
     {
         IndexBuilder builder;
-        const DictionaryProblem problem = m_reader->readHeadwords(builder);
-        const bool isSound = problem == DictionaryProblem::None;
-        image =
-            builder.file(identity(), m_stamps, isSound && articlesHoldChinese(*m_reader, builder), problem);
+        DictionaryProblem problem = m_reader->readHeadwords(builder);
+        Sample sample;
+        if (problem == DictionaryProblem::None) {
+            sample = sampleOf(*m_reader, builder);
+            problem = sample.isReadable ? problem : DictionaryProblem::Damaged;
+        }
+        image = builder.file(m_identity, m_stamps, sample.holdsChinese, problem);
     }
     if (QDir().mkpath(QFileInfo(m_cachePath).path()) &&
         replaceFile(m_cachePath, image, {.durability = DurableFile::Durability::Cached}) ==
             DurableFile::Problem::None)
-        m_index = HeadwordIndex::load(m_cachePath, identity(), m_stamps);
+        m_index = HeadwordIndex::load(m_cachePath, m_identity, m_stamps);
     if (!m_index)
         m_index = HeadwordIndex::fromImage(image);
 }
@@ -189,15 +197,19 @@ std::optional<QByteArray> Dictionary::resource(const QString &name) {
 }
 
 /// Checks a few articles, spread over the whole dictionary. Dictionaries of other languages quote some
-/// Chinese, in a few articles only.
-bool Dictionary::articlesHoldChinese(DictionaryReader &reader, const IndexBuilder &words) {
+/// Chinese, in a few articles only. If most of the articles are missing, the file has been cut off.
+Dictionary::Sample Dictionary::sampleOf(DictionaryReader &reader, const IndexBuilder &words) {
     constexpr qsizetype samples = 24;
     constexpr int fewestShare = 8;
+    int tried = 0;
+    int missing = 0;
     int read = 0;
     int chinese = 0;
     const qsizetype step = std::max<qsizetype>(1, words.wordCount() / samples);
     for (qsizetype i = 0; i < words.wordCount(); i += step) {
         const auto stored = reader.article(words.place(i));
+        ++tried;
+        missing += stored ? 0 : 1;
         if (!stored || !stored->link.isEmpty())
             continue;
         ++read;
@@ -205,7 +217,7 @@ bool Dictionary::articlesHoldChinese(DictionaryReader &reader, const IndexBuilde
         const auto entry = article::readArticles(word, {stored->article});
         chinese += article::isChinese(entry ? word + entry->rawText : word) ? 1 : 0;
     }
-    return chinese > 0 && chinese * fewestShare >= read;
+    return {.isReadable = 2 * missing <= tried, .holdsChinese = chinese > 0 && chinese * fewestShare >= read};
 }
 
 } // namespace lexiquill

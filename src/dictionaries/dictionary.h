@@ -21,6 +21,9 @@ public:
     /// The index is stored in `cacheDirectory`, which is created when needed.
     Dictionary(const DictionaryFormat &format, const QString &path, const QString &cacheDirectory);
 
+    /// Where the index of the dictionary with this main file is stored.
+    static QString indexFile(const QString &path, const QString &cacheDirectory);
+
     const DictionaryAbout &about() const { return m_description.about; }
     const QString &path() const { return m_path; }
     const QString &formatName() const { return m_format.name; }
@@ -60,13 +63,17 @@ private:
     void open();
     void openIndex();
     void buildIndex();
-    QByteArray identity() const;
-    static bool articlesHoldChinese(DictionaryReader &reader, const class IndexBuilder &words);
+    struct Sample {
+        bool isReadable = true;
+        bool holdsChinese = false;
+    };
+    static Sample sampleOf(DictionaryReader &reader, const class IndexBuilder &words);
     std::vector<HeadwordIndex::Match> matches(const QString &word);
     void collect(const QString &word, int linksLeft, Articles &found, qsizetype &size);
 
     const DictionaryFormat &m_format;
     QString m_path;
+    QByteArray m_identity; ///< of the path
     QString m_cachePath;
     DictionaryDescription m_description;
     SourceStamps m_stamps;

@@ -306,6 +306,10 @@ DictionaryProblem DictionaryShelf::prepare(const QString &path) const {
                              : Dictionary(*format, path, m_places.cache).prepare();
 }
 
+void DictionaryShelf::dropIndex(const QString &path) const {
+    QFile::remove(Dictionary::indexFile(QFileInfo(path).absoluteFilePath(), m_places.cache));
+}
+
 QStringList DictionaryShelf::mainFiles(const QString &directory) const {
     std::vector<SearchedDirectory> searched;
     QStringList paths;

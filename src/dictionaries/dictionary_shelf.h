@@ -92,6 +92,8 @@ public:
 
     /// Opens a dictionary and makes its index, wherever it lies. Returns why it cannot be used.
     DictionaryProblem prepare(const QString &path) const;
+    /// Deletes the index of a dictionary that is gone.
+    void dropIndex(const QString &path) const;
     /// The main files of the dictionaries below a directory.
     QStringList mainFiles(const QString &directory) const;
     /// The existing files that belong to a dictionary, its main file first.

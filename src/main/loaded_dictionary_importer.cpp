@@ -11,8 +11,12 @@ QList<ImportResult> LoadedDictionaryImporter::import(const QStringList &paths, c
                                                      const ImportProgress &progress) {
     std::call_once(m_once, [this] {
         auto *const module = loadModule<DictionaryImportModule>();
-        const auto prepare = [this](const QString &mainFile, const std::stop_token &) {
-            return m_shelf.prepare(mainFile);
+        const auto prepare = [this](const QString &mainFile, const std::stop_token &cancelled) {
+            const DictionaryProblem problem = m_shelf.prepare(mainFile);
+            // It will not stay.
+            if (problem != DictionaryProblem::None || cancelled.stop_requested())
+                m_shelf.dropIndex(mainFile);
+            return problem;
         };
         if (module != nullptr)
             m_importer = module->importerInto(DictionaryShelf::importedDirectory(), prepare);

@@ -24,7 +24,8 @@ struct ActivationTokens {
 /// have any content, but at most `longestText` characters; addresses at most `longestUrl`.
 struct ApplicationRequests {
     static constexpr qsizetype longestText = 4096;
-    static constexpr qsizetype mostUrls = 16;
+    /// A dictionary may consist of many files.
+    static constexpr qsizetype mostUrls = 200;
     /// Enough for the longest path, with every byte percent-encoded.
     static constexpr qsizetype longestUrl = 3 * 4096 + 16;
 

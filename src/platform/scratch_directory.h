@@ -24,6 +24,8 @@ public:
                                                     Problem *problem = nullptr);
     /// Removes the directories with that prefix whose processes have ended.
     static void removeAbandoned(const QString &parent, const QString &prefix);
+    /// The path itself, or one with a number added, that nothing has now.
+    static QString freePath(const QString &path);
 
     virtual QString path() const = 0;
 

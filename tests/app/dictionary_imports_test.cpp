@@ -87,8 +87,8 @@ private Q_SLOTS:
                                              u"file:///c"_s, u"lexiquill:d"_s};
         QTest::newRow("too long") << QStringList{u"--desktop-action=open"_s, u'/' + QString(20'000, u'x')}
                                   << u""_s << QStringList();
-        QTest::newRow("too many") << QStringList(u"--desktop-action=open"_s) + QStringList(100, u"/a"_s)
-                                  << u""_s << QStringList(16, u"file:///a"_s);
+        QTest::newRow("too many") << QStringList(u"--desktop-action=open"_s) + QStringList(1000, u"/a"_s)
+                                  << u""_s << QStringList(200, u"file:///a"_s);
     }
     void startRequests() {
         QFETCH(QStringList, arguments);
@@ -134,6 +134,14 @@ smb://server/a                    |
         QCOMPARE(Window::textOf(window.imports), u"asked: 已添加"_s);
         QCOMPARE(window.imported(), u"asked"_s);
         QVERIFY(window.services.offlineDictionaries().lookup(u"zyzzyva"_s));
+
+        // A question that comes while something is being added is asked afterwards, also if the user has
+        // closed the sheet by then.
+        window.imports.open({QUrl::fromLocalFile(file)}, true);
+        window.imports.ask({file});
+        window.imports.dismiss();
+        QTRY_COMPARE(window.imports.state(), State::Asking);
+        QVERIFY(window.imports.showSheet());
     }
 
     void downloads_data() {
@@ -232,9 +240,9 @@ smb://server/a                    |
         QTRY_COMPARE(window.services.offlineDictionaries().lookup(u"zyzzyva"_s)->rawText, u"one"_s);
 
         QSignalSpy said(&model, &DictionaryListModel::said);
-        model.remove(3); // not imported
+        model.remove(model.rows().at(3).path); // not imported
         QCOMPARE(said.size(), 0);
-        model.remove(1);
+        model.remove(model.rows().at(1).path);
         QCOMPARE(said.last(), (QVariantList{u"已移除“one”"_s, true}));
         QVERIFY(!QDir(DictionaryShelf::importedDirectory()).exists(u"one"_s));
         QTRY_VERIFY(!window.services.offlineDictionaries().lookup(u"zyzzyva"_s));
@@ -243,20 +251,33 @@ smb://server/a                    |
         QCOMPARE(said.last(), (QVariantList{u"已恢复“one”"_s, false}));
         QTRY_COMPARE(names(), u"two one 4"_s);
         QVERIFY(window.services.offlineDictionaries().lookup(u"zyzzyva"_s));
-        model.remove(0);
+        model.remove(model.rows().at(0).path);
+        // Another dictionary takes the place of the removed one.
+        writeDictionary(DictionaryShelf::importedDirectory() + u"/two"_s, "other", "other");
+        model.undoRemoval();
+        QCOMPARE(said.last(), (QVariantList{u"已恢复“two”"_s, false}));
+        QCOMPARE(window.imported(), u"one two two 2"_s);
     }
 
     void removedFilesAreDeleted() {
+        TestServices services;
+        DictionaryShelf &shelf = static_cast<Services &>(services).shelf;
+        const auto filesIn = [](const QString &directory) {
+            return QDir(directory).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).size();
+        };
+        const QString file = writeDictionary(DictionaryShelf::importedDirectory() + u"/d"_s, "d", "d");
+        const QString index = Dictionary::indexFile(file, services.path(u"cache"_s));
         {
-            Window window;
-            const QString file = writeDictionary(DictionaryShelf::importedDirectory() + u"/d"_s, "d", "d");
-            QVERIFY(window.context.removedDictionaries().remove(file, u"d"_s));
-            QVERIFY(window.imported().startsWith(u".removed-"_s));
-            window.context.removedDictionaries().deleteLeftOvers();
-            QVERIFY(!window.imported().isEmpty());
-            // Kept while the window's objects live.
-            QDir(DictionaryShelf::importedDirectory()).removeRecursively();
+            RemovedDictionaries removed(shelf);
+            QCOMPARE(shelf.prepare(file), DictionaryProblem::None);
+            QVERIFY(removed.remove(file, u"d"_s));
+            // Kept while the object lives.
+            RemovedDictionaries::deleteLeftOvers();
+            QCOMPARE(filesIn(DictionaryShelf::importedDirectory()), 1);
+            QVERIFY(QFile::exists(index));
         }
+        QCOMPARE(filesIn(DictionaryShelf::importedDirectory()), 0);
+        QVERIFY(!QFile::exists(index));
     }
 
     void otherDictionaries() {
@@ -272,6 +293,18 @@ smb://server/a                    |
         QTRY_VERIFY(others.rows().first().article.contains(u"苹果"_s));
         others.setWord(u"pear"_s);
         QVERIFY(!others.isOpen());
+        QCOMPARE(others.rowCount(), 0);
+
+        // The card shows what one of them says.
+        const auto entry = window.services.offlineDictionaries().lookup(u"banana"_s);
+        window.services.storage().addOrUpdateSearch(*entry);
+        WordCard card;
+        card.setWordId(window.services.storage().words().first().id.toString());
+        others.setProperty("card", QVariant::fromValue(&card));
+        others.setWord(card.headword());
+        others.setIsOpen(true);
+        QTRY_VERIFY(!others.isLoading());
+        QCOMPARE(card.headword(), u"banana"_s);
         QCOMPARE(others.rowCount(), 0);
     }
 

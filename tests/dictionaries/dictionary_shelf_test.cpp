@@ -129,6 +129,15 @@ private Q_SLOTS:
         setrlimit(RLIMIT_NOFILE, &before);
     }
 
+    void cutOffArticles() {
+        writeTo(u"user/a"_s, "A", {plainEntry("go", QByteArray(100, 'x')), plainEntry("no", "y")});
+        QVERIFY(QFile::resize(path(u"user/a/d.dict"_s), 50));
+        for (int round = 0; round < 2; ++round) {
+            DictionaryShelf shelf(places(), {stardict::format()});
+            QCOMPARE(shelf.items().first().problem, DictionaryProblem::Damaged);
+        }
+    }
+
     void headwords_data() { addRows("sorted\nsorted, packed\nunsorted\nunsorted, packed\n"); }
 
     void headwords() {

@@ -12,6 +12,12 @@ T.Dialog {
     /// The user wants to close the sheet. The owner must hide it.
     signal dismissed
 
+    /// Scrolls to a part of the body, so that it begins at the top if there is enough below it.
+    function scrollTo(part: Item): void {
+        const top = part.mapToItem(inner, 0, 0).y;
+        area.contentY = Math.max(0, Math.min(top, area.contentHeight - area.height));
+    }
+
     parent: T.Overlay.overlay
     anchors.centerIn: parent
     width: Math.min(480, parent ? parent.width - 4 * Theme.unit : 480)

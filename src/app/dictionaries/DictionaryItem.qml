@@ -6,6 +6,7 @@ FocusScope {
     id: row
 
     required property int index
+    required property string path
     required property string name
     required property string about
     required property string detail

@@ -7,7 +7,7 @@ import Lexiquill
 PreferenceSection {
     id: section
 
-    property int chosenRow: -1
+    property string chosenPath: ""
     property string chosenName: ""
     /// Shows the results of actions.
     property Toast toast: null
@@ -100,7 +100,7 @@ PreferenceSection {
                 onDropped: dictionaries.storeOrder()
                 onSwitched: isOn => dictionaries.setOn(index, isOn)
                 onRemovalRequested: {
-                    section.chosenRow = index;
+                    section.chosenPath = path;
                     section.chosenName = name;
                     confirmation.open();
                 }
@@ -181,7 +181,7 @@ PreferenceSection {
                     accent: Theme.red
                     onClicked: {
                         confirmation.close();
-                        dictionaries.remove(section.chosenRow);
+                        dictionaries.remove(section.chosenPath);
                     }
                 }
             }

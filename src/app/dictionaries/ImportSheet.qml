@@ -8,6 +8,13 @@ Sheet {
     readonly property bool isAsking: DictionaryImports.state === DictionaryImports.State.Asking
     readonly property bool isDone: DictionaryImports.state === DictionaryImports.State.Idle
 
+    /// The user wants to see all dictionaries.
+    signal managed
+
+    // The button that had the focus is gone.
+    onIsDoneChanged: if (isDone)
+        done.forceActiveFocus()
+
     title: isAsking ? "打开词典" : "添加词典"
     width: Math.min(440, parent ? parent.width - 4 * Theme.unit : 440)
 
@@ -48,12 +55,11 @@ Sheet {
 
             PlainButton {
                 text: "管理词典…"
-                onClicked: {
-                    DictionaryImports.dismiss();
-                    HotKeyManager.showSettingsSheet = true;
-                }
+                onClicked: sheet.managed()
             }
             PrimaryButton {
+                id: done
+
                 text: "好"
                 onClicked: DictionaryImports.dismiss()
             }

@@ -196,8 +196,11 @@ void DictionaryImports::enqueue(const QStringList &paths) {
 void DictionaryImports::startNext() {
     if (!m_waiting.isEmpty())
         return runImport(std::exchange(m_waiting, {}));
-    if (!m_asked.isEmpty())
-        setState(State::Asking);
+    if (m_asked.isEmpty())
+        return;
+    // The user may have closed the sheet while something else was being added.
+    setShowSheet(true);
+    setState(State::Asking);
 }
 
 void DictionaryImports::runImport(const QStringList &paths) {

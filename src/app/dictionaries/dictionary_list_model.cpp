@@ -11,6 +11,7 @@
 #include <QFileInfo>
 #include <QLocale>
 
+#include <algorithm>
 #include <utility>
 
 namespace lexiquill {
@@ -65,6 +66,8 @@ QVariant DictionaryListModel::data(const QModelIndex &index, int role) const {
         return {};
     const DictionaryRow &row = rows().at(index.row());
     switch (role) {
+    case PathRole:
+        return row.path;
     case NameRole:
         return row.name;
     case AboutRole:
@@ -83,8 +86,9 @@ QVariant DictionaryListModel::data(const QModelIndex &index, int role) const {
 }
 
 QHash<int, QByteArray> DictionaryListModel::roleNames() const {
-    return {{NameRole, "name"},       {AboutRole, "about"}, {DetailRole, "detail"},
-            {ProblemRole, "problem"}, {IsOnRole, "isOn"},   {IsImportedRole, "isImported"}};
+    return {
+        {PathRole, "path"},       {NameRole, "name"}, {AboutRole, "about"},          {DetailRole, "detail"},
+        {ProblemRole, "problem"}, {IsOnRole, "isOn"}, {IsImportedRole, "isImported"}};
 }
 
 void DictionaryListModel::reload() {
@@ -130,16 +134,17 @@ void DictionaryListModel::storeOrder() {
     reload();
 }
 
-void DictionaryListModel::remove(int row) {
-    if (row < 0 || row >= rowCount() || !rows().at(row).isImported)
+void DictionaryListModel::remove(const QString &path) {
+    const auto found = std::ranges::find(rows(), path, &DictionaryRow::path);
+    if (found == rows().end() || !found->isImported)
         return;
-    const DictionaryRow removed = rows().at(row);
+    const DictionaryRow removed = *found;
     if (!m_removed.remove(removed.path, removed.name)) {
         Q_EMIT said(QStringLiteral("无法移除“%1”").arg(removed.name), false);
         return;
     }
     QList<DictionaryRow> rest = rows();
-    rest.remove(row);
+    rest.removeOne(removed);
     setRows(std::move(rest));
     Q_EMIT undoableNameChanged();
     Q_EMIT said(QStringLiteral("已移除“%1”").arg(removed.name), true);

@@ -33,7 +33,15 @@ class DictionaryListModel : public RowListModel<DictionaryRow, &DictionaryRow::p
     Q_PROPERTY(QString undoableName READ undoableName NOTIFY undoableNameChanged)
 
 public:
-    enum Role { NameRole = Qt::UserRole, AboutRole, DetailRole, ProblemRole, IsOnRole, IsImportedRole };
+    enum Role {
+        PathRole = Qt::UserRole,
+        NameRole,
+        AboutRole,
+        DetailRole,
+        ProblemRole,
+        IsOnRole,
+        IsImportedRole
+    };
 
     explicit DictionaryListModel(QObject *parent = nullptr);
 
@@ -49,8 +57,8 @@ public:
     Q_INVOKABLE void moveTo(int row, int target);
     /// Makes the order of the list that in which dictionaries are asked.
     Q_INVOKABLE void storeOrder();
-    /// Removes an imported dictionary. Emits said().
-    Q_INVOKABLE void remove(int row);
+    /// Removes an imported dictionary, wherever it is in the list by now. Emits said().
+    Q_INVOKABLE void remove(const QString &path);
     /// Puts the last removed dictionary back. Emits said().
     Q_INVOKABLE void undoRemoval();
 

@@ -13,6 +13,14 @@ const QString scratchPrefix = QStringLiteral(".removed-");
 
 } // namespace
 
+/// Their indexes go with them.
+RemovedDictionaries::~RemovedDictionaries() {
+    for (const Removal &removal : m_removals) {
+        if (!QFileInfo::exists(removal.mainFile))
+            m_shelf.dropIndex(removal.mainFile);
+    }
+}
+
 QStringList RemovedDictionaries::partsOf(const QString &mainFile) const {
     const QDir imported(DictionaryShelf::importedDirectory());
     const QString inside = imported.relativeFilePath(mainFile);
@@ -24,6 +32,7 @@ QStringList RemovedDictionaries::partsOf(const QString &mainFile) const {
 
 bool RemovedDictionaries::remove(const QString &mainFile, const QString &name) {
     Removal removal{.name = name,
+                    .mainFile = mainFile,
                     .moved = {},
                     .scratch = ScratchDirectory::create(DictionaryShelf::importedDirectory(), scratchPrefix)};
     if (!removal.scratch)
@@ -45,8 +54,11 @@ QString RemovedDictionaries::undo() {
     Removal removal = std::move(m_removals.back());
     m_removals.pop_back();
     bool isBack = true;
-    for (const auto &[hidden, path] : std::as_const(removal.moved))
-        isBack = QDir().rename(removal.scratch->path() + u'/' + hidden, path) && isBack;
+    for (const auto &[hidden, path] : std::as_const(removal.moved)) {
+        const QString kept = removal.scratch->path() + u'/' + hidden;
+        isBack =
+            QDir().rename(kept, QFileInfo(kept).isDir() ? ScratchDirectory::freePath(path) : path) && isBack;
+    }
     return isBack ? removal.name : QString();
 }
 

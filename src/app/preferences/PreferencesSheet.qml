@@ -7,6 +7,11 @@ import Lexiquill
 Sheet {
     id: sheet
 
+    function showDictionaries(): void {
+        // Opening moves the focus, which scrolls, too.
+        Qt.callLater(sheet.scrollTo, dictionaries);
+    }
+
     title: "偏好设置"
     width: Math.min(600, parent ? parent.width - 4 * Theme.unit : 600)
 
@@ -47,6 +52,8 @@ Sheet {
             }
         }
         DictionarySection {
+            id: dictionaries
+
             width: parent.width
             toast: messages
         }

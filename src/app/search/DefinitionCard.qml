@@ -251,7 +251,7 @@ Card {
 
         DictionaryAnswers {
             width: parent.width
-            word: record.headword
+            card: record
         }
         Separator {
             width: parent.width

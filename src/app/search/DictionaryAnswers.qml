@@ -8,7 +8,7 @@ import Lexiquill
 Column {
     id: view
 
-    property alias word: dictionaries.word
+    required property WordCard card
 
     visible: dictionaries.isOffered
     spacing: 4
@@ -99,6 +99,9 @@ Column {
 
             model: OtherDictionaries {
                 id: dictionaries
+
+                card: view.card
+                word: view.card.headword
             }
 
             Column {

@@ -18,9 +18,18 @@ namespace {
 
 constexpr qsizetype longestSummary = 200;
 
-QList<DictionaryAnswerRow> rowsOf(const QList<DictionaryShelf::Answer> &answers) {
+/// Whether a card with this record shows the entry.
+bool shows(const WordRecord &record, const DictionaryEntry &entry) {
+    return entry.posGroups == record.posGroups &&
+           (!entry.posGroups.isEmpty() || entry.rawText == record.rawDefinition);
+}
+
+QList<DictionaryAnswerRow> rowsOf(const QList<DictionaryShelf::Answer> &answers,
+                                  const std::optional<WordRecord> &shown) {
     QList<DictionaryAnswerRow> rows;
     for (const DictionaryShelf::Answer &answer : answers) {
+        if (shown && shows(*shown, answer.entry))
+            continue;
         const QString concise = answer.entry.conciseSummary();
         const QString summary = concise.isEmpty() ? answer.entry.rawText : concise;
         rows += {.path = answer.path,
@@ -81,8 +90,9 @@ void OtherDictionaries::ask() {
     m_question = std::make_unique<Cancellation>();
     setIsLoading(true);
     const std::stop_token stop = m_question->token();
-    const auto work = [&shelf = m_shelf, word = m_word, stop] {
-        return rowsOf(shelf.answers(word, stop));
+    const auto shown = m_card ? m_card->record() : std::nullopt;
+    const auto work = [&shelf = m_shelf, word = m_word, shown, stop] {
+        return rowsOf(shelf.answers(word, stop), shown);
     };
     runInBackground(this, work, [this, stop](QList<DictionaryAnswerRow> rows) {
         if (stop.stop_requested())

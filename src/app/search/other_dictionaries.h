@@ -1,7 +1,9 @@
 #pragma once
 
 #include "app/components/row_list_model.h"
+#include "app/search/word_card.h"
 
+#include <QPointer>
 #include <QQmlEngine>
 #include <QString>
 
@@ -29,6 +31,8 @@ class OtherDictionaries : public RowListModel<DictionaryAnswerRow, &DictionaryAn
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QString word READ word WRITE setWord NOTIFY wordChanged)
+    /// The card that shows the word. The dictionaries whose answer it shows already are left out.
+    Q_PROPERTY(lexiquill::WordCard *card MEMBER m_card)
     /// Whether there is more than one dictionary.
     Q_PROPERTY(bool isOffered READ isOffered NOTIFY isOfferedChanged)
     Q_PROPERTY(bool isOpen READ isOpen WRITE setIsOpen NOTIFY isOpenChanged)
@@ -67,6 +71,7 @@ private:
     void setIsLoading(bool isLoading);
 
     DictionaryShelf &m_shelf;
+    QPointer<WordCard> m_card;
     QString m_word;
     bool m_isOffered = false;
     bool m_isOpen = false;

@@ -58,6 +58,8 @@ public:
     /// Such as "间隔 6 天 · 6 天后复习 · 查询 3 次"
     QString memoryText() const;
     QString userNotes() const;
+    /// The record itself; no value when the card is empty.
+    const std::optional<WordRecord> &record() const { return m_record; }
 
     Q_INVOKABLE void showMore();
     /// Records one review answer.

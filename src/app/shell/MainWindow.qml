@@ -105,6 +105,8 @@ Window {
     }
 
     SheetLoader {
+        id: preferences
+
         sheet: "preferences/PreferencesSheet.qml"
         shown: HotKeyManager.showSettingsSheet
         onDismissed: HotKeyManager.showSettingsSheet = false
@@ -120,9 +122,20 @@ Window {
         onDismissed: UpdateManager.showUpdateSheet = false
     }
     SheetLoader {
+        id: imports
+
         sheet: "dictionaries/ImportSheet.qml"
         shown: DictionaryImports.showSheet
         onDismissed: DictionaryImports.dismiss()
+    }
+    Connections {
+        target: imports.item as ImportSheet
+
+        function onManaged(): void {
+            DictionaryImports.dismiss();
+            HotKeyManager.showSettingsSheet = true;
+            (preferences.item as PreferencesSheet).showDictionaries();
+        }
     }
     SheetLoader {
         sheet: "shell/SpotlightAlert.qml"

@@ -38,12 +38,15 @@ public:
         if (!canAdd())
             return;
         const QString plain = visible(text).left(longest - m_text.size());
-        const bool isBlank = plain.trimmed().isEmpty();
-        if (isBlank && !m_hasContent)
-            return;
-        beginParagraph();
-        m_text += plain.toHtmlEscaped();
-        m_hasContent = m_hasContent || !isBlank;
+        for (qsizetype start = 0; start < plain.size();) {
+            if (m_runSize >= longestRun)
+                endBlock();
+            qsizetype count = std::min(plain.size() - start, longestRun - m_runSize);
+            if (start + count < plain.size() && plain[start + count].isLowSurrogate())
+                ++count;
+            piece(QStringView(plain).sliced(start, count));
+            start += count;
+        }
     }
 
     void image(const QString &path) {
@@ -56,6 +59,7 @@ public:
 
     /// Ends a paragraph; within an item of a list, ends its line.
     void endBlock() {
+        m_runSize = 0;
         if (m_inParagraph) {
             closeInline();
             m_text += QStringLiteral("</p>");
@@ -179,8 +183,20 @@ private:
         bool inItem = false;
     };
     static constexpr qsizetype longest = 200'000;
+    /// Text without any end of a line takes the longer to lay out per character, the more there is.
+    static constexpr qsizetype longestRun = 4000;
     static constexpr qsizetype deepestList = 6;
     static constexpr qsizetype deepestInline = 8;
+
+    void piece(QStringView plain) {
+        m_runSize += plain.size();
+        const bool isBlank = plain.trimmed().isEmpty();
+        if (isBlank && !m_hasContent)
+            return;
+        beginParagraph();
+        m_text += plain.toString().toHtmlEscaped();
+        m_hasContent = m_hasContent || !isBlank;
+    }
 
     bool canAdd() const { return m_text.size() < longest; }
 
@@ -230,6 +246,7 @@ private:
     }
 
     QString m_text;
+    qsizetype m_runSize = 0; ///< characters since the last end of a block
     QStringList m_inline;
     QList<List> m_lists;
     /// For each open heading whether it is shown as one.

@@ -1,6 +1,7 @@
 #include "dictionaries/import/imported_dictionaries.h"
 
 #include "platform/file_snapshot.h"
+#include "platform/scratch_directory.h"
 
 #include <QFileInfo>
 
@@ -77,11 +78,7 @@ bool ImportedDictionaries::hasSame(const DictionaryFiles &dictionary, const std:
 }
 
 QString ImportedDictionaries::freePath(const QString &name) const {
-    const QString wanted = m_directory + u'/' + directoryName(name);
-    QString path = wanted;
-    for (int number = 2; QFileInfo::exists(path) || QFileInfo(path).isSymLink(); ++number)
-        path = wanted + u' ' + QString::number(number);
-    return path;
+    return ScratchDirectory::freePath(m_directory + u'/' + directoryName(name));
 }
 
 DictionaryFiles movedTo(const QString &directory, const DictionaryFiles &dictionary) {

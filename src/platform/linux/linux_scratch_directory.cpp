@@ -147,6 +147,13 @@ std::unique_ptr<ScratchDirectory> ScratchDirectory::create(const QString &parent
     return nullptr;
 }
 
+QString ScratchDirectory::freePath(const QString &path) {
+    QString free = path;
+    for (int number = 2; QFileInfo::exists(free) || QFileInfo(free).isSymLink(); ++number)
+        free = path + u' ' + QString::number(number);
+    return free;
+}
+
 void ScratchDirectory::removeAbandoned(const QString &parent, const QString &prefix) {
     const QStringList names = QDir(parent).entryList(
         {prefix + u'*'}, QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot | QDir::NoSymLinks);

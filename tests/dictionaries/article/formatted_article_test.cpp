@@ -66,6 +66,15 @@ private Q_SLOTS:
         }
     }
 
+    /// Without a break, the layout of a text takes quadratic time.
+    void longLines() {
+        const QString text =
+            article::formattedArticle({{{Form::Html, u"<li>"_s + u"😀x"_s.repeated(10'000)}}});
+        for (const QString &paragraph : text.split(u'<'))
+            QVERIFY(paragraph.size() < 5'000 && paragraph.isValidUtf16());
+        QCOMPARE(text.count(u"😀"_s), 10'000);
+    }
+
     void sounds() {
         const QString html =
             u"<a href='sound://us/a.mp3'>x</a><a href='SOUND://b c.spx'></a>"

@@ -1,5 +1,7 @@
 #include "platform/linux/activation/start_socket.h"
 
+#include "platform/application_endpoint.h"
+
 #include <QByteArray>
 #include <QDir>
 #include <QFile>
@@ -20,7 +22,8 @@ namespace lexiquill::StartSocket {
 namespace {
 
 constexpr int patience = 200; // milliseconds
-constexpr qsizetype longestMessage = qsizetype{512} * 1024;
+constexpr qsizetype longestMessage =
+    (ApplicationRequests::mostUrls + 1) * (ApplicationRequests::longestUrl + 1);
 
 bool fillAddress(sockaddr_un &address) {
     const QByteArray name = QFile::encodeName(path());
