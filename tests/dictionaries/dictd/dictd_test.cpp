@@ -73,9 +73,9 @@ private Q_SLOTS:
         using enum DictionaryProblem;
         QTest::newRow("good") << "a\tA\tD\n"_ba << u"a|abc"_s << None;
         QTest::newRow("no line feed, carriage return") << "b\tA\tB\r\na\tA\tD"_ba << u"a|abc"_s << None;
-        QTest::newRow("behind the end") << "a\tB\tD\n"_ba << u"-"_s << None;
+        QTest::newRow("behind the end") << "a\tB\tD\n"_ba << u"-"_s << Damaged;
         QTest::newRow("overflow") << "a\tP//////////\tD\n"_ba << u"-"_s << None;
-        QTest::newRow("too large an article") << "a\tA\tQAAAA\n"_ba << u"-"_s << None;
+        QTest::newRow("too large an article") << "a\tA\tQAAAA\n"_ba << u"-"_s << Damaged;
         QTest::newRow("other lines") << "x\na\tA\n\n\tA\tD\na\t!\tD\na\tA\tD\n"_ba << u"a|abc"_s << None;
         QTest::newRow("no index") << "some text\n"_ba << u"-"_s << UnknownFormat;
         QTest::newRow("empty") << ""_ba << u"-"_s << UnknownFormat;
