@@ -138,13 +138,12 @@ void DictionaryListModel::remove(const QString &path) {
     const auto found = std::ranges::find(rows(), path, &DictionaryRow::path);
     if (found == rows().end() || !found->isImported)
         return;
-    const DictionaryRow removed = *found;
+    QList<DictionaryRow> rest = rows();
+    const DictionaryRow removed = rest.takeAt(found - rows().begin());
     if (!m_removed.remove(removed.path, removed.name)) {
         Q_EMIT said(QStringLiteral("无法移除“%1”").arg(removed.name), false);
         return;
     }
-    QList<DictionaryRow> rest = rows();
-    rest.removeOne(removed);
     setRows(std::move(rest));
     Q_EMIT undoableNameChanged();
     Q_EMIT said(QStringLiteral("已移除“%1”").arg(removed.name), true);

@@ -49,7 +49,7 @@ Column {
                 anchors.left: arrow.right
                 anchors.leftMargin: Theme.unit
                 anchors.verticalCenter: parent.verticalCenter
-                width: Math.min(implicitWidth, parent.width / (control.detail === "" ? 1 : 2.5))
+                width: Math.min(implicitWidth, control.detail === "" || control.isOpen ? parent.width - x : parent.width / 2.5)
                 role: control.detail === "" ? ThemedText.Caption : ThemedText.Body
                 text: control.text
                 elide: Text.ElideRight
