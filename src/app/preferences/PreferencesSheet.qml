@@ -8,13 +8,19 @@ Sheet {
     id: sheet
 
     function showDictionaries(): void {
-        // Opening moves the focus, which scrolls, too.
-        Qt.callLater(sheet.scrollTo, dictionaries);
+        scrolling.start();
     }
 
     title: "偏好设置"
     width: Math.min(600, parent ? parent.width - 4 * Theme.unit : 600)
 
+    Timer {
+        id: scrolling
+
+        // After the move of the focus by opening, which scrolls, too.
+        interval: 0
+        onTriggered: sheet.scrollTo(dictionaries)
+    }
     Toast {
         id: messages
 
