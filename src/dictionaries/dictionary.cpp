@@ -68,23 +68,22 @@ SourceStamps Dictionary::currentStamps() const {
     return stamps;
 }
 
-/// Compares the files on disk with the opened ones before every lookup.
+/// Compares the files on disk with the opened ones before every lookup. Builds an index that turned out to be
+/// damaged again.
 bool Dictionary::ready() {
     const SourceStamps stamps = currentStamps();
-    if (m_isOpened && stamps == m_stamps)
+    const bool isDamaged = m_index && m_index->isDamaged();
+    if (m_isOpened && stamps == m_stamps && !isDamaged)
         return m_problem == DictionaryProblem::None;
-    close();
     m_stamps = stamps;
-    m_isOpened = true;
     try {
-        open();
+        open(!isDamaged);
     } catch (const std::bad_alloc &) {
         m_problem = DictionaryProblem::TooLarge;
     }
-    if (m_problem != DictionaryProblem::None) {
-        m_index.reset();
-        m_reader.reset();
-    }
+    if (m_problem != DictionaryProblem::None)
+        close();
+    m_isOpened = true;
     return m_problem == DictionaryProblem::None;
 }
 
@@ -94,13 +93,15 @@ void Dictionary::close() {
     m_isOpened = false;
 }
 
-void Dictionary::open() {
+void Dictionary::open(bool mayLoadIndex) {
+    close();
     auto opened = m_format.open(m_path);
     m_reader = std::move(opened.reader);
     m_problem = opened.problem;
     if (!m_reader)
         return;
-    m_index = HeadwordIndex::load(m_cachePath, m_identity, m_stamps);
+    if (mayLoadIndex)
+        m_index = HeadwordIndex::load(m_cachePath, m_identity, m_stamps);
     if (!m_index)
         buildIndex();
     m_problem = m_index ? m_index->problem() : DictionaryProblem::Damaged;
@@ -126,51 +127,55 @@ void Dictionary::buildIndex() {
         m_index = HeadwordIndex::fromImage(image);
 }
 
-std::vector<HeadwordIndex::Match> Dictionary::matches(const QString &word) {
-    const QByteArray bytes = word.toUtf8();
-    if (bytes.isEmpty() || bytes.size() > maxHeadwordSize || !ready())
-        return {};
-    auto found = m_index->find(bytes);
-    if (!m_index->isDamaged())
-        return found;
-    m_index.reset();
-    buildIndex();
-    return m_index ? m_index->find(bytes) : std::vector<HeadwordIndex::Match>();
-}
+struct Dictionary::Search {
+    Articles found = {};
+    qsizetype size = 0;
+    int readsLeft = maxReads;
+};
 
-/// Adds the articles of a word, and of the words that they lead to.
-void Dictionary::collect(const QString &word, int linksLeft, Articles &found, qsizetype &size) {
-    for (const HeadwordIndex::Match &match : matches(word)) {
-        if (found.articles.size() == maxArticles || m_readsLeft == 0)
+/// Adds the articles of a word, and of the words that they lead to. Does not look at the files on disk, so
+/// that the reader stays the same.
+void Dictionary::collect(const QString &word, int linksLeft, Search &search) const {
+    std::vector<article::Article> &articles = search.found.articles;
+    const QByteArray bytes = word.toUtf8();
+    if (bytes.isEmpty() || bytes.size() > maxHeadwordSize)
+        return;
+    for (const HeadwordIndex::Match &match : m_index->find(bytes)) {
+        if (articles.size() == maxArticles || search.readsLeft == 0)
             return;
-        --m_readsLeft;
+        --search.readsLeft;
         auto stored = m_reader->article(match.place);
         if (!stored)
             continue;
         if (!stored->link.isEmpty()) {
             if (linksLeft > 0)
-                collect(stored->link, linksLeft - 1, found, size);
+                collect(stored->link, linksLeft - 1, search);
             continue;
         }
-        const qsizetype itsSize = sizeOf(stored->article);
-        if (size + itsSize > maxArticleSize)
+        const qsizetype size = sizeOf(stored->article);
+        if (search.size + size > maxArticleSize)
             continue;
-        size += itsSize;
-        if (found.articles.empty()) {
+        search.size += size;
+        if (articles.empty()) {
             const bool isSpelledOtherwise =
                 foldedKey(stored->headword.toUtf8()) == foldedKey(match.headword.toUtf8());
-            found.headword = isSpelledOtherwise ? stored->headword : match.headword;
+            search.found.headword = isSpelledOtherwise ? stored->headword : match.headword;
         }
-        found.articles.push_back(std::move(stored->article));
+        articles.push_back(std::move(stored->article));
     }
 }
 
 Dictionary::Articles Dictionary::articles(const QString &word) {
-    Articles found;
-    qsizetype size = 0;
-    m_readsLeft = maxReads;
-    collect(word, maxLinks, found, size);
-    return found;
+    if (headwords() == nullptr)
+        return {};
+    Search search;
+    collect(word, maxLinks, search);
+    // Damage shows only when a page is read.
+    if (m_index->isDamaged() && headwords() != nullptr) {
+        search = Search();
+        collect(word, maxLinks, search);
+    }
+    return std::move(search.found);
 }
 
 std::optional<DictionaryEntry> Dictionary::find(const QString &word) {
@@ -179,12 +184,7 @@ std::optional<DictionaryEntry> Dictionary::find(const QString &word) {
 }
 
 const HeadwordIndex *Dictionary::headwords() {
-    if (!ready())
-        return nullptr;
-    if (m_index->isDamaged()) {
-        m_index.reset();
-        buildIndex();
-    }
+    ready();
     return m_index.get();
 }
 

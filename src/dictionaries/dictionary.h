@@ -13,6 +13,8 @@
 
 namespace lexiquill {
 
+class IndexBuilder;
+
 /// One dictionary on disk, in any format. Its files are opened at the first lookup, and again when they have
 /// changed. To be used by one thread at a time.
 class Dictionary {
@@ -58,18 +60,20 @@ public:
     std::optional<QByteArray> resource(const QString &name);
 
 private:
-    SourceStamps currentStamps() const;
-    bool ready();
-    void open();
-    void openIndex();
-    void buildIndex();
+    /// What the articles of a few words show.
     struct Sample {
         bool isReadable = true;
         bool holdsChinese = false;
     };
-    static Sample sampleOf(DictionaryReader &reader, const class IndexBuilder &words);
-    std::vector<HeadwordIndex::Match> matches(const QString &word);
-    void collect(const QString &word, int linksLeft, Articles &found, qsizetype &size);
+    /// An article search that follows links.
+    struct Search;
+
+    SourceStamps currentStamps() const;
+    bool ready();
+    void open(bool mayLoadIndex);
+    void buildIndex();
+    static Sample sampleOf(DictionaryReader &reader, const IndexBuilder &words);
+    void collect(const QString &word, int linksLeft, Search &search) const;
 
     const DictionaryFormat &m_format;
     QString m_path;
@@ -79,8 +83,8 @@ private:
     SourceStamps m_stamps;
     bool m_isOpened = false;
     DictionaryProblem m_problem = DictionaryProblem::None;
+    /// Both are null when the dictionary is unusable.
     std::unique_ptr<DictionaryReader> m_reader;
-    int m_readsLeft = 0; ///< of articles and links, in the present lookup
     std::unique_ptr<HeadwordIndex> m_index;
 };
 

@@ -39,8 +39,8 @@ private Q_SLOTS:
             "word. 说句话。",
             "word/wɜːd: noun{1 词; 2 话} phrase{1 (in a word) 总之; 2 (word by word) 逐字} | Say a word. = "
             "说句话。");
-        row("Chinese headword", "本", "本 本 [ben3] /root/(bound form) this/CL:個|个[ge4]/see 書|书[shu1]/",
-            "本/ben3: 释义{1 root; 2 (bound form) this; 3 see 书}");
+        row("Chinese headword", "本", "本 本 [ben3] /stem/(bound form) this/CL:個|个[ge4]/see 書|书[shu1]/",
+            "本/ben3: 释义{1 stem; 2 (bound form) this; 3 see 书}");
         row("learner's dictionary", "wish",
             "wish1 /wɪʃ/\nn ~ (to do sth) 1 [U] a strong feeling of wanting 愿望；希望: She had a wish to "
             "go. "
