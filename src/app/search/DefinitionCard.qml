@@ -152,103 +152,10 @@ Card {
             }
         }
 
-        Repeater {
-            model: record.groups
-
-            Column {
-                id: group
-
-                required property var modelData
-
-                width: column.width
-                spacing: Theme.unit
-
-                Row {
-                    spacing: Theme.unit
-
-                    Tag {
-                        text: group.modelData.abbreviation
-                        tint: Theme.badgeColor(group.modelData.colorName)
-                    }
-                    ThemedText {
-                        anchors.verticalCenter: parent.verticalCenter
-                        role: ThemedText.Caption
-                        text: group.modelData.name
-                    }
-                }
-                Repeater {
-                    model: group.modelData.senses
-
-                    SenseRow {
-                        required property var modelData
-
-                        width: group.width
-                        number: modelData.number
-                        context: modelData.context
-                        meaning: modelData.meaning
-                        examples: modelData.examples
-                    }
-                }
-            }
-        }
-        PlainButton {
-            visible: record.hiddenSenses > 0
-            text: "显示其余 " + record.hiddenSenses + " 个义项"
-            onClicked: record.showMore()
-        }
-        ThemedText {
+        DefinitionBody {
             width: parent.width
-            visible: text !== ""
-            text: record.rawText
-            wrapMode: Text.Wrap
-            lineHeight: Theme.lineHeight
+            record: record
         }
-        DictionaryArticle {
-            width: parent.width
-            visible: text !== ""
-            text: record.article
-        }
-        Column {
-            width: parent.width
-            visible: record.examples.length > 0
-            spacing: Theme.unit
-
-            ThemedText {
-                role: ThemedText.Caption
-                font.weight: Font.DemiBold
-                text: "双语例句"
-            }
-            Repeater {
-                model: record.examples
-
-                Column {
-                    id: example
-
-                    required property var modelData
-
-                    width: column.width
-                    spacing: 2
-
-                    ThemedText {
-                        width: parent.width
-                        text: example.modelData.en
-                        textFormat: Text.StyledText
-                        wrapMode: Text.Wrap
-                        lineHeight: 1.25
-                        Accessible.name: example.modelData.en.replace(/<[^>]*>/g, "")
-                    }
-                    ThemedText {
-                        width: parent.width
-                        text: example.modelData.cn
-                        color: Theme.secondaryText
-                        font.pixelSize: Theme.bodySize - 1
-                        wrapMode: Text.Wrap
-                        lineHeight: 1.25
-                    }
-                }
-            }
-        }
-
         DictionaryAnswers {
             width: parent.width
             card: record

@@ -11,7 +11,8 @@ AppContext *currentContext = nullptr;
 } // namespace
 
 AppContext::AppContext(Services &services)
-    : m_imports(services),
+    : m_preferences(services.defaults),
+      m_imports(services),
       m_removedDictionaries(services.shelf),
       m_content(services, m_imports),
       m_appearance(*qGuiApp),

@@ -2,6 +2,7 @@
 
 #include "app/dictionaries/dictionary_imports.h"
 #include "app/dictionaries/removed_dictionaries.h"
+#include "app/preferences/window_preferences.h"
 #include "app/shell/app_delegate.h"
 #include "app/shell/content_view.h"
 #include "app/shell/desktop_appearance.h"
@@ -20,6 +21,7 @@ public:
 
     static AppContext &current();
 
+    WindowPreferences &preferences() { return m_preferences; }
     ContentView &content() { return m_content; }
     DesktopAppearance &appearance() { return m_appearance; }
     AppDelegate &delegate() { return m_delegate; }
@@ -27,6 +29,7 @@ public:
     RemovedDictionaries &removedDictionaries() { return m_removedDictionaries; }
 
 private:
+    WindowPreferences m_preferences;
     DictionaryImports m_imports;
     RemovedDictionaries m_removedDictionaries;
     ContentView m_content;
