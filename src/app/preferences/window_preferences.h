@@ -8,15 +8,16 @@ namespace lexiquill {
 
 class UserDefaults;
 
-/// The user's choices for the window. Each is stored at once; a missing or unusable stored value counts as the
-/// default.
+/// The user's choices for the window. Each is stored at once; a missing or unusable stored value counts as
+/// the default.
 class WindowPreferences : public QObject {
     Q_OBJECT
     QML_NAMED_ELEMENT(Preferences)
     QML_SINGLETON
     Q_PROPERTY(int roundSize READ roundSize WRITE setRoundSize NOTIFY roundSizeChanged)
     Q_PROPERTY(Accent accent READ accent WRITE setAccent NOTIFY accentChanged)
-    Q_PROPERTY(bool pronouncesCards READ pronouncesCards WRITE setPronouncesCards NOTIFY pronouncesCardsChanged)
+    Q_PROPERTY(
+        bool pronouncesCards READ pronouncesCards WRITE setPronouncesCards NOTIFY pronouncesCardsChanged)
     Q_PROPERTY(bool showsTrayIcon READ showsTrayIcon WRITE setShowsTrayIcon NOTIFY showsTrayIconChanged)
     Q_PROPERTY(bool remindsDaily READ remindsDaily WRITE setRemindsDaily NOTIFY remindsDailyChanged)
     Q_PROPERTY(int zoomPercent READ zoomPercent WRITE setZoomPercent NOTIFY zoomPercentChanged)
