@@ -57,6 +57,7 @@ int runDesktopApplication(int argc, char **argv) {
     if (!window)
         return EXIT_FAILURE;
     delegate.setMainWindow(qobject_cast<QQuickWindow *>(window.get()));
+    delegate.restoreMainWindow();
     delegate.enforceSingleWindowPolicy();
     // If D-Bus started the process, it waits for requests before it shows the window.
     if (!arguments.contains(QLatin1StringView("--desktop-service")))

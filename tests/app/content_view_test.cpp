@@ -1,5 +1,6 @@
 #include "app/dictionaries/dictionary_imports.h"
 #include "app/shell/content_view.h"
+#include "app/shell/window_place.h"
 #include "app/test_services.h"
 #include "storage/wordbook_watcher.h"
 #include "support/test.h"
@@ -33,6 +34,29 @@ private Q_SLOTS:
         QCOMPARE(lookups.size(), word.isEmpty() ? 0 : 2);
         QCOMPARE(view.selectedTab(),
                  word.isEmpty() ? ContentView::TabItem::Statistics : ContentView::TabItem::Dictionary);
+    }
+
+    /// A stored geometry, the screens, and the geometry of the window.
+    void windowsFitTheScreen_data() {
+        addRows("880x600              | 1280x800+0+0                | 880x600\n"
+                "880x600              | 800x500+0+0                 | 800x500\n"
+                "900x700+1400+100     | 1280x800+0+0 1920x1080+1280+0 | 900x700+1400+100\n"
+                "900x700+1400+100     | 1280x800+0+0                | 900x700\n"
+                "900x700+-850+10      | 1280x800+0+0                | 900x700\n"
+                "900x700+-800+10 maximized | 1280x800+0+0           | 900x700+-800+10 maximized\n"
+                "900x700+0+-40        | 1280x800+0+0                | 900x700\n"
+                "99999x99999+0+0      | 1280x800+0+0                | 1280x800+0+0\n");
+    }
+    void windowsFitTheScreen() {
+        QFETCH(const QStringList, cells);
+        QList<QRect> screens;
+        for (const QString &screen : cells[1].split(u' ')) {
+            const auto area = WindowGeometry::fromText(screen);
+            screens += QRect(*area->place, area->size);
+        }
+        QCOMPARE(fitted(*WindowGeometry::fromText(cells[0]), screens).text(), cells[2]);
+        for (const QString &bad : {u""_s, u"880"_s, u"880x"_s, u"-1x5"_s, u"880x600+1"_s, u"880x600 min"_s})
+            QVERIFY2(!WindowGeometry::fromText(bad), qPrintable(bad));
     }
 
     void searchResultsNameTheirWord() {

@@ -2,6 +2,7 @@
 #include "app/search/pronunciation.h"
 #include "app/search/search_session.h"
 #include "app/search/word_card.h"
+#include "app/search/word_picker.h"
 #include "app/test_services.h"
 #include "http_server.h"
 #include "settings/server_addresses.h"
@@ -208,17 +209,56 @@ private Q_SLOTS:
 
     /// A word, a text, and the text with the word's forms emphasised.
     void emphasis_data() {
-        addRows("apple | Apples, pineapple and apple's | <b>Apples</b>, pineapple and <b>apple's</b>\n"
-                "make  | He makes, is making, made | He <b>makes</b>, is <b>making</b>, made\n"
-                "go    | <i>go</i> & Godot | &lt;i&gt;<b>go</b>&lt;/i&gt; &amp; Godot\n"
-                "c++   | in C++ (new)      | in <b>C++</b> (new)\n"
+        addRows("apple | Apples, pineapple and apple's | *Apples*, pineapple and *apple's*\n"
+                "make  | He makes, is making, made | He *makes*, is *making*, made\n"
+                "go    | <i>go</i> & Godot | <i>*go*</i> & Godot\n"
+                "c++   | in C++ (new)      | in *C++* (new)\n"
                 "      | nothing           | nothing\n"
-                "été   | un Été chaud      | un <b>Été</b> chaud\n");
+                "été   | un Été chaud      | un *Été* chaud\n");
     }
 
     void emphasis() {
         QFETCH(const QStringList, cells);
-        QCOMPARE(emphasised(cells[1], cells[0]), cells[2]);
+        QString text;
+        for (const TextSpan &span : emphasised(cells[1], cells[0]))
+            text += span.style == TextSpan::Style::Strong ? u'*' + span.text + u'*' : span.text;
+        QCOMPARE(text, cells[2]);
+    }
+
+    /// Many short senses stand in one paragraph; others have their own.
+    void shortSensesFlow() {
+        PartOfSpeechGroup group{.pos = u"n."_s, .posChinese = {}, .senses = {}};
+        group.senses += {.number = 1, .chineseMeaning = u"环境"_s, .examples = {u"our environment"_s}};
+        for (qint64 number = 2; number <= 41; ++number)
+            group.senses += {.number = number, .chineseMeaning = u"义%1"_s.arg(number)};
+        group.senses += {.number = 42, .context = u"[C]"_s, .chineseMeaning = u"周围"_s};
+        const QVariantMap row = definitionRows({group}, u"environment"_s, 60).constFirst().toMap();
+        const auto paragraphs = row.value(u"paragraphs"_s).value<TextParagraphs>();
+        QCOMPARE(paragraphs.size(), 4);
+        QCOMPARE(paragraphs[0].plainText(), u"1.环境"_s);
+        QCOMPARE(paragraphs[1].spans.constLast().style, TextSpan::Style::Strong);
+        QVERIFY(paragraphs[2].plainText().startsWith(u"2\u00A0义2\u20033\u00A0义3"_s));
+        QCOMPARE(paragraphs[3].plainText(), u"42.[C] 周围"_s);
+        QCOMPARE(row.value(u"spoken"_s).toStringList().size(), 42);
+    }
+
+    /// A text with "^" at the place, and the words that may be meant.
+    void wordsUnderThePointer_data() {
+        addRows("an umb^rella.             | umbrella\n"
+                "end^                      | end\n"
+                "don^'t (well-known)       | don't\n"
+                "(well-kno^wn)             | well-known\n"
+                "a ^- b                    |\n"
+                "1^23                      |\n"
+                "naï^ve café               | naïve\n"
+                "我的雨^伞。               | 我的雨伞 的雨伞 雨伞 伞\n"
+                "a^                        | a\n"
+                "^                         |\n");
+    }
+    void wordsUnderThePointer() {
+        QFETCH(const QStringList, cells);
+        const qsizetype place = cells[0].indexOf(u'^');
+        QCOMPARE(wordsAt(QString(cells[0]).remove(u'^'), place).join(u' '), cells[1]);
     }
 
     void audioAddress() {

@@ -2,7 +2,7 @@ import QtQuick
 import QtTest
 import Lexiquill
 
-TestCase {
+ScreenTest {
     id: tests
 
     name: "MainWindow"
@@ -53,6 +53,44 @@ TestCase {
                 return found ?? child;
         }
         return null;
+    }
+
+    function test_the_search_field_is_reached_and_selected_data() {
+        return [
+            {tag: "Ctrl+1", press: () => keyClick(Qt.Key_1, Qt.ControlModifier)},
+            {tag: "Ctrl+F", press: () => keyClick(Qt.Key_F, Qt.ControlModifier)},
+            {tag: "/", press: () => keyClick("/")},
+            {tag: "Escape", press: () => keyClick(Qt.Key_Escape)}
+        ];
+    }
+
+    function test_the_search_field_is_reached_and_selected(row) {
+        window.requestActivate();
+        tryCompare(window, "active", true);
+        for (const tab of [ContentView.TabItem.WeeklyReview, ContentView.TabItem.Statistics]) {
+            keyClick(Qt.Key_1, Qt.ControlModifier);
+            tryVerify(() => window.activeFocusItem?.Accessible.name === "查词");
+            const field = window.activeFocusItem;
+            field.text = "half";
+            ContentView.selectedTab = tab;
+            tryVerify(() => window.activeFocusItem !== field);
+            row.press();
+            tryCompare(window, "activeFocusItem", field);
+            if (row.tag !== "Escape")
+                compare(field.selectedText, "half");
+            field.text = "";
+        }
+    }
+
+    function test_a_switch_of_the_source_is_told_and_undone() {
+        const toast = findChild(window.contentItem, "windowToast");
+        const before = DictionaryService.currentMode;
+        const row = find(window.contentItem, item => item instanceof SidebarRow && item.text === ContentView.sourceTitle(before));
+        mouseClick(row);
+        verify(DictionaryService.currentMode !== before);
+        verify(toast.visible && toast.message.startsWith("已切换到" + ContentView.sourceTitle(DictionaryService.currentMode)));
+        toast.action();
+        compare(DictionaryService.currentMode, before);
     }
 
     function test_update_check_tells_its_outcome() {

@@ -83,6 +83,23 @@ public:
     /// together.
     void press(const QString &keys) const { xdotool(QStringList(u"key"_s) + keys.split(u' ')); }
     void type(const QString &text) const { xdotool({u"type"_s, u"--delay"_s, u"20"_s, text}); }
+    /// Another program's window takes the focus for a moment.
+    void leaveAndComeBack() const {
+        xcb_connection_t *const connection = xcb_connect(m_x.display().toLatin1().constData(), nullptr);
+        const xcb_screen_t *const screen = xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
+        const xcb_window_t window = xcb_generate_id(connection);
+        xcb_create_window(connection, XCB_COPY_FROM_PARENT, window, screen->root, 0, 0, 200, 100, 0,
+                          XCB_WINDOW_CLASS_INPUT_OUTPUT, screen->root_visual, 0, nullptr);
+        xcb_map_window(connection, window);
+        xcb_flush(connection);
+        // The window manager would not give it the focus unasked.
+        const QStringList activate{u"windowactivate"_s, QString::number(window)};
+        QTRY_VERIFY((xdotool(activate), !isActive()));
+        xcb_disconnect(connection); // destroys the window
+        QTRY_VERIFY(isActive());
+        // The keyboard moves a moment after the activation.
+        QTest::qWait(300);
+    }
     void closeWindow() const {
         QTRY_VERIFY(isActive());
         press(u"ctrl+w"_s);

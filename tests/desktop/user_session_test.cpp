@@ -69,6 +69,28 @@ private Q_SLOTS:
         QTRY_VERIFY(m_desktop->isActive());
     }
 
+    void comingBackSelectsTheWordButKeepsANote() {
+        m_desktop->startApplication();
+        m_desktop->type(u"apple"_s);
+        m_desktop->press(u"Return"_s);
+        QTRY_VERIFY(tree().shows(u"heading"_s, u"apple"_s));
+        m_desktop->press(u"End"_s); // no longer selected
+        m_desktop->leaveAndComeBack();
+        m_desktop->type(u"pear"_s);
+        QTRY_COMPARE(tree().find(u"text"_s, u"查词"_s).text, u"pear"_s);
+        m_desktop->press(u"Return"_s);
+        QTRY_VERIFY(tree().shows(u"heading"_s, u"pear"_s));
+        QVERIFY(tree().press(u"text"_s, u"我的笔记"_s));
+        m_desktop->type(u"half "_s);
+        m_desktop->leaveAndComeBack();
+        m_desktop->type(u"a note"_s);
+        QTRY_COMPARE(tree().find(u"text"_s, u"我的笔记"_s).text, u"half a note"_s);
+        m_desktop->press(u"ctrl+1"_s);
+        m_desktop->type(u"fig"_s);
+        QTRY_COMPARE(tree().find(u"text"_s, u"查词"_s).text, u"fig"_s);
+        QTRY_COMPARE(m_desktop->home.words()->constLast().userNotes, u"half a note"_s);
+    }
+
     void lookingUpFromOutside_data() { addRows("address\nbus"); }
     void lookingUpFromOutside() {
         QFETCH(const QStringList, cells);

@@ -37,6 +37,18 @@ private Q_SLOTS:
         QTRY_COMPARE(m_desktop->tree().find(u"text"_s, u"查词"_s).text, u"half"_s);
     }
 
+    void theNextProcessOpensTheWindowWhereItWas() {
+        m_desktop->startApplication();
+        const QString window = m_desktop->visibleWindows().constFirst();
+        m_desktop->xdotool({u"windowsize"_s, u"--sync"_s, window, u"700"_s, u"500"_s});
+        m_desktop->xdotool({u"windowmove"_s, u"--sync"_s, window, u"60"_s, u"70"_s});
+        const QString geometry = windowGeometry().section(u'\n', 1);
+        m_desktop->press(u"ctrl+q"_s);
+        QVERIFY(m_desktop->application->waitForFinished(30'000));
+        m_desktop->startApplication();
+        QTRY_COMPARE(windowGeometry().section(u'\n', 1), geometry);
+    }
+
     void aBlankLookupIsAnError() {
         m_desktop->startApplication();
         const Outcome outcome = m_desktop->callLookup(u" \n "_s);

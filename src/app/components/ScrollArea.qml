@@ -22,6 +22,11 @@ Flickable {
             reveal(focusItem);
     }
 
+    /// Scrolls down by a distance, or up if it is negative, as far as there is content.
+    function scrollBy(distance: real): void {
+        area.contentY = Math.max(0, Math.min(Math.max(0, area.contentHeight - area.height), area.contentY + distance));
+    }
+
     /// Scrolls as little as needed to show the item.
     function reveal(item: Item): void {
         const top = item.mapToItem(area.contentItem, 0, 0).y;

@@ -9,6 +9,8 @@ Rectangle {
     property string actionText: ""
     property int duration: 6000
     property var action: null
+    /// The height that the content should leave free at the bottom, so that the message covers nothing.
+    readonly property real reservedHeight: visible ? height + 4 * Theme.unit : 0
 
     /// Shows a message; `whenActed` is called if the user clicks the action while the message is shown.
     function show(text: string, actionName: string, whenActed: var): void {

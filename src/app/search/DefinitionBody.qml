@@ -35,17 +35,27 @@ Column {
                     text: group.modelData.name
                 }
             }
-            Repeater {
-                model: group.modelData.senses
+            DefinitionText {
+                width: group.width
+                paragraphs: group.modelData.paragraphs
+                Accessible.ignored: true
+            }
+            // The senses for assistive tools; the text above has them all in one.
+            Item {
+                width: group.width
+                height: 0
+                Accessible.role: Accessible.List
+                Accessible.name: group.modelData.name === "" ? group.modelData.abbreviation : group.modelData.name
 
-                SenseRow {
-                    required property var modelData
+                Repeater {
+                    model: group.modelData.spoken
 
-                    width: group.width
-                    number: modelData.number
-                    context: modelData.context
-                    meaning: modelData.meaning
-                    examples: modelData.examples
+                    Item {
+                        required property string modelData
+
+                        Accessible.role: Accessible.ListItem
+                        Accessible.name: modelData
+                    }
                 }
             }
         }
@@ -55,21 +65,20 @@ Column {
         text: "显示其余 " + body.record.hiddenSenses + " 个义项"
         onClicked: body.record.showMore()
     }
-    ThemedText {
+    SelectableText {
         width: parent.width
         visible: text !== ""
         text: body.record.rawText
-        wrapMode: Text.Wrap
-        lineHeight: Theme.lineHeight
+        textFormat: TextEdit.PlainText
     }
     DictionaryArticle {
         width: parent.width
-        visible: text !== ""
+        visible: body.record.article !== ""
         text: body.record.article
     }
     Column {
         width: parent.width
-        visible: body.record.examples.length > 0
+        visible: body.record.hasExamples
         spacing: Theme.unit
 
         ThemedText {
@@ -77,34 +86,9 @@ Column {
             font.weight: Font.DemiBold
             text: "双语例句"
         }
-        Repeater {
-            model: body.record.examples
-
-            Column {
-                id: example
-
-                required property var modelData
-
-                width: body.width
-                spacing: 2
-
-                ThemedText {
-                    width: parent.width
-                    text: example.modelData.en
-                    textFormat: Text.StyledText
-                    wrapMode: Text.Wrap
-                    lineHeight: 1.25
-                    Accessible.name: example.modelData.en.replace(/<[^>]*>/g, "")
-                }
-                ThemedText {
-                    width: parent.width
-                    text: example.modelData.cn
-                    color: Theme.secondaryText
-                    font.pixelSize: Theme.bodySize - 1
-                    wrapMode: Text.Wrap
-                    lineHeight: 1.25
-                }
-            }
+        DefinitionText {
+            width: parent.width
+            paragraphs: body.record.examples
         }
     }
 }

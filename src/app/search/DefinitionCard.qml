@@ -14,15 +14,17 @@ Card {
     property string sourceText: ""
     /// The form of the word that was looked up; empty hides it.
     property string askedForm: ""
-    property bool showsAnswers: true
     property bool showsDelete: true
     /// Shows the results of actions and offers to undo a deletion; null shows nothing.
     property Toast toast: null
     readonly property alias word: record.headword
+    readonly property alias record: record
     readonly property alias exists: record.exists
 
     /// The user deleted the word.
     signal deleted(word: string)
+    /// The user wants the deleted word back.
+    signal undone
 
     function pronounce(): void {
         pronunciation.play(record.headword);
@@ -33,12 +35,16 @@ Card {
             card.toast.show(message, "", null);
     }
 
+    function undoRemoval(): void {
+        record.undoRemoval();
+    }
+
     function remove(): void {
         note.finish();
         const word = record.headword;
         const message = record.remove();
         if (card.toast)
-            card.toast.show(message, "撤销", () => record.undoRemoval());
+            card.toast.show(message, "撤销", () => card.undone());
         card.deleted(word);
     }
 
@@ -159,51 +165,6 @@ Card {
         DictionaryAnswers {
             width: parent.width
             card: record
-        }
-        Separator {
-            width: parent.width
-        }
-        Flow {
-            width: parent.width
-            spacing: Theme.unit
-
-            Item {
-                width: status.width
-                height: Theme.controlHeight
-
-                Tag {
-                    id: status
-
-                    anchors.verticalCenter: parent.verticalCenter
-                    text: record.statusText
-                    tint: Theme.badgeColor(record.statusColorName)
-                }
-            }
-            ThemedText {
-                height: Theme.controlHeight
-                role: ThemedText.Caption
-                text: record.memoryText
-                verticalAlignment: Text.AlignVCenter
-            }
-            Row {
-                visible: card.showsAnswers
-                spacing: Theme.unit
-
-                PlainButton {
-                    symbol: "checkmark"
-                    tint: Theme.onTint(Theme.green)
-                    ground: Theme.tint(Theme.green)
-                    text: "记住了"
-                    onClicked: record.answer(true)
-                }
-                PlainButton {
-                    symbol: "xmark"
-                    tint: Theme.onTint(Theme.red)
-                    ground: Theme.tint(Theme.red)
-                    text: "没记住"
-                    onClicked: record.answer(false)
-                }
-            }
         }
         NoteEditor {
             id: note

@@ -1,10 +1,7 @@
 import QtQuick
-import Lexiquill
 
 /// The formatted article of a dictionary. It has no links and loads nothing but the dictionary's pictures.
-ThemedText {
-    textFormat: Text.RichText
-    wrapMode: Text.Wrap
+SelectableText {
+    textFormat: TextEdit.RichText
     clip: true
-    Accessible.name: text.replace(/<[^>]*>/g, " ")
 }

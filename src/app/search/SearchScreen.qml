@@ -7,6 +7,11 @@ import Lexiquill
 FocusScope {
     id: screen
 
+    readonly property DefinitionCard card: cardPlace.children.length > 0 ? cardPlace.children[0] as DefinitionCard : null
+    readonly property bool isFound: session.state === SearchSession.State.Found
+    /// The last deletion on the card can be undone by a key until the user goes on.
+    property bool canUndoDeletion: false
+
     focus: true
 
     function lookUp(word: string): void {
@@ -22,9 +27,51 @@ FocusScope {
         field.selectAll();
     }
 
+    function go(forward: bool): void {
+        if (forward ? session.goForward() : session.goBack())
+            screen.takeKeyboard();
+    }
+
+    function undoDeletion(): void {
+        screen.canUndoDeletion = false;
+        messages.hide();
+        screen.card?.undoRemoval();
+        session.goBack();
+        screen.takeKeyboard();
+    }
+
     Component.onCompleted: {
         if (ContentView.externalSelectedWord !== "")
             screen.lookUp(ContentView.externalSelectedWord);
+    }
+    // Keys that no item has used, for example while a part of the definition is selected.
+    Keys.onPressed: event => {
+        const page = Math.max(Theme.unit, scroll.height - 4 * Theme.unit);
+        const isPlain = (event.modifiers & ~(Qt.ShiftModifier | Qt.KeypadModifier)) === 0;
+        if (event.matches(StandardKey.Undo) && screen.canUndoDeletion)
+            screen.undoDeletion();
+        else if (event.key === Qt.Key_Escape && !field.activeFocus)
+            screen.takeKeyboard();
+        else if (screen.isFound && event.key === Qt.Key_PageDown)
+            scroll.scrollBy(page);
+        else if (screen.isFound && event.key === Qt.Key_PageUp)
+            scroll.scrollBy(-page);
+        else if (screen.isFound && event.key === Qt.Key_Down)
+            scroll.scrollBy(6 * Theme.unit);
+        else if (screen.isFound && event.key === Qt.Key_Up)
+            scroll.scrollBy(-6 * Theme.unit);
+        else if (screen.isFound && event.key === Qt.Key_Home)
+            scroll.scrollBy(-scroll.contentHeight);
+        else if (screen.isFound && event.key === Qt.Key_End)
+            scroll.scrollBy(scroll.contentHeight);
+        else if (!field.activeFocus && isPlain && event.text.trim() !== "" && event.text >= " ") {
+            // Typing goes on in the search field, wherever the pointer has been.
+            field.forceActiveFocus();
+            field.text = event.text;
+        } else {
+            return;
+        }
+        event.accepted = true;
     }
 
     Connections {
@@ -37,6 +84,16 @@ FocusScope {
             screen.lookUp(word);
         }
     }
+    Shortcut {
+        enabled: screen.visible
+        sequence: "Alt+Left"
+        onActivated: screen.go(false)
+    }
+    Shortcut {
+        enabled: screen.visible
+        sequence: "Alt+Right"
+        onActivated: screen.go(true)
+    }
     SearchSession {
         id: session
 
@@ -44,11 +101,18 @@ FocusScope {
             suggestionList.deselect();
             if (field.text !== text)
                 field.text = text;
+            if (text !== "")
+                screen.canUndoDeletion = false;
         }
         onStateChanged: {
             scroll.contentY = 0;
-            if (state === SearchSession.State.Found && card.children.length === 0)
-                definitionCard.createObject(card);
+            if (state === SearchSession.State.Found) {
+                Greeting.dismiss();
+                if (!screen.card) {
+                    definitionCard.createObject(cardPlace);
+                    memoryBar.createObject(memoryPlace);
+                }
+            }
             if (state === SearchSession.State.LookingUp)
                 patience.restart();
             else
@@ -77,18 +141,34 @@ FocusScope {
         onTextChanged: session.text = text
         Keys.onReturnPressed: screen.confirm()
         Keys.onEnterPressed: screen.confirm()
-        Keys.onDownPressed: if (suggestionList.visible)
-            suggestionList.move(1)
-        else
-            scroll.flick(0, -600)
-        Keys.onUpPressed: if (suggestionList.visible)
-            suggestionList.move(-1)
-        else
-            scroll.flick(0, 600)
-        Keys.onEscapePressed: if (suggestionList.selected() !== "")
-            suggestionList.deselect()
-        else
-            clear()
+        Keys.onPressed: event => {
+            // The field would undo its own text, which is the deleted word.
+            if (event.matches(StandardKey.Undo) && screen.canUndoDeletion)
+                screen.undoDeletion();
+            else if (suggestionList.visible && event.key === Qt.Key_Down)
+                suggestionList.move(1);
+            else if (suggestionList.visible && event.key === Qt.Key_Up)
+                suggestionList.move(-1);
+            else if (suggestionList.visible && event.key === Qt.Key_PageDown)
+                suggestionList.move(suggestionList.rowsPerPage);
+            else if (suggestionList.visible && event.key === Qt.Key_PageUp)
+                suggestionList.move(-suggestionList.rowsPerPage);
+            else if (screen.isFound && event.modifiers === Qt.ControlModifier && event.key === Qt.Key_Home)
+                scroll.scrollBy(-scroll.contentHeight);
+            else if (screen.isFound && event.modifiers === Qt.ControlModifier && event.key === Qt.Key_End)
+                scroll.scrollBy(scroll.contentHeight);
+            else
+                return;
+            event.accepted = true;
+        }
+        Keys.onEscapePressed: event => {
+            if (suggestionList.selected() !== "")
+                suggestionList.deselect();
+            else if (text !== "")
+                clear();
+            else
+                event.accepted = false;
+        }
     }
 
     function confirm(): void {
@@ -104,6 +184,14 @@ FocusScope {
         anchors.top: field.bottom
         anchors.bottom: parent.bottom
         anchors.topMargin: Theme.unit
+        // A message covers nothing.
+        anchors.bottomMargin: messages.reservedHeight
+
+        TapHandler {
+            acceptedButtons: Qt.BackButton | Qt.ForwardButton
+            gesturePolicy: TapHandler.ReleaseWithinBounds
+            onTapped: (point, button) => screen.go(button === Qt.ForwardButton)
+        }
 
         Column {
             anchors.horizontalCenter: parent.horizontalCenter
@@ -160,12 +248,21 @@ FocusScope {
                 lineHeight: Theme.lineHeight
             }
         }
+        Loader {
+            id: greeting
+
+            x: 2 * Theme.unit
+            width: parent.width - 4 * Theme.unit
+            active: Greeting.isShown
+            visible: active && session.state === SearchSession.State.Suggesting && field.text === ""
+            source: active ? "GreetingCard.qml" : ""
+        }
 
         ThemedText {
             id: heading
 
             x: 2 * Theme.unit + 12
-            y: missing.visible ? missing.y + missing.height + 2 * Theme.unit : 0
+            y: missing.visible ? missing.y + missing.height + 2 * Theme.unit : greeting.visible ? greeting.height + 2 * Theme.unit : 0
             visible: suggestionList.visible && suggestionList.count > 0 && text !== ""
             role: ThemedText.Caption
             text: missing.visible ? "你要找的是不是" : field.text.trim() === "" ? "最近查询" : ""
@@ -185,33 +282,49 @@ FocusScope {
             onChosen: word => screen.lookUp(word)
         }
         ThemedText {
+            // A text that was pasted may have line breaks.
+            readonly property string typed: field.text.replace(/\s+/g, " ").trim()
+
             anchors.horizontalCenter: parent.horizontalCenter
             y: Math.min(80, parent.height / 4)
-            visible: session.state === SearchSession.State.Suggesting && suggestionList.count === 0
-            text: field.text.trim() === "" ? "查过的单词会出现在这里" : "按回车键查询“" + field.text.trim() + "”"
+            visible: session.state === SearchSession.State.Suggesting && suggestionList.count === 0 && !greeting.visible
+            text: typed === "" ? "查过的单词会出现在这里" : "按回车键查询“" + typed + "”"
             width: Math.min(implicitWidth, parent.width - 4 * Theme.unit)
             elide: Text.ElideMiddle
+            maximumLineCount: 1
             color: Theme.secondaryText
         }
 
         ScrollArea {
             id: scroll
 
-            anchors.fill: parent
-            visible: session.state === SearchSession.State.Found
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.top: parent.top
+            anchors.bottom: memoryPlace.top
+            visible: screen.isFound
 
             Item {
                 width: scroll.contentWidth
-                height: card.height + 3 * Theme.unit
+                height: cardPlace.height + 2 * Theme.unit
 
                 Item {
-                    id: card
+                    id: cardPlace
 
                     x: 2 * Theme.unit
                     width: parent.width - 4 * Theme.unit
                     height: childrenRect.height
                 }
             }
+        }
+        Item {
+            id: memoryPlace
+
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.bottom: parent.bottom
+            height: screen.isFound && children.length > 0 ? children[0].height : 0
+            visible: screen.isFound
         }
     }
 
@@ -226,7 +339,21 @@ FocusScope {
             sourceText: session.sourceText
             askedForm: session.askedForm
             toast: messages
-            onDeleted: session.forget()
+            onDeleted: {
+                session.forget();
+                screen.canUndoDeletion = true;
+                field.forceActiveFocus();
+            }
+            onUndone: screen.undoDeletion()
+        }
+    }
+    Component {
+        id: memoryBar
+
+        MemoryBar {
+            width: parent?.width ?? 0
+            height: implicitHeight
+            record: screen.card.record
         }
     }
     Toast {

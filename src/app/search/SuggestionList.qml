@@ -11,6 +11,7 @@ ListView {
     required property SuggestionModel suggestions
     /// The word that the user selected; rows around it may be inserted and removed.
     property string wanted: ""
+    readonly property int rowsPerPage: Math.max(1, Math.floor(height / 36) - 1)
 
     signal chosen(word: string)
 

@@ -4,6 +4,8 @@
 #include <QRegularExpression>
 #include <QVariantMap>
 
+#include <algorithm>
+
 namespace lexiquill {
 
 namespace {
@@ -33,21 +35,25 @@ QRegularExpression wordPattern(const QString &word) {
         QRegularExpression::CaseInsensitiveOption | QRegularExpression::UseUnicodePropertiesOption);
 }
 
-QString emphasised(const QString &text, const QRegularExpression &pattern) {
+/// The text with the matches of the pattern in bold.
+QList<TextSpan> emphasised(const QString &text, const QRegularExpression &pattern) {
     const QString shown = text.left(maxTextLength);
-    QString styled;
+    QList<TextSpan> spans;
     qsizetype done = 0;
+    const auto add = [&](qsizetype end, TextSpan::Style style) {
+        if (end > done)
+            spans += {shown.sliced(done, end - done), style};
+        done = end;
+    };
     if (pattern.isValid()) {
-        auto matches = pattern.globalMatch(shown);
-        while (matches.hasNext()) {
+        for (auto matches = pattern.globalMatch(shown); matches.hasNext();) {
             const QRegularExpressionMatch match = matches.next();
-            styled += shown.sliced(done, match.capturedStart() - done).toHtmlEscaped();
-            styled += QStringLiteral("<b>") + match.captured().toHtmlEscaped() + QStringLiteral("</b>");
-            done = match.capturedEnd();
+            add(match.capturedStart(), TextSpan::Style::Plain);
+            add(match.capturedEnd(), TextSpan::Style::Strong);
         }
     }
-    styled += shown.sliced(done).toHtmlEscaped();
-    return styled.replace(u'\n', QStringLiteral("<br>"));
+    add(shown.size(), TextSpan::Style::Plain);
+    return spans;
 }
 
 /// The Chinese name; empty if it would only repeat the tag.
@@ -63,6 +69,65 @@ QString shownAbbreviation(const PartOfSpeechGroup &group) {
     return isLatin ? group.posAbbreviation() : group.pos;
 }
 
+/// A short context such as "[U]" stands before the meaning, a longer one above it.
+constexpr qsizetype longestInlineContext = 16;
+/// Senses that are no longer than this and have nothing else stand in one line when there are several.
+constexpr qsizetype longestFlowingSense = 16;
+constexpr qsizetype fewestFlowingSenses = 4;
+
+bool canFlow(const SenseItem &sense) {
+    return sense.examples.isEmpty() && sense.context.value_or(QString()).isEmpty() &&
+           sense.chineseMeaning.size() <= longestFlowingSense && !sense.chineseMeaning.contains(u'\n');
+}
+
+QString numberOf(const SenseItem &sense) {
+    return sense.number ? QString::number(*sense.number) : QString();
+}
+
+/// Several short senses one after the other.
+TextParagraph flowing(const QList<SenseItem> &senses) {
+    TextParagraph paragraph{.kind = TextParagraph::Kind::Senses, .spans = {}};
+    for (const SenseItem &sense : senses) {
+        if (!paragraph.spans.isEmpty())
+            paragraph.spans += {sense.number ? QStringLiteral("\u2003") : QStringLiteral("；")};
+        // The number stays in the line of its sense.
+        if (sense.number)
+            paragraph.spans += {numberOf(sense) + QChar::Nbsp, TextSpan::Style::Number};
+        paragraph.spans += {sense.chineseMeaning};
+    }
+    return paragraph;
+}
+
+TextParagraphs senseParagraphs(const SenseItem &sense, const QRegularExpression &pattern) {
+    const QString context = sense.context.value_or(QString()).left(maxTextLength);
+    const QString meaning = sense.chineseMeaning.left(maxTextLength);
+    const bool isAbove = !context.isEmpty() && context.size() > longestInlineContext && !meaning.isEmpty();
+    TextParagraphs paragraphs;
+    TextParagraph main{.kind = TextParagraph::Kind::Sense, .spans = {}};
+    if (sense.number)
+        main.spans += {numberOf(sense) + u'.', TextSpan::Style::Number};
+    if (isAbove) {
+        main.spans += {context, TextSpan::Style::Quiet};
+        paragraphs += main;
+        main = {.kind = TextParagraph::Kind::Sense, .spans = {}};
+    } else if (!context.isEmpty()) {
+        main.spans += {meaning.isEmpty() ? context : context + u' ', TextSpan::Style::Quiet};
+    }
+    main.spans += {meaning};
+    paragraphs += main;
+    for (const QString &example : sense.examples.first(std::min(maxExamplesPerSense, sense.examples.size())))
+        paragraphs += {.kind = TextParagraph::Kind::Example, .spans = emphasised(example, pattern)};
+    return paragraphs;
+}
+
+/// What a screen reader says of a sense.
+QString spokenSense(const SenseItem &sense) {
+    QStringList parts{numberOf(sense), sense.context.value_or(QString()), sense.chineseMeaning};
+    parts += sense.examples.first(std::min(maxExamplesPerSense, sense.examples.size()));
+    parts.removeAll(QString());
+    return parts.join(u' ').left(maxTextLength);
+}
+
 } // namespace
 
 QString shownPhonetic(const WordRecord &record) {
@@ -72,7 +137,7 @@ QString shownPhonetic(const WordRecord &record) {
     return u'/' + text + u'/';
 }
 
-QString emphasised(const QString &text, const QString &word) {
+QList<TextSpan> emphasised(const QString &text, const QString &word) {
     return emphasised(text, wordPattern(word));
 }
 
@@ -100,37 +165,44 @@ QVariantList definitionRows(const QList<PartOfSpeechGroup> &groups, const QStrin
     const QRegularExpression pattern = wordPattern(word);
     QVariantList rows;
     for (const PartOfSpeechGroup &group : groups) {
-        if (limit <= 0)
-            break;
-        QVariantList senses;
-        for (const SenseItem &sense : group.senses.first(std::min(limit, group.senses.size()))) {
-            QStringList examples;
-            for (const QString &example :
-                 sense.examples.first(std::min(maxExamplesPerSense, sense.examples.size())))
-                examples += emphasised(example, pattern);
-            senses += QVariantMap{
-                {QStringLiteral("number"), sense.number ? QString::number(*sense.number) : QString()},
-                {QStringLiteral("context"), sense.context.value_or(QString()).left(maxTextLength)},
-                {QStringLiteral("meaning"), sense.chineseMeaning.left(maxTextLength)},
-                {QStringLiteral("examples"), examples}};
-        }
+        const QList<SenseItem> senses =
+            group.senses.first(std::min(std::max<qsizetype>(limit, 0), group.senses.size()));
         limit -= senses.size();
-        if (!senses.isEmpty())
-            rows += QVariantMap{{QStringLiteral("abbreviation"), shownAbbreviation(group)},
-                                {QStringLiteral("name"), shownName(group)},
-                                {QStringLiteral("colorName"), partOfSpeechColor(group)},
-                                {QStringLiteral("senses"), senses}};
+        if (senses.isEmpty())
+            continue;
+        TextParagraphs paragraphs;
+        QStringList spoken;
+        for (qsizetype i = 0; i < senses.size();) {
+            const auto end = std::find_if_not(senses.cbegin() + i, senses.cend(), canFlow);
+            const qsizetype count = end - (senses.cbegin() + i);
+            if (count >= fewestFlowingSenses) {
+                paragraphs += flowing(senses.sliced(i, count));
+                i += count;
+            } else {
+                paragraphs += senseParagraphs(senses.at(i++), pattern);
+            }
+        }
+        for (const SenseItem &sense : senses)
+            spoken += spokenSense(sense);
+        rows += QVariantMap{{QStringLiteral("abbreviation"), shownAbbreviation(group)},
+                            {QStringLiteral("name"), shownName(group)},
+                            {QStringLiteral("colorName"), partOfSpeechColor(group)},
+                            {QStringLiteral("paragraphs"), QVariant::fromValue(paragraphs)},
+                            {QStringLiteral("spoken"), spoken}};
     }
     return rows;
 }
 
-QVariantList exampleRows(const QList<ExampleSentence> &examples, const QString &word) {
+TextParagraphs exampleParagraphs(const QList<ExampleSentence> &examples, const QString &word) {
     const QRegularExpression pattern = wordPattern(word);
-    QVariantList rows;
-    for (const ExampleSentence &example : examples.first(std::min(maxExamples, examples.size())))
-        rows += QVariantMap{{QStringLiteral("en"), emphasised(example.en, pattern)},
-                            {QStringLiteral("cn"), example.cn.left(maxTextLength)}};
-    return rows;
+    TextParagraphs paragraphs;
+    for (const ExampleSentence &example : examples.first(std::min(maxExamples, examples.size()))) {
+        paragraphs += {.kind = TextParagraph::Kind::Sentence, .spans = emphasised(example.en, pattern)};
+        if (!example.cn.isEmpty())
+            paragraphs +=
+                {.kind = TextParagraph::Kind::Translation, .spans = {{example.cn.left(maxTextLength)}}};
+    }
+    return paragraphs;
 }
 
 QString plainDefinition(const QString &word, const QString &phonetic, const QList<PartOfSpeechGroup> &groups,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/search/text_paragraph.h"
 #include "model/dictionary_entry.h"
 #include "model/word_record.h"
 
@@ -12,8 +13,8 @@ namespace lexiquill {
 /// none.
 QString shownPhonetic(const WordRecord &record);
 
-/// The text as styled text with the word in bold, also where the word has a usual ending.
-QString emphasised(const QString &text, const QString &word);
+/// The text with the word in bold, also where the word has a usual ending.
+QList<TextSpan> emphasised(const QString &text, const QString &word);
 
 /// The theme's colour name for the tag of a part of speech.
 QString partOfSpeechColor(const PartOfSpeechGroup &group);
@@ -22,12 +23,11 @@ QString partOfSpeechColor(const PartOfSpeechGroup &group);
 qsizetype senseCount(const QList<PartOfSpeechGroup> &groups);
 
 /// The groups with their first `limit` senses as maps for the screens: `abbreviation`, `name` (Chinese, may
-/// be empty), `colorName` and `senses`, each with `number` (text), `context`, `meaning` and `examples`
-/// (styled).
+/// be empty), `colorName`, `paragraphs` (TextParagraphs) and `spoken`, a text for each sense.
 QVariantList definitionRows(const QList<PartOfSpeechGroup> &groups, const QString &word, qsizetype limit);
 
-/// Bilingual examples as maps of `en` (styled) and `cn`.
-QVariantList exampleRows(const QList<ExampleSentence> &examples, const QString &word);
+/// Bilingual examples.
+TextParagraphs exampleParagraphs(const QList<ExampleSentence> &examples, const QString &word);
 
 /// The content as plain text, for the clipboard.
 QString plainDefinition(const QString &word, const QString &phonetic, const QList<PartOfSpeechGroup> &groups,

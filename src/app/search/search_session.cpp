@@ -16,6 +16,7 @@ constexpr qsizetype maxFromWordbook = 6;
 constexpr qsizetype maxSuggestions = 14;
 constexpr qsizetype maxRecent = 30;
 constexpr qsizetype maxNearSpellings = 8;
+constexpr qsizetype maxSeen = 200;
 /// Longer input is a text, not a word or phrase.
 constexpr qsizetype maxSuggestedLength = 64;
 
@@ -115,19 +116,19 @@ void SearchSession::finish(const LookupResult &result) {
     m_askedForm = result.askedForm.value_or(QString());
     if (result.entry) {
         const WordRecord record = m_storage.addOrUpdateSearch(*result.entry);
-        m_wordId = record.id.toString(QUuid::WithoutBraces);
-        m_headword = record.word;
-        m_sourceText = QStringLiteral("来源：") + plainTitle(result.actualMode);
-        setState(State::Found);
+        see({.record = record.id,
+             .headword = record.word,
+             .askedForm = m_askedForm,
+             .sourceText = QStringLiteral("来源：") + plainTitle(result.actualMode)});
         return;
     }
     // A word found earlier is still in the wordbook, even if no source finds it this time.
     if (const qsizetype known = indexOfWord(m_storage.words(), wordKey(m_word)); known >= 0) {
         const WordRecord &record = m_storage.words().at(known);
-        m_wordId = record.id.toString(QUuid::WithoutBraces);
-        m_headword = record.word;
-        m_sourceText = QStringLiteral("来源：生词本");
-        setState(State::Found);
+        see({.record = record.id,
+             .headword = record.word,
+             .askedForm = m_askedForm,
+             .sourceText = QStringLiteral("来源：生词本")});
         return;
     }
     const QString offline = plainTitle(DictionarySourceMode::AppleOffline);
@@ -143,6 +144,56 @@ void SearchSession::finish(const LookupResult &result) {
             return offline.nearSpellings(word, maxNearSpellings, stop);
         },
         Suggestion::Origin::Spelling);
+}
+
+/// Shows a word that has just been found, and adds it to the words seen.
+void SearchSession::see(const SeenWord &word) {
+    if (m_place < 0 || m_seen.at(m_place).headword != word.headword) {
+        m_seen.resize(m_place + 1);
+        m_seen += word;
+        if (m_seen.size() > maxSeen)
+            m_seen.removeFirst();
+        m_place = m_seen.size() - 1;
+    } else {
+        m_seen[m_place] = word;
+    }
+    show(word);
+}
+
+void SearchSession::show(const SeenWord &word) {
+    m_wordId = word.record.toString(QUuid::WithoutBraces);
+    m_headword = word.headword;
+    m_askedForm = word.askedForm;
+    m_sourceText = word.sourceText;
+    setState(State::Found);
+}
+
+bool SearchSession::goBack() {
+    // While no word is shown, the last one seen is one step back.
+    return showSeen(m_state == State::Found ? m_place - 1 : m_place, -1);
+}
+
+bool SearchSession::goForward() {
+    return showSeen(m_place + 1, 1);
+}
+
+/// Shows the word seen at a place, or the next one in a direction that is still in the wordbook.
+bool SearchSession::showSeen(qsizetype place, qsizetype step) {
+    for (; place >= 0 && place < m_seen.size(); place += step) {
+        SeenWord &word = m_seen[place];
+        const qsizetype index = indexOfWord(m_storage.words(), word.record, word.headword);
+        if (index < 0)
+            continue;
+        word.record = m_storage.words().at(index).id;
+        abandon();
+        m_place = place;
+        m_word = word.headword;
+        m_text = word.headword;
+        Q_EMIT textChanged();
+        show(word);
+        return true;
+    }
+    return false;
 }
 
 void SearchSession::setState(State state) {
@@ -198,6 +249,7 @@ void SearchSession::suggest() {
 }
 
 void SearchSession::suggestRecent() {
+    m_stop.request_stop();
     QList<Suggestion> suggestions;
     for (const WordRecord *record : best(
              m_storage.words(), maxRecent, [](const WordRecord &) { return true; },

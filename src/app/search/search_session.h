@@ -5,8 +5,10 @@
 #include "support/background_task.h"
 #include "support/cancellation.h"
 
+#include <QList>
 #include <QObject>
 #include <QQmlEngine>
+#include <QUuid>
 
 #include <functional>
 #include <memory>
@@ -62,6 +64,10 @@ public:
     Q_INVOKABLE void lookUp(const QString &word);
     /// Call this after the found word has been deleted from the wordbook.
     Q_INVOKABLE void forget();
+    /// Shows the word seen before or after the present one, without looking it up again. Words that are no
+    /// longer in the wordbook are passed over. False when there is none.
+    Q_INVOKABLE bool goBack();
+    Q_INVOKABLE bool goForward();
 
 Q_SIGNALS:
     void textChanged();
@@ -70,8 +76,18 @@ Q_SIGNALS:
 private:
     using Search = std::function<QStringList(const std::stop_token &stop)>;
 
+    struct SeenWord {
+        QUuid record;
+        QString headword;
+        QString askedForm;
+        QString sourceText;
+    };
+
     QCoro::Task<> ask(QString word, std::stop_token stop);
     void finish(const LookupResult &result);
+    void see(const SeenWord &word);
+    void show(const SeenWord &word);
+    bool showSeen(qsizetype place, qsizetype step);
     void setState(State state);
     void abandon();
     void suggest();
@@ -93,6 +109,8 @@ private:
     QString m_askedForm;
     QString m_sourceText;
     QString m_missingText;
+    QList<SeenWord> m_seen;
+    qsizetype m_place = -1; ///< of the last word shown among those seen
     std::unique_ptr<Cancellation> m_cancellation;
     std::stop_source m_stop;
     BackgroundQueue m_queue;

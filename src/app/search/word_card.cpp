@@ -72,7 +72,7 @@ void WordCard::show(std::optional<WordRecord> record) {
 
 void WordCard::describe() {
     m_groups = m_record ? definitionRows(m_record->posGroups, m_record->word, m_senseLimit) : QVariantList();
-    m_examples = m_record ? exampleRows(m_record->examples, m_record->word) : QVariantList();
+    m_examples = m_record ? exampleParagraphs(m_record->examples, m_record->word) : TextParagraphs();
     findArticle();
     Q_EMIT contentChanged();
 }

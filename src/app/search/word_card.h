@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/search/text_paragraph.h"
 #include "app/wordbook/word_deletions.h"
 #include "model/word_record.h"
 #include "support/cancellation.h"
@@ -29,7 +30,9 @@ class WordCard : public QObject {
     Q_PROPERTY(QVariantList groups READ groups NOTIFY contentChanged)
     /// Number of senses that are not in `groups` yet; see showMore().
     Q_PROPERTY(int hiddenSenses READ hiddenSenses NOTIFY contentChanged)
-    Q_PROPERTY(QVariantList examples READ examples NOTIFY contentChanged)
+    /// A TextParagraphs value.
+    Q_PROPERTY(QVariant examples READ examples NOTIFY contentChanged)
+    Q_PROPERTY(bool hasExamples READ hasExamples NOTIFY contentChanged)
     /// The source's text; empty when there is anything better.
     Q_PROPERTY(QString rawText READ rawText NOTIFY contentChanged)
     /// The article of the dictionary as rich text, instead of the text of a source without structure.
@@ -50,7 +53,8 @@ public:
     QString phonetic() const;
     const QVariantList &groups() const { return m_groups; }
     int hiddenSenses() const;
-    const QVariantList &examples() const { return m_examples; }
+    QVariant examples() const { return QVariant::fromValue(m_examples); }
+    bool hasExamples() const { return !m_examples.isEmpty(); }
     QString rawText() const;
     const QString &article() const { return m_article; }
     QString statusText() const;
@@ -92,7 +96,7 @@ private:
     std::optional<WordRecord> m_record;
     WordDeletions m_deletions;
     QVariantList m_groups;
-    QVariantList m_examples;
+    TextParagraphs m_examples;
     qsizetype m_senseLimit = 0;
     QString m_article;
     std::unique_ptr<Cancellation> m_articleSearch;

@@ -23,6 +23,15 @@ Window {
             toast.show(message, "", null);
     }
 
+    /// Tells what the other source does, and how to go back.
+    function tellOfSource(): void {
+        const mode = DictionaryService.currentMode;
+        const message = mode === Lexiquill.YoudaoOnline ? "先查在线词典，查不到再查本地词典" : "只查本地词典，查词时不联网";
+        toast.show("已切换到" + ContentView.sourceTitle(mode) + "：" + message, "撤销", () => {
+            DictionaryService.currentMode = mode === Lexiquill.YoudaoOnline ? Lexiquill.AppleOffline : Lexiquill.YoudaoOnline;
+        });
+    }
+
     title: "Lexiquill"
     width: 880
     height: 600
@@ -40,6 +49,11 @@ Window {
 
         anchors.fill: parent
         focus: true
+        // No item has used it, so there is nothing else to close.
+        Keys.onEscapePressed: event => {
+            event.accepted = ContentView.selectedTab !== ContentView.TabItem.Dictionary;
+            ContentView.selectedTab = ContentView.TabItem.Dictionary;
+        }
 
         Sidebar {
             id: sidebar
@@ -50,6 +64,7 @@ Window {
             isCollapsed: window.isNarrow
             onUpdateCheckRequested: window.checkForUpdates()
             onCloseRequested: window.close()
+            onSourceSwitched: window.tellOfSource()
         }
         Item {
             id: detail
@@ -58,6 +73,8 @@ Window {
             anchors.right: parent.right
             anchors.top: parent.top
             anchors.bottom: parent.bottom
+            // A message covers nothing.
+            anchors.bottomMargin: toast.reservedHeight
 
             ScreenLoader {
                 tab: ContentView.TabItem.Dictionary
@@ -68,6 +85,8 @@ Window {
                 screen: "review/WeeklyReviewScreen.qml"
             }
             ScreenLoader {
+                id: wordbook
+
                 tab: ContentView.TabItem.History
                 screen: "wordbook/WordbookScreen.qml"
             }
@@ -167,8 +186,19 @@ Window {
         onActivated: sidebar.openMenu()
     }
     Shortcut {
+        // The filter of the wordbook comes first there.
+        sequence: "Ctrl+F"
+        onActivated: if (ContentView.selectedTab !== ContentView.TabItem.History || !(wordbook.item as WordbookScreen)?.takeKeyboard())
+            ContentView.postFocusSearchInput()
+    }
+    Shortcut {
+        // Text fields take it themselves.
+        sequence: "/"
+        onActivated: ContentView.postFocusSearchInput()
+    }
+    Shortcut {
         sequence: "Ctrl+1"
-        onActivated: ContentView.selectedTab = ContentView.TabItem.Dictionary
+        onActivated: ContentView.postFocusSearchInput()
     }
     Shortcut {
         sequence: "Ctrl+2"

@@ -14,6 +14,8 @@ Rectangle {
 
     signal updateCheckRequested
     signal closeRequested
+    /// The user has switched the dictionary source.
+    signal sourceSwitched
 
     function openMenu(): void {
         if (!sidebar.menu)
@@ -71,7 +73,10 @@ Rectangle {
             symbol: ContentView.sourceIconName(DictionaryService.currentMode)
             text: ContentView.sourceTitle(DictionaryService.currentMode)
             help: "词典数据源切换：有道在线词典 (默认，带发音与例句) / 苹果本地离线词典"
-            onClicked: DictionaryService.currentMode = DictionaryService.currentMode === Lexiquill.YoudaoOnline ? Lexiquill.AppleOffline : Lexiquill.YoudaoOnline
+            onClicked: {
+                DictionaryService.currentMode = DictionaryService.currentMode === Lexiquill.YoudaoOnline ? Lexiquill.AppleOffline : Lexiquill.YoudaoOnline;
+                sidebar.sourceSwitched();
+            }
         }
         SidebarRow {
             width: parent.width

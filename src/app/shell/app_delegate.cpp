@@ -29,7 +29,8 @@ AppDelegate::AppDelegate(Services &services, ContentView &content, DictionaryImp
       m_imports(imports),
       m_appearance(appearance),
       m_windows(*this, content),
-      m_windowDelegate(*this) {}
+      m_windowDelegate(*this),
+      m_place(services.defaults) {}
 
 AppDelegate *AppDelegate::create(QQmlEngine *, QJSEngine *) {
     return lent(AppContext::current().delegate());
@@ -53,10 +54,12 @@ void AppDelegate::applicationDidFinishLaunching() {
 
 void AppDelegate::applicationDidBecomeActive() {
     enforceSingleWindowPolicy();
-    // Leave the focus in a text field, so that the user can go on typing there.
-    const QQuickWindow *const window = mainWindow();
-    if (window == nullptr || !m_windows.isEditableTextField(window->activeFocusItem()))
-        m_services.hotKeys.focusSearchField();
+    // A note that is being typed keeps the keyboard.
+    QQuickItem *const focused = m_mainWindow ? m_mainWindow->activeFocusItem() : nullptr;
+    if (ApplicationWindows::isNoteEditor(focused))
+        return;
+    ApplicationWindows::selectText(focused);
+    m_services.hotKeys.focusSearchField();
 }
 
 void AppDelegate::applicationShouldHandleReopen(const ActivationTokens &tokens) {
@@ -85,6 +88,10 @@ void AppDelegate::enforceSingleWindowPolicy() {
         m_mainWindow->installEventFilter(&m_windowDelegate);
 }
 
+void AppDelegate::restoreMainWindow() {
+    m_place.restore(*m_mainWindow);
+}
+
 void AppDelegate::showMainWindow() {
     if (m_mainWindow->isVisible())
         return;
@@ -94,7 +101,10 @@ void AppDelegate::showMainWindow() {
 }
 
 void AppDelegate::windowWillHide(const QQuickWindow &window) {
-    if (&window == m_mainWindow && window.windowStates() == Qt::WindowNoState)
+    if (&window != m_mainWindow)
+        return;
+    m_place.save();
+    if (window.windowStates() == Qt::WindowNoState)
         m_hiddenPosition = window.framePosition();
 }
 
@@ -153,6 +163,7 @@ void AppDelegate::reopen(const ActivationTokens &tokens) {
 }
 
 void AppDelegate::terminate() {
+    m_place.save();
     StorageManager &storage = m_services.storage;
     if (storage.hasUnsavedChanges())
         storage.saveData();

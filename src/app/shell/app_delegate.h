@@ -3,6 +3,7 @@
 #include "app/shell/application_windows.h"
 #include "app/shell/dictionary_service_provider.h"
 #include "app/shell/main_window_delegate.h"
+#include "app/shell/window_place.h"
 #include "platform/application_endpoint.h"
 #include "platform/color_scheme.h"
 #include "storage/wordbook_watcher.h"
@@ -40,6 +41,8 @@ public:
     /// The main window; null before there is one. It exists until the process ends.
     QQuickWindow *mainWindow() const { return m_mainWindow; }
     void setMainWindow(QQuickWindow *window) { m_mainWindow = window; }
+    /// Gives the main window the size and place that it had when the program ended.
+    void restoreMainWindow();
 
     /// To be called once, when the window has been made.
     void applicationDidFinishLaunching();
@@ -76,6 +79,7 @@ private:
     QPointer<QQuickWindow> m_mainWindow;
     ApplicationWindows m_windows;
     MainWindowDelegate m_windowDelegate;
+    WindowPlace m_place;
     DictionaryServiceProvider m_provider{[this](const QString &text) {
         performLookup(text);
     }};

@@ -140,8 +140,22 @@ bool ApplicationWindows::isEditableTextField(QObject *view) const {
 }
 
 void ApplicationWindows::makeFirstResponder(QObject *view) {
-    if (auto *const item = qobject_cast<QQuickItem *>(view))
-        item->forceActiveFocus(Qt::ActiveWindowFocusReason);
+    auto *const item = qobject_cast<QQuickItem *>(view);
+    // What has been typed there meanwhile must not be selected, or else the next key replaces it.
+    if (item == nullptr || item->hasActiveFocus())
+        return;
+    item->forceActiveFocus(Qt::ActiveWindowFocusReason);
+    selectText(item);
+}
+
+void ApplicationWindows::selectText(QQuickItem *item) {
+    if (item != nullptr && item->inherits("QQuickTextInput"))
+        QMetaObject::invokeMethod(item, "selectAll");
+}
+
+bool ApplicationWindows::isNoteEditor(const QQuickItem *item) {
+    return item != nullptr && item->inherits("QQuickTextEdit") &&
+           item->property("readOnly") == QVariant(false);
 }
 
 } // namespace lexiquill

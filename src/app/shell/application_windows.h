@@ -5,6 +5,8 @@
 
 #include <QWindow>
 
+class QQuickItem;
+
 namespace lexiquill {
 
 class AppDelegate;
@@ -44,7 +46,13 @@ public:
     QObject *keyWindowContent() const override;
     QList<QObject *> subviews(QObject *view) const override;
     bool isEditableTextField(QObject *view) const override;
+    /// Also selects the text of the field if that did not have the keyboard, so that typing replaces it.
     void makeFirstResponder(QObject *view) override;
+
+    /// Selects the text of a one-line field; does nothing for other items.
+    static void selectText(QQuickItem *item);
+    /// Whether the item is an editable text of several lines.
+    static bool isNoteEditor(const QQuickItem *item);
 
 private:
     AppDelegate &m_delegate;

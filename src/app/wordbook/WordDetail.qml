@@ -9,6 +9,7 @@ ScrollArea {
 
     property string wordId: ""
     property Toast toast: null
+    readonly property WordCard record: definition.record
 
     signal deleteRequested
 

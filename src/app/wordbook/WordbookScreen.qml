@@ -29,6 +29,15 @@ FocusScope {
         list.showCurrent();
     }
 
+    /// Moves the keyboard to the filter; false if it is there already.
+    function takeKeyboard(): bool {
+        const hadKeyboard = search.activeFocus;
+        screen.showsDetail = false;
+        search.forceActiveFocus();
+        search.selectAll();
+        return !hadKeyboard;
+    }
+
     function showList(): void {
         screen.showsDetail = false;
         list.forceActiveFocus();
@@ -42,9 +51,7 @@ FocusScope {
     focus: true
     Keys.onPressed: event => {
         if (event.matches(StandardKey.Find)) {
-            screen.showsDetail = false;
-            search.forceActiveFocus();
-            search.selectAll();
+            screen.takeKeyboard();
         } else if (event.matches(StandardKey.Undo)) {
             screen.undo();
         } else if (event.key === Qt.Key_Escape && screen.isDetailLevel) {
@@ -275,15 +282,27 @@ FocusScope {
             onClicked: screen.showList()
         }
         WordDetail {
+            id: word
+
             anchors.left: parent.left
             anchors.right: parent.right
             anchors.top: back.visible ? back.bottom : parent.top
             anchors.topMargin: back.visible ? Theme.unit : 2 * Theme.unit
-            anchors.bottom: parent.bottom
+            anchors.bottom: memory.visible ? memory.top : parent.bottom
             visible: words.selectedId !== ""
             wordId: words.selectedId
             toast: toast
             onDeleteRequested: screen.deleteSelected()
+        }
+        MemoryBar {
+            id: memory
+
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.leftMargin: -2 * Theme.unit
+            anchors.bottom: parent.bottom
+            record: word.record
+            visible: word.visible && record.exists
         }
         EmptyHint {
             anchors.centerIn: parent
