@@ -54,6 +54,11 @@ void AppDelegate::applicationDidFinishLaunching() {
 
 void AppDelegate::applicationDidBecomeActive() {
     enforceSingleWindowPolicy();
+    // The window gets its focus back only after the application has become active.
+    QTimer::singleShot(0, this, &AppDelegate::takeKeyboard);
+}
+
+void AppDelegate::takeKeyboard() {
     // A note that is being typed keeps the keyboard.
     QQuickItem *const focused = m_mainWindow ? m_mainWindow->activeFocusItem() : nullptr;
     if (ApplicationWindows::isNoteEditor(focused))

@@ -69,6 +69,7 @@ public:
 private:
     void open(const QStringList &urls, const ActivationTokens &tokens);
     void activateAction(const QString &name, const QString &parameter, const ActivationTokens &tokens);
+    void takeKeyboard();
     void performLookup(const QString &text);
     void reopen(const ActivationTokens &tokens);
 
