@@ -20,6 +20,14 @@ ScreenTest {
         }
     }
 
+    Component {
+        id: reviewSection
+
+        ReviewSection {
+            width: 400
+        }
+    }
+
     /// Clicks when the layout is complete.
     function click(parent: Item, name: string): void {
         const item = named(parent, name);
@@ -49,6 +57,29 @@ ScreenTest {
     function type(text: string): void {
         for (const letter of text)
             keyClick(letter);
+    }
+
+    function test_a_chosen_round_size() {
+        Preferences.roundSize = 2;
+        const screen = open();
+        tryVerify(() => named(screen, "0 / 2") !== null);
+        const section = createTemporaryObject(reviewSection, tests);
+        const box = find(section, item => item instanceof ChoiceBox);
+        compare(box.displayText, "2 张");
+        box.forceActiveFocus();
+        keyClick(Qt.Key_Down);
+        compare(Preferences.roundSize, 10);
+        compare(box.displayText, "10 张");
+        compare(box.count, 6);
+        screen.forceActiveFocus();
+        for (let i = 0; i < 2; ++i) {
+            keyClick(Qt.Key_Space);
+            verify(named(screen, i + " / 2") !== null);
+            keyClick(Qt.Key_1);
+        }
+        verify(named(screen, "还有 3 词到期") !== null && hasKeyboard("继续复习 3 词"));
+        keyClick(Qt.Key_Z, Qt.ControlModifier);
+        keyClick(Qt.Key_Z, Qt.ControlModifier);
     }
 
     function test_a_round_with_the_keyboard() {

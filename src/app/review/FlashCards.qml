@@ -42,9 +42,12 @@ FocusScope {
         cards.takeKeyboard();
     }
 
-    // The item that had the keyboard may be hidden now.
+    // The item that had the keyboard may be hidden now. The answer that a spelling suggests is marked.
     function takeKeyboard(): void {
-        cards.mainItem.focus = true;
+        if (cards.activeFocus && attempt.isMade)
+            cards.mainItem.forceActiveFocus(Qt.TabFocusReason);
+        else
+            cards.mainItem.focus = true;
     }
 
     function pronounce(isWanted: bool): void {

@@ -8,6 +8,17 @@ Rectangle {
     id: result
 
     required property SpellingAttempt attempt
+    /// What the marks of the letters mean.
+    readonly property string legend: {
+        if (attempt.isRight)
+            return "拼写正确";
+        const texts = [];
+        if (attempt.pieces.some(piece => piece.isExtra))
+            texts.push("删除线：写错或多写");
+        if (attempt.pieces.some(piece => piece.isMissing))
+            texts.push("下划线：漏写");
+        return texts.join("；");
+    }
     readonly property color tint: attempt.isRight ? Theme.green : Theme.orange
 
     implicitHeight: content.implicitHeight + 2 * Theme.unit
@@ -59,7 +70,7 @@ Rectangle {
         ThemedText {
             width: parent.width
             role: ThemedText.Caption
-            text: result.attempt.isRight ? "拼写正确" : "删除线：写错或多写；下划线：漏写"
+            text: result.legend
             wrapMode: Text.Wrap
             Accessible.ignored: true
         }
