@@ -234,6 +234,8 @@ private Q_SLOTS:
             happier, happily, 快乐  | happy   | ____, ____, 快乐
             She gave it up.         | give up | She ____ it ____.
             (give sth up) 放弃      | give sth up | (____ sth ____) 放弃
+            make up his mind        | make up one's mind | ____ ____ his ____
+            something new           | something | ____ new
             Up to you. Give it to me | give up | Up to you. Give it to me
             a pineapple             | apple   | a pineapple
             cafe 或 Café            | café    | ____ 或 ____

@@ -7,6 +7,7 @@ Item {
     id: controls
 
     required property ReviewSession session
+    required property SpellingAttempt attempt
     required property bool asksSpelling
     readonly property bool isAsking: session.state === ReviewSession.State.Asking
     readonly property bool isRevealed: session.state === ReviewSession.State.Revealed
@@ -90,6 +91,7 @@ Item {
             answer: "记住了"
             nextReview: controls.session.ifRemembered
             key: "1"
+            result: controls.attempt.spoken
             onClicked: controls.session.answer(true)
         }
         AnswerButton {
@@ -101,6 +103,7 @@ Item {
             answer: "没记住"
             nextReview: controls.session.ifForgotten
             key: "2"
+            result: controls.attempt.spoken
             onClicked: controls.session.answer(false)
         }
     }

@@ -173,6 +173,7 @@ FocusScope {
         anchors.bottomMargin: 2 * Theme.unit
         visible: cards.isRunning
         session: session
+        attempt: attempt
         asksSpelling: cards.asksSpelling
         onSpelled: text => {
             attempt.make(text, session.word);

@@ -19,7 +19,7 @@ constexpr qsizetype longestPhonetic = 200;
 /// Longer headwords are blanked only as they are written.
 constexpr qsizetype mostWords = 12;
 /// The number of words that may stand between two words of a phrase.
-constexpr qsizetype widestGap = 3;
+constexpr qsizetype widestGap = 4;
 constexpr qsizetype shortestStem = 4;
 
 /// Without case and accents.
@@ -31,17 +31,18 @@ QString folded(const QString &text) {
 
 /// The words in Latin letters.
 QRegularExpressionMatchIterator latinWords(const QString &text) {
-    static const QRegularExpression words(QStringLiteral("(?:\\p{Latin}\\p{M}*|\\d)+"),
+    static const QRegularExpression words(QStringLiteral("(?:\\p{Latin}\\p{M}*+|\\d)++"),
                                           QRegularExpression::UseUnicodePropertiesOption);
     return words.globalMatch(text);
 }
 
-/// "sb" and the like stand for any words.
-bool isPlaceholder(const QString &word) {
-    static const QStringList placeholders{QStringLiteral("sb"), QStringLiteral("sth"),
-                                          QStringLiteral("somebody"), QStringLiteral("something"),
-                                          QStringLiteral("someone")};
-    return placeholders.contains(word);
+/// The phrase without the parts that stand for other words: "make up mind" for "make up one's mind".
+QString withoutPlaceholders(const QString &phrase) {
+    static const QRegularExpression placeholders(
+        QStringLiteral("(?<!\\w)(?:one['’]s|oneself|(?:sb|sth|somebody|someone|something)(?:['’]s)?)(?!\\w)"),
+        QRegularExpression::CaseInsensitiveOption | QRegularExpression::UseUnicodePropertiesOption);
+    const QString words = QString(phrase).remove(placeholders).trimmed();
+    return words.isEmpty() ? phrase : words;
 }
 
 /// Puts blanks in the place of one word or phrase.
@@ -52,12 +53,9 @@ public:
                                                      QRegularExpression::UseUnicodePropertiesOption);
         if (m_word.contains(otherLetters))
             return;
-        auto words = latinWords(m_word);
-        while (words.hasNext() && m_parts.size() <= mostWords) {
-            const QString part = folded(words.next().captured());
-            if (!isPlaceholder(part))
-                m_parts += part;
-        }
+        auto words = latinWords(withoutPlaceholders(m_word));
+        while (words.hasNext() && m_parts.size() <= mostWords)
+            m_parts += folded(words.next().captured());
         m_forms.resize(m_parts.size());
     }
 
