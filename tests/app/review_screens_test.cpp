@@ -1,6 +1,9 @@
 #include "app/review/review_session.h"
+#include "app/review/spelling_comparison.h"
 #include "app/review/weekly_plan_model.h"
 #include "app/review/weekly_review.h"
+#include "app/search/word_blanks.h"
+#include "app/search/word_card.h"
 #include "app/test_services.h"
 #include "e2e/program.h"
 #include "model/record_codec.h"
@@ -37,6 +40,7 @@ public:
               [this] { return now; }, [] { return Calendar{QTimeZone::utc()}; }) {}
 
     StorageManager &store() { return services.storage(); }
+    QUuid id(const QString &word) { return store().words().at(indexOfWord(store().words(), word)).id; }
     void search(const char *text) {
         store().addOrUpdateSearch({.headword = QString::fromLatin1(text), .posGroups = {}, .rawText = {}});
     }
@@ -45,13 +49,28 @@ public:
     TestServices services;
 };
 
-/// The state of a round, e.g. "asking pear 1/3".
+/// The state of the rounds, e.g. "asking pear 1/3 practice" or, without a card, "finished 3/3 due 0 rest 1".
 QString stateOf(const ReviewSession &session) {
     const QString state = QString::fromLatin1(
         QMetaEnum::fromType<ReviewSession::State>().valueToKey(static_cast<int>(session.state())));
-    return u"%1 %2 %3/%4"_s.arg(state.toLower(), session.word().isEmpty() ? u"-"_s : session.word())
-        .arg(session.position())
-        .arg(session.count());
+    QString text = u"%1 %2 %3/%4"_s.arg(state.toLower(), session.word())
+                       .arg(session.position())
+                       .arg(session.count())
+                       .simplified();
+    if (session.state() == ReviewSession::State::Empty || session.state() == ReviewSession::State::Finished)
+        text += u" due %1 rest %2"_s.arg(session.dueLeft()).arg(session.restLeft());
+    return session.isPractice() ? text + u" practice"_s : text;
+}
+
+QString markedText(const SpellingComparison &comparison) {
+    QString text;
+    for (const SpellingPiece &piece : comparison.pieces) {
+        if (piece.kind == SpellingPiece::Kind::Right)
+            text += piece.text;
+        else
+            text += (piece.kind == SpellingPiece::Kind::Extra ? u"[-"_s : u"[+"_s) + piece.text + u']';
+    }
+    return text;
 }
 
 QString wordsOf(const WeeklyPlanModel &model) {
@@ -76,22 +95,34 @@ private Q_SLOTS:
             two answers taken back         | show yes show no undo undo | revealed pear 0/3
             taken back at the end          | show no show no show no undo | revealed plum 2/3
             a word deleted elsewhere       | show yes -apple     | asking plum 2/3
+            a word reviewed elsewhere      | show yes !apple     | asking plum 2/3
             taken back, but deleted        | show yes -pear undo | asking apple 1/3
             a new word waits for the next round | show yes +fig  | asking apple 1/3
-            ended early                    | show yes finish     | finished apple 1/3
-            the forgotten ones again       | show no show yes show no forgotten show yes | asking plum 1/2
-            the next round of the day      | show yes start      | asking apple 0/2
-            everything once more           | show yes show yes show yes all | asking pear 0/3
-            nothing left today             | show yes show yes show yes start | empty - 0/0
-            the next day                   | show no show no show no day | asking pear 0/3)");
+            ended early                    | show yes finish     | finished apple 1/3 due 2 rest 1
+            a round has a size             | 2 start show yes show yes | finished 2/2 due 1 rest 1
+            the next due words             | 2 start show yes show yes start | asking plum 0/1
+            the rest of the plan           | show yes show yes show yes rest | asking kiwi 0/1
+            the rest once a day            | show yes show yes show yes rest show no | finished 1/1 due 0 rest 0
+            the forgotten ones again       | show no show yes show no forgotten show yes | asking plum 1/2 practice
+            a practice answer taken back   | show no finish forgotten show yes undo | revealed pear 0/1 practice
+            the round once more            | show yes show yes show yes again | asking pear 0/3 practice
+            the words of the day once more | show yes show yes show yes start again | asking plum 0/3 practice
+            nothing left today             | show yes show yes show yes start | empty 0/0 due 0 rest 1
+            the next day                   | show no show no show no day | asking pear 0/4
+            words become due               | show no show no show no start later | asking pear 0/4)");
     }
     void rounds() {
         QFETCH(const QStringList, cells);
-        Wordbook wordbook;
+        // One has been reviewed today and is due again, and one is due tomorrow.
+        WordRecord plum = wordRecord(u"plum"_s, 1);
+        plum.lastReviewDate = start;
+        Wordbook wordbook(
+            {wordRecord(u"kiwi"_s, -1), plum, wordRecord(u"apple"_s, 2), wordRecord(u"pear"_s, 3, 2)});
         ReviewSession session(wordbook.services);
-        QCOMPARE(stateOf(session), u"empty - 0/0"_s);
+        QCOMPARE(stateOf(session), u"empty 0/0 due 0 rest 0"_s);
         session.setActive(true);
         for (const QString &step : cells[1].split(u' ', Qt::SkipEmptyParts)) {
+            const QString word = step.sliced(1);
             if (step == u"show")
                 session.reveal();
             else if (step == u"yes" || step == u"no")
@@ -101,39 +132,135 @@ private Q_SLOTS:
             else if (step == u"finish")
                 session.finish();
             else if (step == u"forgotten")
-                session.startWithForgotten();
-            else if (step == u"start" || step == u"all")
-                session.start(step == u"all");
-            else if (step == u"day") {
-                session.setActive(false);
+                session.practiseForgotten();
+            else if (step == u"again")
+                session.practiseAgain();
+            else if (step == u"rest")
+                session.startWithRest();
+            else if (step == u"start")
+                session.start();
+            else if (step == u"day" || step == u"later") {
+                session.setActive(step == u"later");
                 wordbook.now = wordbook.now.adding(secondsPerDay);
-                wordbook.services.plan().refreshWeeklyPlan();
                 session.setActive(true);
+                session.follow();
             } else if (step.startsWith(u'-'))
-                wordbook.store().deleteWord(step.sliced(1));
+                wordbook.store().deleteWord(word);
+            else if (step.startsWith(u'!'))
+                wordbook.store().recordReview(wordbook.id(word), ReviewFeedback::Forgot);
+            else if (step.startsWith(u'+'))
+                wordbook.search(word.toLatin1().constData());
             else
-                wordbook.search(step.sliced(1).toLatin1().constData());
+                session.setRoundSize(step.toInt());
         }
         QCOMPARE(stateOf(session), cells[2]);
         QCOMPARE(session.canUndo(), session.rememberedCount() + session.forgottenCount() > 0);
     }
 
-    void cards() {
+    void practiceChangesNothing() {
+        Wordbook wordbook;
+        const QList<WordRecord> before = wordbook.store().words();
+        const QByteArray file = readFile(wordbook.store().storageFile());
+        ReviewSession session(wordbook.services);
+        session.setActive(true);
+        const QString pear = wordbook.id(u"pear"_s).toString(QUuid::WithoutBraces);
+        const QString plum = wordbook.id(u"plum"_s).toString(QUuid::WithoutBraces);
+        session.practise({plum, pear, QUuid::createUuid().toString(), u"x"_s, plum});
+        QVERIFY(session.ifRemembered().isEmpty() && session.ifForgotten().isEmpty());
+        session.setActive(false);
+        session.setActive(true); // still the practice
+        for (const bool isRemembered : {true, false}) {
+            session.reveal();
+            session.answer(isRemembered);
+        }
+        QCOMPARE(stateOf(session), u"finished 2/2 due 3 rest 0 practice"_s);
+        QCOMPARE(session.forgottenWords(), QStringList{u"pear"_s});
+        QVERIFY(wordbook.store().areStill(before));
+        QCOMPARE(readFile(wordbook.store().storageFile()), file);
+    }
+
+    void nextReviews_data() {
+        addRows(R"(
+            0  | 0  | 1 天后  | 1 天后
+            1  | 1  | 6 天后  | 1 天后
+            2  | 6  | 15 天后 | 1 天后
+            4  | 20 | 已掌握  | 1 天后)");
+    }
+    void nextReviews() {
+        QFETCH(const QStringList, cells);
         WordRecord word = wordRecord(u"set"_s, 0);
-        QList<SenseItem> senses(50);
-        senses[0] = {.number = 1, .context = u"网球"_s, .chineseMeaning = u"一盘"_s};
-        word.posGroups = {PartOfSpeechGroup::named(u"noun"_s, senses),
-                          PartOfSpeechGroup::named(u"verb"_s, senses)};
-        word.intervalDays = 6;
+        word.repetitionCount = cells[0].toInt();
+        word.intervalDays = cells[1].toInt();
         Wordbook wordbook({word});
         ReviewSession session(wordbook.services);
         session.setActive(true);
-        QCOMPARE(session.memory(), u"今天待复习 · 间隔 6 天 · 查过 1 次"_s);
-        const QVariantList groups = session.groups();
-        QCOMPARE(groups.size(), 2);
-        QCOMPARE(groups[0].toMap().value(u"pos"_s), u"n."_s);
-        QCOMPARE(groups[0].toMap().value(u"senses"_s).toStringList().first(), u"1. 〔网球〕一盘"_s);
-        QCOMPARE(groups[1].toMap().value(u"senses"_s).toStringList().size(), 10);
+        QCOMPARE(session.ifRemembered(), cells[2]);
+        QCOMPARE(session.ifForgotten(), cells[3]);
+        QVERIFY(wordbook.store().words().constFirst().reviewHistory.isEmpty());
+    }
+
+    void spellings_data() {
+        addRows(R"(
+            APPLE        | apple      | apple
+            aple         | apple      | ap[+p]le
+            recieve      | receive    | rec[-i]e[+i]ve
+            colour       | color      | colo[-u]r
+            don't        | don’t      | don’t
+            dont         | don’t      | don[+’]t
+            well—known   | well-known | well-known
+            ice    cream | ice cream  | ice cream
+            icecream     | ice cream  | ice[+ ]cream
+            dog          | cat        | [-dog][+cat]
+                         | cat        | [+cat])");
+    }
+    void spellings() {
+        QFETCH(const QStringList, cells);
+        const SpellingComparison comparison = compareSpelling(u' ' + cells[0] + u'\t', cells[1]);
+        QCOMPARE(markedText(comparison), cells[2]);
+        QCOMPARE(comparison.isRight, !cells[2].contains(u'['));
+        QVERIFY(spokenText(comparison, cells[1]).contains(cells[1]));
+    }
+    void longSpellingsAreComparedAsAWhole() {
+        const QString word(100'000, u'a');
+        QVERIFY(compareSpelling(word, word).isRight);
+        QCOMPARE(compareSpelling(word + u'b', word).pieces.size(), 2);
+        QVERIFY(compareSpelling(u"cafe\u0301"_s, u"caf\u00e9"_s).isRight);
+    }
+
+    void wordsAreBlanked_data() {
+        addRows(R"(
+            Apple's and apples.     | apple   | ____'s and ____.
+            He ran, he is running   | run     | He ____, he is ____
+            happier, happily, 快乐  | happy   | ____, ____, 快乐
+            She gave it up.         | give up | She ____ it ____.
+            (give sth up) 放弃      | give sth up | (____ sth ____) 放弃
+            make up his mind        | make up one's mind | ____ ____ his ____
+            something new           | something | ____ new
+            Up to you. Give it to me | give up | Up to you. Give it to me
+            a pineapple             | apple   | a pineapple
+            cafe 或 Café            | café    | ____ 或 ____
+            my mother-in-law        | mother-in-law | my ____-____-____
+            苹果树                  | 苹果    | ____树)");
+    }
+    void wordsAreBlanked() {
+        QFETCH(const QStringList, cells);
+        QCOMPARE(withoutWord(cells[0], cells[1]), cells[2]);
+    }
+
+    void questionsHideTheWord() {
+        WordRecord word = wordRecord(u"set"_s, 0);
+        word.phonetic = u"/sɛt/"_s;
+        word.rawDefinition = u"set [sɛt] n. 一套；set up 建立"_s;
+        word.examples = {{.en = u"Sets of tools."_s, .cn = u"一套 set 工具"_s}};
+        Wordbook wordbook({word});
+        WordCard card(wordbook.services);
+        card.setHidesWord(true);
+        card.setWordId(wordbook.id(u"set"_s).toString());
+        QVERIFY(card.exists() && card.headword().isEmpty() && card.phonetic().isEmpty());
+        QCOMPARE(card.rawText(), u"____ [____] n. 一套；____ up 建立"_s);
+        QCOMPARE(card.examples().value<TextParagraphs>().constFirst().plainText(), u"____ of tools."_s);
+        card.setHidesWord(false);
+        QCOMPARE(card.headword(), u"set"_s);
     }
 
     void listFollowsThePlan() {

@@ -4,6 +4,7 @@
 #include "app/shell/app_context.h"
 #include "app/shell/lexiquill_app.h"
 #include "app/test_services.h"
+#include "settings/server_addresses.h"
 
 #include <QQmlEngine>
 #include <QtQuickTest>
@@ -34,6 +35,7 @@ private Q_SLOTS:
         m_context.reset();
         m_services = std::make_unique<TestServices>(QByteArray(), QStringLiteral("http://127.0.0.1:9"),
                                                     nullptr, clock, calendar);
+        m_services->defaults().set(ServerAddresses::youdaoKey, QStringLiteral("http://127.0.0.1:9"));
         m_context = std::make_unique<AppContext>(*m_services);
         LexiquillApp::prepare(*engine);
     }

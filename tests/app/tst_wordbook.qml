@@ -57,6 +57,10 @@ ScreenTest {
         compare(list.currentIndex, 4);
         keyClick(Qt.Key_Up, Qt.ShiftModifier);
         verify(named(screen, "已选择 2 个单词"));
+        mouseClick(named(screen, "练习"));
+        compare(ContentView.selectedTab, ContentView.TabItem.WeeklyReview);
+        compare(ContentView.takePractice().length, 2);
+        list.forceActiveFocus();
         keyClick(Qt.Key_Delete);
         compare(list.count, 3);
         verify(named(screen, "已删除 2 个单词"));

@@ -44,11 +44,27 @@ private Q_SLOTS:
         QTRY_COMPARE(tree().focusedName(), u"apple"_s);
         m_desktop->press(u"space"_s);
         QTRY_VERIFY(tree().shows(u"label"_s, u"苹果"_s));
+        QTRY_COMPARE(tree().focusedName(), u"apple，苹果"_s);
         m_desktop->press(u"1"_s);
         QTRY_COMPARE(m_desktop->home.words()->constFirst().reviewHistory.size(), 1);
         QCOMPARE(m_desktop->home.words()->constFirst().reviewHistory.constFirst().feedback,
                  ReviewFeedback::Remembered);
         QTRY_VERIFY(!tree().shows(u"label"_s, u"苹果"_s));
+    }
+
+    void hearingACard() {
+        const HttpServer server(ServedAnswer{.status = 404});
+        m_desktop->home.setOnlineBase(server.base(), u"lexiquill_pronounces_cards=true\n"_s);
+        m_desktop->home.setWordbook(json("[{'word': 'apple', 'rawDefinition': '苹果'}]"));
+        m_desktop->startApplication();
+        QVERIFY(server.requests().isEmpty());
+        m_desktop->press(u"ctrl+2"_s);
+        QTRY_VERIFY(!server.requests().isEmpty());
+        QVERIFY(server.requests().constFirst().target.contains("audio=apple"));
+        QTRY_VERIFY(tree().shows(u"push button"_s, u"朗读"_s));
+        const qsizetype before = server.requests().size();
+        m_desktop->press(u"p"_s);
+        QTRY_VERIFY(server.requests().size() > before);
     }
 
     void comingBackByTheHotKey() {
@@ -88,7 +104,7 @@ private Q_SLOTS:
         m_desktop->press(u"ctrl+1"_s);
         m_desktop->type(u"fig"_s);
         QTRY_COMPARE(tree().find(u"text"_s, u"查词"_s).text, u"fig"_s);
-        QTRY_COMPARE(m_desktop->home.words()->constLast().userNotes, u"half a note"_s);
+        QTRY_COMPARE(m_desktop->home.words()->constFirst().userNotes, u"half a note"_s);
     }
 
     void lookingUpFromOutside_data() { addRows("address\nbus"); }

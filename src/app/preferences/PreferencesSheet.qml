@@ -57,6 +57,9 @@ Sheet {
                 }
             }
         }
+        ReviewSection {
+            width: parent.width
+        }
         DictionarySection {
             id: dictionaries
 

@@ -1,95 +1,66 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
+import QtQuick.Templates as T
 import Lexiquill
 
-/// One word: its spelling and phonetic, and its meaning once revealed.
-Rectangle {
+/// One word: first its spelling and phonetic, or its meaning if the spelling is asked for; then all of it.
+T.Control {
     id: card
 
     required property ReviewSession session
+    required property SpellingAttempt attempt
+    /// Whether the meaning is shown and the word is to be typed.
+    required property bool asksSpelling
+    required property Pronunciation pronunciation
+    /// The key that pronounces the word, for the help text.
+    required property string pronunciationKey
     readonly property bool isRevealed: session.state === ReviewSession.State.Revealed
+    readonly property bool hidesWord: asksSpelling && !isRevealed
 
-    /// Scrolls a long meaning.
-    function scrollBy(distance: real): void {
-        area.contentY = Math.max(0, Math.min(Math.max(0, area.contentHeight - area.height), area.contentY + distance));
+    signal pronounced
+
+    /// Scrolls a long card; false for a key that does not scroll.
+    function scrollByKey(key: int): bool {
+        return content.scrollByKey(key);
     }
 
-    color: Theme.card
-    radius: Theme.radius
+    focusPolicy: Qt.TabFocus
     Accessible.role: Accessible.Grouping
-    Accessible.name: session.word
+    Accessible.focusable: true
+    Accessible.name: hidesWord ? "拼写：" + content.summary : isRevealed ? session.word + "，" + content.summary : session.word
+    Accessible.description: hidesWord ? "听发音、看释义，写出单词" : isRevealed ? record.memoryText : record.phonetic + " 按空格显示释义"
+    onIsRevealedChanged: content.contentY = 0
 
-    Connections {
-        target: card.session
+    WordCard {
+        id: record
 
-        function onChanged(): void {
-            if (card.session.state === ReviewSession.State.Asking)
-                area.contentY = 0;
-        }
+        wordId: card.session.wordId
+        onWordIdChanged: content.contentY = 0
     }
     TapHandler {
+        enabled: !card.asksSpelling
         onTapped: card.session.reveal()
     }
-    ScrollArea {
-        id: area
+
+    background: Rectangle {
+        color: Theme.card
+        radius: Theme.radius
+
+        FocusRing {
+            radius: Theme.radius + 2
+            shown: card.visualFocus
+        }
+    }
+    CardContent {
+        id: content
 
         anchors.fill: parent
         anchors.margins: Theme.unit
-        contentHeight: Math.max(height, content.height)
-
-        Column {
-            id: content
-
-            y: Math.max(0, (area.height - height) * (card.isRevealed ? 0 : 0.42))
-            width: area.contentWidth
-            padding: 2 * Theme.unit
-            spacing: Theme.unit
-
-            readonly property real availableWidth: width - 2 * padding
-
-            ThemedText {
-                width: content.availableWidth
-                role: ThemedText.Headword
-                font.pixelSize: card.isRevealed ? Theme.headwordSize : text.length > 24 ? 30 : 38
-                text: card.session.word
-                wrapMode: Text.Wrap
-                maximumLineCount: 6
-                elide: Text.ElideRight
-                horizontalAlignment: card.isRevealed ? Text.AlignLeft : Text.AlignHCenter
-                Accessible.role: Accessible.Heading
-            }
-            ThemedText {
-                width: content.availableWidth
-                visible: text !== ""
-                color: Theme.secondaryText
-                text: card.session.phonetic
-                font.pixelSize: 16
-                wrapMode: Text.Wrap
-                maximumLineCount: 2
-                elide: Text.ElideRight
-                horizontalAlignment: card.isRevealed ? Text.AlignLeft : Text.AlignHCenter
-            }
-            Row {
-                spacing: Theme.unit
-                visible: card.isRevealed
-
-                Tag {
-                    text: card.session.status
-                    tint: Theme.badgeColor(card.session.badge)
-                }
-                ThemedText {
-                    anchors.verticalCenter: parent.verticalCenter
-                    role: ThemedText.Caption
-                    text: card.session.memory
-                }
-            }
-            CardMeaning {
-                width: content.availableWidth
-                visible: card.isRevealed
-                isShown: card.isRevealed
-                session: card.session
-            }
-        }
+        session: card.session
+        record: record
+        attempt: card.attempt
+        asksSpelling: card.asksSpelling
+        pronunciation: card.pronunciation
+        pronunciationKey: card.pronunciationKey
+        onPronounced: card.pronounced()
     }
 }

@@ -3,33 +3,90 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Lexiquill
 
-/// A round of flash cards: Space shows the meaning, 1 and 2 answer, Ctrl+Z undoes the last answer.
+/// Rounds of cards. Space shows the meaning, or Return compares the typed spelling; 1 and 2 answer, P
+/// pronounces the word, Ctrl+Z undoes the last answer.
 FocusScope {
     id: cards
 
     /// Whether the cards are visible.
     required property bool isActive
+    /// Whether the cards ask for the spelling.
+    required property bool asksSpelling
+    /// Shows messages.
+    required property Toast toast
 
-    readonly property bool isRunning: session.state === ReviewSession.State.Asking || session.state === ReviewSession.State.Revealed
+    readonly property bool isAsking: session.state === ReviewSession.State.Asking
+    readonly property bool isRevealed: session.state === ReviewSession.State.Revealed
+    readonly property bool isRunning: isAsking || isRevealed
+    readonly property bool isTyping: isAsking && asksSpelling
+    /// The item that gets the keyboard when the next card or the result appears.
+    readonly property Item mainItem: {
+        if (!cards.isRunning)
+            return summary;
+        if (cards.isTyping)
+            return controls.field;
+        if (!attempt.isMade)
+            return card;
+        return attempt.isRight ? controls.remembered : controls.forgotten;
+    }
+    /// Changes with every card and every turn of a card.
+    readonly property string turn: session.state + "/" + session.position
+    readonly property int position: session.position
 
-    // The visible item gets the focus within this scope.
-    onIsRunningChanged: (isRunning ? card : summary).focus = true
+    /// Whether the user has asked for the sound, and so wants to know why there is none.
+    property bool tellsFailure: false
+
+    /// Begins a practice of these records.
+    function practise(ids: list<string>): void {
+        session.practise(ids);
+        cards.takeKeyboard();
+    }
+
+    // The item that had the keyboard may be hidden now. The answer that a spelling suggests is marked.
+    function takeKeyboard(): void {
+        if (cards.activeFocus && attempt.isMade)
+            cards.mainItem.forceActiveFocus(Qt.TabFocusReason);
+        else
+            cards.mainItem.focus = true;
+    }
+
+    function pronounce(isWanted: bool): void {
+        cards.tellsFailure = isWanted;
+        pronunciation.play(session.word);
+    }
+
+    /// Forgets what was typed for another card.
+    function clearSpelling(): void {
+        attempt.clear();
+        controls.field.clear();
+    }
+
+    onMainItemChanged: takeKeyboard()
+    onTurnChanged: takeKeyboard()
+    onPositionChanged: clearSpelling()
+    onAsksSpellingChanged: if (asksSpelling && isAsking && isActive)
+        pronounce(false)
+    onIsActiveChanged: if (!isActive)
+        pronunciation.cancel()
     Keys.onPressed: event => {
-        if (event.modifiers & (Qt.ControlModifier | Qt.AltModifier | Qt.MetaModifier))
+        if (!cards.isRunning || event.modifiers & (Qt.ControlModifier | Qt.AltModifier | Qt.MetaModifier))
             return;
-        const isRevealed = session.state === ReviewSession.State.Revealed;
-        if (event.key === Qt.Key_Space && session.state === ReviewSession.State.Asking)
+        if (card.scrollByKey(event.key)) {
+            event.accepted = true;
+            return;
+        }
+        if (cards.isTyping)
+            return;
+        if (event.key === Qt.Key_Space && cards.isAsking)
             session.reveal();
-        else if (event.key === Qt.Key_1 && isRevealed && !event.isAutoRepeat)
+        else if (event.key === Qt.Key_1 && cards.isRevealed && !event.isAutoRepeat)
             session.answer(true);
-        else if (event.key === Qt.Key_2 && isRevealed && !event.isAutoRepeat)
+        else if (event.key === Qt.Key_2 && cards.isRevealed && !event.isAutoRepeat)
             session.answer(false);
+        else if (event.key === Qt.Key_P && !event.isAutoRepeat)
+            cards.pronounce(true);
         else if (event.key === Qt.Key_Backspace && session.canUndo)
             session.undo();
-        else if (event.key === Qt.Key_Up)
-            card.scrollBy(-6 * Theme.unit);
-        else if (event.key === Qt.Key_Down)
-            card.scrollBy(6 * Theme.unit);
         else
             return;
         event.accepted = true;
@@ -39,13 +96,44 @@ FocusScope {
         id: session
 
         active: cards.isActive
+        roundSize: Preferences.roundSize
+        onOpened: {
+            pronunciation.cancel();
+            cards.clearSpelling();
+            if (cards.isActive && (cards.asksSpelling || Preferences.pronouncesCards))
+                cards.pronounce(false);
+        }
+    }
+    Connections {
+        target: ContentView
+
+        // Time passes, and the number of due words is shown beside the screen.
+        function onDueCountChanged(): void {
+            session.follow();
+        }
+    }
+    SpellingAttempt {
+        id: attempt
+    }
+    Pronunciation {
+        id: pronunciation
+
+        onFailed: message => {
+            if (cards.tellsFailure)
+                cards.toast.show(message, "", null);
+        }
     }
     Shortcut {
         enabled: cards.isActive && session.canUndo
         sequences: ["Ctrl+Z"]
         onActivated: session.undo()
     }
-    Item {
+    Shortcut {
+        enabled: cards.isActive && cards.isRunning
+        sequences: ["Ctrl+P"]
+        onActivated: cards.pronounce(true)
+    }
+    ReviewProgress {
         id: progress
 
         anchors.left: parent.left
@@ -54,108 +142,42 @@ FocusScope {
         anchors.leftMargin: 3 * Theme.unit
         anchors.rightMargin: 3 * Theme.unit
         anchors.topMargin: Theme.unit
-        height: Theme.controlHeight
         visible: cards.isRunning || session.state === ReviewSession.State.Finished
-
-        ProgressBar {
-            anchors.left: parent.left
-            anchors.right: numbers.left
-            anchors.rightMargin: 1.5 * Theme.unit
-            anchors.verticalCenter: parent.verticalCenter
-            to: Math.max(1, session.count)
-            value: session.position
-            Accessible.name: "复习进度"
-        }
-        ThemedText {
-            id: numbers
-
-            anchors.right: undo.left
-            anchors.rightMargin: Theme.unit
-            anchors.verticalCenter: parent.verticalCenter
-            role: ThemedText.Caption
-            text: session.position + " / " + session.count
-        }
-        IconButton {
-            id: undo
-
-            anchors.right: stop.left
-            anchors.verticalCenter: parent.verticalCenter
-            enabled: session.canUndo
-            symbol: "arrow.uturn.backward"
-            text: "撤销上一次回答"
-            help: "撤销上一次回答 (Ctrl+Z)"
-            onClicked: {
-                session.undo();
-                card.forceActiveFocus();
-            }
-        }
-        IconButton {
-            id: stop
-
-            anchors.right: parent.right
-            anchors.verticalCenter: parent.verticalCenter
-            enabled: session.canUndo && cards.isRunning
-            symbol: "checkmark.circle"
-            text: "结束本轮"
-            onClicked: {
-                session.finish();
-                summary.forceActiveFocus();
-            }
-        }
+        session: session
+        isRunning: cards.isRunning
     }
     FlashCard {
         id: card
 
         anchors.top: progress.bottom
         anchors.topMargin: Theme.unit
-        anchors.bottom: buttons.top
+        anchors.bottom: controls.top
         anchors.bottomMargin: 1.5 * Theme.unit
         anchors.horizontalCenter: parent.horizontalCenter
         width: Math.min(680, parent.width - 6 * Theme.unit)
         visible: cards.isRunning
         focus: true
         session: session
+        attempt: attempt
+        asksSpelling: cards.asksSpelling
+        pronunciation: pronunciation
+        pronunciationKey: cards.isTyping ? "Ctrl+P" : "P"
+        onPronounced: cards.pronounce(true)
     }
-    Row {
-        id: buttons
+    CardControls {
+        id: controls
 
-        anchors.horizontalCenter: parent.horizontalCenter
+        anchors.left: card.left
+        anchors.right: card.right
         anchors.bottom: parent.bottom
         anchors.bottomMargin: 2 * Theme.unit
-        height: 5 * Theme.unit
-        spacing: 1.5 * Theme.unit
         visible: cards.isRunning
-
-        PrimaryButton {
-            height: parent.height
-            width: 200
-            visible: session.state === ReviewSession.State.Asking
-            focusPolicy: Qt.TabFocus
-            text: "显示释义（空格）"
-            onClicked: {
-                session.reveal();
-                card.forceActiveFocus();
-            }
-        }
-        PrimaryButton {
-            height: parent.height
-            width: 150
-            visible: session.state === ReviewSession.State.Revealed
-            focusPolicy: Qt.TabFocus
-            accent: Theme.isDark ? "#248A3D" : "#1F8A3B"
-            text: "记住了（1）"
-            Accessible.name: "记住了"
-            onClicked: session.answer(true)
-        }
-        PrimaryButton {
-            height: parent.height
-            width: 150
-            visible: session.state === ReviewSession.State.Revealed
-            focusPolicy: Qt.TabFocus
-            accent: Theme.isDark ? "#C2410C" : "#C93400"
-            text: "没记住（2）"
-            Accessible.name: "没记住"
-            onClicked: session.answer(false)
+        session: session
+        attempt: attempt
+        asksSpelling: cards.asksSpelling
+        onSpelled: text => {
+            attempt.make(text, session.word);
+            session.reveal();
         }
     }
     ReviewSummary {
@@ -165,6 +187,5 @@ FocusScope {
         anchors.topMargin: progress.visible ? progress.height + 2 * Theme.unit : Theme.unit
         visible: !cards.isRunning
         session: session
-        onStarted: card.forceActiveFocus()
     }
 }

@@ -6,9 +6,10 @@ Item {
     id: header
 
     required property WeeklyReview review
-    required property bool isList
+    /// The way of reviewing: 0 cards, 1 list, 2 spelling.
+    required property int mode
 
-    signal listChosen(bool isChosen)
+    signal modeChosen(mode: int)
     signal exportPressed
 
     implicitHeight: titles.height + 1.5 * Theme.unit + counts.height
@@ -44,9 +45,9 @@ Item {
 
         SegmentedControl {
             name: "复习方式"
-            choices: ["闪卡", "列表"]
-            currentIndex: header.isList ? 1 : 0
-            onChosen: index => header.listChosen(index === 1)
+            choices: ["闪卡", "列表", "拼写"]
+            currentIndex: header.mode
+            onChosen: index => header.modeChosen(index)
         }
         PlainButton {
             text: "导出"

@@ -3,17 +3,45 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Lexiquill
 
-/// The review plan of the week: as flash cards, or as a list; and its export.
+/// The review plan of the week: as cards that ask for the meaning or for the spelling, or as a list; and its
+/// export.
 FocusScope {
     id: screen
 
-    property bool isList: false
+    /// In the order of the header's choices.
+    enum Mode {
+        Cards,
+        List,
+        Spelling
+    }
+
+    property int mode: WeeklyReviewScreen.Cards
+    readonly property bool isList: mode === WeeklyReviewScreen.List
+
+    /// Begins the practice that another screen has asked for.
+    function takePractice(): void {
+        const ids = ContentView.takePractice();
+        if (ids.length === 0)
+            return;
+        if (screen.isList)
+            screen.mode = WeeklyReviewScreen.Cards;
+        cards.practise(ids);
+        cards.focus = true;
+    }
 
     focus: true
+    Component.onCompleted: takePractice()
 
     onVisibleChanged: if (visible)
         (isList ? list : cards).focus = true
 
+    Connections {
+        target: ContentView
+
+        function onPracticeRequested(): void {
+            screen.takePractice();
+        }
+    }
     WeeklyReview {
         id: review
 
@@ -32,10 +60,10 @@ FocusScope {
         anchors.margins: 3 * Theme.unit
         anchors.topMargin: screen.height < 480 ? 12 : 2.5 * Theme.unit
         review: review
-        isList: screen.isList
-        onListChosen: isChosen => {
-            screen.isList = isChosen;
-            (isChosen ? list : cards).forceActiveFocus();
+        mode: screen.mode
+        onModeChosen: mode => {
+            screen.mode = mode;
+            (screen.isList ? list : cards).forceActiveFocus();
         }
         onExportPressed: {
             saveDialog.active = true;
@@ -52,6 +80,8 @@ FocusScope {
         visible: !screen.isList
         focus: true
         isActive: screen.visible && !screen.isList
+        asksSpelling: screen.mode === WeeklyReviewScreen.Spelling
+        toast: toast
     }
     PlanList {
         id: list

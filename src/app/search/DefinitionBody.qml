@@ -8,6 +8,11 @@ Column {
     id: body
 
     required property WordCard record
+    /// The beginning of the meaning in one line, for assistive tools.
+    readonly property string summary: {
+        const groups = record.groups.slice(0, 3).map(group => group.abbreviation + " " + group.meanings.slice(0, 3).join("；"));
+        return (groups.length > 0 ? groups.join("；") : record.rawText).substring(0, 300).replace(/\s+/g, " ");
+    }
 
     spacing: 2 * Theme.unit
 

@@ -172,6 +172,7 @@ QVariantList definitionRows(const QList<PartOfSpeechGroup> &groups, const QStrin
             continue;
         TextParagraphs paragraphs;
         QStringList spoken;
+        QStringList meanings;
         for (qsizetype i = 0; i < senses.size();) {
             const auto end = std::find_if_not(senses.cbegin() + i, senses.cend(), canFlow);
             const qsizetype count = end - (senses.cbegin() + i);
@@ -182,13 +183,16 @@ QVariantList definitionRows(const QList<PartOfSpeechGroup> &groups, const QStrin
                 paragraphs += senseParagraphs(senses.at(i++), pattern);
             }
         }
-        for (const SenseItem &sense : senses)
+        for (const SenseItem &sense : senses) {
             spoken += spokenSense(sense);
+            meanings += sense.chineseMeaning.left(maxTextLength);
+        }
         rows += QVariantMap{{QStringLiteral("abbreviation"), shownAbbreviation(group)},
                             {QStringLiteral("name"), shownName(group)},
                             {QStringLiteral("colorName"), partOfSpeechColor(group)},
                             {QStringLiteral("paragraphs"), QVariant::fromValue(paragraphs)},
-                            {QStringLiteral("spoken"), spoken}};
+                            {QStringLiteral("spoken"), spoken},
+                            {QStringLiteral("meanings"), meanings}};
     }
     return rows;
 }

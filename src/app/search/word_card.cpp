@@ -2,6 +2,7 @@
 
 #include "app/search/card_article.h"
 #include "app/search/definition_rows.h"
+#include "app/search/word_blanks.h"
 #include "app/shell/services.h"
 #include "app/wordbook/day_texts.h"
 #include "storage/current_weekly_plan.h"
@@ -52,9 +53,22 @@ void WordCard::setWordId(const QString &wordId) {
     refresh();
 }
 
+void WordCard::setHidesWord(bool hidesWord) {
+    if (hidesWord == m_hidesWord)
+        return;
+    m_hidesWord = hidesWord;
+    Q_EMIT hidesWordChanged();
+    refresh();
+}
+
 void WordCard::refresh() {
     const qsizetype index = indexOfWord(m_storage.words(), QUuid::fromString(m_wordId));
-    show(m_wordId.isEmpty() || index < 0 ? std::nullopt : std::optional(m_storage.words().at(index)));
+    std::optional<WordRecord> record;
+    if (!m_wordId.isEmpty() && index >= 0)
+        record = m_storage.words().at(index);
+    if (record && m_hidesWord)
+        record = withoutWord(*record);
+    show(std::move(record));
 }
 
 void WordCard::show(std::optional<WordRecord> record) {
@@ -80,7 +94,8 @@ void WordCard::describe() {
 void WordCard::findArticle() {
     m_article.clear();
     m_articleSearch.reset();
-    if (!m_record || !m_groups.isEmpty() || m_record->rawDefinition.isEmpty())
+    // The article would show the word.
+    if (!m_record || m_hidesWord || !m_groups.isEmpty() || m_record->rawDefinition.isEmpty())
         return;
     m_articleSearch = std::make_unique<Cancellation>();
     const std::stop_token stop = m_articleSearch->token();

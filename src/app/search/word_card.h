@@ -24,6 +24,8 @@ class WordCard : public QObject {
     QML_ELEMENT
     /// The record's id; an unknown or empty one leaves the card empty.
     Q_PROPERTY(QString wordId READ wordId WRITE setWordId NOTIFY wordIdChanged)
+    /// Whether the word itself is left out, so that the card asks for it.
+    Q_PROPERTY(bool hidesWord READ hidesWord WRITE setHidesWord NOTIFY hidesWordChanged)
     Q_PROPERTY(bool exists READ exists NOTIFY changed)
     Q_PROPERTY(QString headword READ headword NOTIFY contentChanged)
     Q_PROPERTY(QString phonetic READ phonetic NOTIFY contentChanged)
@@ -48,6 +50,8 @@ public:
 
     const QString &wordId() const { return m_wordId; }
     void setWordId(const QString &wordId);
+    bool hidesWord() const { return m_hidesWord; }
+    void setHidesWord(bool hidesWord);
     bool exists() const { return m_record.has_value(); }
     QString headword() const;
     QString phonetic() const;
@@ -79,6 +83,7 @@ public:
 
 Q_SIGNALS:
     void wordIdChanged();
+    void hidesWordChanged();
     void changed();
     void contentChanged();
     void userNotesChanged();
@@ -93,6 +98,7 @@ private:
     DictionaryShelf &m_shelf;
     CurrentWeeklyPlan &m_plan;
     QString m_wordId;
+    bool m_hidesWord = false;
     std::optional<WordRecord> m_record;
     WordDeletions m_deletions;
     QVariantList m_groups;

@@ -142,9 +142,17 @@ void ContentView::handleExternalWordLookup(const QString &word) {
     const QString trimmed = word.trimmed();
     if (trimmed.isEmpty())
         return;
-    showSearchScreen();
+    showScreen(TabItem::Dictionary);
     setExternalSelectedWord(trimmed);
     Q_EMIT performExternalLookup(trimmed);
+}
+
+void ContentView::practice(const QStringList &ids) {
+    if (ids.isEmpty())
+        return;
+    m_practiceIds = ids;
+    showScreen(TabItem::WeeklyReview);
+    Q_EMIT practiceRequested();
 }
 
 void ContentView::openUrl(const QString &address) {
@@ -163,7 +171,7 @@ void ContentView::appear() {
 }
 
 void ContentView::postFocusSearchInput() {
-    showSearchScreen();
+    showScreen(TabItem::Dictionary);
     setExternalSelectedWord({});
     Q_EMIT focusSearchInput();
 }
@@ -187,13 +195,13 @@ void ContentView::syncToSpotlight() {
     runInBackground(this, publish, [](bool) {});
 }
 
-void ContentView::showSearchScreen() {
+void ContentView::showScreen(TabItem tab) {
     m_services.hotKeys.setShowSettingsSheet(false);
     m_services.sync.setShowAccountSheet(false);
     m_services.updater.setShowUpdateSheet(false);
     m_imports.dismiss();
     setShowSpotlightAlert(false);
-    setSelectedTab(TabItem::Dictionary);
+    setSelectedTab(tab);
 }
 
 void ContentView::setExternalSelectedWord(const QString &word) {

@@ -6,9 +6,11 @@
 #include <QObject>
 #include <QQmlEngine>
 #include <QString>
+#include <QStringList>
 #include <QTimer>
 
 #include <optional>
+#include <utility>
 
 namespace lexiquill {
 
@@ -67,6 +69,10 @@ public:
 
     /// Looks the word up on the search screen; a blank one changes nothing.
     Q_INVOKABLE void handleExternalWordLookup(const QString &word);
+    /// Shows the flash cards with a practice of the records with these ids. Nothing happens without ids.
+    Q_INVOKABLE void practice(const QStringList &ids);
+    /// The ids of the practice that was asked for last; empty once they have been taken.
+    Q_INVOKABLE QStringList takePractice() { return std::exchange(m_practiceIds, {}); }
     /// Opens an address such as "lexiquill:apple" or "lexiquill://apple".
     void openUrl(const QString &address);
     /// Opens a result of the desktop search, such as "word:apple".
@@ -90,12 +96,14 @@ Q_SIGNALS:
     void focusSearchInput();
     /// Emitted on any thread; `count` items have been submitted.
     void spotlightBatchEnded(qsizetype count);
+    /// The flash cards must begin the practice of takePractice().
+    void practiceRequested();
     /// The search screen must look the word up, even if it is the same as before.
     void performExternalLookup(const QString &word);
 
 private:
     /// Also closes any sheet, because a sheet would keep the focus.
-    void showSearchScreen();
+    void showScreen(TabItem tab);
     void setExternalSelectedWord(const QString &word);
     std::optional<QDate> today() const;
     void followClock();
@@ -106,6 +114,7 @@ private:
     DictionaryImports &m_imports;
     TabItem m_selectedTab = TabItem::Dictionary;
     QString m_externalSelectedWord;
+    QStringList m_practiceIds;
     int m_dueCount = 0;
     bool m_isIndexingSpotlight = false;
     QString m_spotlightAlertMessage;

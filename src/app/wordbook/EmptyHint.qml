@@ -1,7 +1,7 @@
 import QtQuick
 import Lexiquill
 
-/// A hint for an empty area, with an optional button.
+/// A hint for an empty area, with up to two buttons.
 Column {
     id: hint
 
@@ -11,7 +11,11 @@ Column {
     /// The text of a button; empty for none.
     property string action: ""
 
+    /// The text of another button before it; empty for none.
+    property string otherAction: ""
+
     signal taken
+    signal otherTaken
 
     spacing: Theme.unit
 
@@ -40,10 +44,19 @@ Column {
         wrapMode: Text.Wrap
         lineHeight: Theme.lineHeight
     }
-    PlainButton {
+    Row {
         anchors.horizontalCenter: parent.horizontalCenter
-        visible: hint.action !== ""
-        text: hint.action
-        onClicked: hint.taken()
+        spacing: Theme.unit
+
+        PlainButton {
+            visible: hint.otherAction !== ""
+            text: hint.otherAction
+            onClicked: hint.otherTaken()
+        }
+        PlainButton {
+            visible: hint.action !== ""
+            text: hint.action
+            onClicked: hint.taken()
+        }
     }
 }

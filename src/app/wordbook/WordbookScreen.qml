@@ -238,6 +238,19 @@ FocusScope {
                 text: words.selectedCount > 1 ? "已选择 " + words.selectedCount + " 个，共 " + words.countText : words.countText
             }
             IconButton {
+                anchors.right: remove.left
+                anchors.verticalCenter: parent.verticalCenter
+                width: 26
+                height: 26
+                iconSize: 16
+                visible: words.selectedCount > 0
+                symbol: "rectangle.stack"
+                text: "练习所选单词"
+                onClicked: ContentView.practice(words.selectedIds())
+            }
+            IconButton {
+                id: remove
+
                 anchors.right: parent.right
                 anchors.rightMargin: 1.5 * Theme.unit
                 anchors.verticalCenter: parent.verticalCenter
@@ -310,9 +323,11 @@ FocusScope {
             visible: words.selectedId === "" && words.totalCount > 0
             symbol: words.selectedCount > 1 ? "rectangle.stack" : "text.book.closed"
             title: words.selectedCount > 1 ? "已选择 " + words.selectedCount + " 个单词" : "选择一个单词"
-            text: words.selectedCount > 1 ? "按 Delete 删除，删除后可以撤销。" : "它的释义、笔记和复习历史会显示在这里。"
+            text: words.selectedCount > 1 ? "练习不影响复习安排。按 Delete 删除，删除后可以撤销。" : "它的释义、笔记和复习历史会显示在这里。"
             action: words.selectedCount > 1 ? "删除" : ""
+            otherAction: words.selectedCount > 1 ? "练习" : ""
             onTaken: screen.deleteSelected()
+            onOtherTaken: ContentView.practice(words.selectedIds())
         }
     }
     Toast {

@@ -202,6 +202,15 @@ void WordListModel::findSelection() {
     Q_EMIT selectionChanged();
 }
 
+QStringList WordListModel::selectedIds() const {
+    QStringList ids;
+    for (const WordRow &row : rows()) {
+        if (m_selected.contains(row.id))
+            ids += row.id.toString(QUuid::WithoutBraces);
+    }
+    return ids;
+}
+
 QString WordListModel::deleteSelected() {
     QList<QUuid> ids;
     QUuid following;

@@ -84,6 +84,8 @@ public:
     Q_INVOKABLE void choose(int row, lexiquill::WordListModel::Selection selection);
     Q_INVOKABLE void selectAll();
     Q_INVOKABLE void clearSelection();
+    /// The ids of the selected records, in the order of the list.
+    Q_INVOKABLE QStringList selectedIds() const;
     /// Deletes the selected records and returns a message for the user, e.g. "已删除 3 个单词"; empty if none
     /// was selected. Then selects the record after them.
     Q_INVOKABLE QString deleteSelected();
