@@ -1,9 +1,8 @@
 import QtQuick
-import QtQuick.Templates as T
 import Lexiquill
 
-/// One row of a vertical list of choices.
-T.RadioButton {
+/// One row of a vertical list of choices; the list is a ChoiceGroup.
+RadioChoice {
     id: control
 
     /// A symbol before the text; empty for none.
@@ -14,20 +13,8 @@ T.RadioButton {
     property string detail: ""
 
     implicitHeight: Math.max(32, texts.implicitHeight + 10)
-    // The owner sets `checked`.
-    checkable: false
     hoverEnabled: true
-    focusPolicy: Qt.StrongFocus
-    Accessible.name: text
     Accessible.description: detail === "" ? trailing : detail
-    Accessible.checkable: true
-    Accessible.checked: checked
-    Accessible.onPressAction: control.clicked()
-    Accessible.onToggleAction: control.clicked()
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
-    Keys.onUpPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
-    Keys.onDownPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
 
     background: Rectangle {
         radius: Theme.controlRadius
@@ -69,7 +56,7 @@ T.RadioButton {
             height: 18
             visible: control.symbol !== ""
             symbol: control.symbol
-            color: Theme.accent
+            color: Theme.sign(Theme.accent)
         }
         Column {
             id: texts

@@ -35,17 +35,24 @@ Column {
                     text: group.modelData.name
                 }
             }
-            Repeater {
-                model: group.modelData.senses
+            Column {
+                width: parent.width
+                spacing: Theme.unit
+                Accessible.role: Accessible.List
+                Accessible.name: group.modelData.name
 
-                SenseRow {
-                    required property var modelData
+                Repeater {
+                    model: group.modelData.senses
 
-                    width: group.width
-                    number: modelData.number
-                    context: modelData.context
-                    meaning: modelData.meaning
-                    examples: modelData.examples
+                    SenseRow {
+                        required property var modelData
+
+                        width: group.width
+                        number: modelData.number
+                        context: modelData.context
+                        meaning: modelData.meaning
+                        examples: modelData.examples
+                    }
                 }
             }
         }

@@ -19,6 +19,8 @@ Item {
     }
 
     implicitHeight: body.implicitHeight
+    Accessible.role: Accessible.ListItem
+    Accessible.name: ((number === "" ? "" : number + ". ") + (context === "" ? "" : context + " ") + meaning).trim()
 
     ThemedText {
         id: numberText
