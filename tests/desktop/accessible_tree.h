@@ -147,9 +147,9 @@ private:
         return children;
     }
 
-    /// For some roles, the first action moves the focus.
+    /// For some roles, the first action moves the focus. Text fields have no other.
     int indexOfPress(const AccessibleObject &object) const {
-        return ask(object, action, u"GetName"_s, {0}) == u"SetFocus"_s ? 1 : 0;
+        return ask(object, action, u"GetName"_s, {1}) == u"Press"_s ? 1 : 0;
     }
 
     inline static const QString action = u"org.a11y.atspi.Action"_s;

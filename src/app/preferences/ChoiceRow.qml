@@ -29,7 +29,7 @@ RadioChoice {
             id: mark
 
             x: 6
-            y: 7
+            y: texts.y + (label.height - height) / 2
             width: 18
             height: 18
             radius: 9
@@ -51,7 +51,7 @@ RadioChoice {
 
             anchors.left: mark.right
             anchors.leftMargin: Theme.unit
-            y: 7
+            y: mark.y
             width: control.symbol === "" ? 0 : 18
             height: 18
             visible: control.symbol !== ""
@@ -69,6 +69,8 @@ RadioChoice {
             spacing: 2
 
             ThemedText {
+                id: label
+
                 width: parent.width
                 text: control.text
                 elide: Text.ElideRight
