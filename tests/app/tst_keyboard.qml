@@ -29,6 +29,14 @@ ScreenTest {
     }
 
     Component {
+        id: plainButton
+
+        PlainButton {
+            text: "临时"
+        }
+    }
+
+    Component {
         id: noteEditor
 
         NoteEditor {
@@ -124,6 +132,56 @@ ScreenTest {
             wait(5);
             compare(window.activeFocusItem, held);
         }
+    }
+
+    function test_the_keyboard_after_an_action_data() {
+        return [
+            {
+                tag: "the button of a deleted word vanishes",
+                open: () => ContentView.handleExternalWordLookup("concise"),
+                button: "从生词本删除"
+            },
+            {
+                tag: "a saved address cannot be saved again",
+                open: () => HotKeyManager.showSettingsSheet = true,
+                field: "有道词典",
+                text: "https://example.org",
+                button: "保存有道词典",
+                next: "有道词典"
+            }
+        ];
+    }
+
+    function test_the_keyboard_after_an_action(row) {
+        row.open();
+        tryVerify(() => named(window.contentItem, row.button));
+        if (row.field)
+            find(place(), item => item instanceof TextInputField && item.Accessible.name === row.field).text = row.text;
+        const button = named(window.contentItem, row.button);
+        verify(button.enabled);
+        const screen = place();
+        button.forceActiveFocus(Qt.TabFocusReason);
+        keyClick(Qt.Key_Space);
+        tryVerify(() => !button.visible || !button.enabled);
+        tryVerify(() => window.activeFocusItem.activeFocusOnTab && window.activeFocusItem !== button);
+        const now = window.activeFocusItem;
+        verify(now.visible && now.enabled && isInside(now, screen));
+        if (row.next)
+            compare(now.Accessible.name, row.next);
+        // It shows where it is; text fields always do.
+        verify(now.visualFocus ?? true);
+    }
+
+    function test_the_keyboard_after_the_end_of_an_item() {
+        HotKeyManager.showSettingsSheet = true;
+        tryVerify(() => place() && find(place(), item => item instanceof ServerAddressRow));
+        const row = find(place(), item => item instanceof ServerAddressRow);
+        const button = plainButton.createObject(row);
+        button.forceActiveFocus(Qt.TabFocusReason);
+        const before = button.nextItemInFocusChain(false);
+        wait(0);
+        button.destroy();
+        tryCompare(window, "activeFocusItem", before);
     }
 
     function radios(item) {

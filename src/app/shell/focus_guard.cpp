@@ -60,7 +60,7 @@ void FocusGuard::setWindow(QQuickWindow *window) {
     m_window = window;
     if (window != nullptr) {
         window->installEventFilter(this);
-        connect(window, &QQuickWindow::activeFocusItemChanged, &m_timer, qOverload<>(&QTimer::start));
+        connect(window, &QQuickWindow::activeFocusItemChanged, this, &FocusGuard::notice);
         m_timer.start();
     }
     Q_EMIT windowChanged();
@@ -77,6 +77,14 @@ bool FocusGuard::eventFilter(QObject *watched, QEvent *event) {
     if (event->type() == QEvent::KeyPress)
         m_lost = nullptr;
     return QObject::eventFilter(watched, event);
+}
+
+void FocusGuard::notice() {
+    m_timer.start();
+    QQuickItem *const now = m_window->activeFocusItem();
+    // A scope may have the keyboard only because the item inside it has lost it.
+    if (isUsable(now) && (!now->isFocusScope() || now->activeFocusOnTab()))
+        follow(now);
 }
 
 void FocusGuard::look() {
@@ -100,12 +108,12 @@ void FocusGuard::look() {
 }
 
 void FocusGuard::follow(QQuickItem *item) {
+    m_showsFocus = item->property("visualFocus").toBool();
     if (item == m_item)
         return;
     m_lost = nullptr;
     m_item = item;
     m_before = item->nextItemInFocusChain(false);
-    m_showsFocus = item->property("visualFocus").toBool();
     watch(*item);
 }
 
@@ -122,7 +130,8 @@ void FocusGuard::replace(QQuickItem &lost) {
         return;
     lost.setFocus(false);
     give(*item);
-    follow(m_window->activeFocusItem());
+    if (QQuickItem *const now = m_window->activeFocusItem())
+        follow(now);
     m_lost = &lost;
 }
 

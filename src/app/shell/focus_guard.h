@@ -33,6 +33,7 @@ Q_SIGNALS:
     void contentChanged();
 
 private:
+    void notice();
     void look();
     void follow(QQuickItem *item);
     void watch(const QQuickItem &item);
