@@ -32,7 +32,7 @@ QtObject {
     readonly property color focus: isDark ? "#5EB0FF" : selected
     readonly property color focusGap: isDark ? "#1E1E20" : "#FFFFFF"
     /// The part of a progress bar that is not filled yet.
-    readonly property color track: isDark ? "#3A3A3E" : "#F0F0F3"
+    readonly property color track: isDark ? "#3A3A3E" : "#EAEAED"
     readonly property color fill: isDark ? "#3A3A3E" : "#E6E6EA"
     readonly property color hover: isDark ? Qt.rgba(1, 1, 1, 0.07) : Qt.rgba(0, 0, 0, 0.05)
     readonly property color pressed: isDark ? Qt.rgba(1, 1, 1, 0.13) : Qt.rgba(0, 0, 0, 0.1)
