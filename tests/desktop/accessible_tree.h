@@ -19,6 +19,8 @@ struct AccessibleObject {
     QString role = {}; ///< such as "push button"
     QString name = {};
     bool isFocused = false;
+    bool isSelected = false;
+    bool isChecked = false;
     QString text = {}; ///< the content of a text field
 };
 
@@ -43,11 +45,15 @@ public:
         while (!pending.isEmpty()) {
             AccessibleObject object = pending.takeLast();
             const quint32 states = statesOf(object);
+            constexpr quint32 checked = 1U << 4U;
             constexpr quint32 focused = 1U << 12U;
+            constexpr quint32 selected = 1U << 23U;
             constexpr quint32 showing = 1U << 25U;
             if (object.path != root && (states & showing) == 0)
                 continue;
             object.isFocused = (states & focused) != 0;
+            object.isSelected = (states & selected) != 0;
+            object.isChecked = (states & checked) != 0;
             object.role = ask(object, accessible, u"GetRoleName"_s).toString();
             object.name = nameOf(object);
             if (object.role == u"text"_s || object.role == u"password text"_s)
@@ -72,9 +78,23 @@ public:
         const auto click = [&] {
             const AccessibleObject object = find(role, name);
             return !object.path.isEmpty() &&
-                   ask(object, u"org.a11y.atspi.Action"_s, u"DoAction"_s, {0}).toBool();
+                   ask(object, action, u"DoAction"_s, {indexOfPress(object)}).toBool();
         };
         return QTest::qWaitFor(click, 30'000);
+    }
+    /// Passes the signals of objects that appear to a slot with the argument QDBusMessage.
+    bool listenForAppearance(QObject *receiver, const char *slot) {
+        QDBusMessage call =
+            QDBusMessage::createMethodCall(u"org.a11y.atspi.Registry"_s, u"/org/a11y/atspi/registry"_s,
+                                           u"org.a11y.atspi.Registry"_s, u"RegisterEvent"_s);
+        call.setArguments({u"object:state-changed:showing"_s});
+        return m_bus.call(call).type() == QDBusMessage::ReplyMessage &&
+               m_bus.connect({}, {}, u"org.a11y.atspi.Event.Object"_s, u"StateChanged"_s, receiver, slot);
+    }
+    /// "ROLE NAME" of the object that sent a signal.
+    QString sender(const QDBusMessage &signal) const {
+        const AccessibleObject object{.service = signal.service(), .path = signal.path()};
+        return ask(object, accessible, u"GetRoleName"_s).toString() + u' ' + nameOf(object);
     }
     /// The name of the innermost object with keyboard focus. The objects around it have the focus state, too.
     QString focusedName() const {
@@ -127,6 +147,12 @@ private:
         return children;
     }
 
+    /// For some roles, the first action moves the focus. Text fields have no other.
+    int indexOfPress(const AccessibleObject &object) const {
+        return ask(object, action, u"GetName"_s, {1}) == u"Press"_s ? 1 : 0;
+    }
+
+    inline static const QString action = u"org.a11y.atspi.Action"_s;
     inline static const QString accessible = u"org.a11y.atspi.Accessible"_s;
     inline static const QString root = u"/org/a11y/atspi/accessible/root"_s;
     QDBusConnection m_bus;

@@ -52,6 +52,7 @@ public:
     }
     bool isRunning() const { return m_x.isRunning() && !m_bus->address().isEmpty(); }
     const AccessibleTree &tree() const { return *m_tree; }
+    AccessibleTree &tree() { return *m_tree; }
 
     /// Starts the program and waits until its window has the focus.
     void startApplication() {

@@ -7,21 +7,28 @@ Rectangle {
 
     required property string text
     property color tint: Theme.red
-    /// For the corner of a symbol: smaller, and no longer than three characters.
-    property bool isSmall: false
+    /// The most room there is. A longer number becomes "99+".
+    property real maximumWidth: Infinity
 
-    implicitWidth: Math.max(label.implicitWidth + (isSmall ? 7 : 12), implicitHeight)
-    implicitHeight: isSmall ? 15 : 18
+    implicitWidth: Math.max(label.implicitWidth + 12, implicitHeight)
+    implicitHeight: 18
     radius: implicitHeight / 2
-    color: tint
+    color: Theme.strong(tint)
 
+    TextMetrics {
+        id: whole
+
+        text: badge.text
+        font: label.font
+    }
     Text {
         id: label
 
         anchors.centerIn: parent
-        text: badge.isSmall && badge.text.length > 2 ? "99+" : badge.text
+        text: whole.advanceWidth + 12 > badge.maximumWidth ? "99+" : badge.text
         color: "#FFFFFF"
-        font.pixelSize: badge.isSmall ? 9 : 11
+        font.pixelSize: 11
+        font.bold: true
         textFormat: Text.PlainText
     }
 }

@@ -17,7 +17,6 @@ T.ComboBox {
     rightPadding: 28
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
-    Accessible.role: Accessible.ComboBox
     Accessible.name: name
     Accessible.description: displayText
     Accessible.onPressAction: popup.open()
@@ -55,7 +54,6 @@ T.ComboBox {
         implicitHeight: 32
         text: modelData
         highlighted: control.highlightedIndex === index
-        Accessible.role: Accessible.ListItem
         Accessible.name: modelData
         Accessible.onPressAction: item.clicked()
 
@@ -82,7 +80,7 @@ T.ComboBox {
         }
         background: Rectangle {
             radius: 6
-            color: item.highlighted ? Theme.accent : "transparent"
+            color: item.highlighted ? Theme.selected : "transparent"
         }
     }
     popup: T.Popup {
@@ -99,6 +97,8 @@ T.ComboBox {
             model: control.popup.visible ? control.delegateModel : null
             currentIndex: control.highlightedIndex
             highlightMoveDuration: 0
+            Accessible.role: Accessible.List
+            Accessible.name: control.name
             T.ScrollBar.vertical: ThinScrollBar {}
         }
         background: Rectangle {

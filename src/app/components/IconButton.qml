@@ -29,7 +29,7 @@ T.AbstractButton {
             width: control.iconSize
             height: control.iconSize
             symbol: control.symbol
-            color: control.tint
+            color: Contrast.readable(control.tint, Qt.tint(Theme.worstGround, Theme.pressed), 3)
         }
     }
     background: Rectangle {

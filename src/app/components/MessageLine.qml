@@ -15,17 +15,52 @@ Row {
     property int kind: MessageLine.Neutral
     readonly property color tint: kind === MessageLine.Failure ? Theme.red : kind === MessageLine.Success ? Theme.green : Theme.gray
 
+    /// The text that assistive tools know.
+    property string toldText: ""
+
+    /// Tells assistive tools of a changed message, and shows it if it is a failure in a scroll area.
+    function tell(): void {
+        if (!line.visible)
+            return;
+        if (line.toldText !== "")
+            Announcer.announce(line);
+        line.toldText = line.text;
+        if (line.kind !== MessageLine.Failure)
+            return;
+        // The line, and the columns around it that make room for it, have not been laid out yet.
+        line.forceLayout();
+        let ancestor = line.parent;
+        while (ancestor && !(ancestor as ScrollArea)) {
+            (ancestor as Column)?.forceLayout();
+            ancestor = ancestor.parent;
+        }
+        (ancestor as ScrollArea)?.reveal(line);
+    }
+
     visible: text !== ""
+    onTextChanged: {
+        if (text === "")
+            toldText = "";
+        else
+            telling.restart();
+    }
     spacing: 6
     Accessible.role: Accessible.AlertMessage
     Accessible.name: text
 
+    Timer {
+        id: telling
+
+        // Later, when the line has its size and its kind.
+        interval: 0
+        onTriggered: line.tell()
+    }
     SymbolIcon {
         y: 1
         width: 16
         height: 16
         symbol: line.kind === MessageLine.Failure ? "exclamationmark.circle" : line.kind === MessageLine.Success ? "checkmark.circle" : "info.circle"
-        color: line.tint
+        color: Theme.sign(line.tint)
     }
     ThemedText {
         width: line.width - 22

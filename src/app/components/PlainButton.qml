@@ -12,8 +12,13 @@ T.Button {
     property color tint: Theme.text
     property color ground: Theme.fill
     /// Background colours when hovered and when pressed.
-    property color hoveredGround: Theme.isDark ? "#46464B" : "#DCDCE1"
-    property color pressedGround: Theme.isDark ? "#55555A" : "#CFCFD5"
+    property color hoveredGround: isTinted ? Qt.rgba(ground.r, ground.g, ground.b, ground.a + 0.06) : Theme.isDark ? "#46464B" : "#DCDCE1"
+    property color pressedGround: isTinted ? Qt.rgba(ground.r, ground.g, ground.b, ground.a + 0.1) : Theme.isDark ? "#55555A" : "#CFCFD5"
+    /// The opaque colour below the button.
+    property color surface: Theme.card
+    readonly property bool isTinted: ground.a < 1
+    /// The tone of `tint` that is readable on the button in each of its states.
+    readonly property color foreground: Contrast.readable(tint, Qt.tint(surface, pressedGround), 4.5)
 
     implicitWidth: Math.max(implicitContentWidth + leftPadding + rightPadding, Theme.controlHeight)
     implicitHeight: Math.max(implicitContentHeight + topPadding + bottomPadding, Theme.controlHeight)
@@ -44,7 +49,7 @@ T.Button {
                 height: 16
                 visible: control.symbol !== ""
                 symbol: control.symbol
-                color: control.tint
+                color: control.foreground
             }
             Text {
                 id: label
@@ -55,7 +60,7 @@ T.Button {
                 text: control.text
                 font.pixelSize: control.font.pixelSize
                 font.weight: control.font.weight
-                color: control.tint
+                color: control.foreground
                 elide: Text.ElideRight
                 textFormat: Text.PlainText
                 renderType: Text.NativeRendering

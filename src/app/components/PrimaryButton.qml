@@ -6,8 +6,8 @@ PlainButton {
     property color accent: Theme.accent
 
     tint: "#FFFFFF"
-    ground: accent
-    hoveredGround: Qt.lighter(accent, 1.08)
-    pressedGround: Qt.darker(accent, 1.18)
+    ground: Theme.strong(accent)
+    hoveredGround: Qt.darker(ground, 1.08)
+    pressedGround: Qt.darker(ground, 1.18)
     font.weight: Font.Medium
 }

@@ -13,7 +13,7 @@ T.ProgressBar {
 
     background: Rectangle {
         radius: height / 2
-        color: Theme.fill
+        color: Theme.track
     }
     contentItem: Item {
         clip: true
@@ -27,7 +27,7 @@ T.ProgressBar {
             width: control.indeterminate ? parent.width * 0.3 : parent.width * control.position
             height: parent.height
             radius: height / 2
-            color: control.tint
+            color: Contrast.readable(control.tint, Theme.track, 3)
 
             SequentialAnimation on phase {
                 running: control.indeterminate && control.visible

@@ -7,7 +7,6 @@ TextInputField {
 
     symbol: "magnifyingglass"
     rightPadding: length > 0 ? 34 : 10
-    Accessible.role: Accessible.EditableText
 
     IconButton {
         anchors.right: parent.right

@@ -1,11 +1,10 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Templates as T
 import Lexiquill
 
 /// A few choices side by side, one of them selected.
-T.Control {
+Rectangle {
     id: control
 
     /// The texts of the choices.
@@ -19,68 +18,57 @@ T.Control {
 
     implicitWidth: row.implicitWidth + 4
     implicitHeight: Theme.controlHeight
-    Accessible.role: Accessible.PageTabList
-    Accessible.name: name
+    radius: Theme.controlRadius
+    color: Theme.fill
 
-    background: Rectangle {
-        radius: Theme.controlRadius
-        color: Theme.fill
-    }
-    contentItem: Item {
-        Row {
-            id: row
+    Row {
+        id: row
 
-            x: 2
-            y: 2
-            height: parent.height - 4
+        x: 2
+        y: 2
+        height: parent.height - 4
+        Accessible.role: Accessible.Grouping
+        Accessible.name: control.name
 
-            Repeater {
-                model: control.choices
+        Repeater {
+            model: control.choices
 
-                T.RadioButton {
-                    id: segment
+            RadioChoice {
+                id: segment
 
-                    required property int index
-                    required property string modelData
+                required property int index
+                required property string modelData
 
-                    width: control.width > 0 ? Math.max(implicitWidth, (control.width - 4) / control.choices.length) : implicitWidth
-                    implicitWidth: label.implicitWidth + 24
-                    height: row.height
-                    text: modelData
-                    checkable: false
-                    checked: index === control.currentIndex
-                    focusPolicy: Qt.StrongFocus
-                    Accessible.name: text
-                    Accessible.checked: checked
-                    Accessible.onPressAction: segment.clicked()
-                    Accessible.onToggleAction: segment.clicked()
-                    onClicked: control.chosen(index)
-                    Keys.onLeftPressed: if (index > 0)
-                        nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
-                    Keys.onRightPressed: if (index < control.choices.length - 1)
-                        nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
-                    Keys.onReturnPressed: segment.clicked()
+                width: control.width > 0 ? Math.max(implicitWidth, (control.width - 4) / control.choices.length) : implicitWidth
+                implicitWidth: label.implicitWidth + 24
+                height: row.height
+                isHorizontal: true
+                text: modelData
+                checked: index === control.currentIndex
+                onClicked: control.chosen(index)
 
-                    background: Rectangle {
-                        radius: Theme.controlRadius - 2
-                        color: segment.checked ? (Theme.isDark ? "#636368" : "#FFFFFF") : segment.hovered ? Theme.hover : "transparent"
+                background: Rectangle {
+                    radius: Theme.controlRadius - 2
+                    color: segment.checked ? (Theme.isDark ? "#636368" : "#FFFFFF") : segment.hovered ? Theme.hover : "transparent"
+                    border.width: segment.checked ? 1 : 0
+                    border.color: Theme.controlBorder
 
-                        FocusRing {
-                            shown: segment.visualFocus
-                        }
+                    FocusRing {
+                        radius: parent.radius
+                        shown: segment.visualFocus
                     }
-                    contentItem: Text {
-                        id: label
+                }
+                contentItem: Text {
+                    id: label
 
-                        text: segment.text
-                        color: Theme.text
-                        font.pixelSize: Theme.bodySize - 1
-                        font.weight: segment.checked ? Font.DemiBold : Font.Normal
-                        horizontalAlignment: Text.AlignHCenter
-                        verticalAlignment: Text.AlignVCenter
-                        elide: Text.ElideRight
-                        textFormat: Text.PlainText
-                    }
+                    text: segment.text
+                    color: Theme.text
+                    font.pixelSize: Theme.bodySize - 1
+                    font.weight: segment.checked ? Font.DemiBold : Font.Normal
+                    horizontalAlignment: Text.AlignHCenter
+                    verticalAlignment: Text.AlignVCenter
+                    elide: Text.ElideRight
+                    textFormat: Text.PlainText
                 }
             }
         }

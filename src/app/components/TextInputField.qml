@@ -17,7 +17,7 @@ T.TextField {
     bottomPadding: 5
     color: Theme.text
     placeholderTextColor: Theme.tertiaryText
-    selectionColor: Theme.accent
+    selectionColor: Theme.selected
     selectedTextColor: "#FFFFFF"
     font.pixelSize: Theme.bodySize
     verticalAlignment: TextInput.AlignVCenter
@@ -30,9 +30,10 @@ T.TextField {
         radius: Theme.controlRadius
         color: Theme.field
         border.width: control.activeFocus ? 2 : 1
-        border.color: control.activeFocus ? Theme.accent : Theme.fieldBorder
+        border.color: control.activeFocus ? Theme.focus : Theme.controlBorder
     }
 
+    FieldMenu {}
     Text {
         x: control.leftPadding
         width: control.width - control.leftPadding - control.rightPadding

@@ -16,6 +16,8 @@ QtObject {
     readonly property color red: "#FF3B30"
     readonly property color gray: isDark ? "#98989D" : "#8E8E93"
     readonly property color accent: blue
+    /// The ground of white text in the accent colour: selected rows, main buttons.
+    readonly property color selected: strong(accent)
 
     /// Background of the detail area, and the colours of the elements on it.
     readonly property color ground: isDark ? "#1E1E20" : "#F5F5F7"
@@ -24,6 +26,13 @@ QtObject {
     readonly property color sheet: isDark ? "#2A2A2D" : "#FBFBFC"
     readonly property color field: isDark ? "#38383C" : "#FFFFFF"
     readonly property color fieldBorder: isDark ? "#4A4A4F" : "#D6D6DB"
+    /// The outline that shows where a control is.
+    readonly property color controlBorder: isDark ? "#929298" : "#7C7C82"
+    /// The two lines of the focus ring. One of them stands out on every ground.
+    readonly property color focus: isDark ? "#5EB0FF" : selected
+    readonly property color focusGap: isDark ? "#1E1E20" : "#FFFFFF"
+    /// The part of a progress bar that is not filled yet.
+    readonly property color track: isDark ? "#3A3A3E" : "#EAEAED"
     readonly property color fill: isDark ? "#3A3A3E" : "#E6E6EA"
     readonly property color hover: isDark ? Qt.rgba(1, 1, 1, 0.07) : Qt.rgba(0, 0, 0, 0.05)
     readonly property color pressed: isDark ? Qt.rgba(1, 1, 1, 0.13) : Qt.rgba(0, 0, 0, 0.1)
@@ -31,9 +40,12 @@ QtObject {
     readonly property color dim: Qt.rgba(0, 0, 0, isDark ? 0.5 : 0.32)
 
     readonly property color text: isDark ? "#F2F2F4" : "#1D1D1F"
-    readonly property color secondaryText: isDark ? "#A6A6AC" : "#6A6A70"
-    readonly property color tertiaryText: isDark ? "#929298" : "#7A7A80"
+    readonly property color secondaryText: isDark ? "#B8B8BE" : "#5A5A60"
+    readonly property color tertiaryText: isDark ? "#B2B2B8" : "#6A6A70"
     readonly property color selection: isDark ? Qt.rgba(0.04, 0.52, 1, 0.28) : Qt.rgba(0.04, 0.52, 1, 0.14)
+
+    /// The grounds with the least contrast for colours: of the screens and sheets, and of a hovered row.
+    readonly property color worstGround: isDark ? "#333336" : "#F0F0F2"
 
     readonly property int unit: 8
     readonly property int radius: 12
@@ -72,8 +84,18 @@ QtObject {
         return Qt.rgba(base.r, base.g, base.b, theme.isDark ? 0.22 : 0.12);
     }
 
-    /// A variant of a colour with enough contrast for text on the tint of that colour.
+    /// A tone of a colour for text on the tint of that colour, or on any ground of a screen or sheet.
     function onTint(base: color): color {
-        return theme.isDark ? Qt.lighter(base, 1.25) : Qt.darker(base, 1.35);
+        return Contrast.readable(base, Qt.tint(theme.worstGround, theme.tint(base)), 4.5);
+    }
+
+    /// A tone of a colour for symbols and lines on any ground of a screen or sheet.
+    function sign(base: color): color {
+        return Contrast.readable(base, theme.worstGround, 3);
+    }
+
+    /// A tone of a colour for the ground of white text.
+    function strong(base: color): color {
+        return Contrast.readable(base, "#FFFFFF", 4.5);
     }
 }

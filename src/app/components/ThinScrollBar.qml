@@ -18,6 +18,6 @@ T.ScrollBar {
         implicitHeight: 6
         radius: 3
         color: Theme.text
-        opacity: control.pressed ? 0.5 : control.hovered ? 0.38 : 0.2
+        opacity: control.pressed ? 0.7 : control.hovered ? 0.6 : 0.5
     }
 }

@@ -14,11 +14,14 @@ Rectangle {
 
     /// Shows a message; `whenActed` is called if the user clicks the action while the message is shown.
     function show(text: string, actionName: string, whenActed: var): void {
+        const isShown = toast.visible;
         toast.message = text;
         toast.actionText = actionName;
         toast.action = whenActed;
         toast.visible = true;
         timer.restart();
+        if (isShown)
+            Announcer.announce(toast);
     }
 
     function hide(): void {
@@ -35,7 +38,7 @@ Rectangle {
     width: Math.min(row.implicitWidth + 4 * Theme.unit, (parent ? parent.width : 400) - 4 * Theme.unit)
     height: 44
     radius: Theme.radius
-    color: Theme.isDark ? "#48484C" : "#2C2C2E"
+    color: Theme.isDark ? "#3A3A3E" : "#2C2C2E"
     Accessible.role: Accessible.AlertMessage
     Accessible.name: message
 
@@ -68,10 +71,11 @@ Rectangle {
             anchors.verticalCenter: parent.verticalCenter
             visible: toast.actionText !== ""
             text: toast.actionText
+            surface: toast.color
             tint: "#6CB6FF"
             ground: "#1FFFFFFF"
-            hoveredGround: "#33FFFFFF"
-            pressedGround: "#47FFFFFF"
+            hoveredGround: "#29FFFFFF"
+            pressedGround: "#33FFFFFF"
             onClicked: {
                 const act = toast.action;
                 toast.hide();

@@ -20,11 +20,16 @@ T.Switch {
     Accessible.onToggleAction: control.change()
 
     indicator: Rectangle {
+        id: track
+
         anchors.verticalCenter: parent.verticalCenter
         width: 38
         height: 22
         radius: 11
         color: control.checked ? Theme.green : Theme.isDark ? "#5A5A5F" : "#D1D1D6"
+        border.width: 1
+        // The fills alone have too little contrast.
+        border.color: control.checked ? Theme.sign(Theme.green) : Theme.controlBorder
 
         Rectangle {
             x: control.checked ? 18 : 2
@@ -33,6 +38,8 @@ T.Switch {
             height: 18
             radius: 9
             color: "#FFFFFF"
+            border.width: 1
+            border.color: Contrast.readable(track.color, "#FFFFFF", 3)
 
             Behavior on x {
                 NumberAnimation {
@@ -41,7 +48,8 @@ T.Switch {
             }
         }
         FocusRing {
-            radius: 13
+            anchors.margins: -4
+            radius: 15
             shown: control.visualFocus
         }
     }

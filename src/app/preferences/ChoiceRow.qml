@@ -1,9 +1,8 @@
 import QtQuick
-import QtQuick.Templates as T
 import Lexiquill
 
-/// One row of a vertical list of choices.
-T.RadioButton {
+/// One row of a vertical list of choices; the list is a ChoiceGroup.
+RadioChoice {
     id: control
 
     /// A symbol before the text; empty for none.
@@ -14,20 +13,8 @@ T.RadioButton {
     property string detail: ""
 
     implicitHeight: Math.max(32, texts.implicitHeight + 10)
-    // The owner sets `checked`.
-    checkable: false
     hoverEnabled: true
-    focusPolicy: Qt.StrongFocus
-    Accessible.name: text
     Accessible.description: detail === "" ? trailing : detail
-    Accessible.checkable: true
-    Accessible.checked: checked
-    Accessible.onPressAction: control.clicked()
-    Accessible.onToggleAction: control.clicked()
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
-    Keys.onUpPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
-    Keys.onDownPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
 
     background: Rectangle {
         radius: Theme.controlRadius
@@ -42,7 +29,7 @@ T.RadioButton {
             id: mark
 
             x: 6
-            y: 7
+            y: texts.y + (label.height - height) / 2
             width: 18
             height: 18
             radius: 9
@@ -64,12 +51,12 @@ T.RadioButton {
 
             anchors.left: mark.right
             anchors.leftMargin: Theme.unit
-            y: 7
+            y: mark.y
             width: control.symbol === "" ? 0 : 18
             height: 18
             visible: control.symbol !== ""
             symbol: control.symbol
-            color: Theme.accent
+            color: Theme.sign(Theme.accent)
         }
         Column {
             id: texts
@@ -82,6 +69,8 @@ T.RadioButton {
             spacing: 2
 
             ThemedText {
+                id: label
+
                 width: parent.width
                 text: control.text
                 elide: Text.ElideRight

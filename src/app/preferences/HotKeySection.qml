@@ -36,8 +36,9 @@ PreferenceSection {
             onClicked: HotKeyManager.resetToDefault()
         }
     }
-    Column {
+    ChoiceGroup {
         width: parent.width
+        name: section.title
 
         Repeater {
             model: editor.presetNames

@@ -34,11 +34,14 @@ Sheet {
             width: parent.width
         }
         PreferenceSection {
+            id: sources
+
             width: parent.width
             title: "词典数据源"
 
-            Column {
+            ChoiceGroup {
                 width: parent.width
+                name: sources.title
                 spacing: 4
 
                 Repeater {

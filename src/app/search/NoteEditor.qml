@@ -56,7 +56,7 @@ FocusScope {
         padding: 10
         wrapMode: TextEdit.Wrap
         color: Theme.text
-        selectionColor: Theme.accent
+        selectionColor: Theme.selected
         selectedTextColor: "#FFFFFF"
         font.pixelSize: Theme.bodySize
         selectByMouse: true
@@ -78,9 +78,10 @@ FocusScope {
             radius: Theme.controlRadius
             color: Theme.isDark ? Theme.field : Theme.ground
             border.width: area.activeFocus ? 2 : 0
-            border.color: Theme.accent
+            border.color: Theme.focus
         }
 
+        FieldMenu {}
         ThemedText {
             x: 10
             y: 10

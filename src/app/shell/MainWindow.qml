@@ -102,6 +102,10 @@ Window {
         }
     }
 
+    FocusGuard {
+        window: window
+        content: content
+    }
     DictionaryDropArea {
         // Above the sheets while something is dragged; otherwise it would keep the mouse wheel from them.
         z: isWanted ? 2000000 : -1

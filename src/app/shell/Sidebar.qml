@@ -33,11 +33,13 @@ Rectangle {
         anchors.margins: Theme.unit
         anchors.topMargin: 2 * Theme.unit
         spacing: 2
+        Accessible.role: Accessible.PageTabList
+        Accessible.name: "页面"
 
         Repeater {
             model: [ContentView.TabItem.Dictionary, ContentView.TabItem.WeeklyReview, ContentView.TabItem.History, ContentView.TabItem.Statistics]
 
-            SidebarRow {
+            SidebarTab {
                 required property int modelData
 
                 width: parent?.width ?? 0
@@ -60,7 +62,6 @@ Rectangle {
         SidebarRow {
             width: parent.width
             isCollapsed: sidebar.isCollapsed
-            isQuiet: true
             symbol: SyncManager.isLoggedIn ? "person.crop.circle.fill.badge.checkmark" : "person.crop.circle"
             text: SyncManager.isLoggedIn ? SyncManager.currentUser : "多端同步"
             help: "登录/注册以在手机浏览器 (" + ContentView.serverBase + "/app) 继续在线背诵"
@@ -69,7 +70,6 @@ Rectangle {
         SidebarRow {
             width: parent.width
             isCollapsed: sidebar.isCollapsed
-            isQuiet: true
             symbol: ContentView.sourceIconName(DictionaryService.currentMode)
             text: ContentView.sourceTitle(DictionaryService.currentMode)
             help: "词典数据源切换：有道在线词典 (默认，带发音与例句) / 苹果本地离线词典"
@@ -81,7 +81,6 @@ Rectangle {
         SidebarRow {
             width: parent.width
             isCollapsed: sidebar.isCollapsed
-            isQuiet: true
             isBusy: ContentView.isIndexingSpotlight
             symbol: "sparkle.magnifyingglass"
             text: "同步 Spotlight"
@@ -92,7 +91,6 @@ Rectangle {
         SidebarRow {
             width: parent.width
             isCollapsed: sidebar.isCollapsed
-            isQuiet: true
             symbol: "arrow.down.circle"
             isBusy: UpdateManager.isChecking
             text: "检查更新..."
@@ -102,7 +100,6 @@ Rectangle {
         SidebarRow {
             width: parent.width
             isCollapsed: sidebar.isCollapsed
-            isQuiet: true
             symbol: "keyboard"
             text: "全局快捷键: " + HotKeyManager.currentShortcut.symbolString + " (点击自定义)"
             isTall: !isCollapsed
@@ -113,11 +110,9 @@ Rectangle {
 
             width: parent.width
             isCollapsed: sidebar.isCollapsed
-            isQuiet: true
             isOpen: sidebar.menu?.visible ?? false
             symbol: "line.3.horizontal"
             text: "菜单"
-            Accessible.role: Accessible.ButtonMenu
             onClicked: sidebar.openMenu()
         }
     }

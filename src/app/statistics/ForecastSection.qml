@@ -78,7 +78,7 @@ Card {
                         y: Math.max(-section.overhang, free)
                         height: section.labelHeight
                         role: ThemedText.Caption
-                        color: isOnBar ? "#FFFFFF" : day.isEmpty ? section.secondary : Theme.text
+                        color: isOnBar ? "#FFFFFF" : day.isEmpty ? Theme.secondaryText : Theme.text
                         text: day.count.toFixed(0)
                         verticalAlignment: Text.AlignVCenter
                         Accessible.ignored: true

@@ -25,7 +25,7 @@ Card {
                 width: 18
                 height: 18
                 symbol: card.symbol
-                color: card.tint
+                color: Theme.sign(card.tint)
             }
             ThemedText {
                 anchors.verticalCenter: parent.verticalCenter
@@ -37,7 +37,7 @@ Card {
         ThemedText {
             width: parent.width
             text: card.value.toFixed(0)
-            color: card.tint
+            color: Theme.onTint(card.tint)
             font.pixelSize: 26
             font.weight: Font.Bold
             elide: Text.ElideRight

@@ -33,7 +33,7 @@ Card {
                 anchors.right: parent.right
                 font.pixelSize: 14
                 font.weight: Font.DemiBold
-                color: Theme.blue
+                color: Theme.onTint(Theme.blue)
                 text: section.rateText
             }
         }

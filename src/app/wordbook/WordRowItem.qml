@@ -16,7 +16,7 @@ Item {
 
     readonly property bool hasKeyboard: ListView.view.activeFocus
     readonly property color foreground: selected && hasKeyboard ? "#FFFFFF" : Theme.text
-    readonly property color quietForeground: selected && hasKeyboard ? "#E6FFFFFF" : Theme.secondaryText
+    readonly property color quietForeground: selected && hasKeyboard ? "#FFFFFF" : Theme.secondaryText
 
     signal pressed(modifiers: int)
     signal doubleClicked
@@ -36,7 +36,7 @@ Item {
         anchors.topMargin: 1
         anchors.bottomMargin: 1
         radius: Theme.controlRadius
-        color: row.selected ? (row.hasKeyboard ? Theme.accent : Theme.fill) : mouse.containsMouse ? Theme.hover : "transparent"
+        color: row.selected ? (row.hasKeyboard ? Theme.selected : Theme.fill) : mouse.containsMouse ? Theme.hover : "transparent"
     }
     Text {
         id: title

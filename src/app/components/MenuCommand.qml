@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Lexiquill
 
-/// A menu item with its keyboard shortcut.
+/// A command of a menu, with its keyboard shortcut.
 T.MenuItem {
     id: control
 
@@ -10,7 +10,7 @@ T.MenuItem {
 
     implicitWidth: label.implicitWidth + keysText.implicitWidth + 48
     implicitHeight: 30
-    Accessible.role: Accessible.MenuItem
+    opacity: enabled ? 1 : 0.45
     Accessible.name: text
     Accessible.description: keys
     Accessible.onPressAction: control.triggered()
@@ -39,6 +39,6 @@ T.MenuItem {
     }
     background: Rectangle {
         radius: 6
-        color: control.highlighted ? Theme.accent : "transparent"
+        color: control.highlighted ? Theme.selected : "transparent"
     }
 }
