@@ -57,6 +57,9 @@ Sheet {
                 }
             }
         }
+        SoundSection {
+            width: parent.width
+        }
         DictionarySection {
             id: dictionaries
 

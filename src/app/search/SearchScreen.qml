@@ -54,6 +54,8 @@ FocusScope {
             else
                 patience.stop();
         }
+        onFound: if (Preferences.pronouncesCards)
+            (card.children[0] as DefinitionCard).pronounceIfShown()
     }
     // A quick lookup shows no progress message.
     Timer {

@@ -119,6 +119,7 @@ void SearchSession::finish(const LookupResult &result) {
         m_headword = record.word;
         m_sourceText = QStringLiteral("来源：") + plainTitle(result.actualMode);
         setState(State::Found);
+        Q_EMIT found();
         return;
     }
     // A word found earlier is still in the wordbook, even if no source finds it this time.
@@ -128,6 +129,7 @@ void SearchSession::finish(const LookupResult &result) {
         m_headword = record.word;
         m_sourceText = QStringLiteral("来源：生词本");
         setState(State::Found);
+        Q_EMIT found();
         return;
     }
     const QString offline = plainTitle(DictionarySourceMode::AppleOffline);
