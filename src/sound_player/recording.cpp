@@ -66,7 +66,8 @@ void Recording::play() {
     m_source.open(QIODevice::ReadOnly);
     m_sink = std::make_unique<QAudioSink>(m_device, m_format);
     QObject::connect(m_sink.get(), &QAudioSink::stateChanged, [this](QAudio::State state) {
-        if (state == QAudio::IdleState || state == QAudio::StoppedState)
+        // A busy machine can make it idle in the middle.
+        if ((state == QAudio::IdleState && m_source.atEnd()) || state == QAudio::StoppedState)
             m_finished(m_sink->error() == QAudio::OpenError || m_sink->error() == QAudio::FatalError
                            ? SoundOutcome::NoDevice
                            : SoundOutcome::Played);

@@ -69,7 +69,7 @@ struct Speech::Connection {
 };
 
 Speech::Speech(const QString &text, const QString &language, std::function<void()> started,
-               std::function<void(SoundOutcome)> finished)
+               const std::function<void(SoundOutcome)> &finished)
     : m_connection(std::make_unique<Connection>()) {
     char *error = nullptr;
     constexpr int startsService = 1;

@@ -15,7 +15,7 @@ public:
     /// `language`: such as "en-GB". Starts the service if it does not run. Waits for its answers, however
     /// long they take. `started` and `finished` are called by the event loop of the main thread.
     Speech(const QString &text, const QString &language, std::function<void()> started,
-           std::function<void(SoundOutcome)> finished);
+           const std::function<void(SoundOutcome)> &finished);
     /// Ends the speech, too.
     ~Speech();
     Q_DISABLE_COPY_MOVE(Speech)

@@ -35,7 +35,7 @@ private Q_SLOTS:
         m_desktop->home.setWordbook("[]");
         m_desktop->home.environment.insert(u"PULSE_SERVER"_s, m_sound->address());
         m_desktop->home.environment.insert(u"SPEECHD_ADDRESS"_s, m_speech->address());
-        set({});
+        set(u"dictionarySourceMode=appleOffline\n"_s);
     }
     void cleanup() {
         m_desktop.reset();
@@ -53,7 +53,7 @@ private Q_SLOTS:
     }
 
     void cardsPronounceTheirWordOnce() {
-        set(u"lexiquill_pronounces_cards=true\nlexiquill_accent=british\n"_s);
+        set(u"dictionarySourceMode=appleOffline\nlexiquill_pronounces_cards=true\nlexiquill_accent=british\n"_s);
         m_desktop->startApplication();
         lookUp(u"apple"_s);
         QTRY_VERIFY(m_sound->heard(britishTone) >= 300);
@@ -67,6 +67,29 @@ private Q_SLOTS:
         m_desktop->press(u"ctrl+1"_s);
         lookUp(u"cherry"_s);
         QTRY_COMPARE(asked(), u"apple&type=1 banana&type=1 cherry&type=1"_s);
+    }
+
+    void hiddenCardsAreSilent() {
+        std::atomic<bool> isAsked = false;
+        std::atomic<bool> isHidden = false;
+        m_http->setHandler([&](const ServedRequest &) -> ServedAnswer {
+            isAsked = true;
+            isHidden.wait(false);
+            return {.status = 404};
+        });
+        set(u"lexiquill_pronounces_cards=true\ndictionarySourceMode=youdaoOnline\n"_s);
+        m_desktop->startApplication();
+        m_desktop->type(u"apple"_s);
+        m_desktop->press(u"Return"_s);
+        QTRY_VERIFY(isAsked);
+        m_desktop->closeWindow();
+        isHidden = true;
+        isHidden.notify_all();
+        QTRY_COMPARE(m_desktop->home.words()->size(), 1);
+        QCOMPARE(m_desktop->run().status, 0);
+        QTRY_VERIFY(tree().shows(u"heading"_s, u"apple"_s));
+        QTest::qWait(1000);
+        QVERIFY(!m_http->targets().contains(u"dictvoice"_s));
     }
 
     void closingTheCardStopsTheSound_data() { addRows("typing\nscreen\nwindow"); }
@@ -110,8 +133,7 @@ private Q_SLOTS:
 private:
     const AccessibleTree &tree() const { return m_desktop->tree(); }
     void set(const QString &moreSettings) const {
-        m_desktop->home.setOnlineBase(m_http->base(),
-                                      u"dictionarySourceMode=appleOffline\n"_s + moreSettings);
+        m_desktop->home.setOnlineBase(m_http->base(), moreSettings);
     }
     void lookUp(const QString &word) const {
         m_desktop->press(u"ctrl+1"_s);
@@ -122,12 +144,7 @@ private:
         QTRY_VERIFY(tree().shows(u"heading"_s, word));
     }
     /// The recordings that were asked for.
-    QString asked() const {
-        QStringList list;
-        for (const ServedRequest &request : m_http->requests())
-            list += QString::fromLatin1(request.target).section(u"audio="_s, 1);
-        return list.join(u' ');
-    }
+    QString asked() const { return m_http->targets().remove(u"/dictvoice?audio="_s); }
 
     std::unique_ptr<SoundServer> m_sound;
     std::unique_ptr<SpeechServer> m_speech;

@@ -20,11 +20,10 @@ Card {
     property Toast toast: null
     readonly property alias word: record.headword
     readonly property alias exists: record.exists
+    readonly property bool isShown: visible && Window.visibility !== Window.Hidden && Window.visibility !== Window.Minimized
 
     /// The user deleted the word.
     signal deleted(word: string)
-
-    readonly property bool isShown: visible && Window.visibility !== Window.Hidden && Window.visibility !== Window.Minimized
 
     function pronounce(): void {
         pronunciation.play(record.headword);

@@ -36,6 +36,8 @@ QString reasonOf(SoundOutcome outcome) {
         return QStringLiteral("语音服务 (speech-dispatcher) 没有安装或没有回应。");
     case SoundOutcome::NoVoice:
         return QStringLiteral("语音服务没有可用的语音引擎 (speech-dispatcher-espeak-ng)。");
+    case SoundOutcome::NoPlayer:
+        return QStringLiteral("没有安装多媒体组件 (libqt6multimedia6, libspeechd2)。");
     }
     return QStringLiteral("系统的多媒体组件出错。");
 }
@@ -203,11 +205,13 @@ void Pronunciation::onSoundFinished(SoundOutcome outcome) {
     } else if (m_isSpeaking) {
         m_isSpeaking = false;
         setSynthetic(false);
-        const SoundOutcome cause = outcome == SoundOutcome::NoVoice ? outcome : SoundOutcome::NoSpeechService;
-        m_reason += QStringLiteral("也无法由系统语音朗读：") + reasonOf(cause);
+        // A service that does not answer leaves the player waiting.
+        m_reason += QStringLiteral("也无法由系统语音朗读：") +
+                    reasonOf(outcome == SoundOutcome::Unplayable ? SoundOutcome::NoSpeechService : outcome);
         tryNext();
     } else {
-        if (outcome == SoundOutcome::NoDevice) {
+        if (outcome == SoundOutcome::NoDevice || outcome == SoundOutcome::NoPlayer) {
+            // The next source would fail, too.
             m_reason = QString();
             m_sources.clear();
         }

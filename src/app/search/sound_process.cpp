@@ -56,7 +56,7 @@ void SoundProcess::start(const QStringList &arguments) {
     });
     connect(m_player, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
         if (error == QProcess::FailedToStart)
-            end(SoundOutcome::Unplayable);
+            end(SoundOutcome::NoPlayer);
     });
     m_patience.start(longestStart);
     m_player->start(usualPlayer(), arguments);

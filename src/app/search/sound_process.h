@@ -25,7 +25,7 @@ public:
 Q_SIGNALS:
     /// The sound begins.
     void started();
-    /// A player that crashed, could not be started or did not begin in time counts as Unplayable.
+    /// A player that crashed or did not begin in time counts as Unplayable.
     void finished(SoundOutcome outcome);
 
 private:
