@@ -2,6 +2,7 @@
 
 #include "dictionaries/article/formatted_article.h"
 #include "dictionaries/english/base_forms.h"
+#include "dictionaries/recording_accents.h"
 #include "support/text.h"
 
 #include <QDir>
@@ -260,11 +261,12 @@ std::optional<QByteArray> DictionaryShelf::resource(const QString &path, const Q
     return bytes;
 }
 
-std::optional<DictionaryShelf::Sound> DictionaryShelf::sound(const QString &word) {
+std::optional<DictionaryShelf::Sound> DictionaryShelf::sound(const QString &word, Accent accent) {
     const std::lock_guard lock(m_suggestions.mutex());
     std::optional<Sound> sound;
     askAll(m_suggestions, [&](Dictionary &dictionary) {
-        for (const QString &path : article::soundLinks(dictionary.articles(word.simplified()).articles)) {
+        const QStringList paths = article::soundLinks(dictionary.articles(word.simplified()).articles);
+        for (const QString &path : inOrderFor(accent, paths)) {
             if (auto bytes = dictionary.resource(path)) {
                 sound = Sound{.bytes = *bytes, .suffix = QFileInfo(path).suffix().toLower()};
                 return false;

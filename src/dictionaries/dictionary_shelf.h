@@ -1,6 +1,7 @@
 #pragma once
 
 #include "dictionaries/shelf_row.h"
+#include "model/accent.h"
 
 #include <QList>
 #include <QString>
@@ -77,8 +78,9 @@ public:
     /// The article of a word in the dictionary with this path, as rich text; see article::formattedArticle().
     /// Empty if there is none.
     QString formattedArticle(const QString &path, const QString &word);
-    /// The pronunciation of a headword from the first dictionary that has one.
-    std::optional<Sound> sound(const QString &word);
+    /// The pronunciation of a headword from the first dictionary that has one; in the other accent if it does
+    /// not have it in this one.
+    std::optional<Sound> sound(const QString &word, Accent accent);
     /// A file that comes with the dictionary with this path; see DictionaryReader::resource().
     std::optional<QByteArray> resource(const QString &path, const QString &name);
 

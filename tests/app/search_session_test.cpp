@@ -1,12 +1,8 @@
 #include "app/search/definition_rows.h"
-#include "app/search/pronunciation.h"
 #include "app/search/search_session.h"
 #include "app/search/word_card.h"
 #include "app/search/word_picker.h"
 #include "app/test_services.h"
-#include "http_server.h"
-#include "settings/server_addresses.h"
-#include "stardict_writer.h"
 #include "support/test.h"
 
 #include <QAbstractItemModelTester>
@@ -259,66 +255,6 @@ private Q_SLOTS:
         QFETCH(const QStringList, cells);
         const qsizetype place = cells[0].indexOf(u'^');
         QCOMPARE(wordsAt(QString(cells[0]).remove(u'^'), place).join(u' '), cells[1]);
-    }
-
-    void audioAddress() {
-        const QString base = u"https://dict.example"_s;
-        QCOMPARE(pronunciationUrl(base, u" ice cream "_s).toEncoded(),
-                 "https://dict.example/dictvoice?audio=ice%20cream&type=2"_ba);
-        QVERIFY(!pronunciationUrl(base, u" "_s).isValid());
-    }
-
-    /// Whatever the server sends instead of a recording, and whatever the machine can play, there is a
-    /// message.
-    void unplayableSounds_data() {
-        columns<ServedAnswer, QString>("answer", "message");
-        QTest::newRow("broken connection") << ServedAnswer{.manner = ServedAnswer::Manner::Reset}
-                                           << u"无法播放发音：请检查网络连接后重试。"_s;
-        QTest::newRow("no recording")
-            << ServedAnswer{.status = 404} << u"无法播放发音：服务器没有提供这个词的发音。"_s;
-        QTest::newRow("no sound") << ServedAnswer{.body = "no sound"} << u"无法播放发音："_s;
-    }
-    void unplayableSounds() {
-        QFETCH(const ServedAnswer, answer);
-        QFETCH(const QString, message);
-        const HttpServer server(answer);
-        TestServices services;
-        services.defaults().set(ServerAddresses::youdaoKey, server.base());
-        services.makeCurrent();
-        Pronunciation pronunciation;
-        QSignalSpy failures(&pronunciation, &Pronunciation::failed);
-        pronunciation.play(u"apple"_s);
-        QVERIFY(failures.wait(30'000));
-        QVERIFY(failures[0][0].toString().startsWith(message));
-        QVERIFY(!pronunciation.isFetching());
-    }
-
-    /// The recording of a dictionary is played first when words are looked up offline, else when there is no
-    /// other one. A test machine cannot play it, but then the reason has nothing to do with the server.
-    void soundsOfDictionaries_data() {
-        columns<DictionarySourceMode, int>("mode", "requests");
-        QTest::newRow("offline") << DictionarySourceMode::AppleOffline << 0;
-        QTest::newRow("online") << DictionarySourceMode::YoudaoOnline << 1;
-    }
-    void soundsOfDictionaries() {
-        QFETCH(const DictionarySourceMode, mode);
-        const HttpServer server(ServedAnswer{.status = 404});
-        TestServices services;
-        services.defaults().set(ServerAddresses::youdaoKey, server.base());
-        services.dictionary().setCurrentMode(mode);
-        services.makeCurrent();
-        const QString directory = DictionaryShelf::importedDirectory() + u"/d"_s;
-        QVERIFY(writeFile(directory + u"/res/a.wav"_s, "no sound"));
-        QCOMPARE(tools::writeStarDict(directory, u"d"_s,
-                                      {{"zyzzyva", {{'h', "<a href=\"sound://a.wav\">a</a> weevil"}}, {}}},
-                                      {.typeSequence = "h"}),
-                 QString());
-        Pronunciation pronunciation;
-        QSignalSpy failures(&pronunciation, &Pronunciation::failed);
-        pronunciation.play(u"zyzzyva"_s);
-        QVERIFY(failures.wait(30'000));
-        QVERIFY(!failures[0][0].toString().contains(u"服务器"_s));
-        QTEST(static_cast<int>(server.requests().size()), "requests");
     }
 };
 

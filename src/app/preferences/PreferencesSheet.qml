@@ -63,6 +63,9 @@ Sheet {
         ReviewSection {
             width: parent.width
         }
+        SoundSection {
+            width: parent.width
+        }
         DictionarySection {
             id: dictionaries
 

@@ -34,9 +34,4 @@ PreferenceSection {
             onActivated: index => Preferences.roundSize = section.sizes[index]
         }
     }
-    Toggle {
-        text: "翻到新卡片时自动朗读"
-        checked: Preferences.pronouncesCards
-        onToggled: Preferences.pronouncesCards = checked
-    }
 }

@@ -20,6 +20,7 @@ Card {
     readonly property alias word: record.headword
     readonly property alias record: record
     readonly property alias exists: record.exists
+    readonly property bool isShown: visible && Window.visibility !== Window.Hidden && Window.visibility !== Window.Minimized
 
     /// The user deleted the word.
     signal deleted(word: string)
@@ -28,6 +29,11 @@ Card {
 
     function pronounce(): void {
         pronunciation.play(record.headword);
+    }
+
+    function pronounceIfShown(): void {
+        if (card.isShown)
+            card.pronounce();
     }
 
     function say(message: string): void {
@@ -59,6 +65,8 @@ Card {
         pronunciation.cancel();
         record.wordId = wordId;
     }
+    onIsShownChanged: if (!isShown)
+        pronunciation.cancel()
     Component.onCompleted: record.wordId = wordId
 
     WordCard {
@@ -104,33 +112,41 @@ Card {
                     elide: Text.ElideRight
                     Accessible.role: Accessible.Heading
                 }
-                Row {
+                Flow {
+                    width: parent.width
                     spacing: Theme.unit
 
                     ThemedText {
-                        anchors.verticalCenter: parent.verticalCenter
+                        height: Theme.controlHeight
                         visible: text !== ""
-                        width: Math.min(implicitWidth, titles.width - 40 - source.width)
+                        width: Math.min(implicitWidth, titles.width - speakers.width - Theme.unit)
                         text: record.phonetic
                         color: Theme.secondaryText
+                        verticalAlignment: Text.AlignVCenter
                         elide: Text.ElideRight
                     }
-                    IconButton {
-                        symbol: "speaker.wave.2"
-                        text: pronunciation.isFetching ? "正在获取发音" : "朗读"
-                        tint: Theme.accent
-                        opacity: pronunciation.isFetching ? 0.5 : 1
-                        onClicked: card.pronounce()
+                    Row {
+                        id: speakers
+
+                        SpeakerButton {
+                            accent: Preferences.British
+                            player: pronunciation
+                            word: record.headword
+                        }
+                        SpeakerButton {
+                            accent: Preferences.American
+                            player: pronunciation
+                            word: record.headword
+                        }
                     }
                     ThemedText {
-                        id: source
-
-                        anchors.verticalCenter: parent.verticalCenter
+                        height: Theme.controlHeight
                         visible: text !== ""
-                        width: Math.min(implicitWidth, titles.width / 2)
+                        width: Math.min(implicitWidth, titles.width)
                         role: ThemedText.Small
-                        text: card.sourceText
+                        text: pronunciation.isSynthetic ? "由系统语音朗读" : card.sourceText
                         color: Theme.tertiaryText
+                        verticalAlignment: Text.AlignVCenter
                         elide: Text.ElideRight
                     }
                 }

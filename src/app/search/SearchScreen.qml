@@ -118,6 +118,8 @@ FocusScope {
             else
                 patience.stop();
         }
+        onFound: if (Preferences.pronouncesCards)
+            screen.card.pronounceIfShown()
     }
     // A quick lookup shows no progress message.
     Timer {

@@ -158,6 +158,7 @@ void SearchSession::see(const SeenWord &word) {
         m_seen[m_place] = word;
     }
     show(word);
+    Q_EMIT found();
 }
 
 void SearchSession::show(const SeenWord &word) {

@@ -72,6 +72,8 @@ public:
 Q_SIGNALS:
     void textChanged();
     void stateChanged();
+    /// A lookup has found its word; follows stateChanged().
+    void found();
 
 private:
     using Search = std::function<QStringList(const std::stop_token &stop)>;
