@@ -22,6 +22,32 @@ Flickable {
             reveal(focusItem);
     }
 
+    /// Scrolls by a line, a page, or to an end. False for a key that does not scroll.
+    function scrollByKey(key: int): bool {
+        const page = Math.max(0, area.height - 4 * Theme.unit);
+        switch (key) {
+        case Qt.Key_Up:
+            return scrollTo(area.contentY - 6 * Theme.unit);
+        case Qt.Key_Down:
+            return scrollTo(area.contentY + 6 * Theme.unit);
+        case Qt.Key_PageUp:
+            return scrollTo(area.contentY - page);
+        case Qt.Key_PageDown:
+            return scrollTo(area.contentY + page);
+        case Qt.Key_Home:
+            return scrollTo(0);
+        case Qt.Key_End:
+            return scrollTo(area.contentHeight);
+        default:
+            return false;
+        }
+    }
+
+    function scrollTo(y: real): bool {
+        area.contentY = Math.max(0, Math.min(area.contentHeight - area.height, y));
+        return true;
+    }
+
     /// Scrolls as little as needed to show the item.
     function reveal(item: Item): void {
         const top = item.mapToItem(area.contentItem, 0, 0).y;

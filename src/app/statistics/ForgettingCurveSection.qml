@@ -43,10 +43,12 @@ Card {
         }
         ThemedText {
             width: parent.width
-            text: section.isUnknown ? "生词本里没有这个单词，显示平均单词" : section.statistics.curveSummary
+            text: chart.markedText !== "" ? chart.markedText : section.isUnknown ? "生词本里没有这个单词，显示平均单词" : section.statistics.curveSummary
             elide: Text.ElideRight
         }
         ForgettingCurveChart {
+            id: chart
+
             width: parent.width
             height: 180
             statistics: section.statistics
@@ -56,7 +58,13 @@ Card {
             groundColor: Theme.card
             Accessible.role: Accessible.Chart
             Accessible.name: "遗忘曲线"
-            Accessible.description: section.statistics.curveSummary
+            Accessible.description: markedText === "" ? section.statistics.curveSummary + "。" + section.statistics.curveOutlook : markedText
+            Accessible.focusable: true
+
+            FocusRing {
+                anchors.margins: -4
+                shown: chart.activeFocus
+            }
         }
         ThemedText {
             width: parent.width

@@ -3,7 +3,8 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Lexiquill
 
-/// The statistics of the wordbook: counts, retention, forecast, past reviews, and the forgetting curve.
+/// The statistics of the wordbook: counts, retention, forecast, past reviews, hard words, and the
+/// forgetting curve.
 FocusScope {
     id: screen
 
@@ -21,8 +22,7 @@ FocusScope {
 
         anchors.fill: parent
         focus: true
-        Keys.onUpPressed: contentY = Math.max(0, contentY - 6 * Theme.unit)
-        Keys.onDownPressed: contentY = Math.max(0, Math.min(contentHeight - height, contentY + 6 * Theme.unit))
+        Keys.onPressed: event => event.accepted = area.scrollByKey(event.key)
 
         Column {
             id: column
@@ -91,10 +91,24 @@ FocusScope {
                 width: column.availableWidth
                 days: statistics.nextSevenDaysForecast
                 secondary: screen.secondary
+                pageHeight: area.height
             }
             ReviewCalendarSection {
                 width: column.availableWidth
                 statistics: statistics
+            }
+            ReviewMonthsSection {
+                width: column.availableWidth
+                statistics: statistics
+            }
+            ReviewHoursSection {
+                width: column.availableWidth
+                statistics: statistics
+            }
+            HardestWordsSection {
+                width: column.availableWidth
+                words: statistics.hardestWords
+                onChosen: word => ContentView.handleExternalWordLookup(word)
             }
             ForgettingCurveSection {
                 id: curve
