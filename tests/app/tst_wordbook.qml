@@ -82,6 +82,79 @@ ScreenTest {
         compare(list.count, 5);
     }
 
+    function test_tags() {
+        const list = named(screen, "单词列表");
+        mouseClick(list.itemAtIndex(1));
+        const word = list.itemAtIndex(1).word;
+        verify(!named(screen, "标签"));
+        named(screen, "我的笔记").forceActiveFocus();
+        for (const letter of "see #exam ")
+            keyClick(letter);
+        list.forceActiveFocus();
+        compare(named(screen, "标签").model, ["全部标签", "#exam（1）"]);
+        mouseClick(named(screen, "标签 exam"));
+        compare(list.count, 1);
+        compare(list.itemAtIndex(0).word, word);
+        compare(named(screen, "标签").displayText, "#exam（1）");
+        verify(list.activeFocus);
+        keyClick(Qt.Key_Delete);
+        // The choice of tags disappears with the last tag.
+        compare(list.count, 4);
+        verify(!named(screen, "标签"));
+        keyClick(Qt.Key_Z, Qt.ControlModifier);
+        compare(list.count, 5);
+        keyClick(Qt.Key_F, Qt.ControlModifier);
+        for (const letter of "#EX")
+            keyClick(letter);
+        compare(list.count, 1);
+        keyClick(Qt.Key_Escape);
+    }
+
+    function test_hidden_items_lose_the_keyboard() {
+        const list = named(screen, "单词列表");
+        mouseClick(list.itemAtIndex(0));
+        named(screen, "删除").forceActiveFocus();
+        keyClick(Qt.Key_Space);
+        verify(list.activeFocus);
+        compare(list.count, 4);
+        // Deleted elsewhere, while the keyboard is in its card.
+        const note = named(screen, "我的笔记");
+        note.forceActiveFocus();
+        screen.model.clearSelection();
+        tryVerify(() => list.activeFocus);
+        keyClick(Qt.Key_Z, Qt.ControlModifier);
+        compare(list.count, 5);
+        keyClick(Qt.Key_F, Qt.ControlModifier);
+        keyClick("q");
+        keyClick("q");
+        mouseClick(named(screen, "显示全部"));
+        tryVerify(() => list.activeFocus);
+        // The record replaces the list, which must not move on unseen.
+        keyClick(Qt.Key_Home);
+        window.width = 540;
+        tryCompare(screen, "isNarrow", true);
+        screen.showsDetail = false;
+        list.forceActiveFocus();
+        keyClick(Qt.Key_Return);
+        tryVerify(() => !list.activeFocus);
+        keyClick(Qt.Key_Down);
+        compare(list.currentIndex, 0);
+        keyClick(Qt.Key_Escape);
+        verify(list.activeFocus);
+    }
+
+    function test_page_keys_in_the_field() {
+        const list = named(screen, "单词列表");
+        window.height = 300;
+        keyClick(Qt.Key_F, Qt.ControlModifier);
+        tryVerify(() => list.height < list.contentHeight);
+        keyClick(Qt.Key_PageDown);
+        verify(list.contentY > 0);
+        keyClick(Qt.Key_PageUp);
+        compare(list.contentY, 0);
+        window.height = 600;
+    }
+
     function test_mouse() {
         const list = named(screen, "单词列表");
         mouseClick(list.itemAtIndex(1));

@@ -212,5 +212,9 @@ Card {
             stored: record.userNotes
             onEdited: notes => record.saveNotes(notes)
         }
+        TagChips {
+            width: parent.width
+            tags: record.tags
+        }
     }
 }

@@ -4,6 +4,7 @@
 #include "app/search/definition_rows.h"
 #include "app/shell/services.h"
 #include "app/wordbook/day_texts.h"
+#include "model/note_tags.h"
 #include "storage/current_weekly_plan.h"
 #include "storage/storage_manager.h"
 #include "support/background_task.h"
@@ -136,6 +137,10 @@ QString WordCard::memoryText() const {
 
 QString WordCard::userNotes() const {
     return m_record ? m_record->userNotes : QString();
+}
+
+QStringList WordCard::tags() const {
+    return noteTags(userNotes());
 }
 
 void WordCard::showMore() {

@@ -147,6 +147,16 @@ void ContentView::handleExternalWordLookup(const QString &word) {
     Q_EMIT performExternalLookup(trimmed);
 }
 
+void ContentView::showTaggedWords(const QString &tag) {
+    m_requestedTag = tag;
+    setSelectedTab(TabItem::History);
+    Q_EMIT tagRequested();
+}
+
+QString ContentView::takeRequestedTag() {
+    return std::exchange(m_requestedTag, {});
+}
+
 void ContentView::openUrl(const QString &address) {
     handleExternalWordLookup(wordOfAddress(address));
 }

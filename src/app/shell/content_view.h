@@ -67,6 +67,10 @@ public:
 
     /// Looks the word up on the search screen; a blank one changes nothing.
     Q_INVOKABLE void handleExternalWordLookup(const QString &word);
+    /// Shows the words of the wordbook with this tag.
+    Q_INVOKABLE void showTaggedWords(const QString &tag);
+    /// Returns the tag that was last passed to showTaggedWords(), but only once; empty when there is none.
+    Q_INVOKABLE QString takeRequestedTag();
     /// Opens an address such as "lexiquill:apple" or "lexiquill://apple".
     void openUrl(const QString &address);
     /// Opens a result of the desktop search, such as "word:apple".
@@ -83,6 +87,8 @@ public:
 Q_SIGNALS:
     void selectedTabChanged();
     void externalSelectedWordChanged();
+    /// The wordbook must list the words with the requested tag.
+    void tagRequested();
     void dueCountChanged();
     void isIndexingSpotlightChanged();
     void spotlightAlertMessageChanged();
@@ -106,6 +112,7 @@ private:
     DictionaryImports &m_imports;
     TabItem m_selectedTab = TabItem::Dictionary;
     QString m_externalSelectedWord;
+    QString m_requestedTag;
     int m_dueCount = 0;
     bool m_isIndexingSpotlight = false;
     QString m_spotlightAlertMessage;

@@ -13,6 +13,7 @@ ScrollArea {
     signal deleteRequested
 
     onWordIdChanged: contentY = 0
+    Keys.onPressed: event => event.accepted = detail.scrollByKey(event.key)
 
     ReviewHistory {
         id: reviews
@@ -58,6 +59,8 @@ ScrollArea {
                     wrapMode: Text.Wrap
                 }
                 ReviewChart {
+                    id: chart
+
                     width: parent.width
                     height: 150
                     visible: reviews.count > 0
@@ -68,8 +71,22 @@ ScrollArea {
                     easeColor: Theme.purple
                     rememberedColor: Theme.green
                     forgottenColor: Theme.red
-                    Accessible.role: Accessible.Graphic
-                    Accessible.name: reviews.summary
+                    Accessible.role: Accessible.Chart
+                    Accessible.name: "复习曲线"
+                    Accessible.description: markedText === "" ? reviews.summary : markedText
+                    Accessible.focusable: true
+
+                    FocusRing {
+                        anchors.margins: -4
+                        shown: chart.activeFocus
+                    }
+                }
+                ThemedText {
+                    width: parent.width
+                    visible: chart.visible
+                    role: ThemedText.Small
+                    text: chart.markedText === "" ? "指针移到圆点上，或用左右方向键，可以看到每一次复习。" : chart.markedText
+                    elide: Text.ElideRight
                 }
                 Flow {
                     width: parent.width
