@@ -184,6 +184,7 @@ void useWordbook(Probe &probe, QQuickWindow &window) {
     };
     probe.run("wordbook: type an English filter and erase it", [&] { filter(QStringLiteral("ation")); });
     probe.run("wordbook: type a Chinese filter and erase it", [&] { filter(QStringLiteral("听到的词")); });
+    probe.run("wordbook: type a tag and erase it", [&] { filter(QStringLiteral("#工作")); });
     probe.run("wordbook: go through statuses and orders", [&] {
         for (int i = 1; i <= WordListModel::filterNames().size(); ++i) {
             probe.measure(

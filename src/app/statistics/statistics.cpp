@@ -1,5 +1,6 @@
 #include "app/statistics/statistics.h"
 
+#include "app/components/small_wordbook.h"
 #include "app/shell/services.h"
 #include "storage/storage_manager.h"
 #include "support/text.h"
@@ -32,12 +33,21 @@ Statistics::Statistics(StorageManager &storage, QObject *parent)
     : QObject(parent),
       m_storage(storage),
       m_expiry([&storage] { return storage.now(); }) {
-    const auto makeAnew = [this] {
+    m_updating.setSingleShot(true);
+    connect(&m_updating, &QTimer::timeout, this, &Statistics::update);
+    connect(&m_storage, &StorageManager::wordsChanged, this, [this] {
+        m_isOutdated = true;
+        // A large wordbook is counted in an event of its own, so that no single one takes longer than a
+        // frame.
+        if (m_storage.words().size() > smallWordbook)
+            m_updating.start(0);
+        else
+            update();
+    });
+    connect(&m_expiry, &Expiry::expired, this, [this] {
         m_isOutdated = true;
         update();
-    };
-    connect(&m_storage, &StorageManager::wordsChanged, this, makeAnew);
-    connect(&m_expiry, &Expiry::expired, this, makeAnew);
+    });
 }
 
 void Statistics::setActive(bool isActive) {

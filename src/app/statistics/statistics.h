@@ -6,6 +6,7 @@
 
 #include <QObject>
 #include <QQmlEngine>
+#include <QTimer>
 #include <QVariantList>
 
 namespace lexiquill {
@@ -90,6 +91,7 @@ private:
 
     StorageManager &m_storage;
     Expiry m_expiry;
+    QTimer m_updating;
     bool m_isActive = false;
     bool m_isOutdated = true;
     MemoryStatistics m_statistics;

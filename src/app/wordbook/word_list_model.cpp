@@ -1,20 +1,22 @@
 #include "app/wordbook/word_list_model.h"
 
+#include "app/components/small_wordbook.h"
 #include "app/shell/services.h"
 #include "app/wordbook/day_texts.h"
 #include "model/note_tags.h"
 #include "storage/storage_manager.h"
 #include "support/background_task.h"
 
+#include <algorithm>
 #include <chrono>
+#include <memory>
+#include <utility>
 
 namespace lexiquill {
 
 namespace {
 
 constexpr qsizetype longestSummary = 200; // characters; a row shows fewer
-/// A larger wordbook is prepared on another thread, because that takes longer than a frame.
-constexpr qsizetype smallWordbook = 2000;
 
 /// E.g. "#考研 #四级"
 QString tagText(const ListedWord &word) {
