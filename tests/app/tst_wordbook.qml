@@ -40,7 +40,9 @@ ScreenTest {
     function init() {
         failOnWarning(/.?/);
         window.width = 680;
+        window.height = 600;
         tryCompare(screen, "isNarrow", false);
+        tryCompare(screen, "height", 600);
         tryVerify(() => !isPolishScheduled(named(screen, "单词列表")));
     }
 
@@ -132,6 +134,7 @@ ScreenTest {
         // The record replaces the list, which must not move on unseen.
         keyClick(Qt.Key_Home);
         window.width = 540;
+        window.height = 300;
         tryCompare(screen, "isNarrow", true);
         screen.showsDetail = false;
         list.forceActiveFocus();
@@ -139,8 +142,28 @@ ScreenTest {
         tryVerify(() => !list.activeFocus);
         keyClick(Qt.Key_Down);
         compare(list.currentIndex, 0);
+        const detail = find(screen, item => item.contentY !== undefined && item.wordId !== undefined);
+        keyClick(Qt.Key_Home);
+        compare(detail.contentY, 0);
+        keyClick(Qt.Key_End);
+        verify(detail.contentY > 0);
         keyClick(Qt.Key_Escape);
         verify(list.activeFocus);
+    }
+
+    function test_review_chart() {
+        const list = named(screen, "单词列表");
+        mouseClick(list.itemAtIndex(4));
+        mouseClick(named(screen, "记住了"));
+        mouseClick(named(screen, "没记住"));
+        const chart = named(screen, "复习曲线");
+        verify(chart.Accessible.description.startsWith("复习 2 次，记住 1 次"));
+        chart.forceActiveFocus();
+        compare(chart.Accessible.description, "2025-03-12：没记住，间隔 1 天 · 系数 2.35");
+        keyClick(Qt.Key_Left);
+        verify(named(screen, "2025-03-12：记住了，间隔 1 天 · 系数 2.55"));
+        list.forceActiveFocus();
+        verify(chart.Accessible.description.startsWith("复习 2 次"));
     }
 
     function test_page_keys_in_the_field() {
@@ -152,7 +175,6 @@ ScreenTest {
         verify(list.contentY > 0);
         keyClick(Qt.Key_PageUp);
         compare(list.contentY, 0);
-        window.height = 600;
     }
 
     function test_mouse() {

@@ -78,7 +78,7 @@ FocusScope {
     }
     VisibleFocus {
         scope: screen
-        onLost: screen.isDetailLevel ? detail.forceActiveFocus() : list.forceActiveFocus()
+        onLost: screen.isDetailLevel ? (detail.item as WordDetail).forceActiveFocus() : list.forceActiveFocus()
     }
 
     readonly property WordListModel model: WordListModel {
@@ -119,7 +119,7 @@ FocusScope {
                 anchors.left: parent.left
                 anchors.right: parent.right
                 focus: true
-                placeholderText: "筛选单词、释义、笔记或 #标签"
+                placeholderText: "筛选单词、释义或笔记"
                 Keys.onDownPressed: list.enter()
                 Keys.onReturnPressed: list.enter()
                 Keys.onPressed: event => {
