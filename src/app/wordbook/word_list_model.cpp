@@ -94,7 +94,7 @@ void WordListModel::reload() {
 void WordListModel::load() {
     m_isLoading = true;
     const auto prepare = [words = m_storage.words(), order = m_order]() mutable {
-        const auto list = std::make_shared<WordList>();
+        auto list = std::make_shared<WordList>();
         list->setOrder(order);
         list->setRecords(words);
         list->prepareSearch();
