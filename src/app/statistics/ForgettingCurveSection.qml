@@ -8,9 +8,6 @@ Card {
     required property Statistics statistics
     property bool isUnknown: false
 
-    /// An item has received keyboard focus and should be scrolled into view.
-    signal focused(item: Item)
-
     Column {
         width: section.width - 2 * section.padding
         spacing: 10
@@ -37,8 +34,6 @@ Card {
                 placeholderText: "平均单词（输入单词查看）"
                 Accessible.name: "遗忘曲线的单词"
                 onTextChanged: section.isUnknown = !section.statistics.selectWord(text)
-                onActiveFocusChanged: if (activeFocus)
-                    section.focused(section)
             }
         }
         ThemedText {

@@ -23,6 +23,16 @@ FocusScope {
         anchors.fill: parent
         focus: true
         Keys.onPressed: event => event.accepted = area.scrollByKey(event.key)
+        onFocusItemChanged: revealCard(focusItem)
+
+        /// Scrolls to the whole card of an item, because a text beside the chart tells the marked value.
+        function revealCard(item: Item): void {
+            let card = item;
+            while (card && card.parent !== column)
+                card = card.parent;
+            if (card && card.height <= height)
+                reveal(card);
+        }
 
         Column {
             id: column
@@ -111,11 +121,8 @@ FocusScope {
                 onChosen: word => ContentView.handleExternalWordLookup(word)
             }
             ForgettingCurveSection {
-                id: curve
-
                 width: column.availableWidth
                 statistics: statistics
-                onFocused: item => area.reveal(item)
             }
         }
     }
