@@ -56,7 +56,8 @@ WordRecord sampleRecord(const DictionaryEntry &entry, const QString &word, std::
                       .searchCount = number(1, 9),
                       .nextReviewDate = daysLater(sampleInstant(), number(-10, 40)),
                       .reviewHistory = {},
-                      .userNotes = number(0, 3) == 0 ? QStringLiteral("和同事开会时听到的词") : QString()};
+                      .userNotes =
+                          number(0, 3) == 0 ? QStringLiteral("和同事开会时听到的词 #工作") : QString()};
     const qint64 reviews = number(0, 16);
     for (qint64 i = 0; i < reviews; ++i) {
         const bool isRemembered = number(0, 3) != 0;

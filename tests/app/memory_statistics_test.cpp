@@ -91,12 +91,60 @@ private Q_SLOTS:
         }
         word.reviewHistory.last().reviewDate = Instant{std::numeric_limits<double>::quiet_NaN()};
         const auto statistics = MemoryStatistics::of({word}, at(u"2025-04-02T10:00:00Z"), berlin);
-        QCOMPARE(statistics.firstReviewDay, QDate(2024, 4, 1));
-        const QList<int> &counts = statistics.reviewsPerDay;
+        QCOMPARE(statistics.reviews.firstDay, QDate(2024, 4, 1));
+        const QList<int> &counts = statistics.reviews.perDay;
         QCOMPARE(counts.size(), 367);
         QCOMPARE(counts.last(5), QList<int>({1, 2, 0, 1, 2}));
         QCOMPARE(counts.first(), 1);
         QCOMPARE(std::count(counts.begin(), counts.end(), 0), 362);
+    }
+
+    /// The time of a review and its answer, the month and the hour that count it, and the month's figures.
+    void reviewPatterns_data() {
+        addRows(R"(
+            2025-03-12T09:59:59Z 记住了 | 11 | 2025-03 1/1 | 10
+            2025-02-28T23:00:00Z 没记住 | 11 | 2025-03 0/1 | 0
+            2025-02-28T22:59:59Z 没记住 | 10 | 2025-02 0/1 | 23
+            2024-03-31T22:00:00Z 记住了 | 0 | 2024-04 1/1 | 0
+            2024-10-27T01:30:00Z 记住了 | 6 | 2024-10 1/1 | 2
+            2024-10-27T00:30:00Z 记住了 | 6 | 2024-10 1/1 | 2
+            2024-07-01T12:00:00Z 没记住 2024-07-31T12:00:00Z 记住了 | 3 | 2024-07 1/2 | 14)");
+    }
+    void reviewPatterns() {
+        QFETCH(const QStringList, cells);
+        WordRecord word;
+        const QStringList parts = cells[0].split(u' ');
+        for (qsizetype i = 0; i < parts.size(); i += 2) {
+            ReviewLog review;
+            review.reviewDate = at(parts[i]);
+            review.feedback = *reviewFeedbackFromRawValue(parts[i + 1]);
+            word.reviewHistory += review;
+        }
+        const auto patterns = ReviewPatterns::of({word}, QDate(2025, 3, 12), berlin);
+        const QList<ReviewMonth> months = patterns.months();
+        QCOMPARE(months.size(), 12);
+        const ReviewMonth &month = months.at(cells[1].toInt());
+        QCOMPARE(
+            u"%1 %2/%3"_s.arg(month.firstDay.toString(u"yyyy-MM"_s)).arg(month.remembered).arg(month.reviews),
+            cells[2]);
+        QCOMPARE(patterns.perHour.at(cells[3].toInt()), word.reviewHistory.size());
+    }
+
+    void hardestWords() {
+        QList<WordRecord> words;
+        for (int i = 0; i < 14; ++i) {
+            WordRecord word;
+            word.word = QString(QChar(u'a' + i));
+            word.easeFactor = i == 3 ? 1.3 : i == 12 ? 2.6 : 2.0;
+            word.reviewHistory = QList<ReviewLog>(i % 4 == 0 ? i / 2 : 1);
+            word.reviewHistory.resize(word.reviewHistory.size() + 1);
+            word.reviewHistory.last().feedback = ReviewFeedback::Remembered;
+            words += word;
+        }
+        QString order;
+        for (const HardWord &word : ReviewPatterns::of(words, {}, berlin).hardestWords)
+            order += word.word + QString::number(word.forgotten);
+        QCOMPARE(order, u"m6i4e2d1b1c1f1g1h1j1"_s);
     }
 
     void clockOutOfRange() {

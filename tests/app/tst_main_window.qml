@@ -15,6 +15,13 @@ ScreenTest {
         MainWindow {}
     }
 
+    WordListModel {
+        id: words
+    }
+    WordCard {
+        id: card
+    }
+
     function initTestCase() {
         window = mainWindow.createObject(null);
         window.show();
@@ -91,6 +98,23 @@ ScreenTest {
         verify(toast.visible && toast.message.startsWith("已切换到" + ContentView.sourceTitle(DictionaryService.currentMode)));
         toast.action();
         compare(DictionaryService.currentMode, before);
+    }
+
+    function test_a_tag_opens_the_wordbook() {
+        window.requestActivate();
+        tryCompare(window, "active", true);
+        words.choose(2, WordListModel.Replace);
+        card.wordId = words.selectedId;
+        card.saveNotes("for the #exam");
+        compare(card.tags, ["exam"]);
+        // Also if the wordbook has not been opened before.
+        ContentView.showTaggedWords("Exam");
+        tryVerify(() => named(window.contentItem, "单词列表")?.count === 1);
+        const list = named(window.contentItem, "单词列表");
+        compare(list.itemAtIndex(0).word, card.headword);
+        tryVerify(() => list.activeFocus);
+        ContentView.selectedTab = ContentView.TabItem.Dictionary;
+        tryVerify(() => !list.visible && !list.activeFocus);
     }
 
     function test_update_check_tells_its_outcome() {

@@ -40,7 +40,9 @@ ScreenTest {
     function init() {
         failOnWarning(/.?/);
         window.width = 680;
+        window.height = 600;
         tryCompare(screen, "isNarrow", false);
+        tryCompare(screen, "height", 600);
         tryVerify(() => !isPolishScheduled(named(screen, "单词列表")));
     }
 
@@ -84,6 +86,99 @@ ScreenTest {
         verify(named(screen, "没有符合条件的单词"));
         keyClick(Qt.Key_Escape);
         compare(list.count, 5);
+    }
+
+    function test_tags() {
+        const list = named(screen, "单词列表");
+        mouseClick(list.itemAtIndex(1));
+        const word = list.itemAtIndex(1).word;
+        verify(!named(screen, "标签"));
+        named(screen, "我的笔记").forceActiveFocus();
+        for (const letter of "see #exam ")
+            keyClick(letter);
+        list.forceActiveFocus();
+        compare(named(screen, "标签").model, ["全部标签", "#exam（1）"]);
+        mouseClick(named(screen, "标签 exam"));
+        compare(list.count, 1);
+        compare(list.itemAtIndex(0).word, word);
+        compare(named(screen, "标签").displayText, "#exam（1）");
+        verify(list.activeFocus);
+        keyClick(Qt.Key_Delete);
+        // The choice of tags disappears with the last tag.
+        compare(list.count, 4);
+        verify(!named(screen, "标签"));
+        keyClick(Qt.Key_Z, Qt.ControlModifier);
+        compare(list.count, 5);
+        keyClick(Qt.Key_F, Qt.ControlModifier);
+        for (const letter of "#EX")
+            keyClick(letter);
+        compare(list.count, 1);
+        keyClick(Qt.Key_Escape);
+    }
+
+    function test_hidden_items_lose_the_keyboard() {
+        const list = named(screen, "单词列表");
+        mouseClick(list.itemAtIndex(0));
+        named(screen, "删除").forceActiveFocus();
+        keyClick(Qt.Key_Space);
+        verify(list.activeFocus);
+        compare(list.count, 4);
+        // Deleted elsewhere, while the keyboard is in its card.
+        const note = named(screen, "我的笔记");
+        note.forceActiveFocus();
+        screen.model.clearSelection();
+        tryVerify(() => list.activeFocus);
+        keyClick(Qt.Key_Z, Qt.ControlModifier);
+        compare(list.count, 5);
+        keyClick(Qt.Key_F, Qt.ControlModifier);
+        keyClick("q");
+        keyClick("q");
+        mouseClick(named(screen, "显示全部"));
+        tryVerify(() => list.activeFocus);
+        // The record replaces the list, which must not move on unseen.
+        keyClick(Qt.Key_Home);
+        window.width = 540;
+        window.height = 300;
+        tryCompare(screen, "isNarrow", true);
+        screen.showsDetail = false;
+        list.forceActiveFocus();
+        keyClick(Qt.Key_Return);
+        tryVerify(() => !list.activeFocus);
+        keyClick(Qt.Key_Down);
+        compare(list.currentIndex, 0);
+        const detail = find(screen, item => item.contentY !== undefined && item.wordId !== undefined);
+        keyClick(Qt.Key_Home);
+        compare(detail.contentY, 0);
+        keyClick(Qt.Key_End);
+        verify(detail.contentY > 0);
+        keyClick(Qt.Key_Escape);
+        verify(list.activeFocus);
+    }
+
+    function test_review_chart() {
+        const list = named(screen, "单词列表");
+        mouseClick(list.itemAtIndex(4));
+        mouseClick(named(screen, "记住了"));
+        mouseClick(named(screen, "没记住"));
+        const chart = named(screen, "复习曲线");
+        verify(chart.Accessible.description.startsWith("复习 2 次，记住 1 次"));
+        chart.forceActiveFocus();
+        compare(chart.Accessible.description, "2025-03-12：没记住，间隔 1 天 · 系数 2.35");
+        keyClick(Qt.Key_Left);
+        verify(named(screen, "2025-03-12：记住了，间隔 1 天 · 系数 2.55"));
+        list.forceActiveFocus();
+        verify(chart.Accessible.description.startsWith("复习 2 次"));
+    }
+
+    function test_page_keys_in_the_field() {
+        const list = named(screen, "单词列表");
+        window.height = 300;
+        keyClick(Qt.Key_F, Qt.ControlModifier);
+        tryVerify(() => list.height < list.contentHeight);
+        keyClick(Qt.Key_PageDown);
+        verify(list.contentY > 0);
+        keyClick(Qt.Key_PageUp);
+        compare(list.contentY, 0);
     }
 
     function test_mouse() {

@@ -32,11 +32,13 @@ WordRecord record(const char *word, int daysAgo, MemoryStatus status, const char
 }
 
 QByteArray wordbook() {
-    return encodeWordRecords({record("banana", 0, MemoryStatus::New, "香蕉"),
-                              record("Apple", 1, MemoryStatus::Learning, "苹果；苹果树", "An APPLE a day"),
-                              record("élan", 3, MemoryStatus::Reviewing, "活力"),
-                              record("cherry", 4, MemoryStatus::Mastered, "樱桃", "see apple")},
-                             JsonForm::File);
+    return encodeWordRecords(
+        {record("banana", 0, MemoryStatus::New, "香蕉"),
+         record("Apple", 1, MemoryStatus::Learning, "苹果；苹果树", "An APPLE a day #fruit"),
+         record("élan", 3, MemoryStatus::Reviewing, "活力"),
+         record("cherry", 4, MemoryStatus::Mastered, "樱桃",
+                "see apple #Fruit #red https://example.com/#top")},
+        JsonForm::File);
 }
 
 /// The model of a wordbook, with a tester that checks its signals.
@@ -78,6 +80,11 @@ private Q_SLOTS:
                 "|新查询|最近查询|banana\n"
                 "|学习中|最近查询|Apple\n"
                 "|待复习|最近查询|banana Apple\n"
+                "#FRUIT|全部|最近查询|Apple cherry\n"
+                "#fruit #red|全部|最近查询|cherry\n"
+                "#fr|全部|最近查询|Apple cherry\n"
+                "#fruit 樱桃|全部|最近查询|cherry\n"
+                "#top|全部|最近查询|\n"
                 "durian|全部|最近查询|\n");
     }
     void choices() {
@@ -95,13 +102,56 @@ private Q_SLOTS:
         QCOMPARE(place.text(1, WordListModel::SummaryRole), u"n. 苹果；苹果树"_s);
         QCOMPARE(place.text(1, WordListModel::DetailRole), u"昨天查询"_s);
         QCOMPARE(place.text(1, WordListModel::BadgeRole), u"orange"_s);
-        QCOMPARE(place.text(3, WordListModel::SpokenRole), u"cherry，n. 樱桃，已掌握，4 天前查询"_s);
+        QCOMPARE(place.text(3, WordListModel::SpokenRole),
+                 u"cherry，n. 樱桃，已掌握，4 天前查询，#Fruit #red"_s);
         place.model.setOrder(static_cast<int>(WordOrder::NextReview));
         QCOMPARE(place.text(1, WordListModel::DetailRole), u"已逾期 1 天"_s);
         QCOMPARE(place.text(2, WordListModel::DetailRole), u"明天复习"_s);
         QCOMPARE(place.text(3, WordListModel::DetailRole), u"已完全掌握"_s);
         place.model.setFilter(static_cast<int>(WordFilter::Due));
         QCOMPARE(place.model.countText(), u"2 / 4 个单词"_s);
+    }
+
+    void tags() {
+        Place place;
+        WordListModel &model = place.model;
+        QCOMPARE(model.tagNames(), QStringList({u"全部标签"_s, u"#fruit（2）"_s, u"#red（1）"_s}));
+        QCOMPARE(place.text(3, WordListModel::TagsRole), u"#Fruit #red"_s);
+        model.filterByTag(u"Red"_s);
+        QCOMPARE(model.tag(), 2);
+        QCOMPARE(place.words(), "cherry");
+        model.setSearchText(u"apple"_s);
+        model.setTag(1);
+        QCOMPARE(place.words(), "Apple cherry");
+        // When the last word loses the tag, all words are listed.
+        place.storage().setUserNotes(place.storage().words().at(1).id, u"#green"_s);
+        QCOMPARE(place.words(), "cherry");
+        model.setSearchText({});
+        place.storage().deleteWord(u"cherry"_s);
+        QCOMPARE(model.tag(), 0);
+        QCOMPARE(place.words(), "banana Apple élan");
+        QCOMPARE(model.tagNames(), QStringList({u"全部标签"_s, u"#green（1）"_s}));
+        model.filterByTag(u"unknown"_s);
+        QCOMPARE(model.count(), 3);
+    }
+
+    /// A large wordbook is read in the background; what happens meanwhile is not lost.
+    void largeWordbook() {
+        QList<WordRecord> records;
+        for (int i = 0; i < 3000; ++i)
+            records +=
+                record(qPrintable(u"word%1"_s.arg(i)), 3, MemoryStatus::New, "词", i % 2 ? "#odd" : "");
+        TestServices services(encodeWordRecords(records, JsonForm::File));
+        WordListModel model(services.storage());
+        const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        QVERIFY(model.isLoading());
+        QCOMPARE(model.countText(), u"3000 个单词"_s);
+        model.filterByTag(u"odd"_s);
+        model.setOrder(static_cast<int>(WordOrder::Alphabet));
+        services.storage().deleteWord(u"word1"_s);
+        QTRY_VERIFY(!model.isLoading());
+        QCOMPARE(model.countText(), u"1499 / 2999 个单词"_s);
+        QCOMPARE(model.index(0).data(WordListModel::WordRole).toString(), u"word1001"_s);
     }
 
     void wordbookChangesAreReportedByRow() {
@@ -198,7 +248,7 @@ private Q_SLOTS:
         model.undoDeletion();
         QCOMPARE(place.words(), "banana Apple élan cherry");
         QCOMPARE(place.words(true), "banana Apple");
-        QCOMPARE(place.storage().words().at(1).userNotes, u"An APPLE a day"_s);
+        QCOMPARE(place.storage().words().at(1).userNotes, u"An APPLE a day #fruit"_s);
     }
 
     void reviewHistory() {

@@ -43,7 +43,8 @@ WordRecord sampleRecord(const DictionaryEntry &entry, std::mt19937 &random) {
     }
     record.lastSearchedDate = daysAgo(std::min<double>(age, below(60)));
     if (below(4) == 0)
-        record.userNotes = QStringLiteral("和同事开会时听到的词");
+        record.userNotes = record.searchCount % 2 == 0 ? QStringLiteral("和同事开会时听到的词 #工作")
+                                                       : QStringLiteral("和同事开会时听到的词");
     return record;
 }
 

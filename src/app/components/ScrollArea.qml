@@ -22,9 +22,31 @@ Flickable {
             reveal(focusItem);
     }
 
-    /// Scrolls down by a distance, or up if it is negative, as far as there is content.
-    function scrollBy(distance: real): void {
-        area.contentY = Math.max(0, Math.min(Math.max(0, area.contentHeight - area.height), area.contentY + distance));
+    /// Scrolls by a line, a page, or to an end. False for a key that does not scroll.
+    function scrollByKey(key: int): bool {
+        const page = Math.max(0, area.height - 4 * Theme.unit);
+        switch (key) {
+        case Qt.Key_Up:
+            return scrollTo(area.contentY - 6 * Theme.unit);
+        case Qt.Key_Down:
+            return scrollTo(area.contentY + 6 * Theme.unit);
+        case Qt.Key_PageUp:
+            return scrollTo(area.contentY - page);
+        case Qt.Key_PageDown:
+            return scrollTo(area.contentY + page);
+        case Qt.Key_Home:
+            return scrollTo(0);
+        case Qt.Key_End:
+            return scrollTo(area.contentHeight);
+        default:
+            return false;
+        }
+    }
+
+    /// Scrolls to a height of the content, as far as there is content.
+    function scrollTo(y: real): bool {
+        area.contentY = Math.max(0, Math.min(Math.max(0, area.contentHeight - area.height), y));
+        return true;
     }
 
     /// Scrolls as little as needed to show the item.

@@ -24,36 +24,6 @@ ScrollArea {
 
     signal pronounced
 
-    /// Scrolls by a distance, as far as there is content.
-    function scrollBy(distance: real): void {
-        area.contentY = Math.max(0, Math.min(Math.max(0, area.contentHeight - area.height), area.contentY + distance));
-    }
-
-    /// False for a key that does not scroll.
-    function scrollByKey(key: int): bool {
-        switch (key) {
-        case Qt.Key_Up:
-            area.scrollBy(-6 * Theme.unit);
-            return true;
-        case Qt.Key_Down:
-            area.scrollBy(6 * Theme.unit);
-            return true;
-        case Qt.Key_PageUp:
-            area.scrollBy(3 * Theme.unit - area.height);
-            return true;
-        case Qt.Key_PageDown:
-            area.scrollBy(area.height - 3 * Theme.unit);
-            return true;
-        case Qt.Key_Home:
-            area.scrollBy(-area.contentHeight);
-            return true;
-        case Qt.Key_End:
-            area.scrollBy(area.contentHeight);
-            return true;
-        }
-        return false;
-    }
-
     contentHeight: Math.max(height, content.height)
 
     Column {

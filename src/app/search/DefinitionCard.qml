@@ -189,5 +189,9 @@ Card {
             stored: record.userNotes
             onEdited: notes => record.saveNotes(notes)
         }
+        TagChips {
+            width: parent.width
+            tags: record.tags
+        }
     }
 }

@@ -46,25 +46,14 @@ FocusScope {
     }
     // Keys that no item has used, for example while a part of the definition is selected.
     Keys.onPressed: event => {
-        const page = Math.max(Theme.unit, scroll.height - 4 * Theme.unit);
         const isPlain = (event.modifiers & ~(Qt.ShiftModifier | Qt.KeypadModifier)) === 0;
         if (event.matches(StandardKey.Undo) && screen.canUndoDeletion)
             screen.undoDeletion();
         else if (event.key === Qt.Key_Escape && !field.activeFocus)
             screen.takeKeyboard();
-        else if (screen.isFound && event.key === Qt.Key_PageDown)
-            scroll.scrollBy(page);
-        else if (screen.isFound && event.key === Qt.Key_PageUp)
-            scroll.scrollBy(-page);
-        else if (screen.isFound && event.key === Qt.Key_Down)
-            scroll.scrollBy(6 * Theme.unit);
-        else if (screen.isFound && event.key === Qt.Key_Up)
-            scroll.scrollBy(-6 * Theme.unit);
-        else if (screen.isFound && event.key === Qt.Key_Home)
-            scroll.scrollBy(-scroll.contentHeight);
-        else if (screen.isFound && event.key === Qt.Key_End)
-            scroll.scrollBy(scroll.contentHeight);
-        else if (!field.activeFocus && isPlain && event.text.trim() !== "" && event.text >= " ") {
+        else if (screen.isFound && scroll.scrollByKey(event.key)) {
+            // The key has been used.
+        } else if (!field.activeFocus && isPlain && event.text.trim() !== "" && event.text >= " ") {
             // Typing goes on in the search field, wherever the pointer has been.
             field.forceActiveFocus();
             field.text = event.text;
@@ -155,10 +144,8 @@ FocusScope {
                 suggestionList.move(suggestionList.rowsPerPage);
             else if (suggestionList.visible && event.key === Qt.Key_PageUp)
                 suggestionList.move(-suggestionList.rowsPerPage);
-            else if (screen.isFound && event.modifiers === Qt.ControlModifier && event.key === Qt.Key_Home)
-                scroll.scrollBy(-scroll.contentHeight);
-            else if (screen.isFound && event.modifiers === Qt.ControlModifier && event.key === Qt.Key_End)
-                scroll.scrollBy(scroll.contentHeight);
+            else if (screen.isFound && event.modifiers === Qt.ControlModifier && (event.key === Qt.Key_Home || event.key === Qt.Key_End))
+                scroll.scrollByKey(event.key);
             else
                 return;
             event.accepted = true;

@@ -5,6 +5,7 @@
 #include "app/search/word_blanks.h"
 #include "app/shell/services.h"
 #include "app/wordbook/day_texts.h"
+#include "model/note_tags.h"
 #include "storage/current_weekly_plan.h"
 #include "storage/storage_manager.h"
 #include "support/background_task.h"
@@ -151,6 +152,10 @@ QString WordCard::memoryText() const {
 
 QString WordCard::userNotes() const {
     return m_record ? m_record->userNotes : QString();
+}
+
+QStringList WordCard::tags() const {
+    return noteTags(userNotes());
 }
 
 void WordCard::showMore() {

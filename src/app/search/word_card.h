@@ -43,6 +43,8 @@ class WordCard : public QObject {
     Q_PROPERTY(QString statusColorName READ statusColorName NOTIFY changed)
     Q_PROPERTY(QString memoryText READ memoryText NOTIFY changed)
     Q_PROPERTY(QString userNotes READ userNotes NOTIFY userNotesChanged)
+    /// The tags in the note.
+    Q_PROPERTY(QStringList tags READ tags NOTIFY userNotesChanged)
 
 public:
     explicit WordCard(QObject *parent = nullptr);
@@ -66,6 +68,7 @@ public:
     /// Such as "间隔 6 天 · 6 天后复习 · 查询 3 次"
     QString memoryText() const;
     QString userNotes() const;
+    QStringList tags() const;
     /// The record itself; no value when the card is empty.
     const std::optional<WordRecord> &record() const { return m_record; }
 

@@ -155,6 +155,16 @@ void ContentView::practice(const QStringList &ids) {
     Q_EMIT practiceRequested();
 }
 
+void ContentView::showTaggedWords(const QString &tag) {
+    m_requestedTag = tag;
+    setSelectedTab(TabItem::History);
+    Q_EMIT tagRequested();
+}
+
+QString ContentView::takeRequestedTag() {
+    return std::exchange(m_requestedTag, {});
+}
+
 void ContentView::openUrl(const QString &address) {
     handleExternalWordLookup(wordOfAddress(address));
 }

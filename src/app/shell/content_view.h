@@ -73,6 +73,10 @@ public:
     Q_INVOKABLE void practice(const QStringList &ids);
     /// The ids of the practice that was asked for last; empty once they have been taken.
     Q_INVOKABLE QStringList takePractice() { return std::exchange(m_practiceIds, {}); }
+    /// Shows the words of the wordbook with this tag.
+    Q_INVOKABLE void showTaggedWords(const QString &tag);
+    /// Returns the tag that was last passed to showTaggedWords(), but only once; empty when there is none.
+    Q_INVOKABLE QString takeRequestedTag();
     /// Opens an address such as "lexiquill:apple" or "lexiquill://apple".
     void openUrl(const QString &address);
     /// Opens a result of the desktop search, such as "word:apple".
@@ -89,6 +93,8 @@ public:
 Q_SIGNALS:
     void selectedTabChanged();
     void externalSelectedWordChanged();
+    /// The wordbook must list the words with the requested tag.
+    void tagRequested();
     void dueCountChanged();
     void isIndexingSpotlightChanged();
     void spotlightAlertMessageChanged();
@@ -115,6 +121,7 @@ private:
     TabItem m_selectedTab = TabItem::Dictionary;
     QString m_externalSelectedWord;
     QStringList m_practiceIds;
+    QString m_requestedTag;
     int m_dueCount = 0;
     bool m_isIndexingSpotlight = false;
     QString m_spotlightAlertMessage;

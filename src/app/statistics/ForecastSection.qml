@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import Lexiquill
 
@@ -9,89 +7,64 @@ Card {
 
     required property list<var> days
     required property color secondary
+    /// The height of the visible page. The section fits into it as long as that is possible.
+    required property real pageHeight
 
-    /// Height of the number above a bar, and of the day below it.
-    readonly property int labelHeight: 18
-    /// How far the tallest bar extends above the row. The card makes room for it, up to a limit.
-    readonly property real overhang: {
-        let tallest = 0;
-        for (let i = 0; i < days.length; ++i)
-            tallest = Math.max(tallest, barHeight(days[i].count));
-        return Math.min(240, Math.max(0, tallest + 2 * labelHeight - row.height));
+    readonly property real tallest: chart.largestCount * pointsPerWord
+    readonly property real pointsPerWord: 14
+    /// The room for the bars alone.
+    readonly property real room: Math.max(84, pageHeight - 2 * padding - title.height - note.height - 2 * column.spacing - 2 * chart.labelHeight)
+    readonly property var bars: {
+        const bars = [];
+        for (let i = 0; i < days.length; ++i) {
+            const text = days[i].label + "：" + days[i].count + " 词";
+            bars.push({
+                label: days[i].label,
+                count: days[i].count,
+                top: days[i].count.toFixed(0),
+                text: text
+            });
+        }
+        return bars;
     }
-
-    function barHeight(count: real): real {
-        return Math.max(count * 14, 6);
+    readonly property string summary: {
+        const texts = [];
+        for (let i = 0; i < days.length; ++i)
+            texts.push(days[i].label + " " + days[i].count + " 词");
+        return texts.join("，");
     }
 
     Column {
+        id: column
+
         width: section.width - 2 * section.padding
-        spacing: 12 + section.overhang
+        spacing: 12
 
         ThemedText {
+            id: title
+
             font.pixelSize: 14
             font.weight: Font.DemiBold
             text: "📅 未来 7 天复习负载预测"
         }
-        Row {
-            id: row
+        BarChart {
+            id: chart
 
             width: parent.width
-            height: 120
+            height: Math.max(84, Math.min(section.room, section.tallest)) + 2 * labelHeight
+            name: title.text
+            summary: section.summary
+            pointsPerCount: section.pointsPerWord * Math.min(1, section.room / Math.max(1, section.tallest))
+            emptyColor: Qt.rgba(section.secondary.r, section.secondary.g, section.secondary.b, 0.2)
+            bars: section.bars
+        }
+        ThemedText {
+            id: note
 
-            Repeater {
-                model: section.days
-
-                Item {
-                    id: day
-
-                    required property var modelData
-                    readonly property real count: modelData.count
-                    readonly property bool isEmpty: count === 0
-
-                    width: row.width / Math.max(1, section.days.length)
-                    height: row.height
-                    Accessible.role: Accessible.StaticText
-                    Accessible.name: modelData.label + "：" + count + " 词"
-
-                    Item {
-                        y: -section.overhang
-                        width: parent.width
-                        height: parent.height + section.overhang - section.labelHeight
-                        clip: true
-
-                        Rectangle {
-                            anchors.horizontalCenter: parent.horizontalCenter
-                            anchors.bottom: parent.bottom
-                            width: 32
-                            height: section.barHeight(day.count)
-                            radius: 4
-                            color: day.isEmpty ? Qt.rgba(section.secondary.r, section.secondary.g, section.secondary.b, 0.2) : Theme.accent
-                        }
-                    }
-                    ThemedText {
-                        // If the bar is taller than the card, its number is drawn on the bar.
-                        readonly property real free: parent.height - section.labelHeight - section.barHeight(day.count) - section.labelHeight
-                        readonly property bool isOnBar: free < -section.overhang
-
-                        anchors.horizontalCenter: parent.horizontalCenter
-                        y: Math.max(-section.overhang, free)
-                        height: section.labelHeight
-                        role: ThemedText.Caption
-                        color: isOnBar ? "#FFFFFF" : day.isEmpty ? Theme.secondaryText : Theme.text
-                        text: day.count.toFixed(0)
-                        verticalAlignment: Text.AlignVCenter
-                        Accessible.ignored: true
-                    }
-                    ThemedText {
-                        anchors.horizontalCenter: parent.horizontalCenter
-                        anchors.bottom: parent.bottom
-                        role: ThemedText.Small
-                        text: day.modelData.label
-                        Accessible.ignored: true
-                    }
-                }
-            }
+            width: parent.width
+            role: ThemedText.Caption
+            text: chart.markedText === "" ? "各天到期、需要复习的单词数" : chart.markedText
+            elide: Text.ElideRight
         }
     }
 }

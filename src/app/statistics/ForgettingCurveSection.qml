@@ -8,9 +8,6 @@ Card {
     required property Statistics statistics
     property bool isUnknown: false
 
-    /// An item has received keyboard focus and should be scrolled into view.
-    signal focused(item: Item)
-
     Column {
         width: section.width - 2 * section.padding
         spacing: 10
@@ -37,16 +34,16 @@ Card {
                 placeholderText: "平均单词（输入单词查看）"
                 Accessible.name: "遗忘曲线的单词"
                 onTextChanged: section.isUnknown = !section.statistics.selectWord(text)
-                onActiveFocusChanged: if (activeFocus)
-                    section.focused(section)
             }
         }
         ThemedText {
             width: parent.width
-            text: section.isUnknown ? "生词本里没有这个单词，显示平均单词" : section.statistics.curveSummary
+            text: chart.markedText !== "" ? chart.markedText : section.isUnknown ? "生词本里没有这个单词，显示平均单词" : section.statistics.curveSummary
             elide: Text.ElideRight
         }
         ForgettingCurveChart {
+            id: chart
+
             width: parent.width
             height: 180
             statistics: section.statistics
@@ -56,7 +53,13 @@ Card {
             groundColor: Theme.card
             Accessible.role: Accessible.Chart
             Accessible.name: "遗忘曲线"
-            Accessible.description: section.statistics.curveSummary
+            Accessible.description: markedText === "" ? section.statistics.curveSummary + "。" + section.statistics.curveOutlook : markedText
+            Accessible.focusable: true
+
+            FocusRing {
+                anchors.margins: -4
+                shown: chart.activeFocus
+            }
         }
         ThemedText {
             width: parent.width

@@ -28,7 +28,7 @@ Card {
             groundColor: Theme.card
             Accessible.role: Accessible.Chart
             Accessible.name: "过去一年复习日历"
-            Accessible.description: dayText === "" ? section.statistics.reviewSummary : dayText
+            Accessible.description: markedText === "" ? section.statistics.reviewSummary : markedText
             Accessible.focusable: true
 
             FocusRing {
@@ -39,7 +39,7 @@ Card {
         ThemedText {
             width: parent.width
             role: ThemedText.Caption
-            text: calendar.dayText === "" ? section.statistics.reviewSummary : calendar.dayText
+            text: calendar.markedText === "" ? section.statistics.reviewSummary : calendar.markedText
             elide: Text.ElideRight
         }
     }

@@ -3,7 +3,8 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Lexiquill
 
-/// The statistics of the wordbook: counts, retention, forecast, past reviews, and the forgetting curve.
+/// The statistics of the wordbook: counts, retention, forecast, past reviews, hard words, and the
+/// forgetting curve.
 FocusScope {
     id: screen
 
@@ -21,8 +22,17 @@ FocusScope {
 
         anchors.fill: parent
         focus: true
-        Keys.onUpPressed: contentY = Math.max(0, contentY - 6 * Theme.unit)
-        Keys.onDownPressed: contentY = Math.max(0, Math.min(contentHeight - height, contentY + 6 * Theme.unit))
+        Keys.onPressed: event => event.accepted = area.scrollByKey(event.key)
+        onFocusItemChanged: revealCard(focusItem)
+
+        /// Scrolls to the whole card of an item, because a text beside the chart tells the marked value.
+        function revealCard(item: Item): void {
+            let card = item;
+            while (card && card.parent !== column)
+                card = card.parent;
+            if (card && card.height <= height)
+                reveal(card);
+        }
 
         Column {
             id: column
@@ -91,17 +101,28 @@ FocusScope {
                 width: column.availableWidth
                 days: statistics.nextSevenDaysForecast
                 secondary: screen.secondary
+                pageHeight: area.height
             }
             ReviewCalendarSection {
                 width: column.availableWidth
                 statistics: statistics
             }
-            ForgettingCurveSection {
-                id: curve
-
+            ReviewMonthsSection {
                 width: column.availableWidth
                 statistics: statistics
-                onFocused: item => area.reveal(item)
+            }
+            ReviewHoursSection {
+                width: column.availableWidth
+                statistics: statistics
+            }
+            HardestWordsSection {
+                width: column.availableWidth
+                words: statistics.hardestWords
+                onChosen: word => ContentView.handleExternalWordLookup(word)
+            }
+            ForgettingCurveSection {
+                width: column.availableWidth
+                statistics: statistics
             }
         }
     }

@@ -3,6 +3,7 @@
 #include <QPainter>
 #include <QPainterPath>
 
+#include <algorithm>
 #include <cmath>
 
 namespace lexiquill {
@@ -14,12 +15,53 @@ constexpr double labelHeight = 20;
 constexpr double topMargin = 8;
 constexpr double rightMargin = 12;
 constexpr double pointsPerStep = 2;
+constexpr double mostValues = 100;
 
 } // namespace
 
+QRectF ForgettingCurveChart::plot() const {
+    return {labelWidth, topMargin, width() - labelWidth - rightMargin, height() - topMargin - labelHeight};
+}
+
+double ForgettingCurveChart::daysPerValue() const {
+    return std::max(1.0, std::ceil(statistics()->curve().lastDay() / mostValues));
+}
+
+double ForgettingCurveChart::dayOf(qsizetype value) const {
+    return statistics()->curve().today + static_cast<double>(value - firstMark()) * daysPerValue();
+}
+
+/// Today.
+qsizetype ForgettingCurveChart::firstMark() const {
+    return valueCount() == 0 ? -1 : static_cast<qsizetype>(statistics()->curve().today / daysPerValue());
+}
+
+qsizetype ForgettingCurveChart::valueCount() const {
+    if (statistics() == nullptr || statistics()->curve().isEmpty())
+        return 0;
+    const ForgettingCurve &curve = statistics()->curve();
+    return static_cast<qsizetype>(curve.today / daysPerValue()) +
+           static_cast<qsizetype>((curve.lastDay() - curve.today) / daysPerValue()) + 1;
+}
+
+qsizetype ForgettingCurveChart::valueAt(QPointF position) const {
+    const QRectF area = plot();
+    if (valueCount() == 0 || area.width() <= 0 || position.x() < area.left() || position.x() > area.right())
+        return -1;
+    const ForgettingCurve &curve = statistics()->curve();
+    const double day = (position.x() - area.left()) / area.width() * curve.lastDay();
+    const auto value = firstMark() + qRound64((day - curve.today) / daysPerValue());
+    return std::clamp<qsizetype>(value, 0, valueCount() - 1);
+}
+
+QString ForgettingCurveChart::valueText(qsizetype value) const {
+    const double day = dayOf(value);
+    return Statistics::retentionOn(qRound64(day - statistics()->curve().today),
+                                   statistics()->curve().retention(day));
+}
+
 void ForgettingCurveChart::paint(QPainter *painter) {
-    const QRectF plot(labelWidth, topMargin, width() - labelWidth - rightMargin,
-                      height() - topMargin - labelHeight);
+    const QRectF plot = this->plot();
     if (plot.width() <= 0 || plot.height() <= 0)
         return;
     painter->setRenderHint(QPainter::Antialiasing);
@@ -79,7 +121,7 @@ void ForgettingCurveChart::paint(QPainter *painter) {
     painter->setPen(QPen(color(), 2, Qt::DotLine, Qt::RoundCap, Qt::RoundJoin));
     painter->drawPath(lineBetween(curve.today, lastDay));
 
-    const auto mark = [&](double day, const QString &text) {
+    const auto label = [&](double day, const QString &text) {
         painter->setPen(QPen(faintColor(), 1, Qt::DashLine));
         painter->drawLine(QPointF(xOf(day), plot.top()), QPointF(xOf(day), plot.bottom()));
         painter->setPen(textColor());
@@ -89,17 +131,26 @@ void ForgettingCurveChart::paint(QPainter *painter) {
         painter->drawText(QPointF(x, height() - 5), text);
         return std::pair(x, x + textWidth);
     };
-    const auto today = mark(curve.today, QStringLiteral("今天"));
+    const auto today = label(curve.today, QStringLiteral("今天"));
     const auto untilDue = qRound(curve.due - curve.today);
     const QString dueText = untilDue >= 0 ? QStringLiteral("%1 天后复习").arg(untilDue)
                                           : QStringLiteral("应于 %1 天前复习").arg(-untilDue);
     // Leave out the second label where the two would overlap.
     const double dueWidth = painter->fontMetrics().horizontalAdvance(dueText);
     if (std::abs(xOf(curve.due) - (today.first + today.second) / 2) > dueWidth / 2 + 20 && curve.due > 0)
-        mark(curve.due, dueText);
-    painter->setPen(QPen(groundColor(), 2));
-    painter->setBrush(color());
-    painter->drawEllipse(QPointF(xOf(curve.today), yOf(curve.retention(curve.today))), 5, 5);
+        label(curve.due, dueText);
+    const auto dot = [&](double day, double radius) {
+        painter->setPen(QPen(groundColor(), 2));
+        painter->setBrush(color());
+        painter->drawEllipse(QPointF(xOf(day), yOf(curve.retention(day))), radius, radius);
+    };
+    dot(curve.today, 5);
+    if (mark() >= 0 && mark() < valueCount()) {
+        const double day = dayOf(mark());
+        painter->setPen(QPen(textColor(), 1));
+        painter->drawLine(QPointF(xOf(day), plot.top()), QPointF(xOf(day), plot.bottom()));
+        dot(day, 4);
+    }
 }
 
 } // namespace lexiquill

@@ -11,7 +11,6 @@ namespace lexiquill {
 namespace {
 
 constexpr qint64 forecastDays = 7;
-constexpr qint64 daysOfYear = 365;
 
 /// "周日" for 7 and so on
 QString weekdayName(int dayOfWeek) {
@@ -56,27 +55,6 @@ QList<ForecastDay> forecast(const QList<WordRecord> &words, Instant startOfToday
     return result;
 }
 
-/// Counts the reviews of each day. The days begin at `starts`; the last one ends at `end`. Other reviews are
-/// ignored.
-QList<int> countReviews(const QList<WordRecord> &words, const std::vector<Instant> &starts, Instant end) {
-    QList<int> counts(static_cast<qsizetype>(starts.size()), 0);
-    for (const WordRecord &word : words) {
-        for (const ReviewLog &review : word.reviewHistory) {
-            if (starts.empty() || !(review.reviewDate >= starts.front()) || !(review.reviewDate < end))
-                continue;
-            // Almost all days have 24 hours, so the correct day is near this one.
-            const double days = (review.reviewDate.seconds - starts.front().seconds) / secondsPerDay;
-            std::size_t day = std::min(static_cast<std::size_t>(days), starts.size() - 1);
-            while (day > 0 && review.reviewDate < starts[day])
-                --day;
-            while (day + 1 < starts.size() && review.reviewDate >= starts[day + 1])
-                ++day;
-            ++counts[static_cast<qsizetype>(day)];
-        }
-    }
-    return counts;
-}
-
 } // namespace
 
 double MemoryStatistics::retentionRate() const {
@@ -102,24 +80,13 @@ MemoryStatistics MemoryStatistics::of(const QList<WordRecord> &words, Instant no
             result.validUntil = std::min(result.validUntil, word.nextReviewDate);
     }
     const auto today = calendar.date(now);
+    result.reviews = ReviewPatterns::of(words, today.value_or(QDate()), calendar);
     const auto startOfToday = today ? calendar.startOfDay(*today) : std::nullopt;
     const auto endOfToday = today ? calendar.startOfDay(today->addDays(1)) : std::nullopt;
     if (!startOfToday || !endOfToday)
         return result;
     result.validUntil = std::min(result.validUntil, *endOfToday);
     result.nextSevenDaysForecast = forecast(words, *startOfToday, calendar);
-
-    const QDate yearAgo = today->addDays(-daysOfYear);
-    const QDate first = yearAgo.addDays(-((yearAgo.dayOfWeek() - calendar.firstWeekday + 7) % 7));
-    std::vector<Instant> starts;
-    for (QDate day = first; day <= *today; day = day.addDays(1)) {
-        const auto start = calendar.startOfDay(day);
-        if (!start)
-            return result;
-        starts.push_back(*start);
-    }
-    result.firstReviewDay = first;
-    result.reviewsPerDay = countReviews(words, starts, *endOfToday);
     return result;
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "app/statistics/review_patterns.h"
 #include "model/word_record.h"
 
-#include <QDate>
 #include <QList>
 
 namespace lexiquill {
@@ -23,10 +23,7 @@ struct MemoryStatistics {
     qint64 dueCount = 0;
     /// Today and the six days after it. Words due before today are not included.
     QList<ForecastDay> nextSevenDaysForecast = {};
-    /// The first day of `reviewsPerDay`; always the first day of a week.
-    QDate firstReviewDay = {};
-    /// The number of reviews on each day of about a year; the last entry is today.
-    QList<int> reviewsPerDay = {};
+    ReviewPatterns reviews = {};
     /// When the figures become out of date even if the words do not change: when the next word falls due, or
     /// when the day ends.
     Instant validUntil;

@@ -2,8 +2,7 @@
 
 namespace lexiquill {
 
-StatisticsChart::StatisticsChart(QQuickItem *parent) : QQuickPaintedItem(parent) {
-    setAntialiasing(true);
+StatisticsChart::StatisticsChart(QQuickItem *parent) : MarkedChart(parent) {
     connect(this, &StatisticsChart::coloursChanged, this, [this] { update(); });
 }
 

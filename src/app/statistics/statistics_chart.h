@@ -1,14 +1,14 @@
 #pragma once
 
+#include "app/components/marked_chart.h"
 #include "app/statistics/statistics.h"
 
 #include <QColor>
-#include <QQuickPaintedItem>
 
 namespace lexiquill {
 
 /// Base class of the charts on the statistics screen. The colours come from the theme.
-class StatisticsChart : public QQuickPaintedItem {
+class StatisticsChart : public lexiquill::MarkedChart { // full name, for the QML type information
     Q_OBJECT
     QML_ANONYMOUS
     Q_PROPERTY(
@@ -29,7 +29,7 @@ Q_SIGNALS:
 
 protected:
     /// Called when the statistics have changed.
-    virtual void takeFigures() { update(); }
+    virtual void takeFigures() { updateValues(); }
 
     Statistics *statistics() const { return m_statistics; }
     const QColor &color() const { return m_color; }

@@ -4,164 +4,197 @@ import QtQuick
 import Lexiquill
 
 /// A record of the wordbook in full, with the history of its reviews.
-ScrollArea {
+FocusScope {
     id: detail
 
     property string wordId: ""
     property Toast toast: null
-    readonly property WordCard record: definition.record
 
     signal deleteRequested
 
-    onWordIdChanged: contentY = 0
+    onWordIdChanged: area.contentY = 0
+    Keys.onPressed: event => event.accepted = area.scrollByKey(event.key)
 
     ReviewHistory {
         id: reviews
 
         wordId: detail.wordId
     }
-    Column {
-        width: detail.contentWidth - 12 // leaves room for the scroll bar
-        topPadding: 2
-        bottomPadding: 2 * Theme.unit
-        spacing: 2 * Theme.unit
+    ScrollArea {
+        id: area
 
-        DefinitionCard {
-            id: definition
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: parent.top
+        anchors.bottom: memory.visible ? memory.top : parent.bottom
 
-            width: parent.width
-            wordId: detail.wordId
-            toast: detail.toast
-            showsDelete: false
-        }
-        Card {
-            width: parent.width
-            implicitHeight: column.implicitHeight + 2 * padding
-            visible: definition.exists
-            Accessible.role: Accessible.Grouping
-            Accessible.name: "复习历史"
+        Column {
+            width: area.contentWidth - 12 // leaves room for the scroll bar
+            topPadding: 2
+            bottomPadding: 2 * Theme.unit
+            spacing: 2 * Theme.unit
 
-            Column {
-                id: column
+            DefinitionCard {
+                id: definition
 
                 width: parent.width
-                spacing: Theme.unit
+                wordId: detail.wordId
+                toast: detail.toast
+                showsDelete: false
+            }
+            Card {
+                width: parent.width
+                implicitHeight: column.implicitHeight + 2 * padding
+                visible: definition.exists
+                Accessible.role: Accessible.Grouping
+                Accessible.name: "复习历史"
 
-                ThemedText {
-                    role: ThemedText.Heading
-                    text: "复习历史"
-                    Accessible.role: Accessible.Heading
-                }
-                ThemedText {
+                Column {
+                    id: column
+
                     width: parent.width
-                    role: ThemedText.Caption
-                    text: reviews.summary
-                    wrapMode: Text.Wrap
-                }
-                ReviewChart {
-                    width: parent.width
-                    height: 150
-                    visible: reviews.count > 0
-                    history: reviews
-                    textColor: Theme.secondaryText
-                    gridColor: Theme.separator
-                    intervalColor: Theme.accent
-                    easeColor: Theme.purple
-                    rememberedColor: Theme.green
-                    forgottenColor: Theme.red
-                    Accessible.role: Accessible.Graphic
-                    Accessible.name: reviews.summary
-                }
-                Flow {
-                    width: parent.width
-                    visible: reviews.count > 0
-                    spacing: 2 * Theme.unit
-
-                    LegendEntry {
-                        text: "间隔"
-                        tint: Theme.accent
-                    }
-                    LegendEntry {
-                        text: "难度系数"
-                        tint: Theme.purple
-                    }
-                    LegendEntry {
-                        text: "记住了"
-                        tint: Theme.green
-                        isDot: true
-                    }
-                    LegendEntry {
-                        text: "没记住"
-                        tint: Theme.red
-                        isDot: true
-                    }
-                }
-                Repeater {
-                    model: reviews.latest
-
-                    Item {
-                        id: entry
-
-                        required property var modelData
-
-                        width: column.width
-                        height: 24
-                        Accessible.role: Accessible.StaticText
-                        Accessible.name: modelData.date + " " + modelData.answer + " " + modelData.result
-
-                        ThemedText {
-                            id: dateText
-
-                            anchors.verticalCenter: parent.verticalCenter
-                            width: 86
-                            role: ThemedText.Caption
-                            text: entry.modelData.date
-                            Accessible.ignored: true
-                        }
-                        ThemedText {
-                            anchors.left: dateText.right
-                            anchors.verticalCenter: parent.verticalCenter
-                            role: ThemedText.Caption
-                            text: entry.modelData.answer
-                            color: Theme.onTint(entry.modelData.remembered ? Theme.green : Theme.red)
-                            Accessible.ignored: true
-                        }
-                        ThemedText {
-                            anchors.right: parent.right
-                            anchors.verticalCenter: parent.verticalCenter
-                            role: ThemedText.Caption
-                            text: entry.modelData.result
-                            Accessible.ignored: true
-                        }
-                    }
-                }
-                Separator {
-                    width: parent.width
-                }
-                Item {
-                    width: parent.width
-                    height: Theme.controlHeight
+                    spacing: Theme.unit
 
                     ThemedText {
-                        anchors.left: parent.left
-                        anchors.right: remove.left
-                        anchors.rightMargin: Theme.unit
-                        anchors.verticalCenter: parent.verticalCenter
+                        role: ThemedText.Heading
+                        text: "复习历史"
+                        Accessible.role: Accessible.Heading
+                    }
+                    ThemedText {
+                        width: parent.width
                         role: ThemedText.Caption
-                        text: reviews.searches
+                        text: reviews.summary
+                        wrapMode: Text.Wrap
+                    }
+                    ReviewChart {
+                        id: chart
+
+                        width: parent.width
+                        height: 150
+                        visible: reviews.count > 0
+                        history: reviews
+                        textColor: Theme.secondaryText
+                        gridColor: Theme.separator
+                        intervalColor: Theme.accent
+                        easeColor: Theme.purple
+                        rememberedColor: Theme.green
+                        forgottenColor: Theme.red
+                        Accessible.role: Accessible.Chart
+                        Accessible.name: "复习曲线"
+                        Accessible.description: markedText === "" ? reviews.summary : markedText
+                        Accessible.focusable: true
+
+                        FocusRing {
+                            anchors.margins: -4
+                            shown: chart.activeFocus
+                        }
+                    }
+                    ThemedText {
+                        width: parent.width
+                        visible: chart.visible
+                        role: ThemedText.Small
+                        text: chart.markedText === "" ? "指针移到圆点上，或用左右方向键，可以看到每一次复习。" : chart.markedText
                         elide: Text.ElideRight
                     }
-                    PlainButton {
-                        id: remove
+                    Flow {
+                        width: parent.width
+                        visible: reviews.count > 0
+                        spacing: 2 * Theme.unit
 
-                        anchors.right: parent.right
-                        symbol: "trash"
-                        tint: Theme.onTint(Theme.red)
-                        text: "删除"
-                        onClicked: detail.deleteRequested()
+                        LegendEntry {
+                            text: "间隔"
+                            tint: Theme.accent
+                        }
+                        LegendEntry {
+                            text: "难度系数"
+                            tint: Theme.purple
+                        }
+                        LegendEntry {
+                            text: "记住了"
+                            tint: Theme.green
+                            isDot: true
+                        }
+                        LegendEntry {
+                            text: "没记住"
+                            tint: Theme.red
+                            isDot: true
+                        }
+                    }
+                    Repeater {
+                        model: reviews.latest
+
+                        Item {
+                            id: entry
+
+                            required property var modelData
+
+                            width: column.width
+                            height: 24
+                            Accessible.role: Accessible.StaticText
+                            Accessible.name: modelData.date + " " + modelData.answer + " " + modelData.result
+
+                            ThemedText {
+                                id: dateText
+
+                                anchors.verticalCenter: parent.verticalCenter
+                                width: 86
+                                role: ThemedText.Caption
+                                text: entry.modelData.date
+                                Accessible.ignored: true
+                            }
+                            ThemedText {
+                                anchors.left: dateText.right
+                                anchors.verticalCenter: parent.verticalCenter
+                                role: ThemedText.Caption
+                                text: entry.modelData.answer
+                                color: Theme.onTint(entry.modelData.remembered ? Theme.green : Theme.red)
+                                Accessible.ignored: true
+                            }
+                            ThemedText {
+                                anchors.right: parent.right
+                                anchors.verticalCenter: parent.verticalCenter
+                                role: ThemedText.Caption
+                                text: entry.modelData.result
+                                Accessible.ignored: true
+                            }
+                        }
+                    }
+                    Separator {
+                        width: parent.width
+                    }
+                    Item {
+                        width: parent.width
+                        height: Theme.controlHeight
+
+                        ThemedText {
+                            anchors.left: parent.left
+                            anchors.right: remove.left
+                            anchors.rightMargin: Theme.unit
+                            anchors.verticalCenter: parent.verticalCenter
+                            role: ThemedText.Caption
+                            text: reviews.searches
+                            elide: Text.ElideRight
+                        }
+                        PlainButton {
+                            id: remove
+
+                            anchors.right: parent.right
+                            symbol: "trash"
+                            tint: Theme.onTint(Theme.red)
+                            text: "删除"
+                            onClicked: detail.deleteRequested()
+                        }
                     }
                 }
             }
         }
+    }
+    MemoryBar {
+        id: memory
+
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.bottom: parent.bottom
+        record: definition.record
     }
 }

@@ -13,6 +13,7 @@ Item {
     required property string detail
     required property bool selected
     required property string spoken
+    required property string tags
 
     readonly property bool hasKeyboard: ListView.view.activeFocus
     readonly property color foreground: selected && hasKeyboard ? "#FFFFFF" : Theme.text
@@ -43,12 +44,27 @@ Item {
 
         x: 2.5 * Theme.unit
         y: 9
-        width: detailText.x - x - Theme.unit
+        width: Math.min(implicitWidth, detailText.x - x - Theme.unit)
         text: row.word
         color: row.foreground
         font.pixelSize: Theme.bodySize + 1
         font.weight: Font.DemiBold
         elide: Text.ElideRight
+        textFormat: Text.PlainText
+    }
+    Text {
+        // Only where the word leaves room.
+        readonly property real room: detailText.x - x - Theme.unit
+
+        x: title.x + title.width + Theme.unit
+        visible: text !== "" && room >= Math.min(implicitWidth, 48)
+        width: Math.max(0, room)
+        anchors.baseline: title.baseline
+        text: row.tags
+        color: row.selected && row.hasKeyboard ? row.quietForeground : Theme.accent
+        font.pixelSize: Theme.smallSize
+        elide: Text.ElideRight
+        maximumLineCount: 1
         textFormat: Text.PlainText
     }
     Text {

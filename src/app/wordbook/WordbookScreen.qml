@@ -26,7 +26,17 @@ FocusScope {
     function undo(): void {
         toast.hide();
         words.undoDeletion();
-        list.showCurrent();
+    }
+
+    /// Lists the words with the tag that was chosen on a card.
+    function showRequestedTag(): void {
+        const tag = ContentView.takeRequestedTag();
+        if (tag === "")
+            return;
+        search.clear();
+        words.filter = 0;
+        words.filterByTag(tag);
+        screen.showList();
     }
 
     /// Moves the keyboard to the filter; false if it is there already.
@@ -64,12 +74,27 @@ FocusScope {
         event.accepted = true;
     }
 
+    Component.onCompleted: showRequestedTag()
+
+    Connections {
+        target: ContentView
+
+        function onTagRequested(): void {
+            screen.showRequestedTag();
+        }
+    }
+    VisibleFocus {
+        scope: screen
+        onLost: screen.isDetailLevel ? (detail.item as WordDetail).forceActiveFocus() : list.forceActiveFocus()
+    }
+
     readonly property WordListModel model: WordListModel {
         id: words
 
         active: screen.visible
         searchText: search.text
         onListReplaced: list.positionViewAtBeginning()
+        onRestored: list.showCurrent()
     }
 
     Item {
@@ -88,7 +113,12 @@ FocusScope {
             anchors.right: parent.right
             anchors.top: parent.top
             anchors.margins: 2 * Theme.unit
-            height: 2 * Theme.controlHeight + Theme.unit
+            height: (tagBox.visible && !isWide ? 3 : 2) * (Theme.controlHeight + Theme.unit) - Theme.unit
+
+            /// Whether all choices fit into one row.
+            readonly property bool isWide: width >= 3 * 104 + 2 * Theme.unit
+            readonly property int columns: tagBox.visible && isWide ? 3 : 2
+            readonly property real boxWidth: (width - (columns - 1) * Theme.unit) / columns
 
             SearchField {
                 id: search
@@ -99,26 +129,44 @@ FocusScope {
                 placeholderText: "筛选单词、释义或笔记"
                 Keys.onDownPressed: list.enter()
                 Keys.onReturnPressed: list.enter()
+                Keys.onPressed: event => {
+                    if (event.key === Qt.Key_PageUp || event.key === Qt.Key_PageDown) {
+                        list.scrollPage(event.key === Qt.Key_PageUp ? -1 : 1);
+                        event.accepted = true;
+                    }
+                }
             }
             ChoiceBox {
                 id: filterBox
 
                 anchors.left: parent.left
-                anchors.bottom: parent.bottom
-                width: (parent.width - Theme.unit) / 2
+                y: Theme.controlHeight + Theme.unit
+                width: tools.boxWidth
                 name: "状态"
                 model: words.filterNames
                 currentIndex: words.filter
                 onActivated: index => words.filter = index
             }
             ChoiceBox {
-                anchors.right: parent.right
-                anchors.bottom: parent.bottom
-                width: filterBox.width
+                x: filterBox.width + Theme.unit
+                y: filterBox.y
+                width: tools.boxWidth
                 name: "排序"
                 model: words.orderNames
                 currentIndex: words.order
                 onActivated: index => words.order = index
+            }
+            ChoiceBox {
+                id: tagBox
+
+                anchors.right: parent.right
+                anchors.bottom: parent.bottom
+                width: tools.isWide ? tools.boxWidth : parent.width
+                visible: words.tagNames.length > 0
+                name: "标签"
+                model: words.tagNames
+                currentIndex: words.tag
+                onActivated: index => words.tag = index
             }
         }
         ListView {
@@ -134,6 +182,11 @@ FocusScope {
             function move(row: int, extend: bool): void {
                 words.choose(row, extend ? WordListModel.Extend : WordListModel.Replace);
                 list.showCurrent();
+            }
+
+            function scrollPage(direction: int): void {
+                const end = Math.max(0, list.contentHeight - list.height);
+                list.contentY = list.originY + Math.max(0, Math.min(end, list.contentY - list.originY + direction * (list.height - 56)));
             }
 
             function showCurrent(): void {
@@ -203,10 +256,10 @@ FocusScope {
             EmptyHint {
                 anchors.centerIn: parent
                 width: parent.width - 6 * Theme.unit
-                visible: words.count === 0
+                visible: words.count === 0 && !words.isLoading
                 symbol: words.totalCount === 0 ? "text.book.closed" : "magnifyingglass"
                 title: words.totalCount === 0 ? "生词本还是空的" : "没有符合条件的单词"
-                text: words.totalCount === 0 ? "查过的单词会自动收录在这里，并安排复习。" : "换一个关键词，或选择其他状态。"
+                text: words.totalCount === 0 ? "查过的单词会自动收录在这里，并安排复习。" : "换一个关键词，或选择其他状态或标签。"
                 action: words.totalCount === 0 ? "去查词" : "显示全部"
                 onTaken: {
                     if (words.totalCount === 0) {
@@ -214,6 +267,7 @@ FocusScope {
                     } else {
                         search.clear();
                         words.filter = 0;
+                        words.tag = 0;
                     }
                 }
             }
@@ -294,28 +348,25 @@ FocusScope {
             text: "生词本"
             onClicked: screen.showList()
         }
-        WordDetail {
-            id: word
+        Loader {
+            id: detail
 
             anchors.left: parent.left
             anchors.right: parent.right
             anchors.top: back.visible ? back.bottom : parent.top
             anchors.topMargin: back.visible ? Theme.unit : 2 * Theme.unit
-            anchors.bottom: memory.visible ? memory.top : parent.bottom
-            visible: words.selectedId !== ""
-            wordId: words.selectedId
-            toast: toast
-            onDeleteRequested: screen.deleteSelected()
-        }
-        MemoryBar {
-            id: memory
-
-            anchors.left: parent.left
-            anchors.right: parent.right
-            anchors.leftMargin: -2 * Theme.unit
             anchors.bottom: parent.bottom
-            record: word.record
-            visible: word.visible && record.exists
+            visible: words.selectedId !== ""
+            // Made step by step after the list, but at once if it is needed before it is complete.
+            asynchronous: words.selectedId === ""
+            source: "WordDetail.qml"
+            onLoaded: {
+                const shown = item as WordDetail;
+                shown.focus = true;
+                shown.toast = toast;
+                shown.wordId = Qt.binding(() => words.selectedId);
+                shown.deleteRequested.connect(screen.deleteSelected);
+            }
         }
         EmptyHint {
             anchors.centerIn: parent

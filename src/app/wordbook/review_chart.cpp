@@ -30,8 +30,7 @@ double share(double value, double from, double to) {
 
 } // namespace
 
-ReviewChart::ReviewChart(QQuickItem *parent) : QQuickPaintedItem(parent) {
-    setAntialiasing(true);
+ReviewChart::ReviewChart(QQuickItem *parent) : MarkedChart(parent) {
     connect(this, &ReviewChart::lookChanged, this, [this] { update(); });
 }
 
@@ -42,16 +41,36 @@ void ReviewChart::setHistory(ReviewHistory *history) {
         disconnect(m_history, nullptr, this, nullptr);
     m_history = history;
     if (m_history)
-        connect(m_history, &ReviewHistory::changed, this, [this] { update(); });
-    update();
+        connect(m_history, &ReviewHistory::changed, this, &ReviewChart::updateValues);
+    updateValues();
     Q_EMIT historyChanged();
 }
 
+QList<ReviewLog> ReviewChart::shownReviews() const {
+    return m_history ? m_history->reviews().last(valueCount()) : QList<ReviewLog>();
+}
+
+qsizetype ReviewChart::valueCount() const {
+    return m_history ? std::min(m_history->reviews().size(), mostPoints) : 0;
+}
+
+qsizetype ReviewChart::valueAt(QPointF position) const {
+    if (m_points.size() != valueCount())
+        return -1;
+    const auto nearest = std::ranges::min_element(
+        m_points, {}, [position](QPointF point) { return (point - position).manhattanLength(); });
+    return nearest == m_points.cend() ? -1 : nearest - m_points.cbegin();
+}
+
+QString ReviewChart::valueText(qsizetype value) const {
+    return m_history->describe(shownReviews().at(value));
+}
+
 void ReviewChart::paint(QPainter *painter) {
-    if (!m_history || m_history->reviews().isEmpty())
+    m_points.clear();
+    const QList<ReviewLog> reviews = shownReviews();
+    if (reviews.isEmpty())
         return;
-    const QList<ReviewLog> &all = m_history->reviews();
-    const QList<ReviewLog> reviews = all.sliced(std::max<qsizetype>(0, all.size() - mostPoints));
     QFont font = painter->font();
     font.setPixelSize(fontSize);
     painter->setFont(font);
@@ -134,8 +153,10 @@ void ReviewChart::paint(QPainter *painter) {
     for (qsizetype i = 0; i < reviews.size(); ++i) {
         const bool isRemembered = reviews.at(i).feedback == ReviewFeedback::Remembered;
         painter->setBrush(isRemembered ? m_rememberedColor : m_forgottenColor);
-        painter->drawEllipse(intervals.at(i), 3.5, 3.5);
+        const double radius = i == mark() ? 6 : 3.5;
+        painter->drawEllipse(intervals.at(i), radius, radius);
     }
+    m_points = intervals;
 }
 
 } // namespace lexiquill

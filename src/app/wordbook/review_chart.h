@@ -1,16 +1,16 @@
 #pragma once
 
+#include "app/components/marked_chart.h"
 #include "app/wordbook/review_history.h"
 
 #include <QColor>
 #include <QPointer>
-#include <QQuickPaintedItem>
 
 namespace lexiquill {
 
 /// Draws the interval (a line with a dot for each review) and the ease factor (a thin dashed line) after each
 /// review of a word, over time.
-class ReviewChart : public QQuickPaintedItem {
+class ReviewChart : public lexiquill::MarkedChart { // full name, for the QML type information
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(lexiquill::ReviewHistory *history READ history WRITE setHistory NOTIFY historyChanged)
@@ -33,8 +33,16 @@ Q_SIGNALS:
     void historyChanged();
     void lookChanged();
 
+protected:
+    qsizetype valueCount() const override;
+    qsizetype valueAt(QPointF position) const override;
+    QString valueText(qsizetype value) const override;
+
 private:
+    QList<ReviewLog> shownReviews() const;
+
     QPointer<ReviewHistory> m_history;
+    QList<QPointF> m_points; ///< the dots of the reviews, as last painted
     QColor m_textColor = Qt::black;
     QColor m_gridColor = Qt::lightGray;
     QColor m_intervalColor = Qt::blue;

@@ -9,6 +9,16 @@
 
 namespace lexiquill {
 
+namespace {
+
+QString resultOf(const ReviewLog &review) {
+    return QStringLiteral("间隔 %1 天 · 系数 %2")
+        .arg(QString::number(review.resultingIntervalDays),
+             QString::number(review.resultingEaseFactor, 'f', 2));
+}
+
+} // namespace
+
 ReviewHistory::ReviewHistory(QObject *parent) : ReviewHistory(Services::current(), parent) {}
 
 ReviewHistory::ReviewHistory(Services &services, QObject *parent)
@@ -67,18 +77,20 @@ QString ReviewHistory::summary() const {
              QString::number(last.resultingIntervalDays), QString::number(last.resultingEaseFactor, 'f', 2));
 }
 
+QString ReviewHistory::describe(const ReviewLog &review) const {
+    return QStringLiteral("%1：%2，%3")
+        .arg(date(review.reviewDate), rawValue(review.feedback), resultOf(review));
+}
+
 QVariantList ReviewHistory::latest() const {
     constexpr qsizetype mostRows = 12;
     QVariantList rows;
     for (qsizetype i = m_reviews.size() - 1; i >= 0 && rows.size() < mostRows; --i) {
         const ReviewLog &review = m_reviews.at(i);
-        rows += QVariantMap{
-            {QStringLiteral("date"), date(review.reviewDate)},
-            {QStringLiteral("answer"), rawValue(review.feedback)},
-            {QStringLiteral("remembered"), review.feedback == ReviewFeedback::Remembered},
-            {QStringLiteral("result"), QStringLiteral("间隔 %1 天 · 系数 %2")
-                                           .arg(QString::number(review.resultingIntervalDays),
-                                                QString::number(review.resultingEaseFactor, 'f', 2))}};
+        rows += QVariantMap{{QStringLiteral("date"), date(review.reviewDate)},
+                            {QStringLiteral("answer"), rawValue(review.feedback)},
+                            {QStringLiteral("remembered"), review.feedback == ReviewFeedback::Remembered},
+                            {QStringLiteral("result"), resultOf(review)}};
     }
     return rows;
 }

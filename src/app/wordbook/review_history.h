@@ -36,6 +36,8 @@ public:
     const QList<ReviewLog> &reviews() const { return m_reviews; }
     /// The local date of an instant, "2025-03-14".
     QString date(Instant instant) const;
+    /// A review in words: its date, the answer, and the interval and the ease after it.
+    QString describe(const ReviewLog &review) const;
     int count() const { return static_cast<int>(m_reviews.size()); }
     QString summary() const;
     const QString &searches() const { return m_searches; }

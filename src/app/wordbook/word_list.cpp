@@ -1,5 +1,7 @@
 #include "app/wordbook/word_list.h"
 
+#include "model/note_tags.h"
+
 #include <QStringMatcher>
 
 #include <algorithm>
@@ -10,6 +12,8 @@
 namespace lexiquill {
 
 namespace {
+
+constexpr QChar separator = u'\0'; ///< between the texts of two records
 
 quint64 prefixOf(const QString &text) {
     constexpr qsizetype unitCount = 4;
@@ -30,10 +34,14 @@ ListedWordPointer listed(const WordRecord &record) {
     }
     text += u'\n' + record.userNotes;
     const QString key = record.word.toCaseFolded();
-    return std::make_shared<const ListedWord>(ListedWord{.record = record,
-                                                         .searchText = text.toCaseFolded(),
-                                                         .alphabetKey = key,
-                                                         .alphabetPrefix = prefixOf(key)});
+    ListedWord word{.record = record,
+                    .searchText = text.toCaseFolded(),
+                    .alphabetKey = key,
+                    .alphabetPrefix = prefixOf(key),
+                    .tags = noteTags(record.userNotes)};
+    for (const QString &tag : std::as_const(word.tags))
+        word.tagKeys += tagKey(tag);
+    return std::make_shared<const ListedWord>(std::move(word));
 }
 
 /// The primary sort key: smaller values come first.
@@ -98,6 +106,31 @@ void WordList::setRecords(const QList<WordRecord> &records) {
         m_words += isUnchanged ? former.at(place) : listed(record);
     }
     sort();
+    countTags();
+}
+
+void WordList::countTags() {
+    m_tags.clear();
+    QHash<QString, qsizetype> places;
+    for (const ListedWordPointer &word : std::as_const(m_words)) {
+        for (qsizetype i = 0; i < word->tags.size(); ++i) {
+            const QString &key = word->tagKeys.at(i);
+            const auto place = places.constFind(key);
+            if (place != places.cend()) {
+                ++m_tags[*place].count;
+                continue;
+            }
+            places.insert(key, m_tags.size());
+            m_tags += {.key = key, .name = word->tags.at(i), .count = 1};
+        }
+    }
+    std::ranges::sort(m_tags, [](const TagCount &a, const TagCount &b) {
+        return a.count != b.count ? a.count > b.count : a.key < b.key;
+    });
+}
+
+bool WordList::isTag(const QString &key) const {
+    return std::ranges::any_of(m_tags, [&](const TagCount &tag) { return tag.key == key; });
 }
 
 void WordList::setOrder(WordOrder order) {
@@ -141,22 +174,45 @@ void WordList::sort() {
         m_sorted += m_words.at(key.position);
 }
 
-QList<ListedWordPointer> WordList::select(const QString &text, WordFilter filter, Instant now) {
-    const QString folded = text.trimmed().toCaseFolded();
+QList<ListedWordPointer> WordList::select(const WordChoice &choice, Instant now) {
+    const TagQuery query = TagQuery::of(choice.text);
+    const QString folded = query.text.toCaseFolded();
     QList<ListedWordPointer> words = folded.isEmpty() ? m_sorted : wordsWith(folded);
-    if (filter != WordFilter::All)
-        words.removeIf([&](const ListedWordPointer &word) { return !passes(word->record, filter, now); });
+    const auto keep = [&words](auto holds) {
+        words.removeIf([&](const ListedWordPointer &word) { return !holds(*word); });
+    };
+    if (choice.filter != WordFilter::All)
+        keep([&](const ListedWord &word) { return passes(word.record, choice.filter, now); });
+    if (!choice.tagKey.isEmpty())
+        keep([&](const ListedWord &word) { return word.tagKeys.contains(choice.tagKey); });
+    for (const QString &key : query.keys) {
+        const bool isWhole = isTag(key);
+        keep([&](const ListedWord &word) {
+            return std::ranges::any_of(word.tagKeys, [&](const QString &each) {
+                return isWhole ? each == key : each.startsWith(key);
+            });
+        });
+    }
     return words;
 }
 
-QList<ListedWordPointer> WordList::wordsWith(const QString &folded) {
-    constexpr QChar separator = u'\0';
-    if (m_textEnds.isEmpty()) {
-        for (const ListedWordPointer &word : std::as_const(m_sorted)) {
-            m_texts += word->searchText + separator;
-            m_textEnds += m_texts.size();
-        }
+void WordList::prepareSearch() {
+    if (!m_textEnds.isEmpty())
+        return;
+    qsizetype size = 0;
+    for (const ListedWordPointer &word : std::as_const(m_sorted))
+        size += word->searchText.size() + 1;
+    m_texts.reserve(size);
+    m_textEnds.reserve(m_sorted.size());
+    for (const ListedWordPointer &word : std::as_const(m_sorted)) {
+        m_texts += word->searchText;
+        m_texts += separator;
+        m_textEnds += m_texts.size();
     }
+}
+
+QList<ListedWordPointer> WordList::wordsWith(const QString &folded) {
+    prepareSearch();
     QList<ListedWordPointer> words;
     if (folded.contains(separator))
         return words;

@@ -1,16 +1,27 @@
 #include "app/wordbook/word_list_model.h"
 
+#include "app/components/small_wordbook.h"
 #include "app/shell/services.h"
 #include "app/wordbook/day_texts.h"
+#include "model/note_tags.h"
 #include "storage/storage_manager.h"
+#include "support/background_task.h"
 
+#include <algorithm>
 #include <chrono>
+#include <memory>
+#include <utility>
 
 namespace lexiquill {
 
 namespace {
 
 constexpr qsizetype longestSummary = 200; // characters; a row shows fewer
+
+/// E.g. "#考研 #四级"
+QString tagText(const ListedWord &word) {
+    return word.tags.isEmpty() ? QString() : u'#' + word.tags.join(QStringLiteral(" #"));
+}
 
 } // namespace
 
@@ -20,7 +31,9 @@ WordListModel::WordListModel(StorageManager &storage, QObject *parent)
     : RowListModel(parent),
       m_storage(storage),
       m_deletions(storage) {
-    connect(&m_storage, &StorageManager::wordsChanged, this, &WordListModel::reload);
+    connect(&m_storage, &StorageManager::wordsChanged, this, &WordListModel::followWords);
+    m_reloading.setSingleShot(true);
+    connect(&m_reloading, &QTimer::timeout, this, &WordListModel::reload);
     connect(&m_timer, &QTimer::timeout, this, &WordListModel::followClock);
     m_timer.start(std::chrono::seconds{30});
     m_day = m_storage.calendar().date(m_storage.now());
@@ -28,7 +41,8 @@ WordListModel::WordListModel(StorageManager &storage, QObject *parent)
 }
 
 QList<WordRow> WordListModel::select() {
-    QList<ListedWordPointer> words = m_list.select(m_searchText, m_filter, m_storage.now());
+    QList<ListedWordPointer> words =
+        m_list.select({.text = m_searchText, .filter = m_filter, .tagKey = m_tagKey}, m_storage.now());
     QList<WordRow> rows;
     rows.reserve(words.size());
     for (ListedWordPointer &word : words) {
@@ -49,14 +63,100 @@ void WordListModel::setActive(bool isActive) {
         followClock();
 }
 
+/// A large wordbook is listed in an event of its own, so that no single one takes longer than a frame.
+void WordListModel::followWords() {
+    if (m_isActive && m_isLoaded && m_storage.words().size() > smallWordbook)
+        m_reloading.start(0);
+    else
+        reload();
+}
+
 void WordListModel::reload() {
-    m_isOutdated = !m_isActive;
-    if (!m_isActive)
+    m_reloading.stop();
+    m_isOutdated = !m_isActive || m_isLoading;
+    if (m_isOutdated)
         return;
+    if (!m_isLoaded && m_storage.words().size() > smallWordbook) {
+        load();
+        return;
+    }
+    m_isLoaded = true;
     m_list.setRecords(m_storage.words());
+    followTags();
     setRows(select());
     findSelection();
     Q_EMIT countChanged();
+    if (std::exchange(m_isRestoring, false))
+        Q_EMIT restored();
+}
+
+/// Prepares the list on another thread.
+void WordListModel::load() {
+    m_isLoading = true;
+    const auto prepare = [words = m_storage.words(), order = m_order]() mutable {
+        auto list = std::make_shared<WordList>();
+        list->setOrder(order);
+        list->setRecords(words);
+        list->prepareSearch();
+        words.clear();
+        return list;
+    };
+    runInBackground(this, prepare, [this](const std::shared_ptr<WordList> &list) {
+        m_isLoading = false;
+        m_isLoaded = true;
+        std::swap(m_list, *list);
+        if (m_list.order() != m_order)
+            m_list.setOrder(m_order);
+        // The words may have changed in the meantime.
+        if (std::exchange(m_isOutdated, false)) {
+            reload();
+            return;
+        }
+        followTags();
+        setRows(select());
+        findSelection();
+        Q_EMIT countChanged();
+    });
+    Q_EMIT countChanged();
+}
+
+int WordListModel::totalCount() const {
+    return static_cast<int>(m_isLoading ? m_storage.words().size() : m_list.size());
+}
+
+/// Takes the tags of the list, and gives up the chosen tag if it is not among them.
+void WordListModel::followTags() {
+    if (m_list.tags() != m_tags) {
+        m_tags = m_list.tags();
+        m_tagNames.clear();
+        if (!m_tags.isEmpty())
+            m_tagNames += QStringLiteral("全部标签");
+        for (const TagCount &tag : std::as_const(m_tags))
+            m_tagNames += QStringLiteral("#%1（%2）").arg(tag.name, QString::number(tag.count));
+        Q_EMIT tagNamesChanged();
+    }
+    takeTag(m_tagKey);
+}
+
+void WordListModel::takeTag(const QString &key) {
+    const auto found =
+        std::ranges::find_if(std::as_const(m_tags), [&](const TagCount &tag) { return tag.key == key; });
+    m_tagKey = found == m_tags.cend() && !m_isLoading ? QString() : key;
+    m_tag = found == m_tags.cend() ? 0 : static_cast<int>(found - m_tags.cbegin()) + 1;
+    // Also for the same tag, whose place may be another one.
+    Q_EMIT tagChanged();
+}
+
+void WordListModel::setTag(int tag) {
+    if (tag == m_tag || tag < 0 || tag > m_tags.size())
+        return;
+    takeTag(tag == 0 ? QString() : m_tags.at(tag - 1).key);
+    choiceChanged();
+}
+
+void WordListModel::filterByTag(const QString &tag) {
+    takeTag(tagKey(tag));
+    choiceChanged();
 }
 
 void WordListModel::choiceChanged() {
@@ -121,8 +221,9 @@ QStringList WordListModel::orderNames() {
 }
 
 QString WordListModel::countText() const {
-    return count() == totalCount() ? QStringLiteral("%1 个单词").arg(count())
-                                   : QStringLiteral("%1 / %2 个单词").arg(count()).arg(totalCount());
+    return count() == totalCount() || m_isLoading
+               ? QStringLiteral("%1 个单词").arg(totalCount())
+               : QStringLiteral("%1 / %2 个单词").arg(count()).arg(totalCount());
 }
 
 QString WordListModel::selectedId() const {
@@ -233,11 +334,14 @@ QString WordListModel::deleteSelected() {
 }
 
 void WordListModel::undoDeletion() {
-    const QList<QUuid> restored = m_deletions.undo();
-    if (restored.isEmpty())
+    const QList<QUuid> ids = m_deletions.undo();
+    if (ids.isEmpty())
         return;
-    m_anchor = restored.first();
-    setSelection({restored.begin(), restored.end()}, m_anchor);
+    m_anchor = ids.first();
+    setSelection({ids.begin(), ids.end()}, m_anchor);
+    m_isRestoring = m_reloading.isActive();
+    if (!m_isRestoring)
+        Q_EMIT restored();
 }
 
 QString WordListModel::detail(const WordRecord &record) const {
@@ -266,7 +370,8 @@ QString WordListModel::spoken(const WordRecord &record) const {
 QVariant WordListModel::data(const QModelIndex &index, int role) const {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
-    const WordRecord &record = rows().at(index.row()).word->record;
+    const ListedWord &word = *rows().at(index.row()).word;
+    const WordRecord &record = word.record;
     switch (role) {
     case WordRole:
         return record.word.simplified().left(longestSummary);
@@ -283,7 +388,10 @@ QVariant WordListModel::data(const QModelIndex &index, int role) const {
     case SelectedRole:
         return m_selected.contains(record.id);
     case SpokenRole:
-        return spoken(record);
+        return word.tags.isEmpty() ? spoken(record)
+                                   : spoken(record) + u'，' + tagText(word).left(longestSummary);
+    case TagsRole:
+        return tagText(word).left(longestSummary);
     default:
         return {};
     }
@@ -291,7 +399,7 @@ QVariant WordListModel::data(const QModelIndex &index, int role) const {
 
 QHash<int, QByteArray> WordListModel::roleNames() const {
     return {{WordRole, "word"},     {SummaryRole, "summary"},   {StatusRole, "status"}, {BadgeRole, "badge"},
-            {DetailRole, "detail"}, {SelectedRole, "selected"}, {SpokenRole, "spoken"}};
+            {DetailRole, "detail"}, {SelectedRole, "selected"}, {SpokenRole, "spoken"}, {TagsRole, "tags"}};
 }
 
 } // namespace lexiquill

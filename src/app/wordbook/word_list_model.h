@@ -33,6 +33,12 @@ class WordListModel : public RowListModel<WordRow> {
     Q_PROPERTY(int order READ order WRITE setOrder NOTIFY orderChanged)
     Q_PROPERTY(QStringList filterNames READ filterNames CONSTANT)
     Q_PROPERTY(QStringList orderNames READ orderNames CONSTANT)
+    /// An index into `tagNames`. They are the tags of the wordbook with the number of their words, after a
+    /// name for all words; empty when there are no tags.
+    Q_PROPERTY(int tag READ tag WRITE setTag NOTIFY tagChanged)
+    Q_PROPERTY(QStringList tagNames READ tagNames NOTIFY tagNamesChanged)
+    /// True while a large wordbook is being read for the first time. There are no rows then.
+    Q_PROPERTY(bool isLoading READ isLoading NOTIFY countChanged)
     /// Number of all records, and of the listed ones.
     Q_PROPERTY(int totalCount READ totalCount NOTIFY countChanged)
     Q_PROPERTY(int count READ count NOTIFY countChanged)
@@ -54,6 +60,7 @@ public:
         DetailRole,  ///< the value that the list is sorted by, e.g. "今天查询" or "查询 3 次"
         SelectedRole,
         SpokenRole, ///< the whole row in one text
+        TagsRole,   ///< e.g. "#考研 #四级"
     };
     /// How choosing a row changes the selection.
     enum class Selection { Replace, Toggle, Extend };
@@ -72,7 +79,11 @@ public:
     void setOrder(int order);
     static QStringList filterNames();
     static QStringList orderNames();
-    int totalCount() const { return static_cast<int>(m_list.size()); }
+    int tag() const { return m_tag; }
+    void setTag(int tag);
+    const QStringList &tagNames() const { return m_tagNames; }
+    bool isLoading() const { return m_isLoading; }
+    int totalCount() const;
     int count() const { return rowCount(); }
     QString countText() const;
     int selectedCount() const { return m_selectedCount; }
@@ -91,6 +102,8 @@ public:
     Q_INVOKABLE QString deleteSelected();
     /// Undoes the last deletion that has not been undone.
     Q_INVOKABLE void undoDeletion();
+    /// Lists only the words with this tag; if there is no such tag, all words.
+    Q_INVOKABLE void filterByTag(const QString &tag);
 
     QVariant data(const QModelIndex &index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
@@ -100,14 +113,22 @@ Q_SIGNALS:
     void searchTextChanged();
     void filterChanged();
     void orderChanged();
+    void tagChanged();
+    void tagNamesChanged();
     void countChanged();
     void selectionChanged();
     /// A new text, filter or order has replaced all rows.
     void listReplaced();
+    /// The records of an undone deletion are listed again.
+    void restored();
 
 private:
     QList<WordRow> select();
+    void followWords();
     void reload();
+    void load();
+    void followTags();
+    void takeTag(const QString &key);
     void choiceChanged();
     void followClock();
     void setSelection(QSet<QUuid> selected, const QUuid &current);
@@ -118,12 +139,20 @@ private:
     StorageManager &m_storage;
     bool m_isActive = true;
     bool m_isOutdated = false;
+    bool m_isLoading = false; ///< on another thread
+    bool m_isLoaded = false;
     WordList m_list;
     QString m_searchText;
     WordFilter m_filter = WordFilter::All;
     WordOrder m_order = WordOrder::LastSearched;
+    QString m_tagKey; ///< of the chosen tag; empty for all words
+    int m_tag = 0;
+    QList<TagCount> m_tags;
+    QStringList m_tagNames;
     std::optional<QDate> m_day; ///< the day that relative dates refer to
     QTimer m_timer;
+    QTimer m_reloading; ///< runs until the changed words of a large wordbook are listed
+    bool m_isRestoring = false;
     QSet<QUuid> m_selected; ///< may contain records that are not listed
     QUuid m_current;
     QUuid m_anchor; ///< where an extended selection starts
