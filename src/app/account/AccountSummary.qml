@@ -6,6 +6,8 @@ Column {
     id: summary
 
     required property AccountView account
+    /// The line with the outcome of the last sync.
+    readonly property Item outcomeLine: outcome
 
     spacing: 2 * Theme.unit
 
@@ -60,7 +62,10 @@ Column {
         onClicked: SyncManager.syncWithCloud()
     }
     MessageLine {
+        id: outcome
+
         width: parent.width
+        kind: SyncManager.hasSyncFailed ? MessageLine.Failure : MessageLine.Neutral
         text: SyncManager.syncStatusMessage
     }
     PlainButton {
