@@ -55,6 +55,11 @@ FocusScope {
                 patience.stop();
         }
     }
+    Binding {
+        target: ContentView
+        property: "isSearching"
+        value: field.text !== "" || field.inputMethodComposing || session.state !== SearchSession.State.Suggesting
+    }
     // A quick lookup shows no progress message.
     Timer {
         id: patience

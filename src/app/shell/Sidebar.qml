@@ -61,7 +61,7 @@ Rectangle {
             isQuiet: true
             symbol: SyncManager.isLoggedIn ? "person.crop.circle.fill.badge.checkmark" : "person.crop.circle"
             text: SyncManager.isLoggedIn ? SyncManager.currentUser : "多端同步"
-            help: "登录/注册以在手机浏览器 (" + ContentView.serverBase + "/app) 继续在线背诵"
+            help: ContentView.accountHelp
             onClicked: SyncManager.showAccountSheet = true
         }
         SidebarRow {
@@ -89,9 +89,10 @@ Rectangle {
             isCollapsed: sidebar.isCollapsed
             isQuiet: true
             symbol: "arrow.down.circle"
-            isBusy: UpdateManager.isChecking
+            isBusy: UpdateManager.isChecking || UpdateManager.isDownloading
+            mark: UpdatePresenter.isWaiting ? "有新版本" : ""
             text: "检查更新..."
-            help: "检查远程 OTA 升级 (" + ContentView.serverBase + ")"
+            help: ContentView.updateHelp
             onClicked: sidebar.updateCheckRequested()
         }
         SidebarRow {

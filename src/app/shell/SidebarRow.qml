@@ -8,6 +8,8 @@ T.AbstractButton {
 
     required property string symbol
     property string badge: ""
+    /// What a dot beside the row says, for screen readers; no dot if empty.
+    property string mark: ""
     property bool isCollapsed: false
     /// Smaller and in the secondary colour.
     property bool isQuiet: false
@@ -26,7 +28,7 @@ T.AbstractButton {
     opacity: enabled ? 1 : 0.5
     Accessible.role: isQuiet ? Accessible.Button : Accessible.PageTab
     Accessible.name: badge === "" ? text : text + " " + badge
-    Accessible.description: help
+    Accessible.description: mark === "" ? help : mark + "。" + help
     Accessible.selected: checked
     Accessible.onPressAction: control.clicked()
     Keys.onReturnPressed: control.clicked()
@@ -60,6 +62,15 @@ T.AbstractButton {
             wrapMode: control.isTall ? Text.Wrap : Text.NoWrap
             maximumLineCount: control.isTall ? 2 : 1
             textFormat: Text.PlainText
+        }
+        Rectangle {
+            x: control.isCollapsed ? icon.x + icon.width - width / 2 : parent.width - width - Theme.unit
+            y: control.isCollapsed ? icon.y - height / 2 : (parent.height - height) / 2
+            width: 8
+            height: 8
+            radius: 4
+            visible: control.mark !== ""
+            color: Theme.red
         }
         ProgressBar {
             x: icon.x
@@ -99,7 +110,7 @@ T.AbstractButton {
     }
 
     HelpText {
-        text: control.help !== "" ? control.help : control.isCollapsed ? control.text : ""
+        text: control.help !== "" ? control.Accessible.description : control.isCollapsed ? control.text : ""
         shown: control.hovered && !control.down && !control.isOpen
     }
 }
