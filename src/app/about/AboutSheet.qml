@@ -145,11 +145,5 @@ Sheet {
             width: parent.width
             toast: messages
         }
-        PrimaryButton {
-            anchors.right: parent.right
-            text: "好"
-            focus: true
-            onClicked: sheet.dismissed()
-        }
     }
 }

@@ -16,7 +16,7 @@ Item {
     ThemedText {
         id: nameText
 
-        width: 0.5 * parent.width
+        width: parent.width - licenceText.width - Theme.unit
         text: row.name + "  " + row.purpose
         elide: Text.ElideRight
         Accessible.ignored: true
@@ -25,7 +25,8 @@ Item {
         id: licenceText
 
         anchors.right: parent.right
-        width: 0.5 * parent.width - Theme.unit
+        anchors.baseline: nameText.baseline
+        width: Math.min(implicitWidth, 0.5 * parent.width)
         role: ThemedText.Caption
         horizontalAlignment: Text.AlignRight
         text: row.licence

@@ -33,6 +33,7 @@ Sheet {
             summary.forceLayout();
             column.forceLayout();
             sheet.reveal(line);
+            Announcer.announce(line);
         }
     }
     Connections {

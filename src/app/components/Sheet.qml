@@ -56,6 +56,8 @@ T.Dialog {
         focus: true
         Keys.onEscapePressed: if (sheet.closable)
             sheet.requestClose()
+        Keys.onUpPressed: area.contentY = Math.max(0, area.contentY - 5 * Theme.unit)
+        Keys.onDownPressed: area.contentY = Math.max(0, Math.min(area.contentHeight - area.height, area.contentY + 5 * Theme.unit))
 
         Item {
             id: header
