@@ -33,7 +33,6 @@ Sheet {
             summary.forceLayout();
             column.forceLayout();
             sheet.reveal(line);
-            Announcer.announce(line);
         }
     }
     Connections {

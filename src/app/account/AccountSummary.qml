@@ -66,7 +66,8 @@ Column {
 
         width: parent.width
         kind: SyncManager.hasSyncFailed ? MessageLine.Failure : MessageLine.Neutral
-        text: SyncManager.syncStatusMessage
+        // A message that appears is announced by screen readers, one that changes is not.
+        text: SyncManager.isSyncing ? "" : SyncManager.syncStatusMessage
     }
     PlainButton {
         width: parent.width
