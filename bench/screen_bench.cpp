@@ -17,6 +17,7 @@
 #include "lookup/dictionary_service.h"
 #include "lookup/online_source.h"
 #include "sample_data.h"
+#include "settings/server_settings.h"
 #include "storage/current_weekly_plan.h"
 #include "storage/storage_manager.h"
 #include "sync/sync_manager.h"
@@ -59,7 +60,8 @@ public:
                 .http = m_http,
                 .sync = m_sync,
                 .updater = m_updater,
-                .defaults = m_defaults};
+                .defaults = m_defaults,
+                .servers = m_servers};
     }
 
 private:
@@ -102,6 +104,7 @@ private:
          }}};
     NoRegistrar m_registrar;
     HotKeyManager m_hotKeys{m_registrar, m_defaults};
+    ServerSettings m_servers{m_defaults};
     HttpClient m_http;
     SyncManager m_sync{{.apiBase = {}, .http = m_http, .storage = m_storage, .defaults = m_defaults}};
     UpdateManager m_updater{{.http = m_http,

@@ -12,6 +12,7 @@
 #include "main/loaded_online_source.h"
 #include "main/modules.h"
 #include "platform/process.h"
+#include "settings/server_settings.h"
 #include "settings/user_defaults.h"
 #include "storage/first_run_words.h"
 #include "storage/storage_manager.h"
@@ -43,6 +44,11 @@ QString cacheDirectory() {
 
 template <> UserDefaults &shared<UserDefaults>() {
     static auto *const instance = new UserDefaults(UserDefaults::standardFilePath());
+    return *instance;
+}
+
+template <> ServerSettings &shared<ServerSettings>() {
+    static auto *const instance = new ServerSettings(shared<UserDefaults>());
     return *instance;
 }
 

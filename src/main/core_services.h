@@ -8,11 +8,13 @@ class DeletedWords;
 class DictionaryService;
 class DictionaryShelf;
 class SpotlightManager;
+class ServerSettings;
 class StorageManager;
 class SystemDictionaryService;
 class UserDefaults;
 
 template <> UserDefaults &shared<UserDefaults>();
+template <> ServerSettings &shared<ServerSettings>();
 template <> DictionaryShelf &shared<DictionaryShelf>();
 template <> SystemDictionaryService &shared<SystemDictionaryService>();
 template <> DictionaryService &shared<DictionaryService>();

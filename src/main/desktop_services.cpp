@@ -39,7 +39,8 @@ template <> Services &shared<Services>() {
                                                .http = shared<HttpClient>(),
                                                .sync = shared<SyncManager>(),
                                                .updater = shared<UpdateManager>(),
-                                               .defaults = shared<UserDefaults>()};
+                                               .defaults = shared<UserDefaults>(),
+                                               .servers = shared<ServerSettings>()};
     return *instance;
 }
 

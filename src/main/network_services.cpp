@@ -4,7 +4,7 @@
 #include "main/modules.h"
 #include "network/http_client.h"
 #include "platform/process.h"
-#include "settings/server_addresses.h"
+#include "settings/server_settings.h"
 #include "settings/user_defaults.h"
 #include "storage/storage_manager.h"
 #include "sync/sync_manager.h"
@@ -21,21 +21,27 @@ template <> HttpClient &shared<HttpClient>() {
 }
 
 template <> OnlineDictionaryService &shared<OnlineDictionaryService>() {
-    static auto *const instance =
-        new OnlineDictionaryService(shared<HttpClient>(), ServerAddresses::from(shared<UserDefaults>()),
-                                    OnlineDictionaryService::Limits());
+    static auto *const instance = [] {
+        const ServerSettings &servers = shared<ServerSettings>();
+        auto *const service = new OnlineDictionaryService(shared<HttpClient>(), servers.addresses(),
+                                                          OnlineDictionaryService::Limits());
+        QObject::connect(&servers, &ServerSettings::changed, &servers,
+                         [service, &servers] { service->setAddresses(servers.addresses()); });
+        return service;
+    }();
     return *instance;
 }
 
 template <> SyncManager &shared<SyncManager>() {
     static auto *const instance = [] {
-        UserDefaults &defaults = shared<UserDefaults>();
+        const ServerSettings &servers = shared<ServerSettings>();
         StorageManager &storage = shared<StorageManager>();
-        auto *const manager =
-            new SyncManager({.apiBase = ServerAddresses::from(defaults).server + QStringLiteral("/api"),
-                             .http = shared<HttpClient>(),
-                             .storage = storage,
-                             .defaults = defaults});
+        auto *const manager = new SyncManager({.apiBase = servers.addresses().accountApi(),
+                                               .http = shared<HttpClient>(),
+                                               .storage = storage,
+                                               .defaults = shared<UserDefaults>()});
+        QObject::connect(&servers, &ServerSettings::changed, manager,
+                         [manager, &servers] { manager->setApiBase(servers.addresses().accountApi()); });
         QObject::connect(&storage, &StorageManager::wordDeleted, manager, &SyncManager::syncDeletionToCloud);
         return manager;
     }();
@@ -49,15 +55,21 @@ template <> UpdateManager &shared<UpdateManager>() {
             shared<StorageManager>().saveData(std::chrono::seconds{2});
         endProcess(status);
     };
-    static auto *const instance =
-        new UpdateManager({.http = shared<HttpClient>(),
-                           .updateCheckURL = QUrl(ServerAddresses::from(shared<UserDefaults>()).server +
-                                                  QStringLiteral("/version.json")),
-                           .currentVersion = QStringLiteral(LEXIQUILL_VERSION),
-                           .currentBuild = QStringLiteral(LEXIQUILL_BUILD),
-                           .installation = Installation::of(executableDirectory(), QDir::homePath()),
-                           .platform = ScriptPlatform::Linux,
-                           .quit = quit});
+    static auto *const instance = [quit] {
+        const ServerSettings &servers = shared<ServerSettings>();
+        auto *const manager =
+            new UpdateManager({.http = shared<HttpClient>(),
+                               .updateCheckURL = QUrl(servers.addresses().versionRecord()),
+                               .currentVersion = QStringLiteral(LEXIQUILL_VERSION),
+                               .currentBuild = QStringLiteral(LEXIQUILL_BUILD),
+                               .installation = Installation::of(executableDirectory(), QDir::homePath()),
+                               .platform = ScriptPlatform::Linux,
+                               .quit = quit});
+        QObject::connect(&servers, &ServerSettings::changed, manager, [manager, &servers] {
+            manager->setUpdateCheckURL(QUrl(servers.addresses().versionRecord()));
+        });
+        return manager;
+    }();
     return *instance;
 }
 

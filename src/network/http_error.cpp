@@ -28,6 +28,8 @@ QString description(HttpError error) {
         return QStringLiteral("服务器响应无效");
     case HttpError::TooLarge:
         return QStringLiteral("服务器响应过大");
+    case HttpError::CannotResume:
+        return QStringLiteral("无法继续传输");
     case HttpError::CannotWrite:
         return QStringLiteral("无法写入文件");
     case HttpError::Other:

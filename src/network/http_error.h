@@ -19,7 +19,8 @@ enum class HttpError {
     BadAddress,
     BadAnswer,
     TooLarge,
-    CannotWrite, ///< the body cannot be written to its destination
+    CannotResume, ///< the rest of a body is not available; the whole body may be
+    CannotWrite,  ///< the body cannot be written to its destination
     Other,
 };
 

@@ -16,6 +16,12 @@
 
 namespace lexiquill {
 
+/// The beginning of a body from an earlier answer, so that a download can go on where it ended.
+struct BodyStart {
+    qint64 size = 0;      ///< bytes
+    QByteArray validator; ///< `HttpReply::validator` of that answer; not empty
+};
+
 /// One HTTP request.
 struct HttpRequest {
     enum class Method { Get, Post };
@@ -43,8 +49,14 @@ struct HttpRequest {
     /// body of any other answer is then limited to a megabyte, because `bodyLimit` may be larger than the
     /// memory.
     QIODevice *sink = nullptr;
-    /// Called after each piece that is written to `sink`, with the bytes so far and the total size if it is
-    /// known.
+    /// What `sink` contains already, of a GET. Only the rest is asked for, and appended. If the server sends
+    /// the whole body instead, because it has another version or knows no ranges, `emptySink` is called
+    /// first. An answer that is neither of both has the error `CannotResume`.
+    std::optional<BodyStart> start = std::nullopt;
+    /// Removes everything from `sink`; false when that fails. Must be set together with `start`.
+    std::function<bool()> emptySink = nullptr;
+    /// Called after each piece that is written to `sink`, with the bytes so far, including `start`, and the
+    /// total size if it is known.
     std::function<void(qint64 received, std::optional<qint64> total)> onProgress = nullptr;
 
     /// When cancelled, the request is aborted and its reply has the error `Cancelled`.
@@ -55,11 +67,15 @@ struct HttpRequest {
 struct HttpReply {
     int status = 0; ///< 0 when no answer came
     QByteArray body = {};
+    /// Identifies the version of the body in `sink`, also after an error, for the `BodyStart` of a later
+    /// request; empty when the server does not say it.
+    QByteArray validator = {};
+    bool isRest = false; ///< the body is the rest that the request has asked for
     /// Why there is no complete answer. No value when there is one, with any status.
     std::optional<HttpError> error = std::nullopt;
 
-    /// Whether this is a complete answer with status 200.
-    bool isOk() const { return !error && status == 200; }
+    /// Whether this is a complete answer with status 200, or completes an earlier one.
+    bool isOk() const { return !error && (status == 200 || isRest); }
 };
 
 } // namespace lexiquill

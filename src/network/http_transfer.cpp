@@ -5,6 +5,7 @@
 #include <QNetworkAccessManager>
 #include <QNetworkRequest>
 #include <QPointer>
+#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -19,13 +20,6 @@ constexpr qint64 strayBodyLimit = qint64{1} << 20;
 
 bool isRedirect(int status) {
     return status == 301 || status == 302 || status == 303 || status == 307 || status == 308;
-}
-
-bool isSameOrigin(const QUrl &a, const QUrl &b) {
-    const auto port = [](const QUrl &url) {
-        return url.port(url.scheme() == QLatin1StringView("https") ? 443 : 80);
-    };
-    return a.scheme() == b.scheme() && a.host() == b.host() && port(a) == port(b);
 }
 
 bool isNamed(const HttpRequest::Header &header, const char *name) {
@@ -59,6 +53,43 @@ private:
     qsizetype m_position = 0;
 };
 
+/// The validator of an answer for later requests of its rest. A weak one does not promise equal bytes.
+QByteArray validatorOf(const QNetworkReply &answer) {
+    const QByteArray tag = answer.rawHeader("ETag").trimmed();
+    const bool isStrong = tag.size() > 2 && tag.startsWith('"');
+    return isStrong ? tag : answer.rawHeader("Last-Modified").trimmed();
+}
+
+/// Whether an answer may be of the body with this validator. The server need not repeat it.
+bool mayBeOf(const QByteArray &validator, const QNetworkReply &answer) {
+    const QByteArray own = answer.rawHeader(validator.startsWith('"') ? "ETag" : "Last-Modified").trimmed();
+    return own.isEmpty() || own == validator;
+}
+
+/// Where the body of an answer with status 206 lies in the whole one.
+struct BodyRange {
+    qint64 first = 0;
+    qint64 last = 0;
+    std::optional<qint64> total;
+
+    static std::optional<BodyRange> of(const QByteArray &header) {
+        static const QRegularExpression form(
+            QStringLiteral("\\A\\s*bytes\\s+([0-9]{1,18})-([0-9]{1,18})/([0-9]{1,18}|\\*)\\s*\\z"),
+            QRegularExpression::CaseInsensitiveOption);
+        const auto match = form.match(QString::fromLatin1(header));
+        if (!match.hasMatch())
+            return std::nullopt;
+        BodyRange range;
+        range.first = match.captured(1).toLongLong();
+        range.last = match.captured(2).toLongLong();
+        bool hasTotal = false;
+        const qint64 total = match.captured(3).toLongLong(&hasTotal);
+        if (hasTotal)
+            range.total = total;
+        return range;
+    }
+};
+
 QNetworkRequest networkRequest(const HttpRequest &request) {
     QNetworkRequest result(request.url);
     result.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
@@ -72,6 +103,10 @@ QNetworkRequest networkRequest(const HttpRequest &request) {
     result.setRawHeader("User-Agent", "Lexiquill");
     for (const auto &[name, value] : request.headers)
         result.setRawHeader(name, value);
+    if (request.start) {
+        result.setRawHeader("Range", "bytes=" + QByteArray::number(request.start->size) + '-');
+        result.setRawHeader("If-Range", request.start->validator);
+    }
     return result;
 }
 
@@ -161,11 +196,39 @@ void HttpTransfer::readHeaders() {
         m_inflater = std::make_unique<GzipReader>();
     else if (!encoding.isEmpty() && encoding != "identity")
         return finish(HttpError::BadAnswer);
-    m_bodyLimit = m_request.sink != nullptr && m_reply.status != 200
-                      ? std::min(m_request.bodyLimit, strayBodyLimit)
-                      : m_request.bodyLimit;
-    if (m_announced.value_or(0) > m_bodyLimit)
+    if (m_request.sink != nullptr && (m_reply.status == 200 || m_request.start))
+        readPosition();
+    if (m_isOver)
+        return;
+    m_bodyLimit = m_request.sink != nullptr && !goesIntoSink() ? std::min(m_request.bodyLimit, strayBodyLimit)
+                                                               : m_request.bodyLimit;
+    if (m_announced.value_or(0) > m_bodyLimit - m_before)
         finish(HttpError::TooLarge);
+}
+
+bool HttpTransfer::goesIntoSink() const {
+    return m_request.sink != nullptr && (m_reply.status == 200 || m_reply.isRest);
+}
+
+/// Finds out whether the answer is the whole body or the rest of it, and prepares the sink.
+void HttpTransfer::readPosition() {
+    if (m_request.start && m_reply.status == 206) {
+        const auto range = BodyRange::of(m_incoming->rawHeader("Content-Range"));
+        if (!range || m_inflater || !mayBeOf(m_request.start->validator, *m_incoming) ||
+            range->first != m_request.start->size || range->last < range->first ||
+            (range->total && range->last + 1 != *range->total))
+            return finish(HttpError::CannotResume);
+        m_reply.isRest = true;
+        m_reply.validator = m_request.start->validator;
+        m_announced = range->last - range->first + 1;
+        m_before = m_decoded = m_request.start->size;
+    } else if (m_reply.status == 200) {
+        if (m_request.start && !m_request.emptySink())
+            return finish(HttpError::CannotWrite);
+        m_reply.validator = m_inflater ? QByteArray() : validatorOf(*m_incoming);
+    } else if (m_reply.status == 206 || m_reply.status == 416) {
+        finish(HttpError::CannotResume);
+    }
 }
 
 void HttpTransfer::readBody() {
@@ -183,7 +246,7 @@ void HttpTransfer::readBody() {
 }
 
 void HttpTransfer::take(const QByteArray &bytes) {
-    const bool isForSink = m_request.sink != nullptr && m_reply.status == 200;
+    const bool isForSink = goesIntoSink();
     QByteArray piece;
     QByteArray &out = isForSink ? piece : m_reply.body;
     if (!m_inflater)
@@ -199,7 +262,7 @@ void HttpTransfer::take(const QByteArray &bytes) {
         return finish(HttpError::CannotWrite);
     // The callback may cancel the request, which destroys this object.
     if (const auto report = m_request.onProgress)
-        report(m_decoded, m_inflater ? std::nullopt : m_announced);
+        report(m_decoded, m_inflater || !m_announced ? std::nullopt : std::optional(m_before + *m_announced));
 }
 
 void HttpTransfer::complete() {

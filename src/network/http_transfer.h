@@ -36,6 +36,8 @@ public:
 private:
     void open(const QUrl &url);
     void readHeaders();
+    bool goesIntoSink() const;
+    void readPosition();
     void readBody();
     void take(const QByteArray &bytes);
     void complete();
@@ -49,6 +51,7 @@ private:
     QNetworkReply *m_incoming = nullptr;
     std::unique_ptr<GzipReader> m_inflater;
     std::optional<qint64> m_announced; ///< size of the body on the wire
+    qint64 m_before = 0;               ///< bytes that the sink contained before this body
     qint64 m_received = 0;             ///< bytes of the body on the wire
     qint64 m_decoded = 0;
     qint64 m_bodyLimit = 0; ///< of the current answer

@@ -27,6 +27,10 @@ ServerAddresses ServerAddresses::builtIn() {
     return {.youdao = compiledIn(LEXIQUILL_YOUDAO_BASE), .server = compiledIn(LEXIQUILL_SERVER_BASE)};
 }
 
+bool ServerAddresses::hasServer() const {
+    return !server.isEmpty() && !isReservedHost(QUrl(server));
+}
+
 std::optional<QString> ServerAddresses::acceptableBase(const QString &text) {
     QString base = text.trimmed();
     while (base.endsWith(u'/'))

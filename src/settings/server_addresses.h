@@ -14,6 +14,16 @@ struct ServerAddresses {
     QString youdao; ///< setting `youdaoKey`
     QString server; ///< the program's own server; setting `serverKey`
 
+    /// The version record of the newest release, and the URL that the endpoints of the account are appended
+    /// to.
+    QString versionRecord() const { return server + QStringLiteral("/version.json"); }
+    QString accountApi() const { return server + QStringLiteral("/api"); }
+
+    /// Whether there is a server of the program. The usual compiled-in address is a reserved name.
+    bool hasServer() const;
+
+    bool operator==(const ServerAddresses &) const = default;
+
     static ServerAddresses from(const UserDefaults &defaults);
     /// The compiled-in addresses.
     static ServerAddresses builtIn();

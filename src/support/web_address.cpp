@@ -26,6 +26,13 @@ bool isAcceptableUrl(const QUrl &url) {
            (url.scheme() == QLatin1StringView("http") && isLoopbackHost(url.host()));
 }
 
+bool isSameOrigin(const QUrl &a, const QUrl &b) {
+    const auto port = [](const QUrl &url) {
+        return url.port(url.scheme() == QLatin1StringView("https") ? 443 : 80);
+    };
+    return a.scheme() == b.scheme() && a.host() == b.host() && port(a) == port(b);
+}
+
 bool isReservedHost(const QUrl &url) {
     QString host = url.host();
     if (host.endsWith(u'.'))

@@ -20,6 +20,9 @@ bool isAcceptableUrl(const QUrl &url);
 /// Whether the host is this machine: "localhost" or a loopback address.
 bool isLoopbackHost(const QString &host);
 
+/// Whether both URLs lead to the same server: scheme, host and port are equal.
+bool isSameOrigin(const QUrl &a, const QUrl &b);
+
 /// Whether the host is in the top-level domain "invalid", which is reserved for names that do not exist. Such
 /// a host need not be looked up.
 bool isReservedHost(const QUrl &url);

@@ -3,6 +3,7 @@
 #include "model/record_merge.h"
 #include "support/background_task.h"
 #include "support/secret.h"
+#include "support/web_address.h"
 #include "sync/protocol/sync_messages.h"
 
 #include <cmath>
@@ -12,11 +13,16 @@ namespace lexiquill {
 
 const QString SyncManager::userDefaultsKey = QStringLiteral("lexiquill_logged_user");
 const QString SyncManager::tokenDefaultsKey = QStringLiteral("lexiquill_token");
+const QString SyncManager::serverDefaultsKey = QStringLiteral("lexiquill_logged_server");
 
 namespace {
 
 constexpr qint64 longestAnswer = qint64{64} << 20;
 constexpr int mostDeletionsAtOnce = 4;
+
+QString noServer() {
+    return QStringLiteral("尚未设置服务器");
+}
 
 /// Overwrites a text when it goes out of scope.
 class WipedAtEnd {
@@ -64,49 +70,87 @@ struct SyncManager::Response {
 SyncManager::SyncManager(Dependencies dependencies, QObject *parent)
     : QObject(parent),
       m_dependencies(std::move(dependencies)),
-      m_currentUser(m_dependencies.defaults.string(userDefaultsKey)) {}
+      m_currentUser(m_dependencies.defaults.string(userDefaultsKey)) {
+    const QString server = m_dependencies.defaults.string(serverDefaultsKey);
+    if (isLoggedIn() && !server.isNull() && !isSameOrigin(QUrl(server), QUrl(apiBase())))
+        logout();
+}
+
+bool SyncManager::hasServer() const {
+    const QUrl url(apiBase(), QUrl::StrictMode);
+    return isAcceptableUrl(url) && !isReservedHost(url);
+}
+
+void SyncManager::setApiBase(const QString &base) {
+    if (base == apiBase())
+        return;
+    // The answers to requests in progress are about the account on the previous server.
+    m_requests = std::make_unique<Cancellation>();
+    m_deletions.clear();
+    m_deletionsUnderWay = 0;
+    m_dependencies.apiBase = base;
+    setIsSyncing(false);
+    if (isLoggedIn())
+        logout();
+    if (std::exchange(m_lastSyncTime, {}).isValid())
+        Q_EMIT lastSyncTimeChanged();
+    Q_EMIT apiBaseChanged();
+}
 
 void SyncManager::registerUser(const QString &username, const QString &password,
                                const Completion &completion) {
-    const auto url = endpoint("/auth/register");
-    if (!url)
-        return;
-    const auto encode = [username, password, words = m_dependencies.storage.words()] {
-        return encodeCredentials(username, password, words);
-    };
-    post(*url, encode, [this, username, completion](const ResponsePointer &response) {
-        if (!enterAccount(*response, username, QStringLiteral("注册失败"), completion))
-            return;
-        setSyncStatusMessage(QStringLiteral("注册并同步完成"));
-        complete(completion, true);
-    });
+    enter("/auth/register", username, password, completion,
+          [this, username, completion](const ResponsePointer &response) {
+              if (!enterAccount(*response, username, QStringLiteral("注册失败"), completion))
+                  return;
+              setSyncStatusMessage(QStringLiteral("注册并同步完成"));
+              complete(completion, true);
+          });
 }
 
 void SyncManager::login(const QString &username, const QString &password, const Completion &completion) {
-    const auto url = endpoint("/auth/login");
+    enter("/auth/login", username, password, completion,
+          [this, username, completion](const ResponsePointer &response) {
+              if (!enterAccount(*response, username, QStringLiteral("登录失败"), completion))
+                  return;
+              merge(response);
+              complete(completion, true);
+          });
+}
+
+/// Sends name and password with the words.
+void SyncManager::enter(const char *path, const QString &username, const QString &password,
+                        const Completion &completion, const Handler &handle) {
+    const auto url = endpoint(path);
+    if (isReservedHost(QUrl(apiBase()))) {
+        const auto refuse = [completion] {
+            complete(completion, false, noServer());
+        };
+        QMetaObject::invokeMethod(this, refuse, Qt::QueuedConnection);
+    }
     if (!url)
         return;
     const auto encode = [username, password, words = m_dependencies.storage.words()] {
         return encodeCredentials(username, password, words);
     };
-    post(*url, encode, [this, username, completion](const ResponsePointer &response) {
-        if (!enterAccount(*response, username, QStringLiteral("登录失败"), completion))
-            return;
-        merge(response);
-        complete(completion, true);
-    });
+    post(*url, encode, handle);
 }
 
 void SyncManager::logout() {
     setCurrentUser(QString());
     m_dependencies.defaults.remove(userDefaultsKey);
     m_dependencies.defaults.remove(tokenDefaultsKey);
+    m_dependencies.defaults.remove(serverDefaultsKey);
     setSyncStatusMessage(QString());
 }
 
 void SyncManager::syncWithCloud() {
     const auto url = endpoint("/sync");
-    if (!isLoggedIn() || !url)
+    if (!isLoggedIn())
+        return;
+    if (isReservedHost(QUrl(apiBase())))
+        return setSyncStatusMessage(QStringLiteral("同步失败: ") + noServer(), true);
+    if (!url)
         return;
     setIsSyncing(true);
     // Words that other processes have deleted must be sent, too.
@@ -129,7 +173,7 @@ void SyncManager::syncDeletionToCloud(const QString &word) {
 
 /// Sends one request after the other until none is left.
 QCoro::Task<> SyncManager::tellDeletions(QUrl url) {
-    const std::stop_token stop = m_destruction.token();
+    const std::stop_token stop = m_requests->token();
     ++m_deletionsUnderWay;
     while (!m_deletions.isEmpty()) {
         co_await m_dependencies.http.send(request(url, m_deletions.dequeue()));
@@ -139,10 +183,10 @@ QCoro::Task<> SyncManager::tellDeletions(QUrl url) {
     --m_deletionsUnderWay;
 }
 
-/// No value when the base and the path do not form a URL.
+/// No value without a server, or when the base and the path do not form a URL.
 std::optional<QUrl> SyncManager::endpoint(const char *path) const {
     const QUrl url(apiBase() + QLatin1StringView(path), QUrl::StrictMode);
-    return url.isValid() ? std::optional(url) : std::nullopt;
+    return !isReservedHost(url) && url.isValid() ? std::optional(url) : std::nullopt;
 }
 
 HttpRequest SyncManager::request(const QUrl &url, const QByteArray &body) const {
@@ -154,13 +198,17 @@ HttpRequest SyncManager::request(const QUrl &url, const QByteArray &body) const 
             .totalLimit = m_dependencies.totalLimit,
             .bodyLimit = longestAnswer,
             .staysAtOrigin = true,
-            .stop = m_destruction.token()};
+            .stop = m_requests->token()};
 }
 
 /// Creates the body on another thread and sends it.
 void SyncManager::post(const QUrl &url, const std::function<QByteArray()> &encode, const Handler &handle) {
-    runInBackground(this, encode,
-                    [this, url, handle](const QByteArray &body) { send(request(url, body), handle); });
+    runInBackground(this, encode, [this, url, handle, stop = m_requests->token()](const QByteArray &body) {
+        if (stop.stop_requested())
+            const WipedAtEnd wiped(body);
+        else
+            send(request(url, body), handle);
+    });
 }
 
 /// Sends a request and overwrites its body. The reply is handled later, from the event loop; not at all if
@@ -173,7 +221,10 @@ QCoro::Task<> SyncManager::send(HttpRequest request, Handler handle) {
     const auto read = [reply, known = m_dependencies.storage.words(), now = m_dependencies.clock()] {
         return Response::of(reply, known, now);
     };
-    runInBackground(this, read, handle);
+    runInBackground(this, read, [handle, stop = request.stop](const ResponsePointer &response) {
+        if (!stop.stop_requested())
+            handle(response);
+    });
 }
 
 /// Sets the user as logged in if the server accepts that. Otherwise completes with the server's message, or
@@ -192,6 +243,7 @@ bool SyncManager::enterAccount(const Response &response, const QString &username
     }
     setCurrentUser(username.isNull() ? QStringLiteral("") : username);
     m_dependencies.defaults.set(userDefaultsKey, m_currentUser);
+    m_dependencies.defaults.set(serverDefaultsKey, apiBase());
     if (answer->token)
         m_dependencies.defaults.set(tokenDefaultsKey, *answer->token);
     setLastSyncTimeToNow();
@@ -202,11 +254,11 @@ void SyncManager::finishSync(const ResponsePointer &response) {
     const auto &answer = response->answer;
     setIsSyncing(false);
     if (response->reply.error)
-        return setSyncStatusMessage(QStringLiteral("同步失败: ") + description(*response->reply.error));
+        return setSyncStatusMessage(QStringLiteral("同步失败: ") + description(*response->reply.error), true);
     if (!answer)
-        return setSyncStatusMessage(QStringLiteral("同步响应异常"));
+        return setSyncStatusMessage(QStringLiteral("同步响应异常"), true);
     if (!answer->isSuccess)
-        return setSyncStatusMessage(answer->message.value_or(QStringLiteral("同步失败")));
+        return setSyncStatusMessage(answer->message.value_or(QStringLiteral("同步失败")), true);
     setLastSyncTimeToNow();
     if (!response->words)
         return setSyncStatusMessage(QStringLiteral("同步完成"));
@@ -250,9 +302,10 @@ void SyncManager::setCurrentUser(const QString &user) {
         Q_EMIT currentUserChanged();
 }
 
-void SyncManager::setSyncStatusMessage(const QString &message) {
+void SyncManager::setSyncStatusMessage(const QString &message, bool isFailure) {
     const QString previous = std::exchange(m_syncStatusMessage, message);
-    if (previous != message || previous.isNull() != message.isNull())
+    const bool hadFailed = std::exchange(m_hasSyncFailed, isFailure);
+    if (hadFailed != isFailure || previous != message || previous.isNull() != message.isNull())
         Q_EMIT syncStatusMessageChanged();
 }
 

@@ -22,16 +22,19 @@ namespace lexiquill {
 
 /// The client of the program's own account server: registers, logs in, and synchronises the wordbook. Results
 /// are reported through the properties or a completion, in both cases only after the call has returned. Every
-/// message is in Chinese. Without a configured server every request fails as if the server could not be
-/// reached. To be used on the main thread.
+/// message is in Chinese. Without a configured server nothing is sent, and every request fails. An account
+/// belongs to the server on which it was made: with another server nobody is logged in. To be used on the
+/// main thread.
 class SyncManager : public QObject {
     Q_OBJECT
-    Q_PROPERTY(QString apiBase READ apiBase CONSTANT)
+    Q_PROPERTY(QString apiBase READ apiBase NOTIFY apiBaseChanged)
+    Q_PROPERTY(bool hasServer READ hasServer NOTIFY apiBaseChanged)
     Q_PROPERTY(QString currentUser READ currentUser NOTIFY currentUserChanged)
     Q_PROPERTY(bool isLoggedIn READ isLoggedIn NOTIFY currentUserChanged)
     Q_PROPERTY(bool isSyncing READ isSyncing NOTIFY isSyncingChanged)
     Q_PROPERTY(QDateTime lastSyncTime READ lastSyncTime NOTIFY lastSyncTimeChanged)
     Q_PROPERTY(QString syncStatusMessage READ syncStatusMessage NOTIFY syncStatusMessageChanged)
+    Q_PROPERTY(bool hasSyncFailed READ hasSyncFailed NOTIFY syncStatusMessageChanged)
     Q_PROPERTY(
         bool showAccountSheet READ showAccountSheet WRITE setShowAccountSheet NOTIFY showAccountSheetChanged)
 
@@ -50,10 +53,15 @@ public:
     /// `message` says what went wrong; it is absent on success.
     using Completion = std::function<void(bool isSuccess, const std::optional<QString> &message)>;
 
-    /// Restores the user name that was stored last.
+    /// Restores the user name that was stored last, if that was on the same server.
     explicit SyncManager(Dependencies dependencies, QObject *parent = nullptr);
 
     const QString &apiBase() const { return m_dependencies.apiBase; }
+    /// Changes the server: requests in progress are abandoned, their completions are not called, and the user
+    /// is logged out.
+    void setApiBase(const QString &base);
+    /// Whether a server is configured.
+    bool hasServer() const;
     /// The logged-in user; null when there is none.
     const QString &currentUser() const { return m_currentUser; }
     bool isLoggedIn() const { return !m_currentUser.isNull(); }
@@ -64,6 +72,8 @@ public:
     const QDateTime &lastSyncTime() const { return m_lastSyncTime; }
     /// The outcome of the last sync or registration; null when there is none.
     const QString &syncStatusMessage() const { return m_syncStatusMessage; }
+    /// Whether that message is about a failure.
+    bool hasSyncFailed() const { return m_hasSyncFailed; }
     bool showAccountSheet() const { return m_showAccountSheet; }
     void setShowAccountSheet(bool isShown);
 
@@ -81,8 +91,11 @@ public:
 
     static const QString userDefaultsKey;  ///< "lexiquill_logged_user"
     static const QString tokenDefaultsKey; ///< "lexiquill_token"
+    /// "lexiquill_logged_server": the `apiBase` of the login; missing if an earlier version stored the login
+    static const QString serverDefaultsKey;
 
 Q_SIGNALS:
+    void apiBaseChanged();
     void currentUserChanged();
     void isSyncingChanged();
     void lastSyncTimeChanged();
@@ -95,6 +108,8 @@ private:
     using Handler = std::function<void(const ResponsePointer &)>;
 
     std::optional<QUrl> endpoint(const char *path) const;
+    void enter(const char *path, const QString &username, const QString &password,
+               const Completion &completion, const Handler &handle);
     HttpRequest request(const QUrl &url, const QByteArray &body) const;
     void post(const QUrl &url, const std::function<QByteArray()> &encode, const Handler &handle);
     QCoro::Task<> send(HttpRequest request, Handler handle);
@@ -106,17 +121,19 @@ private:
     void setIsSyncing(bool isSyncing);
     void setLastSyncTimeToNow();
     void setCurrentUser(const QString &user);
-    void setSyncStatusMessage(const QString &message);
+    void setSyncStatusMessage(const QString &message, bool isFailure = false);
 
     Dependencies m_dependencies;
     QString m_currentUser;
     bool m_isSyncing = false;
     QDateTime m_lastSyncTime;
     QString m_syncStatusMessage;
+    bool m_hasSyncFailed = false;
     bool m_showAccountSheet = false;
     QQueue<QByteArray> m_deletions; ///< bodies of requests that are still to be sent
     int m_deletionsUnderWay = 0;
-    Cancellation m_destruction;
+    /// Of all requests to the current server.
+    std::unique_ptr<Cancellation> m_requests = std::make_unique<Cancellation>();
 };
 
 } // namespace lexiquill

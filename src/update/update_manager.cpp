@@ -20,6 +20,12 @@ using namespace std::chrono_literals;
 /// How long the script may take to start before the process ends.
 constexpr auto timeToQuit = 150ms;
 
+/// Whether what has been downloaded may be part of the whole archive after this failure.
+bool isWorthKeeping(HttpError error) {
+    return error != HttpError::CannotWrite && error != HttpError::TooLarge &&
+           error != HttpError::CannotResume;
+}
+
 QString nameOf(const QString &path) {
     return QFileInfo(path).fileName();
 }
@@ -67,9 +73,37 @@ void UpdateManager::setErrorMessage(const QString &message) {
     change(m_errorMessage, message, &UpdateManager::errorMessageChanged);
 }
 
-void UpdateManager::checkForUpdates(bool manual) {
-    if (m_isChecking)
+void UpdateManager::setUpdateCheckURL(const QUrl &url) {
+    if (url == m_dependencies.updateCheckURL)
         return;
+    m_dependencies.updateCheckURL = url;
+    m_check.reset();
+    change(m_isChecking, false, &UpdateManager::isCheckingChanged);
+    if (!m_isDownloading) {
+        setShowUpdateSheet(false);
+        change(m_availableUpdate, {}, &UpdateManager::availableUpdateChanged);
+        m_download.reset();
+    }
+    setErrorMessage({});
+    setStatusMessage({});
+    Q_EMIT updateCheckURLChanged();
+}
+
+bool UpdateManager::hasServer() const {
+    return !isReservedHost(m_dependencies.updateCheckURL);
+}
+
+void UpdateManager::checkForUpdates(bool manual) {
+    if (m_isChecking) {
+        m_isCheckManual = m_isCheckManual || manual;
+        return;
+    }
+    m_isCheckManual = manual;
+    if (!hasServer()) {
+        if (manual)
+            setErrorMessage(QStringLiteral("尚未设置服务器，无法检查更新"));
+        return;
+    }
     change(m_isChecking, true, &UpdateManager::isCheckingChanged);
     setErrorMessage({});
     m_check = std::make_unique<Cancellation>();
@@ -111,7 +145,7 @@ void UpdateManager::judge(const QByteArray &record, bool manual) {
 }
 
 void UpdateManager::startDownloadAndInstall(const RemoteUpdateInfo &update) {
-    if (m_isInstalling)
+    if (m_isDownloading)
         return;
     if (!canInstall())
         return setErrorMessage(installActionText());
@@ -120,49 +154,86 @@ void UpdateManager::startDownloadAndInstall(const RemoteUpdateInfo &update) {
         return setErrorMessage(QStringLiteral("无效的下载链接"));
     if (const auto obstacle = obstacleToReplacing(m_dependencies.installation.applicationPath))
         return setErrorMessage(QStringLiteral("无法替换应用程序: ") + displayText(*obstacle));
-    m_downloadTask.reset();
+    if (!m_download || m_download->url != url || !m_download->canGoOn())
+        m_download = std::make_shared<Download>();
+    m_download->url = url;
     setIsDownloading(true);
     change(m_downloadProgress, 0.0, &UpdateManager::downloadProgressChanged);
+    showProgress(m_download->file.isOpen() ? m_download->file.size() : 0, m_download->total);
     setStatusMessage(QStringLiteral("正在下载最新版本..."));
     m_downloadTask = std::make_unique<Cancellation>();
-    download(url);
+    download(m_download);
 }
 
-QCoro::Task<> UpdateManager::download(QUrl url) {
-    const std::stop_token stop = m_downloadTask->token();
-    const std::unique_ptr<SharedDirectory> directory = SharedDirectory::at(m_dependencies.directory);
-    QFile file;
-    if (const auto failure = directory->openUnnamed(file)) {
-        endDownload(QStringLiteral("下载中断: ") + displayText(*failure));
-        co_return;
-    }
+void UpdateManager::cancelDownload() {
+    if (!m_isDownloading || m_isInstalling)
+        return;
+    m_downloadTask.reset();
+    setIsDownloading(false);
+    setStatusMessage(QStringLiteral("已取消下载"));
+}
+
+void UpdateManager::showProgress(qint64 received, std::optional<qint64> total) {
+    if (total.value_or(0) < 1)
+        return;
+    change(m_downloadProgress, static_cast<double>(received) / static_cast<double>(*total),
+           &UpdateManager::downloadProgressChanged);
+}
+
+HttpRequest UpdateManager::downloadRequest(Download &download, const std::stop_token &stop) {
     HttpRequest request;
-    request.url = url;
-    request.idleLimit = m_dependencies.idleLimit;
+    request.url = download.url;
+    request.idleLimit = m_dependencies.stallLimit;
     request.totalLimit = m_dependencies.downloadLimit;
     request.bodyLimit = m_dependencies.archiveLimit;
     request.stop = stop;
-    request.sink = &file;
-    request.onProgress = [this](qint64 received, std::optional<qint64> total) {
-        if (total.value_or(0) < 1)
-            return;
-        change(m_downloadProgress, static_cast<double>(received) / static_cast<double>(*total),
-               &UpdateManager::downloadProgressChanged);
+    request.sink = &download.file;
+    if (download.canGoOn())
+        request.start = BodyStart{.size = download.file.size(), .validator = download.validator};
+    request.emptySink = [&download] {
+        return download.empty();
     };
-    const HttpReply reply = co_await m_dependencies.http.send(request);
-    if (stop.stop_requested())
-        co_return;
+    request.onProgress = [this, &download](qint64 received, std::optional<qint64> total) {
+        download.total = total;
+        showProgress(received, total);
+    };
+    return request;
+}
+
+QCoro::Task<> UpdateManager::download(std::shared_ptr<Download> download) {
+    const std::stop_token stop = m_downloadTask->token();
+    if (!download->file.isOpen()) {
+        download->directory = SharedDirectory::at(m_dependencies.directory);
+        if (const auto failure = download->directory->openUnnamed(download->file)) {
+            giveUpDownload(QStringLiteral("下载中断: ") + displayText(*failure));
+            co_return;
+        }
+    }
+    HttpReply reply;
+    do {
+        // After an answer that does not fit to what is there, once more from the beginning.
+        if (reply.error) {
+            download->validator.clear();
+            download->empty();
+        }
+        reply = co_await m_dependencies.http.send(downloadRequest(*download, stop));
+        if (reply.status == 200)
+            download->validator = reply.validator;
+        if (stop.stop_requested())
+            co_return;
+    } while (reply.error == HttpError::CannotResume && download->canGoOn());
     if (reply.error) {
-        endDownload(QStringLiteral("下载中断: ") + description(*reply.error));
+        const QString message = QStringLiteral("下载中断: ") + description(*reply.error);
+        isWorthKeeping(*reply.error) ? endDownload(message) : giveUpDownload(message);
     } else if (!reply.isOk()) {
         // An error page is not an archive.
         endDownload(QStringLiteral("下载中断: 服务器返回状态 ") + QString::number(reply.status));
-    } else if (const auto failure = prepareUnpacking(*directory, file)) {
-        endDownload(QStringLiteral("文件解压准备失败: ") + displayText(*failure));
+    } else if (const auto failure = prepareUnpacking(*download->directory, download->file)) {
+        giveUpDownload(QStringLiteral("文件解压准备失败: ") + displayText(*failure));
     } else {
-        file.close();
+        download->file.close();
         setStatusMessage(QStringLiteral("下载完成，正在自动安装并重启新版..."));
-        executeSelfReplaceAndRestart(*directory);
+        executeSelfReplaceAndRestart(*download->directory);
     }
 }
 
@@ -186,23 +257,31 @@ void UpdateManager::executeSelfReplaceAndRestart(SharedDirectory &directory) {
     auto failure = directory.createFile(nameOf(m_paths.log), SharedDirectory::FileKind::Private, {});
     if (!failure)
         failure = directory.createFile(nameOf(m_paths.script), SharedDirectory::FileKind::Script, script);
-    if (failure) {
+    const auto abandon = [&](const QString &message) {
         for (const QString &path : {m_paths.archive, m_paths.unpackDirectory})
             directory.remove(nameOf(path));
-        return endDownload(QStringLiteral("安装脚本创建失败: ") + displayText(*failure));
-    }
-    m_isInstalling = true;
+        giveUpDownload(message);
+    };
+    if (failure)
+        return abandon(QStringLiteral("安装脚本创建失败: ") + displayText(*failure));
     // Start in "/", because the script may remove the working directory of this process.
-    QProcess::startDetached(QStringLiteral("/bin/bash"),
-                            {QStringLiteral("-c"), QStringLiteral("nohup ") + shellWord(m_paths.script) +
-                                                       QStringLiteral(" >/dev/null 2>&1 &")},
-                            QStringLiteral("/"));
+    if (!QProcess::startDetached(QStringLiteral("/bin/bash"),
+                                 {QStringLiteral("-c"), QStringLiteral("nohup ") + shellWord(m_paths.script) +
+                                                            QStringLiteral(" >/dev/null 2>&1 &")},
+                                 QStringLiteral("/")))
+        return abandon(QStringLiteral("安装脚本启动失败"));
+    change(m_isInstalling, true, &UpdateManager::isInstallingChanged);
     m_quitTimer.start(timeToQuit);
 }
 
 void UpdateManager::endDownload(const QString &message) {
     setIsDownloading(false);
     setErrorMessage(message);
+}
+
+void UpdateManager::giveUpDownload(const QString &message) {
+    m_download.reset();
+    endDownload(message);
 }
 
 } // namespace lexiquill

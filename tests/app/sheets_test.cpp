@@ -57,6 +57,17 @@ public:
         return found;
     }
     bool shows(const QString &text) const { return texts().contains(text); }
+    /// Whether the whole text is within the window, not scrolled away.
+    bool showsWholly(const QString &text) const {
+        bool isWhole = false;
+        visit([&](const QQuickItem &item) {
+            if (item.property("text") == text) {
+                const QRectF place = item.mapRectToScene(item.boundingRect());
+                isWhole = place.top() >= 0 && place.bottom() <= m_window->height() - 40;
+            }
+        });
+        return isWhole;
+    }
     /// The button, field or switch with that name; null if there is none.
     QQuickItem *control(const QString &name) const {
         QQuickItem *found = nullptr;
@@ -148,8 +159,10 @@ private Q_SLOTS:
         HttpServer server(ServedAnswer{.body = cells.at(1).toUtf8()});
         TestServices services({}, server.base());
         const Shown sheet(services, "AccountSheet");
+        sheet.window()->resize(600, 300);
         QVERIFY(sheet.shows(u"登录/注册以在手机浏览器 ("_s + server.base() + u"/app) 继续在线背诵"_s));
         QVERIFY(!sheet.isEnabled(u"登录"_s));
+        QVERIFY(QAccessible::queryAccessibleInterface(sheet.control(u"密码"_s))->state().passwordEdit);
         QTRY_COMPARE(sheet.window()->activeFocusItem(), sheet.control(u"用户名"_s));
 
         sheet.type(u"用户名"_s, ann);
@@ -163,6 +176,8 @@ private Q_SLOTS:
         sheet.click(isRegistration ? u"注册并同步"_s : u"登录"_s);
         QVERIFY(!sheet.isEnabled(isRegistration ? u"注册并同步"_s : u"登录"_s));
         QTRY_VERIFY(sheet.shows(cells.at(2)));
+        if (!isSuccess)
+            QTRY_VERIFY(sheet.showsWholly(cells.at(2)));
 
         const ServedRequest request = server.requests().constFirst();
         QCOMPARE(request.target, isRegistration ? "/api/auth/register" : "/api/auth/login");
@@ -172,8 +187,12 @@ private Q_SLOTS:
             QVERIFY(sheet.shows(u"已登录账号: ann"_s));
             QVERIFY(sheet.shows(u"上次云端同步: "_s +
                                 QLocale().toString(services.sync().lastSyncTime(), QLocale::ShortFormat)));
-            sheet.click(u"退出登录"_s);
+            // A failure is not shown above an earlier success.
+            server.stop();
+            sheet.click(u"立即双向同步"_s);
+            QTRY_VERIFY(services.sync().hasSyncFailed());
             QVERIFY(!sheet.shows(cells.at(2)));
+            sheet.click(u"退出登录"_s);
         }
         // The password is kept only after a failure, for another try.
         QCOMPARE(sheet.control(u"密码"_s)->property("text").toString(), isSuccess ? QString() : password);
@@ -359,7 +378,51 @@ private Q_SLOTS:
         sheet.type(youdao, u"https://example.org/"_s);
         QTest::keyClick(sheet.window(), Qt::Key_Return);
         QCOMPARE(services.defaults().string(u"lexiquill_youdao_base"_s), u"https://example.org"_s);
-        QVERIFY(sheet.shows(u"新地址在下次启动时生效。"_s));
+        QCOMPARE(services.servers().addresses().youdao, u"https://example.org"_s);
+    }
+
+    void anotherServer() {
+        const HttpServer server(ServedAnswer{.body = "{\"success\":true}"});
+        TestServices services({}, server.base());
+        services.sync().login(ann, password, {});
+        QTRY_VERIFY(services.sync().isLoggedIn());
+        const Shown sheet(services, "PreferencesSheet");
+        sheet.type(u"同步与更新服务器"_s, u"https://words.example.org/"_s);
+        QTest::keyClick(sheet.window(), Qt::Key_Return);
+        QVERIFY(sheet.shows(u"已更换服务器，需要重新登录"_s));
+        QVERIFY(!services.sync().isLoggedIn());
+        QCOMPARE(services.sync().apiBase(), u"https://words.example.org/api"_s);
+        QCOMPARE(services.updater().updateCheckURL(), QUrl(u"https://words.example.org/version.json"_s));
+    }
+
+    void noServer() {
+        TestServices services({}, u"https://lexiquill.invalid"_s);
+        const Shown sheet(services, "AccountSheet");
+        QVERIFY(sheet.isEnabled(u"设置服务器地址…"_s));
+        QVERIFY(!sheet.texts().join(u' ').contains(u"invalid"_s) && !sheet.control(u"用户名"_s));
+        QVERIFY(services.servers().store(ServerAddresses::serverKey, u"https://words.example.org"_s));
+        QTRY_VERIFY(sheet.control(u"用户名"_s) && !sheet.control(u"设置服务器地址…"_s));
+    }
+
+    /// What the program that opens folders does.
+    void unopenableFolders_data() { addRows("fails\nis missing"); }
+    void unopenableFolders() {
+        QFETCH(const QStringList, cells);
+        TestServices services;
+        const QByteArray programs = qgetenv("PATH");
+        qputenv("PATH", QFile::encodeName(services.path({})));
+        const QString opener = services.path(u"xdg-open"_s);
+        if (cells[0] == u"fails"_s) {
+            QVERIFY(writeFile(opener, "#!/bin/sh\nexit 3\n"));
+            QVERIFY(QFile::setPermissions(opener, QFile::ReadOwner | QFile::ExeOwner));
+        }
+        const Shown sheet(services, "AboutSheet");
+        QVERIFY(sheet.shows(u"版本 1.0.0 (1)"_s) && sheet.shows(u"MIT"_s));
+        QVERIFY(sheet.shows(services.storage().storageFile()));
+        sheet.click(u"打开设置所在的文件夹"_s);
+        QTRY_VERIFY(
+            sheet.shows(u"没有可以打开文件夹的程序："_s + QFileInfo(services.path({})).absoluteFilePath()));
+        qputenv("PATH", programs);
     }
 
     void backups() {

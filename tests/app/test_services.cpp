@@ -38,6 +38,12 @@ TestServices::TestServices(const QByteArray &wordbook, const QString &serverBase
                                   .http = m_http,
                                   .storage = *m_storage,
                                   .defaults = m_defaults});
+    m_defaults.set(ServerAddresses::serverKey, serverBase);
+    m_servers = std::make_unique<ServerSettings>(m_defaults);
+    QObject::connect(m_servers.get(), &ServerSettings::changed, m_servers.get(), [this] {
+        m_sync->setApiBase(m_servers->addresses().accountApi());
+        m_updater.setUpdateCheckURL(QUrl(m_servers->addresses().versionRecord()));
+    });
     m_services = std::make_unique<Services>(Services{.storage = *m_storage,
                                                      .plan = *m_plan,
                                                      .dictionary = m_dictionary,
@@ -49,7 +55,8 @@ TestServices::TestServices(const QByteArray &wordbook, const QString &serverBase
                                                      .http = m_http,
                                                      .sync = *m_sync,
                                                      .updater = m_updater,
-                                                     .defaults = m_defaults});
+                                                     .defaults = m_defaults,
+                                                     .servers = *m_servers});
 }
 
 TestServices::~TestServices() {

@@ -9,6 +9,7 @@
 #include "lookup/dictionary_service.h"
 #include "lookup/online_source.h"
 #include "network/http_client.h"
+#include "settings/server_settings.h"
 #include "storage/current_weekly_plan.h"
 #include "storage/storage_manager.h"
 #include "sync/sync_manager.h"
@@ -41,6 +42,7 @@ public:
     SyncManager &sync() { return *m_sync; }
     UpdateManager &updater() { return m_updater; }
     UserDefaults &defaults() { return m_defaults; }
+    ServerSettings &servers() { return *m_servers; }
     DictionaryService &dictionary() { return m_dictionary; }
     /// All services, in the form that the window uses.
     operator Services &() { return *m_services; }
@@ -88,6 +90,7 @@ private:
     std::unique_ptr<StorageManager> m_storage;
     std::unique_ptr<CurrentWeeklyPlan> m_plan;
     std::unique_ptr<SyncManager> m_sync;
+    std::unique_ptr<ServerSettings> m_servers;
     std::unique_ptr<Services> m_services;
 };
 

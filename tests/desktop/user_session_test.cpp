@@ -165,7 +165,16 @@ private Q_SLOTS:
                      "'releaseNotes': '更快。', 'downloadUrl': 'https://127.0.0.1/Lexiquill.zip'}")});
         m_desktop->setServer(server.base());
         m_desktop->startApplication();
+        // It does not come between the keys of a lookup, and is not confirmed by them.
+        m_desktop->type(u"environment"_s);
+        m_desktop->press(u"Return"_s);
+        QTRY_VERIFY(!savedWords().isEmpty());
+        QTest::qWait(4000);
+        QVERIFY(!tree().shows(u"dialog"_s, u"软件更新"_s));
+        m_desktop->press(u"Escape"_s);
         QTRY_VERIFY(tree().shows(u"dialog"_s, u"软件更新"_s));
+        QTRY_COMPARE(tree().focusedName(), u"稍后再说"_s);
+        QTest::qWait(1500);
         m_desktop->press(u"Escape"_s);
         QTRY_COMPARE(tree().focusedName(), u"查词"_s);
         m_desktop->press(u"ctrl+u"_s);

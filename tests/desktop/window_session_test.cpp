@@ -91,7 +91,7 @@ private Q_SLOTS:
         m_desktop->xdotool({u"mousemove"_s, u"0"_s, u"0"_s});
         m_desktop->press(u"F10"_s);
         QTRY_VERIFY(m_desktop->tree().shows(u"menu item"_s, u"退出 Lexiquill"_s));
-        m_desktop->press(u"Down Down Down Down Return"_s);
+        m_desktop->press(u"Down Down Down Down Down Return"_s);
         QVERIFY(m_desktop->application->waitForFinished(30'000));
     }
 

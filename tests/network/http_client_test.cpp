@@ -257,6 +257,47 @@ private Q_SLOTS:
         QCOMPARE(errorOf(waitFor(client, request)), u"服务器响应过大"_s);
     }
 
+    /// Answers to a request for the rest of "0123456789" from "5" on, and what is in the sink afterwards.
+    void rests_data() {
+        addRows("206 | Content-Range: bytes 5-9/10            | 56789      | 0123456789 |\n"
+                "206 | Content-Range: bytes 5-9/*             | 56789      | 0123456789 |\n"
+                "206 | Content-Range: bytes 5-9/10; ETag: \"b\" | 56789      | 01234      | 无法继续传输\n"
+                "206 | Content-Range: bytes 5-9/10            | 567        | 01234567   | 连接中断\n"
+                "206 | Content-Range: bytes 4-9/10            | 456789     | 01234      | 无法继续传输\n"
+                "206 | Content-Range: bytes 5-7/10            | 567        | 01234      | 无法继续传输\n"
+                "206 |                                        | 56789      | 01234      | 无法继续传输\n"
+                "416 | Content-Range: bytes */5               |            | 01234      | 无法继续传输\n"
+                "200 | ETag: \"b\"                             | abcdefghij | abcdefghij |\n"
+                "503 |                                        | busy       | 01234      |\n");
+    }
+    void rests() {
+        QFETCH(const QStringList, cells);
+        HttpHeaders headers;
+        for (const QString &line : cells[1].split(u"; "_s, Qt::SkipEmptyParts))
+            headers += {line.section(u": "_s, 0, 0).toUtf8(), line.section(u": "_s, 1).toUtf8()};
+        const HttpServer server(
+            ServedAnswer{.status = cells[0].toInt(), .body = cells[2].toUtf8(), .headers = headers});
+        HttpClient client;
+        QBuffer sink;
+        sink.open(QIODevice::WriteOnly);
+        sink.write("01234");
+        HttpRequest request = get(server.base());
+        request.sink = &sink;
+        request.start = BodyStart{.size = 5, .validator = "\"a\""};
+        request.emptySink = [&sink] {
+            sink.buffer().clear();
+            return sink.seek(0);
+        };
+        const HttpReply reply = waitFor(client, request);
+        QCOMPARE(errorOf(reply), cells.value(4));
+        QCOMPARE(sink.data(), cells[3].toUtf8());
+        QCOMPARE(reply.isOk(), cells.value(4).isEmpty() && cells[0] != u"503"_s);
+        QCOMPARE(server.requests()[0].header("Range"), "bytes=5-"_ba);
+        QCOMPARE(server.requests()[0].header("If-Range"), "\"a\""_ba);
+        if (reply.isOk())
+            QCOMPARE(reply.validator, cells[0] == u"200"_s ? "\"b\""_ba : "\"a\""_ba);
+    }
+
     void abandoned_data() {
         columns<bool, ServedAnswer>("byClient", "answer");
         for (const bool byClient : {false, true}) {

@@ -300,6 +300,44 @@ private Q_SLOTS:
         QCOMPARE(saved->at(1).repetitionCount, 1);
     }
 
+    /// The account of one server is nothing to another one, and its answers come too late.
+    void anotherServer() {
+        HttpServer first(answer("{'success': true, 'token': 't'}"));
+        const HttpServer second(answer("{'success': true}"));
+        Party party(first.base());
+        party.login();
+        first.setHandler([](const ServedRequest &) { return ServedAnswer{.manner = Manner::Silent}; });
+        party.sync->syncWithCloud();
+        QTRY_COMPARE(first.requests().size(), 2);
+        party.takeNews();
+        party.sync->setApiBase(second.base() + u"/api"_s);
+        QCOMPARE(party.takeNews(), u"idle | user  | time"_s);
+        QVERIFY(!party.sync->isLoggedIn() && party.stored(SyncManager::tokenDefaultsKey).isNull());
+        party.sync->syncWithCloud();
+        party.sync->syncDeletionToCloud(ann);
+        QTRY_COMPARE(first.openConnections(), 0);
+        party.hasCompleted = false;
+        party.login();
+        party.syncWithCloud();
+        QCOMPARE(second.requests().size(), 2);
+
+        // The address may also change between two starts.
+        const SyncManager later({.apiBase = first.base() + u"/api"_s,
+                                 .http = party.http,
+                                 .storage = *party.storage,
+                                 .defaults = party.defaults});
+        QVERIFY(!later.isLoggedIn() && party.stored(SyncManager::userDefaultsKey).isNull());
+    }
+
+    void noServer() {
+        Party party(u"https://lexiquill.invalid"_s, "[]", true);
+        QVERIFY(!party.sync->hasServer());
+        party.login();
+        party.sync->syncWithCloud();
+        QCOMPARE(party.takeNews(), u"尚未设置服务器 | 同步失败: 尚未设置服务器"_s);
+        QVERIFY(party.sync->hasSyncFailed() && !party.sync->isSyncing());
+    }
+
     void aGoneManagerDoesNothing() {
         const HttpServer server(ServedAnswer{.manner = Manner::Silent});
         Party party(server.base(), "[]", true);

@@ -43,6 +43,7 @@ struct Observed {
                    .directory = root.path(),
                    .idleLimit = 1500ms,
                    .checkLimit = 6s,
+                   .stallLimit = 1500ms,
                    .downloadLimit = 6s,
                    .recordLimit = 100'000,
                    .archiveLimit = 1'000'000}) {
@@ -167,6 +168,83 @@ private Q_SLOTS:
         QCOMPARE(observed.manager.downloadProgress(), hasProgress ? 0.5 : 0.0);
         QVERIFY(!observed.hasQuit);
         QVERIFY(QDir(observed.root.path()).entryList(QDir::Files | QDir::Hidden).isEmpty());
+    }
+
+    /// What the server does after an interruption in the middle, its tag, the ranges that it is asked for by
+    /// two further attempts, each of which is interrupted in the middle of its answer, and how far they come.
+    void resumptions_data() {
+        addRows("goes on          | \"a\"   | bytes=50000- bytes=75000- | 0.875\n"
+                "goes on          |       | none none | 0.5\n"
+                "goes on          | W/\"a\" | none none | 0.5\n"
+                "has another      | \"a\"   | bytes=50000- bytes=50000- | 0.75\n"
+                "refuses the rest | \"a\"   | bytes=50000- none bytes=50000- none | 0.5\n");
+    }
+    void resumptions() {
+        QFETCH(const QStringList, cells);
+        const QByteArray tag = cells[1].toUtf8();
+        bool isFirst = true;
+        const HttpServer server([&](const ServedRequest &request) -> ServedAnswer {
+            if (cells[0] == u"refuses the rest"_s && !request.header("Range").isNull())
+                return {.status = 416};
+            const qint64 start = request.header("Range").mid(6).chopped(1).toLongLong();
+            const QByteArray current =
+                std::exchange(isFirst, false) || cells[0] == u"goes on"_s ? tag : "\"b\""_ba;
+            if (start > 0 && request.header("If-Range") == current)
+                return {
+                    .status = 206,
+                    .body = QByteArray(100'000 - start, 'x'),
+                    .headers = {{"Content-Range", "bytes " + QByteArray::number(start) + "-99999/100000"}},
+                    .manner = Manner::Cut};
+            return {.body = QByteArray(100'000, 'x'),
+                    .headers = current.isEmpty() ? HttpHeaders() : HttpHeaders{{"ETag", current}},
+                    .manner = Manner::Cut};
+        });
+        Observed observed(server.base());
+        QStringList ranges;
+        for (int attempt = 0; attempt < 3; ++attempt) {
+            const double before = observed.manager.downloadProgress();
+            observed.manager.startDownloadAndInstall(release(u"2"_s, server.base()));
+            // One download at a time; it begins with what is there.
+            observed.manager.startDownloadAndInstall(release(u"2"_s, server.base()));
+            if (!tag.startsWith('W') && !tag.isEmpty())
+                QCOMPARE(observed.manager.downloadProgress(), before);
+            QTRY_VERIFY(!observed.manager.isDownloading());
+            QCOMPARE(observed.manager.errorMessage(), u"下载中断: 连接中断"_s);
+        }
+        for (const ServedRequest &request : server.requests().sliced(1))
+            ranges +=
+                QString::fromLatin1(request.header("Range").isNull() ? "none"_ba : request.header("Range"));
+        QCOMPARE(ranges.join(u' '), cells[2]);
+        QCOMPARE(observed.manager.downloadProgress(), cells[3].toDouble());
+    }
+
+    /// A transfer that stands still is interrupted, and can go on.
+    void cancellingAndStalls() {
+        const HttpServer server(ServedAnswer{.body = QByteArray(100'000, 'x'),
+                                             .headers = {{"ETag", "\"a\""}},
+                                             .manner = Manner::SilentInMiddle});
+        Observed observed(server.base());
+        for (const char *range : {"", "bytes=50000-"}) {
+            observed.manager.startDownloadAndInstall(release(u"2"_s, server.base()));
+            QTRY_COMPARE(observed.manager.downloadProgress(), 0.5);
+            QTRY_COMPARE(server.requests().constLast().header("Range"), QByteArray(range));
+            observed.manager.cancelDownload();
+            QVERIFY(!observed.manager.isDownloading() && observed.manager.errorMessage().isNull());
+            QTRY_COMPARE(server.openConnections(), 0);
+        }
+        QVERIFY(observed.download(server.base()).endsWith(u"下载中断: 请求超时"_s));
+    }
+
+    void anotherServer() {
+        const HttpServer server(ServedAnswer{.body = encodeRemoteUpdateInfo(release(u"2"_s))});
+        Observed observed(u"https://lexiquill.invalid"_s);
+        observed.manager.checkForUpdates(false);
+        QCOMPARE(observed.events, QStringList());
+        QCOMPARE(observed.check(true), u"errorMessage=尚未设置服务器，无法检查更新"_s);
+        observed.manager.setUpdateCheckURL(QUrl(server.base() + u"/version.json"_s));
+        QVERIFY(observed.check(false).endsWith(u"availableUpdate=2|showUpdateSheet=true"_s));
+        observed.manager.setUpdateCheckURL(QUrl(refusingBase()));
+        QVERIFY(!observed.manager.availableUpdate() && !observed.manager.showUpdateSheet());
     }
 
     void unusablePlaces() {

@@ -2,11 +2,11 @@
 //     [--sample COUNT] [--word WORD] [--user NAME] [--release stalled|broken] [--open DICTIONARY]...
 //     [--steps STEPS] [--wait MS] OUTPUT.png
 // Draws the main window into a picture, after a short time and without a display. The screen NAME is a tab
-// (dictionary, weeklyReview, history, statistics) or a sheet (preferences, account, update). The wordbook is
-// read from FILE, or has COUNT sample words; otherwise it is that of the first start. With --user, the user
-// NAME is logged in to a test server; with --release, that server also has a newer release. See takeSteps()
-// for STEPS. For several pictures, run the program several times: every run has its own services and
-// wordbook.
+// (dictionary, weeklyReview, history, statistics) or a sheet (preferences, account, update, about). The
+// wordbook is read from FILE, or has COUNT sample words; otherwise it is that of the first start. With
+// --user, the user NAME is logged in to a test server; with --release, that server also has a newer release.
+// See takeSteps() for STEPS. For several pictures, run the program several times: every run has its own
+// services and wordbook.
 
 #include "app/shell/app_context.h"
 #include "app/shell/lexiquill_app.h"
@@ -39,9 +39,12 @@ bool show(const QString &screen, Services &services) {
         services.hotKeys.setShowSettingsSheet(true);
     else if (screen == QLatin1StringView("account"))
         services.sync.setShowAccountSheet(true);
-    else if (screen == QLatin1StringView("update"))
+    else if (screen == QLatin1StringView("about"))
+        AppContext::current().content().setShowAbout(true);
+    else if (screen == QLatin1StringView("update")) {
         services.updater.setShowUpdateSheet(true);
-    else
+        AppContext::current().content().updates().present();
+    } else
         return false;
     return true;
 }

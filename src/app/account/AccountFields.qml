@@ -43,6 +43,8 @@ FocusScope {
             symbol: "lock"
             placeholderText: "密码"
             echoMode: TextInput.Password
+            Accessible.name: "密码"
+            Accessible.passwordEdit: true
             inputMethodHints: Qt.ImhHiddenText | Qt.ImhSensitiveData | Qt.ImhNoPredictiveText
             text: scope.account.password
             onTextEdited: scope.account.password = text

@@ -5,41 +5,87 @@ import Lexiquill
 Sheet {
     id: sheet
 
+    /// The user wants to set the address of the server.
+    signal serverWanted
+
+    function showFailure(line: Item): void {
+        revealing.line = line;
+        revealing.start();
+    }
+
     title: "Lexiquill 云同步与多端背词"
     width: Math.min(440, parent ? parent.width - 4 * Theme.unit : 440)
 
     AccountView {
         id: view
+
+        onErrorMessageChanged: if (errorMessage !== "")
+            sheet.showFailure(failure)
+    }
+    Timer {
+        id: revealing
+
+        property Item line: null
+
+        // When the line has its text.
+        interval: 0
+        onTriggered: {
+            summary.forceLayout();
+            column.forceLayout();
+            sheet.reveal(line);
+        }
+    }
+    Connections {
+        target: SyncManager
+
+        function onSyncStatusMessageChanged(): void {
+            if (SyncManager.hasSyncFailed)
+                sheet.showFailure(summary.outcomeLine);
+        }
     }
     Column {
+        id: column
+
         width: parent?.width ?? 0
         spacing: 2 * Theme.unit
 
         ThemedText {
             width: parent.width
             role: ThemedText.Caption
+            visible: SyncManager.hasServer
             text: "登录/注册以在手机浏览器 (" + view.serverAddress + "/app) 继续在线背诵"
             wrapMode: Text.Wrap
             lineHeight: Theme.lineHeight
         }
         MessageLine {
             width: parent.width
-            text: view.hasServer ? "" : "尚未配置服务器：请先在偏好设置中填写服务器地址，再重新启动程序。"
+            text: SyncManager.hasServer ? "" : "尚未设置服务器，无法登录和同步。请先填写服务器地址。"
+        }
+        PrimaryButton {
+            anchors.right: parent.right
+            visible: !SyncManager.hasServer
+            focus: visible
+            text: "设置服务器地址…"
+            onClicked: sheet.serverWanted()
         }
         AccountSummary {
+            id: summary
+
             width: parent.width
             visible: SyncManager.isLoggedIn
             account: view
         }
         AccountFields {
             width: parent.width
-            visible: !SyncManager.isLoggedIn
+            visible: SyncManager.hasServer && !SyncManager.isLoggedIn
             focus: visible
             account: view
             onAccepted: if (submit.enabled)
                 view.submitAuth()
         }
         MessageLine {
+            id: failure
+
             width: parent.width
             kind: MessageLine.Failure
             text: view.errorMessage
@@ -51,7 +97,7 @@ Sheet {
         }
         Row {
             anchors.right: parent.right
-            visible: !SyncManager.isLoggedIn
+            visible: SyncManager.hasServer && !SyncManager.isLoggedIn
             spacing: Theme.unit
 
             ThemedText {

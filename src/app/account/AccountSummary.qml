@@ -6,6 +6,8 @@ Column {
     id: summary
 
     required property AccountView account
+    /// The line with the outcome of the last sync.
+    readonly property Item outcomeLine: outcome
 
     spacing: 2 * Theme.unit
 
@@ -60,8 +62,12 @@ Column {
         onClicked: SyncManager.syncWithCloud()
     }
     MessageLine {
+        id: outcome
+
         width: parent.width
-        text: SyncManager.syncStatusMessage
+        kind: SyncManager.hasSyncFailed ? MessageLine.Failure : MessageLine.Neutral
+        // A message that appears is announced by screen readers, one that changes is not.
+        text: SyncManager.isSyncing ? "" : SyncManager.syncStatusMessage
     }
     PlainButton {
         width: parent.width

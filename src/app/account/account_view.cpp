@@ -1,7 +1,6 @@
 #include "app/account/account_view.h"
 
 #include "app/shell/services.h"
-#include "support/web_address.h"
 #include "sync/sync_manager.h"
 
 #include <QLocale>
@@ -17,6 +16,18 @@ AccountView::AccountView(QObject *parent) : QObject(parent), m_sync(Services::cu
         if (!m_sync.isLoggedIn())
             setSuccessMessage({});
     });
+    // The success of the login says nothing about a later sync.
+    const auto forgetSuccess = [this] {
+        if (m_sync.isSyncing() || m_sync.hasSyncFailed())
+            setSuccessMessage({});
+    };
+    connect(&m_sync, &SyncManager::isSyncingChanged, this, forgetSuccess);
+    connect(&m_sync, &SyncManager::syncStatusMessageChanged, this, forgetSuccess);
+    connect(&m_sync, &SyncManager::apiBaseChanged, this, [this] {
+        setIsSubmitting(false);
+        setErrorMessage({});
+        Q_EMIT serverChanged();
+    });
 }
 
 QString AccountView::serverAddress() const {
@@ -24,11 +35,6 @@ QString AccountView::serverAddress() const {
     if (address.endsWith(QLatin1StringView("/api")))
         address.chop(4);
     return address;
-}
-
-bool AccountView::hasServer() const {
-    const QUrl url(serverAddress(), QUrl::StrictMode);
-    return isAcceptableUrl(url) && !isReservedHost(url);
 }
 
 QString AccountView::lastSyncText() const {

@@ -18,8 +18,7 @@ class AccountView : public QObject {
     Q_PROPERTY(bool isSubmitting READ isSubmitting NOTIFY isSubmittingChanged)
     Q_PROPERTY(QString errorMessage READ errorMessage NOTIFY errorMessageChanged)
     Q_PROPERTY(QString successMessage READ successMessage NOTIFY successMessageChanged)
-    Q_PROPERTY(QString serverAddress READ serverAddress CONSTANT)
-    Q_PROPERTY(bool hasServer READ hasServer CONSTANT)
+    Q_PROPERTY(QString serverAddress READ serverAddress NOTIFY serverChanged)
     Q_PROPERTY(QString lastSyncText READ lastSyncText NOTIFY lastSyncTextChanged)
 
 public:
@@ -31,8 +30,6 @@ public:
     const QString &successMessage() const { return m_successMessage; }
     /// The base URL of the server, without a slash at the end.
     QString serverAddress() const;
-    /// False when no server is configured, so that no request can reach one.
-    bool hasServer() const;
     /// Time of the last sync in the format of the user's locale; empty before the first sync.
     QString lastSyncText() const;
 
@@ -40,6 +37,7 @@ public:
     Q_INVOKABLE void submitAuth();
 
 Q_SIGNALS:
+    void serverChanged();
     void isRegisterModeChanged();
     void usernameChanged();
     void passwordChanged();

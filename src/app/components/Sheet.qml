@@ -7,10 +7,25 @@ T.Dialog {
     id: sheet
 
     property bool closable: true
+    /// Closing would end something: Escape and the close button then emit `closeAsked` instead.
+    property bool asksBeforeClosing: false
     default property alias body: inner.data
 
     /// The user wants to close the sheet. The owner must hide it.
     signal dismissed
+    signal closeAsked
+
+    function requestClose(): void {
+        if (sheet.asksBeforeClosing)
+            sheet.closeAsked();
+        else
+            sheet.dismissed();
+    }
+
+    /// Scrolls as little as needed to show a part of the body.
+    function reveal(part: Item): void {
+        area.reveal(part);
+    }
 
     /// Scrolls to a part of the body, so that it begins at the top if there is enough below it.
     function scrollTo(part: Item): void {
@@ -40,7 +55,9 @@ T.Dialog {
     contentItem: FocusScope {
         focus: true
         Keys.onEscapePressed: if (sheet.closable)
-            sheet.dismissed()
+            sheet.requestClose()
+        Keys.onUpPressed: area.contentY = Math.max(0, area.contentY - 5 * Theme.unit)
+        Keys.onDownPressed: area.contentY = Math.max(0, Math.min(area.contentHeight - area.height, area.contentY + 5 * Theme.unit))
 
         Item {
             id: header
@@ -69,7 +86,7 @@ T.Dialog {
                 symbol: "xmark"
                 iconSize: 15
                 text: "关闭"
-                onClicked: sheet.dismissed()
+                onClicked: sheet.requestClose()
             }
         }
         ScrollArea {

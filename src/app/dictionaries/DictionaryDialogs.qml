@@ -1,37 +1,30 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
+import Lexiquill
 
 /// The dialogs for dictionaries on disk, which are created when they are first used.
 Item {
     id: dialogs
 
-    /// The component of the dialogs is not installed.
-    signal unavailable
+    /// A dialog cannot be shown; `missing` is the package that is likely to be missing.
+    signal unavailable(missing: string)
 
     function openFiles(): void {
-        files.active = true;
-        (files.item as DictionaryFileDialog)?.open();
+        files.show(dialog => dialog.open());
     }
     function openFolder(): void {
-        folder.active = true;
-        (folder.item as DictionaryFolderDialog)?.open();
+        folder.show(dialog => dialog.open());
     }
 
-    Loader {
+    DialogLoader {
         id: files
 
-        active: false
         source: "DictionaryFileDialog.qml"
-        onStatusChanged: if (status === Loader.Error)
-            dialogs.unavailable()
+        onFailed: missing => dialogs.unavailable(missing)
     }
-    Loader {
+    DialogLoader {
         id: folder
 
-        active: false
         source: "DictionaryFolderDialog.qml"
-        onStatusChanged: if (status === Loader.Error)
-            dialogs.unavailable()
+        onFailed: missing => dialogs.unavailable(missing)
     }
 }

@@ -32,7 +32,7 @@ PreferenceSection {
     DictionaryDialogs {
         id: dialogs
 
-        onUnavailable: section.toast?.show("缺少文件对话框组件 (qml6-module-qtquick-dialogs)，可以把文件拖到窗口中", "", null)
+        onUnavailable: missing => section.toast?.show("无法打开文件对话框，可能缺少 " + missing + "；可以把文件拖到窗口中", "", null)
     }
 
     ThemedText {

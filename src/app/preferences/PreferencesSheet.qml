@@ -8,7 +8,14 @@ Sheet {
     id: sheet
 
     function showDictionaries(): void {
+        scrolling.part = dictionaries;
         scrolling.start();
+    }
+
+    function showServers(): void {
+        scrolling.part = servers;
+        scrolling.start();
+        serverRow.takeKeyboard();
     }
 
     title: "偏好设置"
@@ -17,9 +24,11 @@ Sheet {
     Timer {
         id: scrolling
 
+        property Item part: null
+
         // After the move of the focus by opening, which scrolls, too.
         interval: 0
-        onTriggered: sheet.scrollTo(dictionaries)
+        onTriggered: sheet.scrollTo(part)
     }
     Toast {
         id: messages
@@ -73,9 +82,11 @@ Sheet {
             toast: messages
         }
         PreferenceSection {
+            id: servers
+
             width: parent.width
             title: "服务器地址"
-            note: addresses.isChanged ? "新地址在下次启动时生效。" : "留空即使用内置地址。"
+            note: "留空即使用内置地址，改动立即生效。更换服务器后需要重新登录。"
 
             ServerAddressEditor {
                 id: addresses
@@ -89,46 +100,24 @@ Sheet {
                 onStored: text => addresses.storeYoudao(text)
             }
             ServerAddressRow {
+                id: serverRow
+
                 width: parent.width
                 editor: addresses
                 label: "同步与更新服务器"
                 storedText: addresses.serverText
                 builtIn: addresses.builtInServer
-                onStored: text => addresses.storeServer(text)
+                onStored: text => {
+                    const user = SyncManager.currentUser;
+                    addresses.storeServer(text);
+                    if (user !== "" && !SyncManager.isLoggedIn)
+                        messages.show("已更换服务器，需要重新登录", "", null);
+                }
             }
         }
-        PreferenceSection {
+        DataPlaceList {
             width: parent.width
-            title: "数据位置"
-            spacingOfRows: 0
-
-            DataPlaces {
-                id: places
-            }
-            PlaceRow {
-                width: parent.width
-                label: "生词本"
-                path: places.wordbook
-                onOpened: places.openFolder(path)
-            }
-            PlaceRow {
-                width: parent.width
-                label: "备份"
-                path: places.backups
-                onOpened: places.openFolder(path)
-            }
-            PlaceRow {
-                width: parent.width
-                label: "设置"
-                path: places.settings
-                onOpened: places.openFolder(path)
-            }
-            PlaceRow {
-                width: parent.width
-                label: "缓存"
-                path: places.caches
-                onOpened: places.openFolder(path)
-            }
+            toast: messages
         }
         BackupSection {
             width: parent.width

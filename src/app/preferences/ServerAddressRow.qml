@@ -15,6 +15,10 @@ Column {
     /// The user wants to store an acceptable address.
     signal stored(string text)
 
+    function takeKeyboard(): void {
+        field.forceActiveFocus(Qt.TabFocusReason);
+    }
+
     function store(): void {
         if (problem === "")
             stored(field.text);
@@ -36,7 +40,7 @@ Column {
             anchors.left: parent.left
             anchors.right: save.left
             anchors.rightMargin: Theme.unit
-            placeholderText: row.builtIn === "" ? "尚未配置" : row.builtIn
+            placeholderText: row.builtIn === "" ? "尚未设置" : row.builtIn
             Accessible.name: row.label
             inputMethodHints: Qt.ImhUrlCharactersOnly | Qt.ImhNoAutoUppercase | Qt.ImhNoPredictiveText
             text: row.storedText

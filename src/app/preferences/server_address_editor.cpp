@@ -1,8 +1,7 @@
 #include "app/preferences/server_address_editor.h"
 
 #include "app/shell/services.h"
-#include "settings/server_addresses.h"
-#include "settings/user_defaults.h"
+#include "settings/server_settings.h"
 #include "support/web_address.h"
 
 #include <QUrl>
@@ -11,16 +10,16 @@ namespace lexiquill {
 
 ServerAddressEditor::ServerAddressEditor(QObject *parent)
     : QObject(parent),
-      m_defaults(Services::current().defaults) {
-    m_defaults.refresh();
+      m_servers(Services::current().servers) {
+    m_servers.reload();
 }
 
 QString ServerAddressEditor::youdaoText() const {
-    return m_defaults.string(ServerAddresses::youdaoKey);
+    return m_servers.stored(ServerAddresses::youdaoKey);
 }
 
 QString ServerAddressEditor::serverText() const {
-    return m_defaults.string(ServerAddresses::serverKey);
+    return m_servers.stored(ServerAddresses::serverKey);
 }
 
 QString ServerAddressEditor::builtInYoudao() {
@@ -47,18 +46,9 @@ bool ServerAddressEditor::storeServer(const QString &text) {
 }
 
 bool ServerAddressEditor::store(const QString &key, const QString &text) {
-    const QString base = ServerAddresses::acceptableBase(text).value_or(QString());
-    if (base.isEmpty() && !text.trimmed().isEmpty())
-        return false;
-    if (base == m_defaults.string(key))
-        return true;
-    if (base.isEmpty())
-        m_defaults.remove(key);
-    else
-        m_defaults.set(key, base);
-    m_isChanged = true;
+    const bool isStored = m_servers.store(key, text);
     Q_EMIT changed();
-    return true;
+    return isStored;
 }
 
 } // namespace lexiquill

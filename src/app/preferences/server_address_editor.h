@@ -6,7 +6,7 @@
 
 namespace lexiquill {
 
-class UserDefaults;
+class ServerSettings;
 
 /// The addresses of the servers as the user has set them.
 class ServerAddressEditor : public QObject {
@@ -16,7 +16,6 @@ class ServerAddressEditor : public QObject {
     Q_PROPERTY(QString serverText READ serverText NOTIFY changed)
     Q_PROPERTY(QString builtInYoudao READ builtInYoudao CONSTANT)
     Q_PROPERTY(QString builtInServer READ builtInServer CONSTANT)
-    Q_PROPERTY(bool isChanged READ isChanged NOTIFY changed)
 
 public:
     explicit ServerAddressEditor(QObject *parent = nullptr);
@@ -27,12 +26,11 @@ public:
     static QString builtInYoudao();
     /// Empty when the program has been built without a server of its own.
     static QString builtInServer();
-    /// Whether a change has been stored. It takes effect at the next start.
-    bool isChanged() const { return m_isChanged; }
 
     /// Why the text cannot be stored, for the user; empty when it can.
     Q_INVOKABLE static QString problem(const QString &text);
-    /// Stores an address; blank text restores the built-in one. False when the address is not acceptable.
+    /// Stores an address, which is used from now on; blank text restores the built-in one. False when the
+    /// address is not acceptable.
     Q_INVOKABLE bool storeYoudao(const QString &text);
     Q_INVOKABLE bool storeServer(const QString &text);
 
@@ -42,8 +40,7 @@ Q_SIGNALS:
 private:
     bool store(const QString &key, const QString &text);
 
-    UserDefaults &m_defaults;
-    bool m_isChanged = false;
+    ServerSettings &m_servers;
 };
 
 } // namespace lexiquill

@@ -65,10 +65,7 @@ FocusScope {
             screen.mode = mode;
             (screen.isList ? list : cards).forceActiveFocus();
         }
-        onExportPressed: {
-            saveDialog.active = true;
-            saveDialog.open();
-        }
+        onExportPressed: saveDialog.show(dialog => dialog.openWith(review.suggestedFile()))
     }
     FlashCards {
         id: cards
@@ -94,27 +91,18 @@ FocusScope {
         isActive: screen.visible && screen.isList
         onWordChosen: word => ContentView.handleExternalWordLookup(word)
     }
-    Loader {
+    DialogLoader {
         id: saveDialog
 
-        /// Shows the dialog, which is created on first use.
-        function open(): void {
-            const dialog = saveDialog.item as PlanSaveDialog;
-            dialog?.openWith(review.suggestedFile());
-        }
-
-        active: false
         source: "PlanSaveDialog.qml"
-        onStatusChanged: if (status === Loader.Error)
-            toast.show("导出失败：缺少文件对话框组件 (qml6-module-qtquick-dialogs)", "", null)
+        onFailed: missing => toast.show("导出失败：无法打开文件对话框，可能缺少 " + missing, "", null)
+    }
+    Connections {
+        target: saveDialog.item
+        ignoreUnknownSignals: true
 
-        Connections {
-            target: saveDialog.item
-            ignoreUnknownSignals: true
-
-            function onFileChosen(file: url): void {
-                review.exportTo(file);
-            }
+        function onFileChosen(file: url): void {
+            review.exportTo(file);
         }
     }
     Toast {

@@ -110,6 +110,11 @@ FocusScope {
         onFound: if (Preferences.pronouncesCards)
             screen.card.pronounceIfShown()
     }
+    Binding {
+        target: ContentView
+        property: "isSearching"
+        value: field.text !== "" || field.inputMethodComposing || session.state !== SearchSession.State.Suggesting
+    }
     // A quick lookup shows no progress message.
     Timer {
         id: patience

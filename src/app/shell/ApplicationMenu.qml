@@ -9,6 +9,15 @@ StyledMenu {
     signal closeRequested
 
     MenuCommand {
+        text: "关于 Lexiquill"
+        onTriggered: ContentView.showAbout = true
+    }
+    T.MenuSeparator {
+        verticalPadding: 4
+        contentItem: Separator {}
+        implicitHeight: 9
+    }
+    MenuCommand {
         text: "检查更新..."
         keys: "Ctrl+U"
         onTriggered: menu.updateCheckRequested()

@@ -11,8 +11,20 @@ Window {
     property bool awaitsUpdateCheck: false
 
     function checkForUpdates(): void {
+        if (!UpdateManager.hasServer) {
+            toast.show("尚未设置服务器，无法检查更新", "设置服务器…", () => window.showServerSettings());
+            return;
+        }
+        if (UpdatePresenter.present())
+            return;
         window.awaitsUpdateCheck = !UpdateManager.isChecking;
         UpdateManager.checkForUpdates(true);
+    }
+
+    function showServerSettings(): void {
+        SyncManager.showAccountSheet = false;
+        HotKeyManager.showSettingsSheet = true;
+        (preferences.item as PreferencesSheet).showServers();
     }
 
     /// Shows the result of the check. A newer release has its own sheet instead.
@@ -40,6 +52,7 @@ Window {
     color: Theme.ground
     onVisibleChanged: if (visible)
         ContentView.appear()
+    Component.onCompleted: UpdatePresenter.watch(window)
     // When a sheet or menu closes, no item has focus. Return it to the item that had it before.
     onActiveFocusItemChanged: if (active && (activeFocusItem === null || activeFocusItem === contentItem))
         content.forceActiveFocus()
@@ -135,14 +148,28 @@ Window {
         onDismissed: HotKeyManager.showSettingsSheet = false
     }
     SheetLoader {
+        id: account
+
         sheet: "account/AccountSheet.qml"
         shown: SyncManager.showAccountSheet
         onDismissed: SyncManager.showAccountSheet = false
     }
     SheetLoader {
         sheet: "update/UpdateSheet.qml"
-        shown: UpdateManager.showUpdateSheet
+        shown: UpdatePresenter.isPresented
         onDismissed: UpdateManager.showUpdateSheet = false
+    }
+    Connections {
+        target: account.item as AccountSheet
+
+        function onServerWanted(): void {
+            window.showServerSettings();
+        }
+    }
+    SheetLoader {
+        sheet: "about/AboutSheet.qml"
+        shown: ContentView.showAbout
+        onDismissed: ContentView.showAbout = false
     }
     SheetLoader {
         id: imports

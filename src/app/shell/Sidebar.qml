@@ -64,7 +64,7 @@ Rectangle {
             isCollapsed: sidebar.isCollapsed
             symbol: SyncManager.isLoggedIn ? "person.crop.circle.fill.badge.checkmark" : "person.crop.circle"
             text: SyncManager.isLoggedIn ? SyncManager.currentUser : "多端同步"
-            help: "登录/注册以在手机浏览器 (" + ContentView.serverBase + "/app) 继续在线背诵"
+            help: ContentView.accountHelp
             onClicked: SyncManager.showAccountSheet = true
         }
         SidebarRow {
@@ -92,9 +92,10 @@ Rectangle {
             width: parent.width
             isCollapsed: sidebar.isCollapsed
             symbol: "arrow.down.circle"
-            isBusy: UpdateManager.isChecking
+            isBusy: UpdateManager.isChecking || UpdateManager.isDownloading
+            mark: UpdatePresenter.isWaiting ? "有新版本" : ""
             text: "检查更新..."
-            help: "检查远程 OTA 升级 (" + ContentView.serverBase + ")"
+            help: ContentView.updateHelp
             onClicked: sidebar.updateCheckRequested()
         }
         SidebarRow {

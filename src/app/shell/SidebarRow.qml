@@ -7,6 +7,8 @@ T.AbstractButton {
     id: control
 
     required property string symbol
+    /// What a dot beside the row says, for screen readers; no dot if empty.
+    property string mark: ""
     property bool isCollapsed: false
     /// Has room for a second line of text.
     property bool isTall: false
@@ -22,7 +24,7 @@ T.AbstractButton {
     hoverEnabled: true
     opacity: enabled ? 1 : 0.5
     Accessible.name: text
-    Accessible.description: help
+    Accessible.description: mark === "" ? help : mark + "。" + help
     Accessible.onPressAction: control.clicked()
     Keys.onReturnPressed: control.clicked()
     Keys.onEnterPressed: control.clicked()
@@ -41,6 +43,15 @@ T.AbstractButton {
         textColor: Theme.secondaryText
         textSize: Theme.captionSize
 
+        Rectangle {
+            x: control.isCollapsed ? face.icon.x + face.icon.width - width / 2 : parent.width - width - Theme.unit
+            y: control.isCollapsed ? face.icon.y - height / 2 : (parent.height - height) / 2
+            width: 8
+            height: 8
+            radius: 4
+            visible: control.mark !== ""
+            color: Theme.red
+        }
         ProgressBar {
             x: face.icon.x
             width: control.isCollapsed ? face.icon.width : parent.width - 2 * x
@@ -56,7 +67,7 @@ T.AbstractButton {
     }
 
     HelpText {
-        text: control.help !== "" ? control.help : control.isCollapsed ? control.text : ""
+        text: control.help !== "" ? control.Accessible.description : control.isCollapsed ? control.text : ""
         shown: control.hovered && !control.down && !control.isOpen
     }
 }

@@ -7,7 +7,7 @@
 #include "desktop_search/spotlight_manager.h"
 #include "dictionaries/system_dictionary_service.h"
 #include "hotkey/hot_key_manager.h"
-#include "settings/server_addresses.h"
+#include "settings/server_settings.h"
 #include "storage/current_weekly_plan.h"
 #include "storage/storage_manager.h"
 #include "storage/wordbook_change.h"
@@ -62,7 +62,9 @@ QString wordOfAddress(const QString &address) {
 ContentView::ContentView(Services &services, DictionaryImports &imports, QObject *parent)
     : QObject(parent),
       m_services(services),
-      m_imports(imports) {
+      m_imports(imports),
+      m_updates(services.updater, [this] { return isQuiet(); }) {
+    connect(&m_services.servers, &ServerSettings::changed, this, &ContentView::serverChanged);
     connect(&m_services.storage, &StorageManager::wordsChanged, this, &ContentView::countDueWords);
     // Words become due as time passes.
     m_dueTimer.setInterval(30s);
@@ -93,13 +95,39 @@ void ContentView::setShowSpotlightAlert(bool isShown) {
     Q_EMIT showSpotlightAlertChanged();
 }
 
+void ContentView::setShowAbout(bool isShown) {
+    if (std::exchange(m_showAbout, isShown) != isShown)
+        Q_EMIT showAboutChanged();
+}
+
 bool ContentView::hasSheet() const {
+    return hasOtherSheet() || m_updates.isPresented();
+}
+
+bool ContentView::hasOtherSheet() const {
     return m_services.hotKeys.showSettingsSheet() || m_services.sync.showAccountSheet() ||
-           m_services.updater.showUpdateSheet() || m_imports.showSheet() || m_showSpotlightAlert;
+           m_imports.showSheet() || m_showSpotlightAlert || m_showAbout;
+}
+
+bool ContentView::isQuiet() const {
+    return !hasOtherSheet() && !m_isMenuOpen && (m_selectedTab != TabItem::Dictionary || !m_isSearching);
 }
 
 QString ContentView::serverBase() const {
-    return ServerAddresses::from(m_services.defaults).server;
+    return m_services.servers.addresses().server;
+}
+
+QString ContentView::accountHelp() const {
+    return m_services.servers.addresses().hasServer()
+               ? QStringLiteral("登录/注册以在手机浏览器 (") + serverBase() +
+                     QStringLiteral("/app) 继续在线背诵")
+               : QStringLiteral("尚未设置服务器，设置后可登录并在手机浏览器中继续在线背诵");
+}
+
+QString ContentView::updateHelp() const {
+    return m_services.servers.addresses().hasServer()
+               ? QStringLiteral("检查远程 OTA 升级 (") + serverBase() + u')'
+               : QStringLiteral("尚未设置服务器，无法检查更新");
 }
 
 QString ContentView::title(TabItem tab) {
@@ -208,9 +236,10 @@ void ContentView::syncToSpotlight() {
 void ContentView::showScreen(TabItem tab) {
     m_services.hotKeys.setShowSettingsSheet(false);
     m_services.sync.setShowAccountSheet(false);
-    m_services.updater.setShowUpdateSheet(false);
+    m_updates.giveWay();
     m_imports.dismiss();
     setShowSpotlightAlert(false);
+    setShowAbout(false);
     setSelectedTab(tab);
 }
 

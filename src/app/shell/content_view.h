@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/update/update_presenter.h"
 #include "lookup/dictionary_source_mode.h"
 
 #include <QDate>
@@ -30,7 +31,11 @@ class ContentView : public QObject {
     Q_PROPERTY(QString spotlightAlertMessage READ spotlightAlertMessage NOTIFY spotlightAlertMessageChanged)
     Q_PROPERTY(bool showSpotlightAlert READ showSpotlightAlert WRITE setShowSpotlightAlert NOTIFY
                    showSpotlightAlertChanged)
-    Q_PROPERTY(QString serverBase READ serverBase CONSTANT)
+    Q_PROPERTY(bool showAbout READ showAbout WRITE setShowAbout NOTIFY showAboutChanged)
+    Q_PROPERTY(QString serverBase READ serverBase NOTIFY serverChanged)
+    Q_PROPERTY(QString accountHelp READ accountHelp NOTIFY serverChanged)
+    Q_PROPERTY(QString updateHelp READ updateHelp NOTIFY serverChanged)
+    Q_PROPERTY(bool isSearching MEMBER m_isSearching NOTIFY isSearchingChanged)
 
 public:
     /// In the order of the sidebar.
@@ -51,13 +56,20 @@ public:
     const QString &spotlightAlertMessage() const { return m_spotlightAlertMessage; }
     bool showSpotlightAlert() const { return m_showSpotlightAlert; }
     void setShowSpotlightAlert(bool isShown);
+    /// Whether the sheet about the program is shown.
+    bool showAbout() const { return m_showAbout; }
+    void setShowAbout(bool isShown);
     /// Whether a sheet is open above the screens. The screens must then leave the focus to it.
     Q_INVOKABLE bool hasSheet() const;
     /// The menu calls this when it opens or closes.
     Q_INVOKABLE void setIsMenuOpen(bool isOpen) { m_isMenuOpen = isOpen; }
     bool isMenuOpen() const { return m_isMenuOpen; }
-    /// The server's base URL without a slash at the end.
+    /// The server's base URL without a slash at the end; a placeholder if none is configured.
     QString serverBase() const;
+    /// The help texts about the account and about updates: the server, or that there is none.
+    QString accountHelp() const;
+    QString updateHelp() const;
+    UpdatePresenter &updates() { return m_updates; }
 
     /// "查词词典", "每周复习", "生词本与历史" or "记忆曲线"
     Q_INVOKABLE static QString title(lexiquill::ContentView::TabItem tab);
@@ -92,6 +104,8 @@ public:
 
 Q_SIGNALS:
     void selectedTabChanged();
+    void serverChanged();
+    void isSearchingChanged();
     void externalSelectedWordChanged();
     /// The wordbook must list the words with the requested tag.
     void tagRequested();
@@ -99,6 +113,7 @@ Q_SIGNALS:
     void isIndexingSpotlightChanged();
     void spotlightAlertMessageChanged();
     void showSpotlightAlertChanged();
+    void showAboutChanged();
     void focusSearchInput();
     /// Emitted on any thread; `count` items have been submitted.
     void spotlightBatchEnded(qsizetype count);
@@ -108,6 +123,8 @@ Q_SIGNALS:
     void performExternalLookup(const QString &word);
 
 private:
+    bool hasOtherSheet() const;
+    bool isQuiet() const;
     /// Also closes any sheet, because a sheet would keep the focus.
     void showScreen(TabItem tab);
     void setExternalSelectedWord(const QString &word);
@@ -118,6 +135,7 @@ private:
 
     Services &m_services;
     DictionaryImports &m_imports;
+    UpdatePresenter m_updates;
     TabItem m_selectedTab = TabItem::Dictionary;
     QString m_externalSelectedWord;
     QStringList m_practiceIds;
@@ -125,8 +143,10 @@ private:
     int m_dueCount = 0;
     bool m_isIndexingSpotlight = false;
     QString m_spotlightAlertMessage;
+    bool m_isSearching = false; ///< the search screen shows something that the user asked for
     bool m_isMenuOpen = false;
     bool m_showSpotlightAlert = false;
+    bool m_showAbout = false;
     QTimer m_dueTimer;
     std::optional<QDate> m_day; ///< the current day as the screens show it
 };

@@ -8,6 +8,7 @@ class DictionaryService;
 class DictionaryShelf;
 class HotKeyManager;
 class HttpClient;
+class ServerSettings;
 class SpotlightManager;
 class StorageManager;
 class SyncManager;
@@ -29,6 +30,7 @@ struct Services {
     SyncManager &sync;
     UpdateManager &updater;
     UserDefaults &defaults;
+    ServerSettings &servers;
 
     /// The services for the objects of the screens. QML creates those without arguments, so they get them
     /// here.

@@ -9,6 +9,25 @@ Sheet {
     readonly property bool hasUpdate: update !== undefined && update !== null
 
     title: "软件更新"
+    closable: !UpdateManager.isInstalling
+    asksBeforeClosing: UpdateManager.isDownloading
+    onCloseAsked: question.open()
+    Component.onCompleted: if (UpdateManager.isDownloading)
+        cancel.focus = true
+
+    Connections {
+        target: UpdateManager
+
+        // The buttons change, and a hidden one must not keep the keyboard.
+        function onIsDownloadingChanged(): void {
+            if (UpdateManager.isDownloading) {
+                cancel.forceActiveFocus();
+            } else {
+                question.close();
+                later.forceActiveFocus();
+            }
+        }
+    }
 
     Column {
         width: parent?.width ?? 0
@@ -109,7 +128,7 @@ Sheet {
         MessageLine {
             width: parent.width
             kind: MessageLine.Failure
-            text: sheet.hasUpdate ? UpdateManager.errorMessage : ""
+            text: sheet.hasUpdate && !UpdateManager.isDownloading ? UpdateManager.errorMessage : ""
         }
         Column {
             width: parent.width
@@ -148,21 +167,31 @@ Sheet {
         }
         Row {
             anchors.right: parent.right
-            visible: sheet.hasUpdate && !UpdateManager.isDownloading
+            visible: sheet.hasUpdate
             spacing: Theme.unit
 
             PlainButton {
+                id: cancel
+
+                visible: UpdateManager.isDownloading
+                enabled: !UpdateManager.isInstalling
+                text: "取消"
+                onClicked: UpdateManager.cancelDownload()
+            }
+            PlainButton {
+                id: later
+
+                visible: !UpdateManager.isDownloading
                 text: "稍后再说"
-                focus: !UpdateManager.canInstall
+                focus: true
                 onClicked: {
                     UpdateManager.showUpdateSheet = false;
                     sheet.dismissed();
                 }
             }
             PrimaryButton {
-                visible: UpdateManager.canInstall
+                visible: UpdateManager.canInstall && !UpdateManager.isDownloading
                 text: UpdateManager.installActionText
-                focus: UpdateManager.canInstall
                 onClicked: UpdateManager.startDownloadAndInstall(sheet.update)
             }
         }
@@ -171,6 +200,43 @@ Sheet {
             visible: !sheet.hasUpdate
             text: "好"
             onClicked: sheet.dismissed()
+        }
+    }
+    Sheet {
+        id: question
+
+        title: "正在下载更新。取消下载？"
+        width: Math.min(400, parent ? parent.width - 4 * Theme.unit : 400)
+        onDismissed: close()
+
+        Column {
+            width: parent?.width ?? 0
+            spacing: 2 * Theme.unit
+
+            ThemedText {
+                width: parent.width
+                text: "取消以后可以随时重新开始，已经下载的部分会保留到退出程序。"
+                wrapMode: Text.Wrap
+                lineHeight: Theme.lineHeight
+            }
+            Row {
+                anchors.right: parent.right
+                spacing: Theme.unit
+
+                PlainButton {
+                    text: "继续下载"
+                    focus: true
+                    onClicked: question.close()
+                }
+                PrimaryButton {
+                    text: "取消下载"
+                    accent: Theme.red
+                    onClicked: {
+                        UpdateManager.cancelDownload();
+                        sheet.dismissed();
+                    }
+                }
+            }
         }
     }
 }

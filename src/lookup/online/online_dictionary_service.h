@@ -21,6 +21,8 @@ public:
     OnlineDictionaryService(HttpClient &client, ServerAddresses addresses, Limits limits);
 
     QCoro::Task<std::optional<DictionaryEntry>> lookup(QString word, std::stop_token stop) override;
+    /// Used by later requests.
+    void setAddresses(const ServerAddresses &addresses) { m_addresses = addresses; }
 
 private:
     QCoro::Task<std::optional<DictionaryEntry>> lookupYoudaoDirect(QString word, std::stop_token stop);
