@@ -12,11 +12,7 @@ StyledMenu {
         text: "关于 Lexiquill"
         onTriggered: ContentView.showAbout = true
     }
-    T.MenuSeparator {
-        verticalPadding: 4
-        contentItem: Separator {}
-        implicitHeight: 9
-    }
+    MenuDivider {}
     MenuCommand {
         text: "检查更新..."
         keys: "Ctrl+U"
