@@ -16,6 +16,8 @@
 #include "hotkey/hot_key_manager.h"
 #include "lookup/dictionary_service.h"
 #include "lookup/online_source.h"
+#include "platform/notifier.h"
+#include "platform/tray.h"
 #include "sample_data.h"
 #include "storage/current_weekly_plan.h"
 #include "storage/storage_manager.h"
@@ -59,7 +61,9 @@ public:
                 .http = m_http,
                 .sync = m_sync,
                 .updater = m_updater,
-                .defaults = m_defaults};
+                .defaults = m_defaults,
+                .notifier = m_notifier,
+                .tray = m_tray};
     }
 
 private:
@@ -101,6 +105,8 @@ private:
              return QList<WordRecord>();
          }}};
     NoRegistrar m_registrar;
+    Notifier m_notifier;
+    Tray m_tray;
     HotKeyManager m_hotKeys{m_registrar, m_defaults};
     HttpClient m_http;
     SyncManager m_sync{{.apiBase = {}, .http = m_http, .storage = m_storage, .defaults = m_defaults}};

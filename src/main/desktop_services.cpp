@@ -4,7 +4,9 @@
 #include "main/desktop_application.h"
 #include "main/loaded_dictionary_importer.h"
 #include "main/modules.h"
+#include "platform/notifier.h"
 #include "platform/process.h"
+#include "platform/tray.h"
 #include "settings/user_defaults.h"
 #include "storage/current_weekly_plan.h"
 #include "storage/storage_manager.h"
@@ -27,6 +29,16 @@ template <> DictionaryImporter &shared<DictionaryImporter>() {
     return *instance;
 }
 
+template <> Notifier &shared<Notifier>() {
+    static auto *const instance = makeNotifier().release();
+    return *instance;
+}
+
+template <> Tray &shared<Tray>() {
+    static auto *const instance = makeTray().release();
+    return *instance;
+}
+
 template <> Services &shared<Services>() {
     static auto *const instance = new Services{.storage = shared<StorageManager>(),
                                                .plan = shared<CurrentWeeklyPlan>(),
@@ -39,7 +51,9 @@ template <> Services &shared<Services>() {
                                                .http = shared<HttpClient>(),
                                                .sync = shared<SyncManager>(),
                                                .updater = shared<UpdateManager>(),
-                                               .defaults = shared<UserDefaults>()};
+                                               .defaults = shared<UserDefaults>(),
+                                               .notifier = shared<Notifier>(),
+                                               .tray = shared<Tray>()};
     return *instance;
 }
 

@@ -49,7 +49,9 @@ TestServices::TestServices(const QByteArray &wordbook, const QString &serverBase
                                                      .http = m_http,
                                                      .sync = *m_sync,
                                                      .updater = m_updater,
-                                                     .defaults = m_defaults});
+                                                     .defaults = m_defaults,
+                                                     .notifier = m_notifier,
+                                                     .tray = m_tray});
 }
 
 TestServices::~TestServices() {

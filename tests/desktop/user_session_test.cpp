@@ -2,6 +2,7 @@
 
 #include "desktop/desktop_session.h"
 #include "http_server.h"
+#include "settings/user_defaults.h"
 
 using namespace lexiquill;
 
@@ -67,6 +68,52 @@ private Q_SLOTS:
         QVERIFY(!m_desktop->isActive());
         m_desktop->press(u"alt+d"_s);
         QTRY_VERIFY(m_desktop->isActive());
+    }
+
+    /// The window manager holds the default hotkey; what the user is told has buttons that work.
+    void beingToldOutsideTheWindow() {
+        NotificationService notifications(m_desktop->bus());
+        m_desktop->startApplication();
+        QTRY_VERIFY(tree().shows(u"push button"_s, u"全局快捷键: ⌥ Space 未生效"_s));
+        QTRY_COMPARE(notifications.shown.size(), 1);
+        QVERIFY(notifications.shown[0].text.contains(u"⌥ Space 被其他程序占用"_s));
+        QCOMPARE(notifications.shown[0].actions.mid(2, 2), (QStringList{u"use-offer"_s, u"改用 ⌘ ⇧ D"_s}));
+        notifications.choose(notifications.shown[0].number, u"use-offer"_s);
+        QTRY_VERIFY(tree().shows(u"push button"_s, u"全局快捷键: ⌘ ⇧ D (点击自定义)"_s));
+        m_desktop->closeWindow();
+        QTRY_COMPARE(notifications.shown.size(), 2);
+        QVERIFY(notifications.shown[1].text.contains(u"⌘ ⇧ D"_s));
+        notifications.choose(notifications.shown[1].number, u"default"_s);
+        m_desktop->closeWindow();
+        m_desktop->press(u"super+shift+d"_s);
+        QTRY_VERIFY(m_desktop->isActive());
+        QCOMPARE(notifications.shown.size(), 2);
+    }
+
+    void beingRemindedOnceADay() {
+        NotificationService notifications(m_desktop->bus());
+        m_desktop->home.setWordbook(json("[{'word': 'apple', 'rawDefinition': '苹果'}]"));
+        UserDefaults settings(m_desktop->home.settingsPath());
+        settings.set(u"lexiquill_daily_reminder"_s, u"true"_s);
+        const auto reminders = [&] {
+            QList<NotificationService::Notification> found;
+            for (const auto &each : notifications.shown) {
+                if (each.title == u"今日待复习 1 词"_s)
+                    found += each;
+            }
+            return found;
+        };
+        m_desktop->startApplication();
+        QTRY_COMPARE(reminders().size(), 1);
+        m_desktop->closeWindow();
+        notifications.choose(reminders()[0].number, u"review"_s);
+        QTRY_VERIFY(m_desktop->isActive());
+        QTRY_COMPARE(tree().focusedName(), u"apple"_s);
+        QCOMPARE(m_desktop->run({u"--desktop-action=quit"_s}).status, 0);
+        QVERIFY(m_desktop->application->waitForFinished(30'000));
+        m_desktop->startApplication();
+        QTest::qWait(1500);
+        QCOMPARE(reminders().size(), 1);
     }
 
     void lookingUpFromOutside_data() { addRows("address\nbus"); }

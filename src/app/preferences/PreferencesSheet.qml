@@ -33,6 +33,9 @@ Sheet {
         HotKeySection {
             width: parent.width
         }
+        NotificationSection {
+            width: parent.width
+        }
         PreferenceSection {
             width: parent.width
             title: "词典数据源"

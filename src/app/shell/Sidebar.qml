@@ -99,7 +99,9 @@ Rectangle {
             isCollapsed: sidebar.isCollapsed
             isQuiet: true
             symbol: "keyboard"
-            text: "全局快捷键: " + HotKeyManager.currentShortcut.symbolString + " (点击自定义)"
+            isStruckOut: HotKeyManager.hasFailed
+            text: "全局快捷键: " + HotKeyManager.currentShortcut.symbolString + (isStruckOut ? "" : " (点击自定义)")
+            help: isStruckOut ? "快捷键未生效，点击查看" : ""
             isTall: !isCollapsed
             onClicked: HotKeyManager.showSettingsSheet = true
         }

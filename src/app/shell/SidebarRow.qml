@@ -15,6 +15,8 @@ T.AbstractButton {
     property bool isTall: false
     /// Work that the row started is in progress.
     property bool isBusy: false
+    /// What the row names does not work.
+    property bool isStruckOut: false
     property string help: ""
     /// A menu that belongs to the row is open.
     property bool isOpen: false
@@ -25,7 +27,7 @@ T.AbstractButton {
     hoverEnabled: true
     opacity: enabled ? 1 : 0.5
     Accessible.role: isQuiet ? Accessible.Button : Accessible.PageTab
-    Accessible.name: badge === "" ? text : text + " " + badge
+    Accessible.name: text + (badge === "" ? "" : " " + badge) + (isStruckOut ? " 未生效" : "")
     Accessible.description: help
     Accessible.selected: checked
     Accessible.onPressAction: control.clicked()
@@ -55,6 +57,7 @@ T.AbstractButton {
             // Break the line before the bracket, not inside it.
             text: control.isTall ? control.text.replace(" (", "\n(") : control.text
             color: control.checked ? "#FFFFFF" : control.isQuiet ? Theme.secondaryText : Theme.text
+            font.strikeout: control.isStruckOut
             font.pixelSize: control.isQuiet ? Theme.captionSize : Theme.bodySize
             elide: Text.ElideRight
             wrapMode: control.isTall ? Text.Wrap : Text.NoWrap

@@ -7,14 +7,18 @@
 #include "app/shell/desktop_appearance.h"
 #include "app/shell/lent.h"
 #include "app/shell/services.h"
+#include "app/shell/window_icon.h"
 #include "desktop_search/spotlight_manager.h"
 #include "dictionaries/system_dictionary_service.h"
 #include "hotkey/hot_key_manager.h"
+#include "platform/notifier.h"
+#include "platform/window_activation.h"
 #include "storage/storage_manager.h"
 #include "support/background_task.h"
 
-#include <QClipboard>
 #include <QGuiApplication>
+#include <QIcon>
+#include <QPixmap>
 #include <QQuickItem>
 #include <QTimer>
 
@@ -29,10 +33,27 @@ AppDelegate::AppDelegate(Services &services, ContentView &content, DictionaryImp
       m_imports(imports),
       m_appearance(appearance),
       m_windows(*this, content),
-      m_windowDelegate(*this) {}
+      m_windowDelegate(*this),
+      m_selection(isSelectionForFocusOnly() ? SelectionReader::Access::WithFocus
+                                            : SelectionReader::Access::Always) {}
 
 AppDelegate *AppDelegate::create(QQmlEngine *, QJSEngine *) {
     return lent(AppContext::current().delegate());
+}
+
+void AppDelegate::setMainWindow(QQuickWindow *window) {
+    m_mainWindow = window;
+    if (window == nullptr)
+        return;
+    // The icon can wait until the first frame is shown.
+    const auto setIcon = [] {
+        QIcon icon;
+        for (const QImage &image : windowIcon())
+            icon.addPixmap(QPixmap::fromImage(image));
+        QGuiApplication::setWindowIcon(icon);
+    };
+    connect(window, &QQuickWindow::frameSwapped, this, setIcon,
+            static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
 }
 
 void AppDelegate::applicationDidFinishLaunching() {
@@ -49,6 +70,7 @@ void AppDelegate::applicationDidFinishLaunching() {
         watchColorScheme([this](std::optional<bool> isDark) { m_appearance.setPreference(isDark); });
     QTimer::singleShot(0, this, &AppDelegate::enforceSingleWindowPolicy);
     startInBackground([] { RemovedDictionaries::deleteLeftOvers(); });
+    Q_EMIT launched();
 }
 
 void AppDelegate::applicationDidBecomeActive() {
@@ -124,6 +146,8 @@ void AppDelegate::activateAction(const QString &name, const QString &parameter,
     m_windows.setTokens(tokens);
     if (name == QLatin1StringView("lookup-selection"))
         return lookupSelection();
+    if (name == QLatin1StringView("focus-search"))
+        return m_services.hotKeys.handleHotKeyPressed();
     reopen(tokens);
     if (name == QLatin1StringView("open-search-result"))
         m_content.continueSearchActivity(parameter);
@@ -132,13 +156,13 @@ void AppDelegate::activateAction(const QString &name, const QString &parameter,
 }
 
 void AppDelegate::lookupSelection() {
-    const QClipboard *const clipboard = QGuiApplication::clipboard();
-    QString text = clipboard->supportsSelection() ? clipboard->text(QClipboard::Selection) : QString();
-    if (text.trimmed().isEmpty())
-        text = clipboard->text(QClipboard::Clipboard);
-    // Without any text the window is still shown, because the user asked for it.
-    if (m_provider.lookup(text))
+    if (m_selection.needsFocus())
         reopen({});
+    m_selection.read([this](const QString &text) {
+        // Without any text the window is still shown, because the user asked for it.
+        if (m_provider.lookup(text))
+            reopen({});
+    });
 }
 
 void AppDelegate::performLookup(const QString &text) {
@@ -157,6 +181,7 @@ void AppDelegate::terminate() {
     if (storage.hasUnsavedChanges())
         storage.saveData();
     m_services.spotlight.finish();
+    m_services.notifier.withdrawAll();
     // Not quit(): that asks all windows to close first, and this one only hides.
     QCoreApplication::exit(EXIT_SUCCESS);
 }

@@ -3,6 +3,7 @@
 #include "app/shell/application_windows.h"
 #include "app/shell/dictionary_service_provider.h"
 #include "app/shell/main_window_delegate.h"
+#include "app/shell/selection_reader.h"
 #include "platform/application_endpoint.h"
 #include "platform/color_scheme.h"
 #include "storage/wordbook_watcher.h"
@@ -39,7 +40,7 @@ public:
 
     /// The main window; null before there is one. It exists until the process ends.
     QQuickWindow *mainWindow() const { return m_mainWindow; }
-    void setMainWindow(QQuickWindow *window) { m_mainWindow = window; }
+    void setMainWindow(QQuickWindow *window);
 
     /// To be called once, when the window has been made.
     void applicationDidFinishLaunching();
@@ -55,13 +56,20 @@ public:
     /// Saves the position of the main window, which is about to be hidden.
     void windowWillHide(const QQuickWindow &window);
 
-    /// The handlers for requests from other processes.
+    /// The handlers for requests from other processes. They use the windows, so they can be called after
+    /// `applicationDidFinishLaunching`.
     ApplicationRequests requests();
     /// Looks up the text selected in any program, or the text on the clipboard if none is selected.
     void lookupSelection();
 
     /// Saves unsaved changes and ends the process.
     Q_INVOKABLE void terminate();
+
+Q_SIGNALS:
+    /// The work that the window does in the background can begin.
+    void launched();
+    /// The user has closed the main window, which is hidden now.
+    void mainWindowClosed();
 
 private:
     void open(const QStringList &urls, const ActivationTokens &tokens);
@@ -79,6 +87,7 @@ private:
     DictionaryServiceProvider m_provider{[this](const QString &text) {
         performLookup(text);
     }};
+    SelectionReader m_selection;
     std::unique_ptr<WordbookWatcher> m_watcher;
     std::unique_ptr<ColorScheme> m_colorScheme;
     std::optional<QPoint> m_hiddenPosition; ///< of the main window's frame, while it is hidden

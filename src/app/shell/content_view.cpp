@@ -142,7 +142,7 @@ void ContentView::handleExternalWordLookup(const QString &word) {
     const QString trimmed = word.trimmed();
     if (trimmed.isEmpty())
         return;
-    showSearchScreen();
+    showScreen(TabItem::Dictionary);
     setExternalSelectedWord(trimmed);
     Q_EMIT performExternalLookup(trimmed);
 }
@@ -163,9 +163,13 @@ void ContentView::appear() {
 }
 
 void ContentView::postFocusSearchInput() {
-    showSearchScreen();
+    showScreen(TabItem::Dictionary);
     setExternalSelectedWord({});
     Q_EMIT focusSearchInput();
+}
+
+void ContentView::showReview() {
+    showScreen(TabItem::WeeklyReview);
 }
 
 void ContentView::postPerformExternalLookup(const QString &text) {
@@ -187,13 +191,13 @@ void ContentView::syncToSpotlight() {
     runInBackground(this, publish, [](bool) {});
 }
 
-void ContentView::showSearchScreen() {
+void ContentView::showScreen(TabItem tab) {
     m_services.hotKeys.setShowSettingsSheet(false);
     m_services.sync.setShowAccountSheet(false);
     m_services.updater.setShowUpdateSheet(false);
     m_imports.dismiss();
     setShowSpotlightAlert(false);
-    setSelectedTab(TabItem::Dictionary);
+    setSelectedTab(tab);
 }
 
 void ContentView::setExternalSelectedWord(const QString &word) {
@@ -212,6 +216,7 @@ void ContentView::followClock() {
     // On a new day the plan changes, and so do all texts that count days.
     if (std::exchange(m_day, today()) != m_day)
         m_services.plan.refreshWeeklyPlan();
+    Q_EMIT timePassed();
 }
 
 void ContentView::countDueWords() {

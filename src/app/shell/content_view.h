@@ -77,6 +77,8 @@ public:
     Q_INVOKABLE void syncToSpotlight();
     /// "FocusSearchInput": shows the search screen and focuses its field.
     Q_INVOKABLE void postFocusSearchInput();
+    /// Shows the cards that are due.
+    void showReview();
     /// "PerformExternalLookup": shows the search screen and looks the text up.
     void postPerformExternalLookup(const QString &text);
 
@@ -88,6 +90,8 @@ Q_SIGNALS:
     void spotlightAlertMessageChanged();
     void showSpotlightAlertChanged();
     void focusSearchInput();
+    /// Emitted every half minute.
+    void timePassed();
     /// Emitted on any thread; `count` items have been submitted.
     void spotlightBatchEnded(qsizetype count);
     /// The search screen must look the word up, even if it is the same as before.
@@ -95,7 +99,7 @@ Q_SIGNALS:
 
 private:
     /// Also closes any sheet, because a sheet would keep the focus.
-    void showSearchScreen();
+    void showScreen(TabItem tab);
     void setExternalSelectedWord(const QString &word);
     std::optional<QDate> today() const;
     void followClock();

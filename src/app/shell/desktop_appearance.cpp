@@ -2,6 +2,7 @@
 
 #include "app/shell/app_context.h"
 #include "app/shell/lent.h"
+#include "platform/window_frame.h"
 
 #include <QEvent>
 #include <QGuiApplication>
@@ -29,6 +30,8 @@ DesktopAppearance *DesktopAppearance::create(QQmlEngine *, QJSEngine *) {
 
 void DesktopAppearance::setPreference(std::optional<bool> isDark) {
     m_preference = isDark;
+    if (isDark)
+        paintWindowFrames(*isDark);
     update();
 }
 

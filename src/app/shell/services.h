@@ -8,10 +8,12 @@ class DictionaryService;
 class DictionaryShelf;
 class HotKeyManager;
 class HttpClient;
+class Notifier;
 class SpotlightManager;
 class StorageManager;
 class SyncManager;
 class SystemDictionaryService;
+class Tray;
 class UpdateManager;
 class UserDefaults;
 
@@ -29,6 +31,8 @@ struct Services {
     SyncManager &sync;
     UpdateManager &updater;
     UserDefaults &defaults;
+    Notifier &notifier;
+    Tray &tray;
 
     /// The services for the objects of the screens. QML creates those without arguments, so they get them
     /// here.
