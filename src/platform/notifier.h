@@ -34,7 +34,7 @@ public:
     /// Shows a notification; nothing happens if the desktop shows none. `chosen` is called from the event
     /// loop with the action that the user chooses, at most once, with tokens that allow a window to take the
     /// focus.
-    virtual void show(const DesktopNotification &, ActionHandler) {}
+    virtual void show(const DesktopNotification &, const ActionHandler &) {}
     /// Removes what is still shown. To be called before the process ends, which would leave dead buttons.
     virtual void withdrawAll() {}
 };

@@ -32,7 +32,7 @@ public:
 
     /// Starts to watch for a tray. `changed` is called from the event loop whenever `isThere` changes;
     /// `chosen` with the position of a command when the user chooses it.
-    virtual void watch(std::function<void()>, CommandHandler) {}
+    virtual void watch(const std::function<void()> &, const CommandHandler &) {}
     /// Whether there is a tray that shows icons.
     virtual bool isThere() const { return false; }
     /// Shows the icon, or changes it. It also appears in a tray that comes later.

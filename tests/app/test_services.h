@@ -48,18 +48,18 @@ public:
     DictionaryService &dictionary() { return m_dictionary; }
     /// The notifications that the window has asked for.
     struct RecordingNotifier : Notifier {
-        void show(const DesktopNotification &notification, ActionHandler chosen) override {
+        void show(const DesktopNotification &notification, const ActionHandler &chosen) override {
             shown += notification;
-            handler = std::move(chosen);
+            handler = chosen;
         }
         QList<DesktopNotification> shown;
         ActionHandler handler; ///< of the last one
     };
     /// A tray that is there, or not.
     struct RecordingTray : Tray {
-        void watch(std::function<void()> changed, CommandHandler chosen) override {
-            change = std::move(changed);
-            choose = std::move(chosen);
+        void watch(const std::function<void()> &changed, const CommandHandler &chosen) override {
+            change = changed;
+            choose = chosen;
         }
         bool isThere() const override { return hasPlace; }
         void show(const TrayContent &content) override { shown = content; }

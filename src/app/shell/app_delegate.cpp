@@ -26,6 +26,13 @@
 
 namespace lexiquill {
 
+namespace {
+
+/// A desktop has given the focus to a new window by then, or has refused it.
+constexpr qint64 newWindowMilliseconds = 1000;
+
+} // namespace
+
 AppDelegate::AppDelegate(Services &services, ContentView &content, DictionaryImports &imports,
                          DesktopAppearance &appearance)
     : m_services(services),
@@ -45,6 +52,10 @@ void AppDelegate::setMainWindow(QQuickWindow *window) {
     m_mainWindow = window;
     if (window == nullptr)
         return;
+    connect(window, &QWindow::visibleChanged, this, [this](bool isVisible) {
+        if (isVisible)
+            m_mainWindowShown.start();
+    });
     // The icon can wait until the first frame is shown.
     const auto setIcon = [] {
         QIcon icon;
@@ -54,6 +65,10 @@ void AppDelegate::setMainWindow(QQuickWindow *window) {
     };
     connect(window, &QQuickWindow::frameSwapped, this, setIcon,
             static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
+}
+
+bool AppDelegate::isMainWindowNew() const {
+    return m_mainWindowShown.isValid() && !m_mainWindowShown.hasExpired(newWindowMilliseconds);
 }
 
 void AppDelegate::applicationDidFinishLaunching() {

@@ -8,6 +8,7 @@
 #include "platform/color_scheme.h"
 #include "storage/wordbook_watcher.h"
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QPoint>
 #include <QPointer>
@@ -41,6 +42,8 @@ public:
     /// The main window; null before there is one. It exists until the process ends.
     QQuickWindow *mainWindow() const { return m_mainWindow; }
     void setMainWindow(QQuickWindow *window);
+    /// Whether the main window has only just been shown.
+    bool isMainWindowNew() const;
 
     /// To be called once, when the window has been made.
     void applicationDidFinishLaunching();
@@ -88,6 +91,7 @@ private:
         performLookup(text);
     }};
     SelectionReader m_selection;
+    QElapsedTimer m_mainWindowShown; ///< since the main window was last shown
     std::unique_ptr<WordbookWatcher> m_watcher;
     std::unique_ptr<ColorScheme> m_colorScheme;
     std::optional<QPoint> m_hiddenPosition; ///< of the main window's frame, while it is hidden

@@ -37,15 +37,14 @@ void DesktopNotifier::listen() {
     connectSignal("ActivationToken", SLOT(takeToken(uint, QString)));
 }
 
-void DesktopNotifier::show(const DesktopNotification &notification, ActionHandler chosen) {
+void DesktopNotifier::show(const DesktopNotification &notification, const ActionHandler &chosen) {
     if (!m_connection.isConnected())
         return;
     listen();
     const QString id = notification.id;
     const quint64 round = ++m_round;
     const uint replaced = m_shown.value(id).number;
-    m_shown.insert(
-        id, {.number = replaced, .round = round, .action = notification.action, .chosen = std::move(chosen)});
+    m_shown.insert(id, {.number = replaced, .round = round, .action = notification.action, .chosen = chosen});
 
     QStringList actions{clickKey, notification.title};
     for (const auto &button : notification.buttons)

@@ -15,7 +15,7 @@ class DesktopNotifier final : public QObject, public Notifier {
 public:
     explicit DesktopNotifier(const QDBusConnection &connection) : m_connection(connection) {}
 
-    void show(const DesktopNotification &notification, ActionHandler chosen) override;
+    void show(const DesktopNotification &notification, const ActionHandler &chosen) override;
     void withdrawAll() override;
 
 private:

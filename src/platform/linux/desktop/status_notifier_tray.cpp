@@ -23,7 +23,7 @@ const QString connectionName = QStringLiteral("lexiquill_tray");
 
 /// The icon's objects on a connection of its own: when that ends, every tray removes the icon.
 struct StatusNotifierTray::Icon {
-    Icon(const QString &address, std::function<void(qsizetype)> chosen,
+    Icon(const QString &address, const std::function<void(qsizetype)> &chosen,
          std::function<void(const QString &)> tokenGiven)
         : connection(address.isEmpty()
                          ? QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName)
@@ -54,9 +54,9 @@ StatusNotifierTray::StatusNotifierTray(const QDBusConnection &connection, QStrin
 
 StatusNotifierTray::~StatusNotifierTray() = default;
 
-void StatusNotifierTray::watch(std::function<void()> changed, CommandHandler chosen) {
-    m_changed = std::move(changed);
-    m_chosen = std::move(chosen);
+void StatusNotifierTray::watch(const std::function<void()> &changed, const CommandHandler &chosen) {
+    m_changed = changed;
+    m_chosen = chosen;
     if (!m_connection.isConnected())
         return;
     m_watcher = std::make_unique<QDBusServiceWatcher>(watcherService, m_connection);

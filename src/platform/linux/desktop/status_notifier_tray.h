@@ -21,7 +21,7 @@ public:
     explicit StatusNotifierTray(const QDBusConnection &connection, QString address = {});
     ~StatusNotifierTray() override;
 
-    void watch(std::function<void()> changed, CommandHandler chosen) override;
+    void watch(const std::function<void()> &changed, const CommandHandler &chosen) override;
     bool isThere() const override { return m_isThere; }
     void show(const TrayContent &content) override;
     void hide() override;

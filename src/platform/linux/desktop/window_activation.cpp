@@ -76,9 +76,9 @@ void activateX11Window(xcb_connection_t *connection, quint32 window, quint32 tim
     xcb_flush(connection);
 }
 
-void bringForwardByToken(QWindow *window, const QString &token) {
+void bringForwardByToken(QWindow *window, const QString &token, bool isNew) {
     // A compositor refuses the focus to a visible window without a token, but not to a new one.
-    if (token.isEmpty() && isWayland() && window->isExposed() && !window->isActive()) {
+    if (token.isEmpty() && isWayland() && !isNew && !window->isActive()) {
         window->hide();
         window->show();
     }
@@ -101,10 +101,10 @@ void offerTokens(const ActivationTokens &tokens) {
         qputenv(tokenVariable, waylandToken(tokens).toUtf8());
 }
 
-void bringForward(QWindow *window, const ActivationTokens &tokens, quint64 timestamp) {
+void bringForward(QWindow *window, const ActivationTokens &tokens, quint64 timestamp, bool isNew) {
     auto *const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
     if (x11 == nullptr)
-        return bringForwardByToken(window, waylandToken(tokens));
+        return bringForwardByToken(window, waylandToken(tokens), isNew);
     window->raise();
     window->requestActivate();
     const auto id = static_cast<quint32>(window->winId());
