@@ -3,6 +3,7 @@
 #include "desktop/desktop_session.h"
 #include "http_server.h"
 #include "settings/user_defaults.h"
+#include "support/desktop_tray.h"
 
 using namespace lexiquill;
 
@@ -114,6 +115,27 @@ private Q_SLOTS:
         m_desktop->startApplication();
         QTest::qWait(1500);
         QCOMPARE(reminders().size(), 1);
+    }
+
+    void usingTheTray() {
+        DesktopTray tray(m_desktop->bus());
+        tray.appear();
+        UserDefaults settings(m_desktop->home.settingsPath());
+        settings.set(u"lexiquill_tray_icon"_s, u"true"_s);
+        m_desktop->startApplication();
+        QTRY_COMPARE(tray.icons.size(), 1);
+        m_desktop->press(u"ctrl+3"_s);
+        m_desktop->closeWindow();
+        const auto choose = [&](int command) {
+            tray.call(DesktopTray::menu, u"Event"_s,
+                      {command, u"clicked"_s, QVariant::fromValue(QDBusVariant(0)), 0U});
+        };
+        choose(1);
+        QTRY_VERIFY(m_desktop->isActive());
+        QTRY_COMPARE(tree().focusedName(), u"查词"_s);
+        choose(3);
+        QVERIFY(m_desktop->application->waitForFinished(30'000));
+        QCOMPARE(m_desktop->application->exitCode(), 0);
     }
 
     void lookingUpFromOutside_data() { addRows("address\nbus"); }

@@ -36,6 +36,8 @@ HotKeyNotice::HotKeyNotice(Services &services, AppDelegate &delegate)
     connect(&m_timer, &QTimer::timeout, this, &HotKeyNotice::check);
     connect(&services.hotKeys, &HotKeyManager::registerStatusDescriptionChanged, &m_timer,
             qOverload<>(&QTimer::start));
+    // Another combination may fail in the same way.
+    connect(&services.hotKeys, &HotKeyManager::currentShortcutChanged, &m_timer, qOverload<>(&QTimer::start));
 }
 
 void HotKeyNotice::check() {

@@ -58,11 +58,13 @@ void TrayMenu::start() {
 void TrayMenu::update() {
     if (!isShown())
         return m_services.tray.hide();
+    if (m_images.isEmpty())
+        m_images = windowIcon();
     const QString themeIcon = QStringLiteral("com.lexiquill.Lexiquill");
     m_services.tray.show(
         {.title = QStringLiteral("Lexiquill"),
          .iconName = QIcon::hasThemeIcon(themeIcon) ? themeIcon : QString(),
-         .images = windowIcon(),
+         .images = m_images,
          .commands = {QStringLiteral("查词"), QStringLiteral("今日待复习 %1 词").arg(m_content.dueCount()),
                       QStringLiteral("退出")}});
 }

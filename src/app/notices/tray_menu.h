@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QImage>
+#include <QList>
 #include <QObject>
 #include <QQmlEngine>
 
@@ -42,6 +44,7 @@ private:
     WindowPreferences &m_preferences;
     ContentView &m_content;
     AppDelegate &m_delegate;
+    QList<QImage> m_images; ///< drawn when they are first needed
 };
 
 } // namespace lexiquill
