@@ -8,6 +8,8 @@
 #include <QGuiApplication>
 #include <QPalette>
 
+#include <utility>
+
 namespace lexiquill {
 
 namespace {
@@ -29,9 +31,9 @@ DesktopAppearance *DesktopAppearance::create(QQmlEngine *, QJSEngine *) {
 }
 
 void DesktopAppearance::setPreference(std::optional<bool> isDark) {
-    m_preference = isDark;
-    if (isDark)
-        paintWindowFrames(*isDark);
+    // The frames' colours are part of the palette, which the guess uses.
+    if (std::exchange(m_preference, isDark) != isDark)
+        paintWindowFrames(isDark);
     update();
 }
 

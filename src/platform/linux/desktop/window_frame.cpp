@@ -22,10 +22,10 @@ QPalette framePalette(bool isDark) {
 
 } // namespace
 
-void paintWindowFrames(bool isDark) {
+void paintWindowFrames(std::optional<bool> isDark) {
     if (!QGuiApplication::platformName().startsWith(QLatin1StringView("wayland")))
         return;
-    QGuiApplication::setPalette(framePalette(isDark));
+    QGuiApplication::setPalette(isDark ? framePalette(*isDark) : QPalette());
     // A frame takes its colours when it is made.
     for (QWindow *const window : QGuiApplication::topLevelWindows()) {
         if (window->type() != Qt::Window || window->handle() == nullptr)
