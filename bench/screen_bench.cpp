@@ -16,6 +16,8 @@
 #include "hotkey/hot_key_manager.h"
 #include "lookup/dictionary_service.h"
 #include "lookup/online_source.h"
+#include "platform/notifier.h"
+#include "platform/tray.h"
 #include "sample_data.h"
 #include "settings/server_settings.h"
 #include "storage/current_weekly_plan.h"
@@ -61,7 +63,9 @@ public:
                 .sync = m_sync,
                 .updater = m_updater,
                 .defaults = m_defaults,
-                .servers = m_servers};
+                .servers = m_servers,
+                .notifier = m_notifier,
+                .tray = m_tray};
     }
 
 private:
@@ -103,6 +107,8 @@ private:
              return QList<WordRecord>();
          }}};
     NoRegistrar m_registrar;
+    Notifier m_notifier;
+    Tray m_tray;
     HotKeyManager m_hotKeys{m_registrar, m_defaults};
     ServerSettings m_servers{m_defaults};
     HttpClient m_http;

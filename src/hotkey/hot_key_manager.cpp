@@ -11,6 +11,8 @@ HotKeyManager::HotKeyManager(HotKeyRegistrar &registrar, UserDefaults &defaults,
       m_registrar(registrar),
       m_defaults(defaults) {
     connect(this, &HotKeyManager::pressTaken, this, &HotKeyManager::react, Qt::QueuedConnection);
+    m_offerTimer.setSingleShot(true);
+    connect(&m_offerTimer, &QTimer::timeout, this, &HotKeyManager::findOffer);
     m_focusTimer.setSingleShot(true);
     connect(&m_focusTimer, &QTimer::timeout, this, [this] {
         if (m_windows)
@@ -75,10 +77,31 @@ void HotKeyManager::setRegisterStatus(qint32 status) {
     const QString description = status == HotKeyStatus::ok
                                     ? QStringLiteral("已监听 [%1]").arg(m_currentShortcut.symbolString)
                                     : QStringLiteral("注册失败 (错误码: %1)").arg(status);
+    m_offerTimer.start(0);
     if (description == m_registerStatusDescription)
         return;
+    m_registerStatus = status;
     m_registerStatusDescription = description;
     Q_EMIT registerStatusDescriptionChanged();
+}
+
+void HotKeyManager::findOffer() {
+    const bool isUnusable = m_registerStatus > 0 || m_registerStatus == HotKeyStatus::keyMissing;
+    HotKeyShortcut offer;
+    if (isUnusable) {
+        for (const HotKeyShortcut &preset : presets()) {
+            const bool isCurrent = preset.keyCode == m_currentShortcut.keyCode &&
+                                   preset.carbonModifiers == m_currentShortcut.carbonModifiers;
+            if (isCurrent || !m_registrar.isFree(preset.keyCode, preset.carbonModifiers))
+                continue;
+            offer = preset;
+            break;
+        }
+    }
+    if (offer == m_offeredShortcut)
+        return;
+    m_offeredShortcut = offer;
+    Q_EMIT offeredShortcutChanged();
 }
 
 void HotKeyManager::handleHotKeyPressed(const HotKeyPress &press) {

@@ -20,6 +20,9 @@ class HotKeyManager : public QObject {
                    showSettingsSheetChanged)
     Q_PROPERTY(QString registerStatusDescription READ registerStatusDescription NOTIFY
                    registerStatusDescriptionChanged)
+    Q_PROPERTY(bool hasFailed READ hasFailed NOTIFY registerStatusDescriptionChanged)
+    Q_PROPERTY(bool isUnsupported READ isUnsupported NOTIFY registerStatusDescriptionChanged)
+    Q_PROPERTY(lexiquill::HotKeyShortcut offeredShortcut READ offeredShortcut NOTIFY offeredShortcutChanged)
     Q_PROPERTY(QList<lexiquill::HotKeyShortcut> presets READ presets CONSTANT)
 
 public:
@@ -37,6 +40,14 @@ public:
     /// "正常运行" before the first registration, then the result of the last one, with the error number of a
     /// failure.
     const QString &registerStatusDescription() const { return m_registerStatusDescription; }
+    /// One of `HotKeyStatus`, or an error number; `ok` before the first registration.
+    qint32 registerStatus() const { return m_registerStatus; }
+    bool hasFailed() const { return m_registerStatus != HotKeyStatus::ok; }
+    /// Whether this desktop has no system-wide hotkeys at all.
+    bool isUnsupported() const { return m_registerStatus == HotKeyStatus::unavailable; }
+    /// The first preset that is free while the current shortcut is held by another program or not on the
+    /// keyboard; without an id otherwise. Known soon after the failure.
+    const HotKeyShortcut &offeredShortcut() const { return m_offeredShortcut; }
     const QList<HotKeyShortcut> &presets() const { return HotKeyShortcut::presets(); }
 
     /// Loads the saved shortcut and registers it. To be called once when the application starts.
@@ -61,6 +72,7 @@ Q_SIGNALS:
     void currentShortcutChanged();
     void showSettingsSheetChanged();
     void registerStatusDescriptionChanged();
+    void offeredShortcutChanged();
     /// The press has been put into the event queue.
     void pressTaken(const lexiquill::HotKeyPress &press, QPrivateSignal);
 
@@ -69,6 +81,7 @@ private:
     void setCurrentShortcut(const HotKeyShortcut &shortcut);
     void registerCurrentHotKey();
     void setRegisterStatus(qint32 status);
+    void findOffer();
 
     HotKeyRegistrar &m_registrar;
     UserDefaults &m_defaults;
@@ -76,6 +89,9 @@ private:
     HotKeyShortcut m_currentShortcut = HotKeyShortcut::defaultShortcut();
     QTimer m_focusTimer;
     bool m_showSettingsSheet = false;
+    QTimer m_offerTimer; ///< the registrar must not be called while it reports
+    HotKeyShortcut m_offeredShortcut;
+    qint32 m_registerStatus = HotKeyStatus::ok;
     QString m_registerStatusDescription = QStringLiteral("正常运行");
     bool m_hasAskedForHotKey = false; ///< the registrar has registered a combination, or is trying to
     bool m_isHandlerInstalled = false;

@@ -2,9 +2,11 @@
 
 #include "app/shell/app_context.h"
 #include "app/shell/lexiquill_app.h"
+#include "app/shell/request_queue.h"
 #include "main/desktop_services.h"
 #include "platform/application_endpoint.h"
 #include "platform/termination.h"
+#include "platform/window_activation.h"
 #include "storage/storage_manager.h"
 #include "support/background_task.h"
 
@@ -44,7 +46,8 @@ int runDesktopApplication(int argc, char **argv) {
     AppContext context(shared<Services>());
     AppDelegate &delegate = context.delegate();
     const std::unique_ptr<ApplicationEndpoint> endpoint = makeApplicationEndpoint();
-    const ApplicationRequests requests = delegate.requests();
+    RequestQueue queue(delegate.requests());
+    const ApplicationRequests requests = queue.entry();
     if (!endpoint->claim(requests)) {
         // Another process became the application first.
         if (forwardStart(request, tokens))
@@ -53,6 +56,7 @@ int runDesktopApplication(int argc, char **argv) {
     // There is no running application to quit.
     if (request.action == QLatin1StringView("quit"))
         return EXIT_SUCCESS;
+    offerTokens(tokens);
     const std::unique_ptr<QObject> window(screens.create());
     if (!window)
         return EXIT_FAILURE;
@@ -65,6 +69,7 @@ int runDesktopApplication(int argc, char **argv) {
     // Work that can wait until the first frame is shown.
     QTimer::singleShot(0, &delegate, [&] {
         delegate.applicationDidFinishLaunching();
+        queue.open();
         if (!request.action.isEmpty())
             requests.activateAction(request.action, {}, tokens);
         else if (!request.urls.isEmpty())

@@ -4,7 +4,9 @@
 #include "main/desktop_application.h"
 #include "main/loaded_dictionary_importer.h"
 #include "main/modules.h"
+#include "platform/notifier.h"
 #include "platform/process.h"
+#include "platform/tray.h"
 #include "settings/user_defaults.h"
 #include "storage/current_weekly_plan.h"
 #include "storage/storage_manager.h"
@@ -27,6 +29,16 @@ template <> DictionaryImporter &shared<DictionaryImporter>() {
     return *instance;
 }
 
+template <> Notifier &shared<Notifier>() {
+    static auto *const instance = makeNotifier().release();
+    return *instance;
+}
+
+template <> Tray &shared<Tray>() {
+    static auto *const instance = makeTray().release();
+    return *instance;
+}
+
 template <> Services &shared<Services>() {
     static auto *const instance = new Services{.storage = shared<StorageManager>(),
                                                .plan = shared<CurrentWeeklyPlan>(),
@@ -40,7 +52,9 @@ template <> Services &shared<Services>() {
                                                .sync = shared<SyncManager>(),
                                                .updater = shared<UpdateManager>(),
                                                .defaults = shared<UserDefaults>(),
-                                               .servers = shared<ServerSettings>()};
+                                               .servers = shared<ServerSettings>(),
+                                               .notifier = shared<Notifier>(),
+                                               .tray = shared<Tray>()};
     return *instance;
 }
 

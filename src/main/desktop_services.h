@@ -6,10 +6,14 @@
 namespace lexiquill {
 
 class DictionaryImporter;
+class Notifier;
+class Tray;
 
 template <> DictionaryImporter &shared<DictionaryImporter>();
 template <> CurrentWeeklyPlan &shared<CurrentWeeklyPlan>();
 template <> HotKeyManager &shared<HotKeyManager>();
+template <> Notifier &shared<Notifier>();
+template <> Tray &shared<Tray>();
 /// All services that the window uses.
 template <> Services &shared<Services>();
 

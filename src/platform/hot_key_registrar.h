@@ -53,6 +53,10 @@ public:
     /// must not call the registrar.
     virtual void registerHotKey(quint32 keyCode, quint32 carbonModifiers, StatusHandler report) = 0;
 
+    /// Whether the combination could be registered now; nothing stays registered. False where that cannot be
+    /// known without asking the user.
+    virtual bool isFree(quint32, quint32) { return false; }
+
     /// Releases the combination; its outcome and its presses are not reported any more.
     virtual void unregisterHotKey() = 0;
 };

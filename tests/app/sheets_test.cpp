@@ -15,6 +15,7 @@
 
 #include <QAbstractItemModelTester>
 #include <QAccessible>
+#include <QClipboard>
 #include <QDropEvent>
 #include <QGuiApplication>
 #include <QMimeData>
@@ -365,6 +366,50 @@ private Q_SLOTS:
         QTRY_VERIFY(sheet.shows(u"添加词典“missing.zip”？"_s));
         sheet.click(u"添加"_s);
         QTRY_VERIFY(sheet.shows(u"missing.zip：文件不存在，或无法读取"_s));
+    }
+
+    void hotKeyThatIsTaken() {
+        TestServices services;
+        const HotKeyShortcut &free = HotKeyShortcut::presets().at(1);
+        services.registrar().status = 10;
+        services.registrar().free = {free.keyCode, free.carbonModifiers};
+        const Shown sheet(services, "PreferencesSheet");
+        QVERIFY(!sheet.control(u"改用 ⌘ ⇧ D"_s));
+        services.hotKeys().setup();
+        QTRY_VERIFY(sheet.control(u"改用 ⌘ ⇧ D"_s));
+        services.registrar().status = HotKeyStatus::ok;
+        sheet.click(u"改用 ⌘ ⇧ D"_s);
+        QCOMPARE(services.hotKeys().currentShortcut(), free);
+        QTRY_VERIFY(!sheet.control(u"改用 ⌘ ⇧ D"_s));
+    }
+
+    /// A desktop without system-wide hotkeys: its own settings can start the program.
+    void hotKeyThatCannotExist() {
+        TestServices services;
+        services.registrar().status = HotKeyStatus::unavailable;
+        const Shown sheet(services, "PreferencesSheet");
+        QVERIFY(sheet.control(u"使用此组合"_s));
+        services.hotKeys().setup();
+        QTRY_VERIFY(!sheet.control(u"使用此组合"_s));
+        QVERIFY(!sheet.control(u"Option + D"_s));
+        sheet.click(u"复制命令"_s);
+        const QString command = QGuiApplication::clipboard()->text();
+        QVERIFY(command.contains(QCoreApplication::applicationFilePath()));
+        QVERIFY(command.endsWith(u" --desktop-action=focus-search"_s));
+        QVERIFY(sheet.shows(command));
+    }
+
+    void reminders() {
+        TestServices services;
+        const Shown sheet(services, "PreferencesSheet");
+        sheet.click(u"每天提醒待复习的单词"_s);
+        QVERIFY(AppContext::current().preferences().remindsDaily());
+        QVERIFY(!sheet.control(u"在托盘中显示图标"_s));
+        Q_EMIT AppContext::current().delegate().launched();
+        services.tray().hasPlace = true;
+        services.tray().change();
+        sheet.click(u"在托盘中显示图标"_s);
+        QVERIFY(services.tray().shown);
     }
 
     void addressRow() {

@@ -56,7 +56,9 @@ TestServices::TestServices(const QByteArray &wordbook, const QString &serverBase
                                                      .sync = *m_sync,
                                                      .updater = m_updater,
                                                      .defaults = m_defaults,
-                                                     .servers = *m_servers});
+                                                     .servers = *m_servers,
+                                                     .notifier = m_notifier,
+                                                     .tray = m_tray});
 }
 
 TestServices::~TestServices() {

@@ -9,6 +9,8 @@
 #include "lookup/dictionary_service.h"
 #include "lookup/online_source.h"
 #include "network/http_client.h"
+#include "platform/notifier.h"
+#include "platform/tray.h"
 #include "settings/server_settings.h"
 #include "storage/current_weekly_plan.h"
 #include "storage/storage_manager.h"
@@ -18,11 +20,13 @@
 #include <QTemporaryDir>
 
 #include <memory>
+#include <optional>
+#include <utility>
 
 namespace lexiquill {
 
 /// The services of one test, in a temporary directory: an empty online source, the starter dictionary, no
-/// search index, and a hotkey whose registration always succeeds. The wordbook starts with `wordbook`, or
+/// search index, and a hotkey whose registration succeeds. The wordbook starts with `wordbook`, or
 /// with the seeded words if that is null. By default no server answers at `serverBase`. `online` replaces the
 /// empty online source and must outlive the instance.
 class TestServices {
@@ -44,6 +48,45 @@ public:
     UserDefaults &defaults() { return m_defaults; }
     ServerSettings &servers() { return *m_servers; }
     DictionaryService &dictionary() { return m_dictionary; }
+    /// The notifications that the window has asked for.
+    struct RecordingNotifier : Notifier {
+        void show(const DesktopNotification &notification, const ActionHandler &chosen) override {
+            shown += notification;
+            handler = chosen;
+        }
+        QList<DesktopNotification> shown;
+        ActionHandler handler; ///< of the last one
+    };
+    /// A tray that is there, or not.
+    struct RecordingTray : Tray {
+        void watch(const std::function<void()> &changed, const CommandHandler &chosen) override {
+            change = changed;
+            choose = chosen;
+        }
+        bool isThere() const override { return hasPlace; }
+        void show(const TrayContent &content) override { shown = content; }
+        void hide() override { shown.reset(); }
+
+        bool hasPlace = false;
+        std::function<void()> change;
+        CommandHandler choose;
+        std::optional<TrayContent> shown;
+    };
+    RecordingNotifier &notifier() { return m_notifier; }
+    RecordingTray &tray() { return m_tray; }
+    /// The status of the hotkey's registration, and the presets that are free.
+    struct TestRegistrar : HotKeyRegistrar {
+        qint32 installHandler(PressHandler) override { return HotKeyStatus::ok; }
+        void registerHotKey(quint32, quint32, StatusHandler report) override { report(status); }
+        bool isFree(quint32 keyCode, quint32 modifiers) override {
+            return free == std::pair(keyCode, modifiers);
+        }
+        void unregisterHotKey() override {}
+
+        qint32 status = HotKeyStatus::ok;
+        std::pair<quint32, quint32> free;
+    };
+    TestRegistrar &registrar() { return m_registrar; }
     /// All services, in the form that the window uses.
     operator Services &() { return *m_services; }
     /// Makes them the services of the screens that QML creates.
@@ -57,12 +100,6 @@ private:
             co_return std::nullopt;
         }
     };
-    struct WillingRegistrar : HotKeyRegistrar {
-        qint32 installHandler(PressHandler) override { return HotKeyStatus::ok; }
-        void registerHotKey(quint32, quint32, StatusHandler report) override { report(HotKeyStatus::ok); }
-        void unregisterHotKey() override {}
-    };
-
     QTemporaryDir m_directory;
     /// The imported dictionaries lie below the data directory of the environment.
     const bool m_hasDataDirectory = qputenv("XDG_DATA_HOME", QFile::encodeName(path(QStringLiteral("data"))));
@@ -82,8 +119,10 @@ private:
     DictionaryService m_dictionary;
     SearchIndex m_index;
     SpotlightManager m_spotlight{m_index};
-    WillingRegistrar m_registrar;
+    TestRegistrar m_registrar;
     HotKeyManager m_hotKeys{m_registrar, m_defaults};
+    RecordingNotifier m_notifier;
+    RecordingTray m_tray;
     HttpClient m_http;
     UpdateManager m_updater;
     DeletedWords m_deletedWords{m_defaults};

@@ -3,7 +3,7 @@
 #include "desktop/accessible_tree.h"
 #include "e2e/program.h"
 #include "hotkey/x_server.h"
-#include "support/session_bus.h"
+#include "support/notification_service.h"
 
 #include <QImage>
 
@@ -22,10 +22,14 @@ public:
         environment.insert(u"QT_QUICK_BACKEND"_s, u"software"_s);
         environment.insert(u"QT_LINUX_ACCESSIBILITY_ALWAYS_ON"_s, u"1"_s);
         environment.insert(u"LANG"_s, u"C.UTF-8"_s);
-        // The accessibility bus is one of the system's services.
-        m_bus.emplace(environment, u"/usr/share/dbus-1/services"_s);
-        environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, m_bus->address());
         environment.insert(u"XDG_RUNTIME_DIR"_s, home.path(u"run"_s));
+        writeFile(home.path(u"services/program.service"_s),
+                  u"[D-BUS Service]\nName=%1\nExec=\"%2\" --desktop-service\n"_s
+                      .arg(serviceName, QStringLiteral(LEXIQUILL_PROGRAM))
+                      .toUtf8());
+        // The accessibility bus is one of the system's services.
+        m_bus.emplace(environment, QStringList{home.path(u"services"_s), u"/usr/share/dbus-1/services"_s});
+        environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, m_bus->address());
         m_tree.emplace(m_bus->address());
         setServer({});
     }
@@ -53,6 +57,16 @@ public:
     bool isRunning() const { return m_x.isRunning() && !m_bus->address().isEmpty(); }
     const AccessibleTree &tree() const { return *m_tree; }
     AccessibleTree &tree() { return *m_tree; }
+    const SessionBus &bus() const { return *m_bus; }
+
+    /// Calls a method of the program in the way of a desktop: the bus starts the program if it does not run,
+    /// and the method is its first call.
+    void send(const QString &interface, const QString &method, const QVariantList &arguments) const {
+        QDBusMessage message =
+            QDBusMessage::createMethodCall(serviceName, u"/com/lexiquill/Lexiquill"_s, interface, method);
+        message.setArguments(arguments);
+        QVERIFY(m_bus->connect(u"session"_s).send(message));
+    }
 
     /// Starts the program and waits until its window has the focus.
     void startApplication() {
@@ -107,6 +121,26 @@ public:
         QTRY_VERIFY(visibleWindows().isEmpty());
     }
 
+    /// A property of the program's window; empty if the window does not have it.
+    QByteArray property(const char *name) const {
+        xcb_connection_t *const connection = xcb_connect(m_x.display().toLatin1().constData(), nullptr);
+        const auto window = static_cast<xcb_window_t>(visibleWindows().value(0).toULong());
+        auto *const atom = xcb_intern_atom_reply(
+            connection, xcb_intern_atom(connection, 1, static_cast<quint16>(qstrlen(name)), name), nullptr);
+        auto *const reply = xcb_get_property_reply(
+            connection,
+            xcb_get_property(connection, 0, window, atom->atom, XCB_GET_PROPERTY_TYPE_ANY, 0, 100'000),
+            nullptr);
+        QByteArray value;
+        if (reply != nullptr)
+            value = QByteArray(static_cast<const char *>(xcb_get_property_value(reply)),
+                               xcb_get_property_value_length(reply));
+        std::free(reply);
+        std::free(atom);
+        xcb_disconnect(connection);
+        return value;
+    }
+
     /// Saves a picture of the screen in the build tree.
     bool takePicture(const QString &name) const {
         xcb_connection_t *const connection = xcb_connect(m_x.display().toLatin1().constData(), nullptr);
@@ -126,6 +160,7 @@ public:
         return isSaved;
     }
 
+    inline static const QString serviceName = u"com.lexiquill.Lexiquill"_s;
     Home home;
     std::unique_ptr<QProcess> application;
 

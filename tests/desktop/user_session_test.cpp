@@ -2,6 +2,8 @@
 
 #include "desktop/desktop_session.h"
 #include "http_server.h"
+#include "settings/user_defaults.h"
+#include "support/desktop_tray.h"
 
 using namespace lexiquill;
 
@@ -105,6 +107,73 @@ private Q_SLOTS:
         m_desktop->type(u"fig"_s);
         QTRY_COMPARE(tree().find(u"text"_s, u"查词"_s).text, u"fig"_s);
         QTRY_COMPARE(m_desktop->home.words()->constFirst().userNotes, u"half a note"_s);
+    }
+
+    /// The window manager holds the default hotkey; what the user is told has buttons that work.
+    void beingToldOutsideTheWindow() {
+        NotificationService notifications(m_desktop->bus());
+        m_desktop->startApplication();
+        QTRY_VERIFY(tree().shows(u"push button"_s, u"全局快捷键: ⌥ Space 未生效"_s));
+        QTRY_COMPARE(notifications.shown.size(), 1);
+        QVERIFY(notifications.shown[0].text.contains(u"⌥ Space 被其他程序占用"_s));
+        QCOMPARE(notifications.shown[0].actions.mid(2, 2), (QStringList{u"use-offer"_s, u"改用 ⌘ ⇧ D"_s}));
+        notifications.choose(notifications.shown[0].number, u"use-offer"_s);
+        QTRY_VERIFY(tree().shows(u"push button"_s, u"全局快捷键: ⌘ ⇧ D (点击自定义)"_s));
+        m_desktop->closeWindow();
+        QTRY_COMPARE(notifications.shown.size(), 2);
+        QVERIFY(notifications.shown[1].text.contains(u"⌘ ⇧ D"_s));
+        notifications.choose(notifications.shown[1].number, u"default"_s);
+        m_desktop->closeWindow();
+        m_desktop->press(u"super+shift+d"_s);
+        QTRY_VERIFY(m_desktop->isActive());
+        QCOMPARE(notifications.shown.size(), 2);
+    }
+
+    void beingRemindedOnceADay() {
+        NotificationService notifications(m_desktop->bus());
+        m_desktop->home.setWordbook(json("[{'word': 'apple', 'rawDefinition': '苹果'}]"));
+        UserDefaults settings(m_desktop->home.settingsPath());
+        settings.set(u"lexiquill_daily_reminder"_s, u"true"_s);
+        const auto reminders = [&] {
+            QList<NotificationService::Notification> found;
+            for (const auto &each : notifications.shown) {
+                if (each.title == u"今日待复习 1 词"_s)
+                    found += each;
+            }
+            return found;
+        };
+        m_desktop->startApplication();
+        QTRY_COMPARE(reminders().size(), 1);
+        m_desktop->closeWindow();
+        notifications.choose(reminders()[0].number, u"review"_s);
+        QTRY_VERIFY(m_desktop->isActive());
+        QTRY_COMPARE(tree().focusedName(), u"apple"_s);
+        QCOMPARE(m_desktop->run({u"--desktop-action=quit"_s}).status, 0);
+        QVERIFY(m_desktop->application->waitForFinished(30'000));
+        m_desktop->startApplication();
+        QTest::qWait(1500);
+        QCOMPARE(reminders().size(), 1);
+    }
+
+    void usingTheTray() {
+        DesktopTray tray(m_desktop->bus());
+        tray.appear();
+        UserDefaults settings(m_desktop->home.settingsPath());
+        settings.set(u"lexiquill_tray_icon"_s, u"true"_s);
+        m_desktop->startApplication();
+        QTRY_COMPARE(tray.icons.size(), 1);
+        m_desktop->press(u"ctrl+3"_s);
+        m_desktop->closeWindow();
+        const auto choose = [&](int command) {
+            tray.call(DesktopTray::menu, u"Event"_s,
+                      {command, u"clicked"_s, QVariant::fromValue(QDBusVariant(0)), 0U});
+        };
+        choose(1);
+        QTRY_VERIFY(m_desktop->isActive());
+        QTRY_COMPARE(tree().focusedName(), u"查词"_s);
+        choose(3);
+        QVERIFY(m_desktop->application->waitForFinished(30'000));
+        QCOMPARE(m_desktop->application->exitCode(), 0);
     }
 
     void lookingUpFromOutside_data() { addRows("address\nbus"); }

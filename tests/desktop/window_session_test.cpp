@@ -95,6 +95,46 @@ private Q_SLOTS:
         QVERIFY(m_desktop->application->waitForFinished(30'000));
     }
 
+    /// The call that the bus starts the program for is not lost.
+    void startedByTheBus_data() {
+        columns<QString, QString, QVariantList>("interface", "method", "arguments");
+        const QString application = u"org.freedesktop.Application"_s;
+        const QVariantMap noData;
+        const auto action = [&](const QString &name, const QVariantList &parameters) {
+            return QVariantList{name, QVariant(parameters), noData};
+        };
+        QTest::newRow("Activate") << application << u"Activate"_s << QVariantList{noData};
+        QTest::newRow("Open") << application << u"Open"_s
+                              << QVariantList{QStringList{u"lexiquill:apple"_s}, noData};
+        QTest::newRow("search") << application << u"ActivateAction"_s
+                                << action(u"search"_s, {QVariant::fromValue(QDBusVariant(u"apple"_s))});
+        QTest::newRow("focus-search") << application << u"ActivateAction"_s << action(u"focus-search"_s, {});
+        QTest::newRow("lookup-selection")
+            << application << u"ActivateAction"_s << action(u"lookup-selection"_s, {});
+        QTest::newRow("Lookup") << DesktopSession::serviceName << u"Lookup"_s << QVariantList{u"apple"_s};
+    }
+    void startedByTheBus() {
+        QFETCH(const QString, interface);
+        QFETCH(const QString, method);
+        QFETCH(const QVariantList, arguments);
+        m_desktop->home.setWordbook("[]");
+        m_desktop->send(interface, method, arguments);
+        QTRY_VERIFY(m_desktop->isActive());
+        if (QDebug::toString(arguments).contains(u"apple"_s))
+            QTRY_VERIFY(m_desktop->tree().shows(u"heading"_s, u"apple"_s));
+    }
+
+    /// The desktop finds the program's entry by the class of the window, and its icon on the window itself.
+    void theDesktopKnowsTheWindow() {
+        m_desktop->startApplication();
+        const QByteArray entry = readFile(
+            QStringLiteral(LEXIQUILL_DATA_DIRECTORY "/applications/com.lexiquill.Lexiquill.desktop"));
+        const QByteArray windowClass = m_desktop->property("WM_CLASS").split('\0').value(1);
+        QVERIFY(!windowClass.isEmpty());
+        QVERIFY(entry.contains("\nStartupWMClass=" + windowClass + '\n'));
+        QTRY_VERIFY(!m_desktop->property("_NET_WM_ICON").isEmpty());
+    }
+
     void aKilledProcessLeavesEverythingGood() {
         m_desktop->home.setWordbook(words(2));
         m_desktop->startApplication();

@@ -40,7 +40,7 @@ public:
                       .arg(providerName, QStringLiteral(LEXIQUILL_SEARCH_PROVIDER))
                       .arg(quietMilliseconds)
                       .toUtf8());
-        m_bus.emplace(home.environment, services);
+        m_bus.emplace(home.environment, QStringList{services});
         m_connection.emplace(connect(u"desktop"_s));
     }
     ~Session() {
@@ -144,7 +144,7 @@ private Q_SLOTS:
         const QVariantMap expected{{u"id"_s, u"word:apple"_s},
                                    {u"name"_s, u"Apple"_s},
                                    {u"description"_s, u"n. 苹果"_s},
-                                   {u"gicon"_s, u"accessories-dictionary"_s}};
+                                   {u"gicon"_s, u"com.lexiquill.Lexiquill"_s}};
         QCOMPARE(qdbus_cast<QList<QVariantMap>>(metas.arguments().value(0)), QList<QVariantMap>{expected});
     }
 

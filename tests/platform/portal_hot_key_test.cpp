@@ -40,7 +40,9 @@ public:
     bool handleMessage(const QDBusMessage &message, const QDBusConnection &) override;
 
     QString creation = u"0"_s;
+    QString listing = u"0"_s;
     QString binding = u"0"_s;
+    QStringList tokens;   ///< of the sessions, in the order of their creation
     QStringList calls;    ///< the called methods, with details
     QStringList sessions; ///< the sessions that have not been closed
     QString session;      ///< the last session
@@ -73,10 +75,22 @@ bool TestPortal::handleMessage(const QDBusMessage &message, const QDBusConnectio
                            options.value(QString::fromLatin1(token)).toString()}
             .join(u'/');
     };
-    const QString behaviour = isCreation ? creation : binding;
+    const auto firstTrigger = [](const QVariant &shortcuts) {
+        QString id;
+        QVariantMap properties;
+        const auto argument = shortcuts.value<QDBusArgument>();
+        argument.beginArray();
+        argument.beginStructure();
+        argument >> id >> properties;
+        return u' ' + id + u' ' + properties.value(u"preferred_trigger"_s).toString();
+    };
+    QString behaviour = binding;
     QVariantMap results;
+    calls += message.member();
     if (isCreation) {
-        calls += message.member();
+        behaviour = creation;
+        calls.last() += firstTrigger(options.value(u"shortcuts"_s));
+        tokens += options.value(u"session_handle_token"_s).toString();
         session = newPath("session", "session_handle_token");
         QVariant handle = session;
         if (behaviour.contains("as a path"_L1))
@@ -84,21 +98,24 @@ bool TestPortal::handleMessage(const QDBusMessage &message, const QDBusConnectio
         else if (behaviour.contains("bad path"_L1))
             handle = u"/no//path"_s;
         results.insert(u"session_handle"_s, handle);
+    } else if (message.member() == "ListShortcuts"_L1) {
+        behaviour = listing;
     } else {
-        const QVariant list = message.arguments().at(1);
-        QString id;
-        QVariantMap properties;
-        const auto argument = list.value<QDBusArgument>();
-        argument.beginArray();
-        argument.beginStructure();
-        argument >> id >> properties;
-        calls += message.member() + u' ' + properties.value(u"preferred_trigger"_s).toString();
-        if (behaviour.contains("struck out"_L1)) {
-            QDBusArgument none;
-            none.beginArray(QMetaType::fromName("lexiquill::PortalShortcut"));
-            none.endArray();
-            results.insert(u"shortcuts"_s, QVariant::fromValue(none));
+        calls.last() += firstTrigger(message.arguments().at(1));
+    }
+    for (const QString &id : {u"focus-search"_s, u"another"_s, u"nothing"_s}) {
+        if (!behaviour.endsWith(id))
+            continue;
+        QDBusArgument list;
+        list.beginArray(QMetaType::fromName("lexiquill::PortalShortcut"));
+        if (id != u"nothing"_s) {
+            list.beginStructure();
+            list << id << QVariantMap();
+            list.endStructure();
         }
+        list.endArray();
+        results.insert(u"shortcuts"_s, QVariant::fromValue(list));
+        break;
     }
 
     if (behaviour == "mute"_L1)
@@ -149,53 +166,80 @@ private Q_SLOTS:
         m_bus.reset();
     }
 
-    /// The portal's answers to the session and to the shortcut, and the resulting status.
+    /// The portal's answers to the session, to the list and to the shortcut, and the resulting status.
     void answers_data() {
         addRows(R"(
-            0           | 0          | 0
-            0           | 0 struck out | -4
-            0 as a path | 0          | 0
-            0 bad path  |            | -6
-            1           |            | -4
-            silent      |            | -5
-            0           | 1          | -4
-            0           | 2          | -6
-            0           | mute       | -5
-            org.freedesktop.DBus.Error.UnknownMethod    |  | -1
-            org.freedesktop.DBus.Error.AccessDenied     |  | -6
-            0           | org.freedesktop.portal.Error.Failed | -6)");
+            0           | 0          | 0          | 0
+            0           | 0          | 0 with nothing | 0
+            0           | 0          | 0 with focus-search | 0
+            0           | 0          | 0 with another | -4
+            0 with focus-search |    |            | 0
+            0 with another | 0 with focus-search | | 0
+            0           | 0 with another | 0      | 0
+            0           | 2          | 0          | 0
+            0           | mute       | 0          | 0
+            0           | org.freedesktop.DBus.Error.UnknownMethod | 0 | 0
+            0 as a path | 0          | 0          | 0
+            0 bad path  |            |            | -6
+            1           |            |            | -4
+            silent      |            |            | -5
+            0           | 0          | 1          | -4
+            0           | 0          | 2          | -6
+            0           | 0          | mute       | -5
+            org.freedesktop.DBus.Error.UnknownMethod    | |  | -1
+            org.freedesktop.DBus.Error.AccessDenied     | |  | -6
+            0           | 0          | org.freedesktop.portal.Error.Failed | -6)");
     }
 
     void answers() {
         QFETCH(const QStringList, cells);
         m_portal->creation = cells[0];
-        m_portal->binding = cells[1];
+        m_portal->listing = cells[1];
+        m_portal->binding = cells[2];
         registerHotKey(keyD, CarbonModifier::command | CarbonModifier::shift);
         QCOMPARE(m_statuses, QList<qint32>()); // never at once
-        QTRY_COMPARE(m_statuses, QList<qint32>{cells[2].toInt()});
-        QStringList calls{u"CreateSession"_s};
+        QTRY_COMPARE(m_statuses, QList<qint32>{cells[3].toInt()});
+        QStringList calls{u"CreateSession focus-search LOGO+SHIFT+d"_s};
         if (!cells[1].isEmpty())
-            calls += u"BindShortcuts LOGO+SHIFT+d"_s;
+            calls += u"ListShortcuts"_s;
+        if (!cells[2].isEmpty())
+            calls += u"BindShortcuts focus-search LOGO+SHIFT+d"_s;
+        m_portal->calls.removeIf([](const QString &call) { return call.startsWith(u"Close"_s); });
         QCOMPARE(m_portal->calls, calls);
         m_registrar->unregisterHotKey();
         QTRY_COMPARE(m_portal->sessions, QStringList());
     }
 
+    /// The user's wish for other keys is passed on, although the portal knows the shortcut; the desktop
+    /// recognises the program by its token.
+    void otherKeys() {
+        m_portal->creation = u"0 with focus-search"_s;
+        registerHotKey(keySpace, CarbonModifier::option);
+        QTRY_COMPARE(m_statuses.size(), 1);
+        registerHotKey(keyD, CarbonModifier::option);
+        QTRY_COMPARE(m_statuses.size(), 2);
+        QCOMPARE(m_portal->calls.last(), u"BindShortcuts focus-search ALT+d"_s);
+        m_portal->calls.clear();
+        registerHotKey(keyD, CarbonModifier::option);
+        QTRY_COMPARE(m_statuses.size(), 3);
+        QVERIFY(!m_portal->calls.join(u' ').contains(u"BindShortcuts"_s));
+        QCOMPARE(m_portal->tokens, QStringList(3, m_portal->tokens.first()));
+        QVERIFY(!m_portal->tokens.first().isEmpty());
+    }
+
     void presses() {
         registerHotKey(keySpace, CarbonModifier::option);
         QTRY_COMPARE(m_statuses, QList<qint32>{HotKeyStatus::ok});
-        QCOMPARE(m_portal->calls.last(), u"BindShortcuts ALT+space"_s);
+        QCOMPARE(m_portal->calls.last(), u"BindShortcuts focus-search ALT+space"_s);
         m_portal->activate(u"/of/another"_s, "focus-search", 1);
         m_portal->activate(m_portal->session, "another", 2);
         m_portal->activate(m_portal->session, "focus-search", 3);
         const HotKeyPress third{.timestamp = 3, .activationToken = u"token"_s};
         QTRY_COMPARE(m_presses, QList{third});
-        // A change creates a new session. The previous one is closed, and its signals are ignored.
-        const QString before = m_portal->session;
+        // A change creates a new session, and the previous one is closed.
         registerHotKey(keyD, CarbonModifier::control);
         QTRY_COMPARE(m_statuses.size(), 2);
         QCOMPARE(m_portal->sessions, QStringList{m_portal->session});
-        m_portal->activate(before, "focus-search", 4);
         m_portal->activate(m_portal->session, "focus-search", 5);
         QTRY_COMPARE(m_presses.size(), 2);
         QCOMPARE(m_presses.last().timestamp, quint64{5});
@@ -204,11 +248,11 @@ private Q_SLOTS:
     void changeWhileTheUserIsAsked() {
         m_portal->binding = u"silent"_s;
         registerHotKey(keySpace, CarbonModifier::option);
-        QTRY_COMPARE(m_portal->calls.size(), 2);
+        QTRY_COMPARE(m_portal->calls.size(), 3);
         m_portal->binding = u"0"_s;
         registerHotKey(keyD, CarbonModifier::option);
         QTRY_COMPARE(m_statuses, QList<qint32>{HotKeyStatus::ok});
-        QCOMPARE(m_portal->calls.mid(2, 2), (QStringList{u"Close request"_s, u"Close session"_s}));
+        QCOMPARE(m_portal->calls.mid(3, 2), (QStringList{u"Close request"_s, u"Close session"_s}));
     }
 
     void lateAnswer() {

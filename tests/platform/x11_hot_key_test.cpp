@@ -115,6 +115,14 @@ private Q_SLOTS:
         // The failed attempt leaves no grabs.
         QTRY_VERIFY(other.grab(XCB_MOD_MASK_1, 40));
         QTRY_VERIFY(other.grab(XCB_MOD_MASK_1 | XCB_MOD_MASK_LOCK, 40));
+        // A trial leaves none either, and does not touch the registered combination.
+        QVERIFY(!recorder.registrar.isFree(keyD, CarbonModifier::option));
+        QVERIFY(recorder.registrar.isFree(keyA, CarbonModifier::option));
+        QTRY_VERIFY(other.grab(XCB_MOD_MASK_1, firstKeyOfLettersRow));
+        other.ungrab(XCB_MOD_MASK_1, firstKeyOfLettersRow);
+        recorder.registerHotKey(keyA, CarbonModifier::option);
+        QVERIFY(!recorder.registrar.isFree(keyA, CarbonModifier::option));
+        QVERIFY(!other.grab(XCB_MOD_MASK_1, firstKeyOfLettersRow));
     }
 
     void layoutChanges() {

@@ -10,14 +10,17 @@ namespace lexiquill {
 /// A private session bus.
 class SessionBus {
 public:
-    /// The bus starts the services of the .service files in the directory `services` on demand.
+    /// The bus starts the services of the .service files in the directories `services` on demand.
     explicit SessionBus(const QProcessEnvironment &environment = QProcessEnvironment::systemEnvironment(),
-                        const QString &services = u"/nonexistent"_s) {
+                        const QStringList &services = {}) {
+        QString directories;
+        for (const QString &directory : services)
+            directories += u"<servicedir>%1</servicedir>"_s.arg(directory.toHtmlEscaped());
         const QString configuration = m_directory.filePath(u"bus.conf"_s);
         writeFile(configuration,
                   u"<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen>"
-                  "<servicedir>%1</servicedir><policy context='default'><allow send_destination='*'/>"
-                  "<allow receive_sender='*'/><allow own='*'/></policy></busconfig>"_s.arg(services)
+                  "%1<policy context='default'><allow send_destination='*'/>"
+                  "<allow receive_sender='*'/><allow own='*'/></policy></busconfig>"_s.arg(directories)
                       .toUtf8());
         m_daemon.setProcessEnvironment(environment);
         m_daemon.start(u"dbus-daemon"_s,

@@ -7,24 +7,57 @@ import Lexiquill
 PreferenceSection {
     id: section
 
-    readonly property bool hasFailed: HotKeyManager.registerStatusDescription.startsWith("注册失败")
+    readonly property bool isUnsupported: HotKeyManager.isUnsupported
+    readonly property hotKeyShortcut offer: HotKeyManager.offeredShortcut
 
     title: "全局快捷键"
-    note: "在任何程序中按下快捷键，都会打开查词窗口。Option 即 Alt 键，Command 即 Super（Windows 徽标）键。"
+    note: isUnsupported ? "例如在 GNOME 中：设置 → 键盘 → 查看及自定义快捷键 → 自定义快捷键。" : "在任何程序中按下快捷键，都会打开查词窗口。Option 即 Alt 键，Command 即 Super（Windows 徽标）键。"
 
     ShortcutEditor {
         id: editor
     }
+    MessageLine {
+        width: parent.width
+        visible: section.isUnsupported
+        text: "这个桌面不支持程序自己设置全局快捷键。请在桌面的键盘设置中添加一个快捷键，命令填写："
+    }
+    Item {
+        width: parent.width
+        height: copy.height
+        visible: section.isUnsupported
+
+        ThemedText {
+            anchors.left: parent.left
+            anchors.right: copy.left
+            anchors.rightMargin: Theme.unit
+            anchors.verticalCenter: parent.verticalCenter
+            text: editor.launchCommand
+            elide: Text.ElideMiddle
+        }
+        PlainButton {
+            id: copy
+
+            property bool isDone: false
+
+            anchors.right: parent.right
+            text: isDone ? "已复制" : "复制命令"
+            onClicked: {
+                editor.copyLaunchCommand();
+                copy.isDone = true;
+            }
+        }
+    }
     Item {
         width: parent.width
         height: reset.height
+        visible: !section.isUnsupported
 
         MessageLine {
             anchors.left: parent.left
             anchors.right: reset.left
             anchors.rightMargin: Theme.unit
             anchors.verticalCenter: parent.verticalCenter
-            kind: section.hasFailed ? MessageLine.Failure : MessageLine.Success
+            kind: HotKeyManager.hasFailed ? MessageLine.Failure : MessageLine.Success
             text: HotKeyManager.registerStatusDescription
         }
         PlainButton {
@@ -36,9 +69,16 @@ PreferenceSection {
             onClicked: HotKeyManager.resetToDefault()
         }
     }
+    PrimaryButton {
+        visible: section.offer.id !== ""
+        text: "改用 " + section.offer.symbolString
+        Accessible.description: "这个组合没有被占用"
+        onClicked: HotKeyManager.updateShortcut(section.offer)
+    }
     ChoiceGroup {
         width: parent.width
         name: section.title
+        visible: !section.isUnsupported
 
         Repeater {
             model: editor.presetNames
@@ -64,9 +104,11 @@ PreferenceSection {
     }
     Separator {
         width: parent.width
+        visible: !section.isUnsupported
     }
     Flow {
         width: parent.width
+        visible: !section.isUnsupported
         spacing: 1.5 * Theme.unit
 
         Toggle {
@@ -93,6 +135,7 @@ PreferenceSection {
     Item {
         width: parent.width
         height: Theme.controlHeight
+        visible: !section.isUnsupported
 
         ChoiceBox {
             id: picker
@@ -124,6 +167,6 @@ PreferenceSection {
     }
     MessageLine {
         width: parent.width
-        text: editor.hasModifier ? "" : "请至少打开一个修饰键，否则这个按键在其他程序中将无法使用。"
+        text: editor.hasModifier || section.isUnsupported ? "" : "请至少打开一个修饰键，否则这个按键在其他程序中将无法使用。"
     }
 }

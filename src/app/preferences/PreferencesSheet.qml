@@ -42,6 +42,9 @@ Sheet {
         HotKeySection {
             width: parent.width
         }
+        NotificationSection {
+            width: parent.width
+        }
         PreferenceSection {
             id: sources
 

@@ -3,6 +3,12 @@
 #include "app/shell/services.h"
 #include "hotkey/hot_key_manager.h"
 
+#include <QClipboard>
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QStandardPaths>
+
 #include <algorithm>
 
 namespace lexiquill {
@@ -61,6 +67,21 @@ void ShortcutEditor::setKeyIndex(int index) {
 void ShortcutEditor::useCustom() {
     if (hasModifier())
         m_hotKeys.updateShortcut(custom());
+}
+
+QString ShortcutEditor::launchCommand() {
+    const QString program = QCoreApplication::applicationFilePath();
+    const QString name = QFileInfo(program).fileName();
+    const bool isOnPath = QFileInfo(QStandardPaths::findExecutable(name)).canonicalFilePath() ==
+                          QFileInfo(program).canonicalFilePath();
+    // Blanks and quotes would end the path for a shell.
+    QString path = program;
+    path = u'\'' + path.replace(u'\'', QStringLiteral("'\\''")) + u'\'';
+    return (isOnPath ? name : path) + QStringLiteral(" --desktop-action=focus-search");
+}
+
+void ShortcutEditor::copyLaunchCommand() {
+    QGuiApplication::clipboard()->setText(launchCommand());
 }
 
 HotKeyShortcut ShortcutEditor::custom() const {

@@ -25,6 +25,7 @@ class ShortcutEditor : public QObject {
     Q_PROPERTY(bool command READ command WRITE setCommand NOTIFY customChanged)
     Q_PROPERTY(QString symbolString READ symbolString NOTIFY customChanged)
     Q_PROPERTY(bool hasModifier READ hasModifier NOTIFY customChanged)
+    Q_PROPERTY(QString launchCommand READ launchCommand CONSTANT)
 
 public:
     /// The custom shortcut starts as the current one.
@@ -55,6 +56,11 @@ public:
     bool hasModifier() const { return custom().carbonModifiers != 0; }
     /// Makes the custom shortcut the current one; does nothing when it has no modifier.
     Q_INVOKABLE void useCustom();
+
+    /// The command that does what the hotkey does, for the desktop's own shortcuts.
+    static QString launchCommand();
+    /// Puts that command on the clipboard.
+    Q_INVOKABLE static void copyLaunchCommand();
 
 Q_SIGNALS:
     void currentShortcutChanged();

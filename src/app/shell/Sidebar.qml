@@ -102,7 +102,9 @@ Rectangle {
             width: parent.width
             isCollapsed: sidebar.isCollapsed
             symbol: "keyboard"
+            isStruckOut: HotKeyManager.hasFailed
             text: "全局快捷键: " + HotKeyManager.currentShortcut.symbolString + " (点击自定义)"
+            help: isStruckOut ? "快捷键未生效，点击查看" : ""
             isTall: !isCollapsed
             onClicked: HotKeyManager.showSettingsSheet = true
         }

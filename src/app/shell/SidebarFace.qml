@@ -14,6 +14,8 @@ Item {
     property int textSize: Theme.bodySize
     /// Has room for a second line of text.
     property bool isTall: false
+    /// Tells that what the text names does not work.
+    property bool isStruckOut: false
     /// The room at the end that the text leaves free.
     property real textMargin: Theme.unit
     readonly property alias icon: icon
@@ -39,9 +41,18 @@ Item {
         text: face.isTall ? face.text.replace(" (", "\n(") : face.text
         color: face.textColor
         font.pixelSize: face.textSize
+        font.strikeout: face.isStruckOut
         elide: Text.ElideRight
         wrapMode: face.isTall ? Text.Wrap : Text.NoWrap
         maximumLineCount: face.isTall ? 2 : 1
         textFormat: Text.PlainText
+    }
+    Rectangle {
+        anchors.centerIn: icon
+        width: icon.width + 4
+        height: 2
+        rotation: -45
+        visible: face.isStruckOut && face.isCollapsed
+        color: face.iconColor
     }
 }

@@ -14,6 +14,8 @@ T.AbstractButton {
     property bool isTall: false
     /// Work that the row started is in progress.
     property bool isBusy: false
+    /// What the row names does not work.
+    property bool isStruckOut: false
     property string help: ""
     /// A menu that belongs to the row is open.
     property bool isOpen: false
@@ -24,7 +26,7 @@ T.AbstractButton {
     hoverEnabled: true
     opacity: enabled ? 1 : 0.5
     Accessible.name: text
-    Accessible.description: mark === "" ? help : mark + "。" + help
+    Accessible.description: [isStruckOut ? "未生效" : "", mark, help].filter(part => part !== "").join("。")
     Accessible.onPressAction: control.clicked()
     Keys.onReturnPressed: control.clicked()
     Keys.onEnterPressed: control.clicked()
@@ -38,6 +40,7 @@ T.AbstractButton {
         text: control.text
         isCollapsed: control.isCollapsed
         isTall: control.isTall
+        isStruckOut: control.isStruckOut
         iconSize: 16
         iconColor: Theme.secondaryText
         textColor: Theme.secondaryText

@@ -16,7 +16,11 @@ AppContext::AppContext(Services &services)
       m_removedDictionaries(services.shelf),
       m_content(services, m_imports),
       m_appearance(*qGuiApp),
-      m_delegate(services, m_content, m_imports, m_appearance) {
+      m_delegate(services, m_content, m_imports, m_appearance),
+      m_tray(services, m_preferences, m_content, m_delegate),
+      m_hotKeyNotice(services, m_delegate),
+      m_backgroundNotice(services, m_tray, m_delegate),
+      m_reminder(services, m_preferences, m_content, m_delegate) {
     Services::setCurrent(&services);
     currentContext = this;
 }

@@ -2,6 +2,10 @@
 
 #include "app/dictionaries/dictionary_imports.h"
 #include "app/dictionaries/removed_dictionaries.h"
+#include "app/notices/background_notice.h"
+#include "app/notices/daily_reminder.h"
+#include "app/notices/hot_key_notice.h"
+#include "app/notices/tray_menu.h"
 #include "app/preferences/window_preferences.h"
 #include "app/shell/app_delegate.h"
 #include "app/shell/content_view.h"
@@ -26,6 +30,7 @@ public:
     DesktopAppearance &appearance() { return m_appearance; }
     AppDelegate &delegate() { return m_delegate; }
     DictionaryImports &imports() { return m_imports; }
+    TrayMenu &tray() { return m_tray; }
     RemovedDictionaries &removedDictionaries() { return m_removedDictionaries; }
 
 private:
@@ -35,6 +40,10 @@ private:
     ContentView m_content;
     DesktopAppearance m_appearance;
     AppDelegate m_delegate;
+    TrayMenu m_tray;
+    HotKeyNotice m_hotKeyNotice;
+    BackgroundNotice m_backgroundNotice;
+    DailyReminder m_reminder;
 };
 
 } // namespace lexiquill

@@ -7,20 +7,31 @@
 #include "app/shell/desktop_appearance.h"
 #include "app/shell/lent.h"
 #include "app/shell/services.h"
+#include "app/shell/window_icon.h"
 #include "desktop_search/spotlight_manager.h"
 #include "dictionaries/system_dictionary_service.h"
 #include "hotkey/hot_key_manager.h"
+#include "platform/notifier.h"
+#include "platform/window_activation.h"
 #include "storage/storage_manager.h"
 #include "support/background_task.h"
 
-#include <QClipboard>
 #include <QGuiApplication>
+#include <QIcon>
+#include <QPixmap>
 #include <QQuickItem>
 #include <QTimer>
 
 #include <cstdlib>
 
 namespace lexiquill {
+
+namespace {
+
+/// A desktop has given the focus to a new window by then, or has refused it.
+constexpr qint64 newWindowMilliseconds = 1000;
+
+} // namespace
 
 AppDelegate::AppDelegate(Services &services, ContentView &content, DictionaryImports &imports,
                          DesktopAppearance &appearance)
@@ -30,10 +41,35 @@ AppDelegate::AppDelegate(Services &services, ContentView &content, DictionaryImp
       m_appearance(appearance),
       m_windows(*this, content),
       m_windowDelegate(*this),
-      m_place(services.defaults) {}
+      m_place(services.defaults),
+      m_selection(isSelectionForFocusOnly() ? SelectionReader::Access::WithFocus
+                                            : SelectionReader::Access::Always) {}
 
 AppDelegate *AppDelegate::create(QQmlEngine *, QJSEngine *) {
     return lent(AppContext::current().delegate());
+}
+
+void AppDelegate::setMainWindow(QQuickWindow *window) {
+    m_mainWindow = window;
+    if (window == nullptr)
+        return;
+    connect(window, &QWindow::visibleChanged, this, [this](bool isVisible) {
+        if (isVisible)
+            m_mainWindowShown.start();
+    });
+    // The icon can wait until the first frame is shown.
+    const auto setIcon = [] {
+        QIcon icon;
+        for (const QImage &image : windowIcon())
+            icon.addPixmap(QPixmap::fromImage(image));
+        QGuiApplication::setWindowIcon(icon);
+    };
+    connect(window, &QQuickWindow::frameSwapped, this, setIcon,
+            static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
+}
+
+bool AppDelegate::isMainWindowNew() const {
+    return m_mainWindowShown.isValid() && !m_mainWindowShown.hasExpired(newWindowMilliseconds);
 }
 
 void AppDelegate::applicationDidFinishLaunching() {
@@ -50,6 +86,7 @@ void AppDelegate::applicationDidFinishLaunching() {
         watchColorScheme([this](std::optional<bool> isDark) { m_appearance.setPreference(isDark); });
     QTimer::singleShot(0, this, &AppDelegate::enforceSingleWindowPolicy);
     startInBackground([] { RemovedDictionaries::deleteLeftOvers(); });
+    Q_EMIT launched();
 }
 
 void AppDelegate::applicationDidBecomeActive() {
@@ -139,6 +176,8 @@ void AppDelegate::activateAction(const QString &name, const QString &parameter,
     m_windows.setTokens(tokens);
     if (name == QLatin1StringView("lookup-selection"))
         return lookupSelection();
+    if (name == QLatin1StringView("focus-search"))
+        return m_services.hotKeys.handleHotKeyPressed();
     reopen(tokens);
     if (name == QLatin1StringView("open-search-result"))
         m_content.continueSearchActivity(parameter);
@@ -147,13 +186,13 @@ void AppDelegate::activateAction(const QString &name, const QString &parameter,
 }
 
 void AppDelegate::lookupSelection() {
-    const QClipboard *const clipboard = QGuiApplication::clipboard();
-    QString text = clipboard->supportsSelection() ? clipboard->text(QClipboard::Selection) : QString();
-    if (text.trimmed().isEmpty())
-        text = clipboard->text(QClipboard::Clipboard);
-    // Without any text the window is still shown, because the user asked for it.
-    if (m_provider.lookup(text))
+    if (m_selection.needsFocus())
         reopen({});
+    m_selection.read([this](const QString &text) {
+        // Without any text the window is still shown, because the user asked for it.
+        if (m_provider.lookup(text))
+            reopen({});
+    });
 }
 
 void AppDelegate::performLookup(const QString &text) {
@@ -173,6 +212,7 @@ void AppDelegate::terminate() {
     if (storage.hasUnsavedChanges())
         storage.saveData();
     m_services.spotlight.finish();
+    m_services.notifier.withdrawAll();
     // Not quit(): that asks all windows to close first, and this one only hides.
     QCoreApplication::exit(EXIT_SUCCESS);
 }

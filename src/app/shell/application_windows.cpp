@@ -44,7 +44,8 @@ void ApplicationWindows::activateApplication(const HotKeyPress &press) {
     if (press.timestamp != 0)
         m_timestamp = press.timestamp;
     if (QQuickWindow *const window = m_delegate.mainWindow(); window != nullptr && window->isVisible())
-        bringForward(window, std::exchange(m_tokens, {}), std::exchange(m_timestamp, 0));
+        bringForward(window, std::exchange(m_tokens, {}), std::exchange(m_timestamp, 0),
+                     m_delegate.isMainWindowNew());
 }
 
 QList<HotKeyWindows::Window> ApplicationWindows::windows() const {

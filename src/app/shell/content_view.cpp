@@ -214,6 +214,10 @@ void ContentView::postFocusSearchInput() {
     Q_EMIT focusSearchInput();
 }
 
+void ContentView::showReview() {
+    showScreen(TabItem::WeeklyReview);
+}
+
 void ContentView::postPerformExternalLookup(const QString &text) {
     handleExternalWordLookup(text);
 }
@@ -259,6 +263,7 @@ void ContentView::followClock() {
     // On a new day the plan changes, and so do all texts that count days.
     if (std::exchange(m_day, today()) != m_day)
         m_services.plan.refreshWeeklyPlan();
+    Q_EMIT timePassed();
 }
 
 void ContentView::countDueWords() {

@@ -99,6 +99,8 @@ public:
     Q_INVOKABLE void syncToSpotlight();
     /// "FocusSearchInput": shows the search screen and focuses its field.
     Q_INVOKABLE void postFocusSearchInput();
+    /// Shows the cards that are due.
+    void showReview();
     /// "PerformExternalLookup": shows the search screen and looks the text up.
     void postPerformExternalLookup(const QString &text);
 
@@ -115,6 +117,8 @@ Q_SIGNALS:
     void showSpotlightAlertChanged();
     void showAboutChanged();
     void focusSearchInput();
+    /// Emitted every half minute.
+    void timePassed();
     /// Emitted on any thread; `count` items have been submitted.
     void spotlightBatchEnded(qsizetype count);
     /// The flash cards must begin the practice of takePractice().

@@ -2,10 +2,13 @@
 
 #include "app/shell/app_context.h"
 #include "app/shell/lent.h"
+#include "platform/window_frame.h"
 
 #include <QEvent>
 #include <QGuiApplication>
 #include <QPalette>
+
+#include <utility>
 
 namespace lexiquill {
 
@@ -28,7 +31,9 @@ DesktopAppearance *DesktopAppearance::create(QQmlEngine *, QJSEngine *) {
 }
 
 void DesktopAppearance::setPreference(std::optional<bool> isDark) {
-    m_preference = isDark;
+    // The frames' colours are part of the palette, which the guess uses.
+    if (std::exchange(m_preference, isDark) != isDark)
+        paintWindowFrames(isDark);
     update();
 }
 

@@ -11,6 +11,8 @@ bool MainWindowDelegate::windowShouldClose(QQuickWindow &window) {
     m_application.windowWillHide(window);
     window.hide();
     window.setOpacity(1.0);
+    if (&window == m_application.mainWindow())
+        Q_EMIT m_application.mainWindowClosed();
     return false;
 }
 

@@ -8,11 +8,13 @@ class DictionaryService;
 class DictionaryShelf;
 class HotKeyManager;
 class HttpClient;
+class Notifier;
 class ServerSettings;
 class SpotlightManager;
 class StorageManager;
 class SyncManager;
 class SystemDictionaryService;
+class Tray;
 class UpdateManager;
 class UserDefaults;
 
@@ -31,6 +33,8 @@ struct Services {
     UpdateManager &updater;
     UserDefaults &defaults;
     ServerSettings &servers;
+    Notifier &notifier;
+    Tray &tray;
 
     /// The services for the objects of the screens. QML creates those without arguments, so they get them
     /// here.

@@ -51,6 +51,6 @@ private:
 };
 
 /// The icon of a result, by its name in the icon theme.
-inline const QString resultIcon = QStringLiteral("accessories-dictionary");
+inline const QString resultIcon = QStringLiteral("com.lexiquill.Lexiquill");
 
 } // namespace lexiquill

@@ -38,6 +38,31 @@ namespace {
 const QString shortcutsInterface = QStringLiteral("org.freedesktop.portal.GlobalShortcuts");
 const QString sessionInterface = QStringLiteral("org.freedesktop.portal.Session");
 const QString shortcutId = QStringLiteral("focus-search");
+const QString shortcutsKey = QStringLiteral("shortcuts");
+/// Always the same, because some desktops keep the shortcuts of a program by this name.
+const QString sessionToken = QStringLiteral("lexiquill_hotkey");
+
+/// The shortcuts in an answer; none if there are none or they have another form.
+QList<PortalShortcut> shortcutsOf(const QVariantMap &results) {
+    const QVariant shortcuts = results.value(shortcutsKey);
+    if (!shortcuts.canConvert<QDBusArgument>())
+        return {};
+    const auto argument = shortcuts.value<QDBusArgument>();
+    if (argument.currentSignature() != QLatin1StringView("a(sa{sv})"))
+        return {};
+    return qdbus_cast<QList<PortalShortcut>>(argument);
+}
+
+bool hasShortcut(const QList<PortalShortcut> &shortcuts) {
+    return std::ranges::find(shortcuts, shortcutId, &PortalShortcut::id) != shortcuts.cend();
+}
+
+QVariant wantedShortcuts(const QString &trigger) {
+    const PortalShortcut shortcut{shortcutId,
+                                  {{QStringLiteral("description"), QStringLiteral("显示词典窗口并输入单词")},
+                                   {QStringLiteral("preferred_trigger"), trigger}}};
+    return QVariant::fromValue(QList{shortcut});
+}
 
 } // namespace
 
@@ -59,34 +84,46 @@ QString portalTrigger(quint32 keyCode, quint32 carbonModifiers) {
     return parts.join(u'+');
 }
 
-PortalHotKey::PortalHotKey(const QDBusConnection &connection, QString trigger, PortalPatience patience)
+PortalHotKey::PortalHotKey(const QDBusConnection &connection, QString trigger, Known known,
+                           PortalPatience patience)
     : m_connection(connection),
       m_trigger(std::move(trigger)),
-      m_patience(patience),
-      m_creation(std::make_unique<PortalRequest>(connection)) {
+      m_known(known),
+      m_patience(patience) {
     qDBusRegisterMetaType<PortalShortcut>();
     qDBusRegisterMetaType<QList<PortalShortcut>>();
 
-    const QString token = Portal::makeToken();
-    m_session = Portal::objectPath(m_connection, u"session", token);
-    connect(m_creation.get(), &PortalRequest::finished, this,
-            [this](qint32 status, const QVariantMap &results) {
-                if (status == HotKeyStatus::ok)
-                    bind(results);
-                else
-                    Q_EMIT statusReported(status);
-            });
-    m_creation->send(shortcutsInterface, QStringLiteral("CreateSession"), {},
-                     {{QStringLiteral("session_handle_token"), token}}, m_patience.answer);
+    m_session = Portal::objectPath(m_connection, u"session", sessionToken);
+    PortalRequest &request = newRequest();
+    connect(&request, &PortalRequest::finished, this, [this](qint32 status, const QVariantMap &results) {
+        if (status == HotKeyStatus::ok)
+            takeSession(results);
+        else
+            Q_EMIT statusReported(status);
+    });
+    // Some portals take the shortcuts here.
+    request.send(
+        shortcutsInterface, QStringLiteral("CreateSession"), {},
+        {{QStringLiteral("session_handle_token"), sessionToken}, {shortcutsKey, wantedShortcuts(m_trigger)}},
+        m_patience.answer);
 }
 
 PortalHotKey::~PortalHotKey() {
-    m_creation.reset();
-    m_binding.reset();
+    m_request.reset();
     closeSession();
 }
 
-void PortalHotKey::bind(const QVariantMap &results) {
+PortalRequest &PortalHotKey::newRequest() {
+    // The signal of the previous request may have called this function.
+    if (m_request) {
+        m_request->disconnect(this);
+        m_request.release()->deleteLater();
+    }
+    m_request = std::make_unique<PortalRequest>(m_connection);
+    return *m_request;
+}
+
+void PortalHotKey::takeSession(const QVariantMap &results) {
     // For historical reasons this is a string, although it is a path.
     const QVariant handle = results.value(QStringLiteral("session_handle"));
     const QDBusObjectPath session(
@@ -98,35 +135,48 @@ void PortalHotKey::bind(const QVariantMap &results) {
                          SLOT(takeClosing()));
     m_connection.connect(Portal::service, Portal::path, shortcutsInterface, QStringLiteral("Activated"), this,
                          SLOT(takeActivation(QDBusObjectPath, QString, qulonglong, QVariantMap)));
+    if (m_known == Known::Change)
+        bind();
+    else if (hasShortcut(shortcutsOf(results)))
+        finish(true);
+    else
+        list();
+}
 
-    const PortalShortcut shortcut{shortcutId,
-                                  {{QStringLiteral("description"), QStringLiteral("显示词典窗口并输入单词")},
-                                   {QStringLiteral("preferred_trigger"), m_trigger}}};
-    m_binding = std::make_unique<PortalRequest>(m_connection);
-    connect(m_binding.get(), &PortalRequest::finished, this,
-            [this](qint32 status, const QVariantMap &binding) {
-                if (status == HotKeyStatus::ok)
-                    takeBinding(binding);
-                else
-                    Q_EMIT statusReported(status);
-            });
+void PortalHotKey::list() {
+    PortalRequest &request = newRequest();
+    connect(&request, &PortalRequest::finished, this, [this](qint32, const QVariantMap &results) {
+        if (hasShortcut(shortcutsOf(results)))
+            finish(true);
+        else
+            bind();
+    });
+    request.send(shortcutsInterface, QStringLiteral("ListShortcuts"),
+                 {QVariant::fromValue(QDBusObjectPath(m_session))}, {}, m_patience.answer);
+}
+
+void PortalHotKey::bind() {
+    PortalRequest &request = newRequest();
+    connect(&request, &PortalRequest::finished, this, [this](qint32 status, const QVariantMap &results) {
+        if (status == HotKeyStatus::ok)
+            takeBinding(results);
+        else
+            Q_EMIT statusReported(status);
+    });
     const QString noWindow;
-    m_binding->send(shortcutsInterface, QStringLiteral("BindShortcuts"),
-                    {QVariant::fromValue(session), QVariant::fromValue(QList{shortcut}), noWindow}, {},
-                    m_patience.user);
+    request.send(shortcutsInterface, QStringLiteral("BindShortcuts"),
+                 {QVariant::fromValue(QDBusObjectPath(m_session)), wantedShortcuts(m_trigger), noWindow}, {},
+                 m_patience.user);
 }
 
 void PortalHotKey::takeBinding(const QVariantMap &results) {
-    // Some portals let the user remove the shortcut and still agree.
-    m_isBound = true;
-    const QVariant shortcuts = results.value(QStringLiteral("shortcuts"));
-    if (shortcuts.canConvert<QDBusArgument>()) {
-        const auto argument = shortcuts.value<QDBusArgument>();
-        if (argument.currentSignature() == QLatin1StringView("a(sa{sv})")) {
-            const auto bound = qdbus_cast<QList<PortalShortcut>>(argument);
-            m_isBound = std::ranges::find(bound, shortcutId, &PortalShortcut::id) != bound.cend();
-        }
-    }
+    // Some portals name no shortcuts when they agree; others let the user remove one of them.
+    const QList<PortalShortcut> shortcuts = shortcutsOf(results);
+    finish(shortcuts.isEmpty() || hasShortcut(shortcuts));
+}
+
+void PortalHotKey::finish(bool isBound) {
+    m_isBound = isBound;
     Q_EMIT statusReported(m_isBound ? HotKeyStatus::ok : HotKeyStatus::refused);
 }
 
@@ -140,7 +190,7 @@ void PortalHotKey::takeActivation(const QDBusObjectPath &session, const QString 
 void PortalHotKey::takeClosing() {
     m_isBound = false;
     m_session.clear();
-    m_binding.reset();
+    newRequest();
     Q_EMIT statusReported(HotKeyStatus::connectionLost);
 }
 

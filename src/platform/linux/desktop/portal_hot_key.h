@@ -19,13 +19,18 @@ struct PortalPatience {
 QString portalTrigger(quint32 keyCode, quint32 carbonModifiers);
 
 /// The registration of one combination with the desktop portal. It has its own portal session, which ends
-/// with this object.
+/// with this object. The portal remembers a shortcut between sessions; the user is asked only about one that
+/// it does not know.
 class PortalHotKey : public QObject {
     Q_OBJECT
 
 public:
+    /// What to do if the portal knows the shortcut already, perhaps with other keys: use it as it is, or ask
+    /// for the new keys.
+    enum class Known { Keep, Change };
+
     /// Starts the registration of `trigger`.
-    PortalHotKey(const QDBusConnection &connection, QString trigger, PortalPatience patience);
+    PortalHotKey(const QDBusConnection &connection, QString trigger, Known known, PortalPatience patience);
     ~PortalHotKey() override;
 
 Q_SIGNALS:
@@ -36,17 +41,22 @@ private:
     Q_SLOT void takeActivation(const QDBusObjectPath &session, const QString &shortcut, qulonglong timestamp,
                                const QVariantMap &options);
     Q_SLOT void takeClosing();
-    void bind(const QVariantMap &results);
+    void takeSession(const QVariantMap &results);
+    void list();
+    void bind();
     void takeBinding(const QVariantMap &results);
+    void finish(bool isBound);
+    /// A request that replaces the one before, which is not waited for any more.
+    PortalRequest &newRequest();
     void closeSession();
 
     QDBusConnection m_connection;
     QString m_trigger;
+    Known m_known;
     PortalPatience m_patience;
     QString m_session; ///< path of the session; empty when it has ended
     bool m_isBound = false;
-    std::unique_ptr<PortalRequest> m_creation;
-    std::unique_ptr<PortalRequest> m_binding;
+    std::unique_ptr<PortalRequest> m_request;
 };
 
 } // namespace lexiquill

@@ -23,7 +23,12 @@ qint32 PortalHotKeyRegistrar::installHandler(PressHandler handler) {
 }
 
 void PortalHotKeyRegistrar::registerHotKey(quint32 keyCode, quint32 carbonModifiers, StatusHandler report) {
-    m_combination = Combination{portalTrigger(keyCode, carbonModifiers), std::move(report)};
+    const QString trigger = portalTrigger(keyCode, carbonModifiers);
+    // At the start the portal may know the keys; another combination later is a wish of the user.
+    if (!m_lastTrigger.isEmpty() && trigger != m_lastTrigger)
+        m_known = PortalHotKey::Known::Change;
+    m_lastTrigger = trigger;
+    m_combination = Combination{trigger, std::move(report)};
     start();
 }
 
@@ -39,13 +44,15 @@ void PortalHotKeyRegistrar::start() {
         return report(HotKeyStatus::unavailable);
     if (m_combination->trigger.isEmpty())
         return report(HotKeyStatus::keyMissing);
-    m_hotKey = std::make_unique<PortalHotKey>(m_connection, m_combination->trigger, m_patience);
+    m_hotKey = std::make_unique<PortalHotKey>(m_connection, m_combination->trigger, m_known, m_patience);
     connect(m_hotKey.get(), &PortalHotKey::statusReported, this, &PortalHotKeyRegistrar::report);
     connect(m_hotKey.get(), &PortalHotKey::pressed, this, m_handler);
 }
 
 void PortalHotKeyRegistrar::report(qint32 status) {
     m_status = status;
+    if (status == HotKeyStatus::ok)
+        m_known = PortalHotKey::Known::Keep;
     const StatusHandler handler = m_combination->report;
     handler(status);
 }

@@ -38,6 +38,8 @@ private:
     QDBusServiceWatcher m_watcher;
     PressHandler m_handler;
     std::optional<Combination> m_combination;
+    QString m_lastTrigger;
+    PortalHotKey::Known m_known = PortalHotKey::Known::Keep;
     std::optional<qint32> m_status; ///< the last reported status; no value before the portal has answered
     std::unique_ptr<PortalHotKey> m_hotKey;
 };

@@ -12,6 +12,12 @@ namespace lexiquill {
 
 namespace {
 
+constexpr const char *tokenVariable = "XDG_ACTIVATION_TOKEN";
+
+bool isWayland() {
+    return QGuiApplication::platformName().startsWith(QLatin1StringView("wayland"));
+}
+
 /// The time of the user's action, which is part of the start-up id; 0 if it has none.
 quint32 timeOf(const QString &startupId) {
     static const QString mark = QStringLiteral("_TIME");
@@ -70,24 +76,46 @@ void activateX11Window(xcb_connection_t *connection, quint32 window, quint32 tim
     xcb_flush(connection);
 }
 
-} // namespace
-
-void bringForward(QWindow *window, const ActivationTokens &tokens, quint64 timestamp) {
+void bringForwardByToken(QWindow *window, const QString &token, bool isNew) {
+    // A compositor refuses the focus to a visible window without a token, but not to a new one.
+    if (token.isEmpty() && isWayland() && !isNew && !window->isActive()) {
+        window->hide();
+        window->show();
+    }
     // The Wayland backend reads the token from the environment when it requests the activation.
-    if (!tokens.activationToken.isEmpty())
-        qputenv("XDG_ACTIVATION_TOKEN", tokens.activationToken.toUtf8());
+    if (!token.isEmpty())
+        qputenv(tokenVariable, token.toUtf8());
     window->raise();
     window->requestActivate();
+    qunsetenv(tokenVariable);
+}
+
+} // namespace
+
+QString waylandToken(const ActivationTokens &tokens) {
+    return tokens.activationToken.isEmpty() ? tokens.startupId : tokens.activationToken;
+}
+
+void offerTokens(const ActivationTokens &tokens) {
+    if (isWayland() && qEnvironmentVariableIsEmpty(tokenVariable))
+        qputenv(tokenVariable, waylandToken(tokens).toUtf8());
+}
+
+void bringForward(QWindow *window, const ActivationTokens &tokens, quint64 timestamp, bool isNew) {
     auto *const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    if (x11 == nullptr) {
-        qunsetenv("XDG_ACTIVATION_TOKEN");
-        return;
-    }
+    if (x11 == nullptr)
+        return bringForwardByToken(window, waylandToken(tokens), isNew);
+    window->raise();
+    window->requestActivate();
     const auto id = static_cast<quint32>(window->winId());
     activateX11Window(x11->connection(), id,
                       timestamp != 0 ? static_cast<quint32>(timestamp) : timeOf(tokens.startupId));
     if (!tokens.startupId.isEmpty())
         endStartUp(x11->connection(), id, tokens.startupId);
+}
+
+bool isSelectionForFocusOnly() {
+    return isWayland();
 }
 
 } // namespace lexiquill

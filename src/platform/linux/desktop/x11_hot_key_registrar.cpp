@@ -29,6 +29,18 @@ void X11HotKeyRegistrar::registerHotKey(quint32 keyCode, quint32 carbonModifiers
     handler(grab());
 }
 
+bool X11HotKeyRegistrar::isFree(quint32 keyCode, quint32 carbonModifiers) {
+    if (!connectToServer())
+        return false;
+    const QList<Grab> grabs = neededGrabs(keyCode, carbonModifiers);
+    const bool isOwn =
+        std::ranges::any_of(grabs, [this](const Grab &each) { return m_grabs.contains(each); });
+    if (grabs.isEmpty() || isOwn || grab(grabs) != HotKeyStatus::ok)
+        return false;
+    ungrab(grabs);
+    return true;
+}
+
 void X11HotKeyRegistrar::unregisterHotKey() {
     m_combination.reset();
     ungrab();
@@ -115,16 +127,17 @@ void X11HotKeyRegistrar::takeUpLayout() {
     if (!m_keyboard->reload() || !m_combination)
         return;
     // Most changes, such as another keyboard of the same layout, do not move the keys.
-    if (!m_grabs.isEmpty() && m_grabs == neededGrabs())
+    if (!m_grabs.isEmpty() && m_grabs == neededGrabs(m_combination->keyCode, m_combination->carbonModifiers))
         return;
     ungrab();
     const StatusHandler report = m_combination->report;
     report(grab());
 }
 
-QList<X11HotKeyRegistrar::Grab> X11HotKeyRegistrar::neededGrabs() const {
-    const VirtualKey *const key = findVirtualKey(m_combination->keyCode);
-    const auto modifiers = m_keyboard->modifiers(m_combination->carbonModifiers);
+QList<X11HotKeyRegistrar::Grab> X11HotKeyRegistrar::neededGrabs(quint32 keyCode,
+                                                                quint32 carbonModifiers) const {
+    const VirtualKey *const key = findVirtualKey(keyCode);
+    const auto modifiers = m_keyboard->modifiers(carbonModifiers);
     if (!key || !modifiers)
         return {};
     QList<Grab> grabs;
@@ -138,12 +151,19 @@ QList<X11HotKeyRegistrar::Grab> X11HotKeyRegistrar::neededGrabs() const {
 qint32 X11HotKeyRegistrar::grab() {
     if (!m_handler || !connectToServer())
         return HotKeyStatus::unavailable;
-    m_grabs = neededGrabs();
-    if (m_grabs.isEmpty())
+    const QList<Grab> grabs = neededGrabs(m_combination->keyCode, m_combination->carbonModifiers);
+    if (grabs.isEmpty())
         return HotKeyStatus::keyMissing;
+    const qint32 status = grab(grabs);
+    if (status == HotKeyStatus::ok)
+        m_grabs = grabs;
+    return status;
+}
+
+qint32 X11HotKeyRegistrar::grab(const QList<Grab> &grabs) {
     QList<xcb_void_cookie_t> cookies;
     for (const xcb_window_t root : std::as_const(m_roots)) {
-        for (const Grab &each : std::as_const(m_grabs))
+        for (const Grab &each : grabs)
             cookies += xcb_grab_key_checked(m_connection, 0, root, each.modifiers, each.key,
                                             XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
     }
@@ -158,20 +178,23 @@ qint32 X11HotKeyRegistrar::grab() {
         return HotKeyStatus::connectionLost;
     }
     if (status != HotKeyStatus::ok)
-        ungrab();
+        ungrab(grabs);
     // Events that arrived with the answers are already in memory, where the notifier does not see them.
     m_soon.start();
     return status;
 }
 
 void X11HotKeyRegistrar::ungrab() {
-    if (!m_connection || m_grabs.isEmpty())
-        return;
+    if (m_connection && !m_grabs.isEmpty())
+        ungrab(m_grabs);
+    m_grabs.clear();
+}
+
+void X11HotKeyRegistrar::ungrab(const QList<Grab> &grabs) {
     for (const xcb_window_t root : std::as_const(m_roots)) {
-        for (const Grab &each : std::as_const(m_grabs))
+        for (const Grab &each : grabs)
             xcb_ungrab_key(m_connection, each.key, root, each.modifiers);
     }
-    m_grabs.clear();
     // When this answer arrives, the server has released the keys for other programs.
     const auto cookie = xcb_get_input_focus(m_connection);
     const XcbPointer<xcb_get_input_focus_reply_t> done(

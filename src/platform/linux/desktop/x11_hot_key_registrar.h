@@ -24,6 +24,7 @@ public:
 
     qint32 installHandler(PressHandler handler) override;
     void registerHotKey(quint32 keyCode, quint32 carbonModifiers, StatusHandler report) override;
+    bool isFree(quint32 keyCode, quint32 carbonModifiers) override;
     void unregisterHotKey() override;
 
 private:
@@ -47,8 +48,11 @@ private:
     void processEvent(const xcb_generic_event_t &event);
     void takeUpLayout();
     qint32 grab();
+    /// Grabs all of them, or none and returns the server's error number.
+    qint32 grab(const QList<Grab> &grabs);
     void ungrab();
-    QList<Grab> neededGrabs() const;
+    void ungrab(const QList<Grab> &grabs);
+    QList<Grab> neededGrabs(quint32 keyCode, quint32 carbonModifiers) const;
 
     QByteArray m_display;
     PressHandler m_handler;
