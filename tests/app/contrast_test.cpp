@@ -181,7 +181,7 @@ private Q_SLOTS:
                 "wordbook    | MainWindow {}  | 2\n"
                 "statistics  | MainWindow {}  | 3\n"
                 "collapsed   | MainWindow { width: 600 }  | 0\n"
-                "preferences | Window { visible: true; width: 880; height: 2000; PreferencesSheet { visible: "
+                "preferences | Window { visible: true; width: 880; height: 4000; PreferencesSheet { visible: "
                 "true } } | 0\n"
                 "account     | Window { visible: true; width: 880; height: 600; AccountSheet { visible: true "
                 "} } | 0\n"

@@ -235,7 +235,7 @@ private Q_SLOTS:
         QCOMPARE(paragraphs[1].spans.constLast().style, TextSpan::Style::Strong);
         QVERIFY(paragraphs[2].plainText().startsWith(u"2\u00A0义2\u20033\u00A0义3"_s));
         QCOMPARE(paragraphs[3].plainText(), u"42.[C] 周围"_s);
-        QCOMPARE(row.value(u"spoken"_s).toStringList().size(), 42);
+        QCOMPARE(row.value(u"spoken"_s).toList().size(), 42);
     }
 
     /// A text with "^" at the place, and the words that may be meant.

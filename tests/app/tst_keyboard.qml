@@ -192,7 +192,7 @@ ScreenTest {
         HotKeyManager.showSettingsSheet = true;
         tryVerify(() => place() && find(place(), item => item instanceof ChoiceGroup));
         const sheet = place();
-        compare(radios(sheet).length, 2);
+        compare(radios(sheet).length, 3);
         const group = find(sheet, item => item instanceof ChoiceGroup && item.children[0].trailing !== "");
         const rows = Array.from(group.children).filter(item => item instanceof RadioChoice);
         radios(group)[0].forceActiveFocus();

@@ -28,7 +28,7 @@ ScreenTest {
         mouseClick(named(section, "英式发音"));
         compare(Preferences.accent, Preferences.British);
         verify(named(section, "英式发音").checked && !named(section, "美式发音").checked);
-        const toggle = named(section, "打开卡片时自动朗读");
+        const toggle = named(section, "打开释义卡片或闪卡时自动朗读");
         for (const isOn of [true, false]) {
             mouseClick(toggle);
             compare(Preferences.pronouncesCards, isOn);

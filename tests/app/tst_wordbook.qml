@@ -17,6 +17,8 @@ ScreenTest {
         Window {
             property alias screen: wordbook
 
+            id: window
+
             width: 680
             height: 600
 
@@ -25,6 +27,10 @@ ScreenTest {
 
                 anchors.fill: parent
                 focus: true
+            }
+            FocusGuard {
+                window: window
+                content: wordbook
             }
         }
     }
@@ -127,7 +133,8 @@ ScreenTest {
         const note = named(screen, "我的笔记");
         note.forceActiveFocus();
         screen.model.clearSelection();
-        tryVerify(() => list.activeFocus);
+        tryVerify(() => !note.activeFocus && window.activeFocusItem.visible);
+        list.forceActiveFocus();
         keyClick(Qt.Key_Z, Qt.ControlModifier);
         compare(list.count, 5);
         keyClick(Qt.Key_F, Qt.ControlModifier);
@@ -146,7 +153,7 @@ ScreenTest {
         tryVerify(() => !list.activeFocus);
         keyClick(Qt.Key_Down);
         compare(list.currentIndex, 0);
-        const detail = find(screen, item => item.contentY !== undefined && item.wordId !== undefined);
+        const detail = find(find(screen, item => item instanceof WordDetail), item => item instanceof ScrollArea);
         keyClick(Qt.Key_Home);
         compare(detail.contentY, 0);
         keyClick(Qt.Key_End);

@@ -113,7 +113,7 @@ private Q_SLOTS:
     void beingToldOutsideTheWindow() {
         NotificationService notifications(m_desktop->bus());
         m_desktop->startApplication();
-        QTRY_VERIFY(tree().shows(u"push button"_s, u"全局快捷键: ⌥ Space 未生效"_s));
+        QTRY_VERIFY(tree().shows(u"push button"_s, u"全局快捷键: ⌥ Space (点击自定义)"_s));
         QTRY_COMPARE(notifications.shown.size(), 1);
         QVERIFY(notifications.shown[0].text.contains(u"⌥ Space 被其他程序占用"_s));
         QCOMPARE(notifications.shown[0].actions.mid(2, 2), (QStringList{u"use-offer"_s, u"改用 ⌘ ⇧ D"_s}));

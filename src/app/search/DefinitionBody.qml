@@ -56,10 +56,11 @@ Column {
                     model: group.modelData.spoken
 
                     Item {
-                        required property string modelData
+                        required property var modelData
 
                         Accessible.role: Accessible.ListItem
-                        Accessible.name: modelData
+                        Accessible.name: modelData.name
+                        Accessible.description: modelData.examples
                     }
                 }
             }

@@ -35,7 +35,7 @@ T.AbstractButton {
                 anchors.verticalCenter: parent.verticalCenter
                 role: ThemedText.Caption
                 text: control.isBritish ? "英" : "美"
-                color: Theme.accent
+                color: Theme.onTint(Theme.accent)
                 Accessible.ignored: true
             }
             SymbolIcon {

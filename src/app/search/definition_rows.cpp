@@ -121,11 +121,13 @@ TextParagraphs senseParagraphs(const SenseItem &sense, const QRegularExpression 
 }
 
 /// What a screen reader says of a sense.
-QString spokenSense(const SenseItem &sense) {
-    QStringList parts{numberOf(sense), sense.context.value_or(QString()), sense.chineseMeaning};
-    parts += sense.examples.first(std::min(maxExamplesPerSense, sense.examples.size()));
+QVariantMap spokenSense(const SenseItem &sense) {
+    QStringList parts{sense.number ? numberOf(sense) + u'.' : QString(), sense.context.value_or(QString()),
+                      sense.chineseMeaning};
     parts.removeAll(QString());
-    return parts.join(u' ').left(maxTextLength);
+    const QStringList examples = sense.examples.first(std::min(maxExamplesPerSense, sense.examples.size()));
+    return {{QStringLiteral("name"), parts.join(u' ').left(maxTextLength)},
+            {QStringLiteral("examples"), examples.join(u' ').left(maxTextLength)}};
 }
 
 } // namespace
@@ -171,7 +173,7 @@ QVariantList definitionRows(const QList<PartOfSpeechGroup> &groups, const QStrin
         if (senses.isEmpty())
             continue;
         TextParagraphs paragraphs;
-        QStringList spoken;
+        QVariantList spoken;
         QStringList meanings;
         for (qsizetype i = 0; i < senses.size();) {
             const auto end = std::find_if_not(senses.cbegin() + i, senses.cend(), canFlow);

@@ -23,7 +23,7 @@ QString partOfSpeechColor(const PartOfSpeechGroup &group);
 qsizetype senseCount(const QList<PartOfSpeechGroup> &groups);
 
 /// The groups with their first `limit` senses as maps for the screens: `abbreviation`, `name` (Chinese, may
-/// be empty), `colorName`, `paragraphs` (TextParagraphs), and for each sense `spoken` (all of it) and
+/// be empty), `colorName`, `paragraphs` (TextParagraphs), and for each sense `spoken` (`name` and `examples`) and
 /// `meanings`.
 QVariantList definitionRows(const QList<PartOfSpeechGroup> &groups, const QString &word, qsizetype limit);
 

@@ -26,7 +26,7 @@ T.AbstractButton {
     hoverEnabled: true
     opacity: enabled ? 1 : 0.5
     Accessible.name: text
-    Accessible.description: [isStruckOut ? "未生效" : "", mark, help].filter(part => part !== "").join("。")
+    Accessible.description: mark === "" ? help : mark + "。" + help
     Accessible.onPressAction: control.clicked()
     Keys.onReturnPressed: control.clicked()
     Keys.onEnterPressed: control.clicked()

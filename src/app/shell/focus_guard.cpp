@@ -20,7 +20,8 @@ QQuickItem *scopeAround(const QQuickItem &item) {
 
 /// Whether a scope is a whole screen or the content of a whole sheet.
 bool isScreen(const QQuickItem &scope) {
-    return scope.inherits("QQuickLoader") ||
+    // Other loaders hold parts of a screen.
+    return (scope.inherits("QQuickLoader") && scope.property("tab").isValid()) ||
            (scope.parentItem() != nullptr && scope.parentItem()->inherits("QQuickPopupItem"));
 }
 

@@ -103,7 +103,7 @@ Item {
                 anchors.bottom: bar.top
                 height: chart.labelHeight
                 role: chart.columnWidth < 40 ? ThemedText.Small : ThemedText.Caption
-                color: column.count === 0 ? Theme.gray : Theme.text
+                color: column.count === 0 ? Theme.secondaryText : Theme.text
                 text: column.modelData.top ?? ""
                 verticalAlignment: Text.AlignVCenter
                 Accessible.ignored: true

@@ -48,6 +48,13 @@ FocusScope {
         return !hadKeyboard;
     }
 
+    /// In a narrow window, shows the selected record instead of the list.
+    function showDetail(): void {
+        screen.showsDetail = true;
+        if (screen.isDetailLevel)
+            (detail.item as WordDetail).forceActiveFocus();
+    }
+
     function showList(): void {
         screen.showsDetail = false;
         list.forceActiveFocus();
@@ -82,10 +89,6 @@ FocusScope {
         function onTagRequested(): void {
             screen.showRequestedTag();
         }
-    }
-    VisibleFocus {
-        scope: screen
-        onLost: screen.isDetailLevel ? (detail.item as WordDetail).forceActiveFocus() : list.forceActiveFocus()
     }
 
     readonly property WordListModel model: WordListModel {
@@ -220,7 +223,10 @@ FocusScope {
                 onPressed: modifiers => {
                     list.forceActiveFocus();
                     words.choose(row.index, modifiers & Qt.ShiftModifier ? WordListModel.Extend : modifiers & Qt.ControlModifier ? WordListModel.Toggle : WordListModel.Replace);
-                    screen.showsDetail = !(modifiers & (Qt.ShiftModifier | Qt.ControlModifier));
+                    if (modifiers & (Qt.ShiftModifier | Qt.ControlModifier))
+                        screen.showsDetail = false;
+                    else
+                        screen.showDetail();
                 }
                 onDoubleClicked: screen.openInDictionary()
             }
@@ -247,7 +253,7 @@ FocusScope {
                 else if (event.key === Qt.Key_End)
                     list.move(words.count - 1, extend);
                 else if (event.key === Qt.Key_Return || event.key === Qt.Key_Enter)
-                    screen.isNarrow ? screen.showsDetail = true : screen.openInDictionary();
+                    screen.isNarrow ? screen.showDetail() : screen.openInDictionary();
                 else
                     return;
                 event.accepted = true;
@@ -268,6 +274,7 @@ FocusScope {
                         search.clear();
                         words.filter = 0;
                         words.tag = 0;
+                        list.forceActiveFocus();
                     }
                 }
             }
