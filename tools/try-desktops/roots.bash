@@ -1,0 +1,107 @@
+# The roots of scripts/try-desktops: Debian systems in directories. Sourced, after scripts/setup.bash.
+
+tool_directory=$project_directory/tools/try-desktops
+
+# within ROOT COMMAND...: runs a command in a root with the network of this machine.
+within() {
+    unshare --mount --pid --ipc --uts --fork --kill-child -- "$tool_directory/enter" "$@"
+}
+
+# within_alone ROOT COMMAND...: the same, with nothing but the loopback.
+within_alone() {
+    unshare --net --mount --pid --ipc --uts --fork --kill-child -- "$tool_directory/enter" "$@"
+}
+
+# debian_sources: prints the archives of Debian that this machine's apt uses, as lines "URI RELEASE COMPONENT".
+debian_sources() {
+    apt-get indextargets --format '$(REPO_URI) $(RELEASE) $(COMPONENT)' 'Created-By: Packages' 'Origin: Debian' |
+        sort -u
+}
+
+package_names() {
+    sed '/^#/d; /^$/d' "$@"
+}
+
+root_apt() {
+    local root=$1
+    shift
+    TRY_DESKTOPS_BINDS="" within "$root" env DEBIAN_FRONTEND=noninteractive LC_ALL=C.UTF-8 \
+        apt-get -y -q --no-install-recommends "$@"
+}
+
+# Lets apt in a root reach the archives as this machine's apt does: sources, proxies, certificates, name servers.
+take_over_network() {
+    local root=$1 keyring=/usr/share/keyrings/debian-archive-keyring.gpg
+    debian_sources | sed "s|^|deb [signed-by=$keyring] |" >"$root/etc/apt/sources.list"
+    { apt-config dump | grep -E '^Acquire::https?::' || true; } >"$root/etc/apt/apt.conf.d/80network"
+    cp --dereference /etc/resolv.conf /etc/hosts "$root/etc/"
+    mkdir -p "$root/etc/ssl/certs"
+    cp --dereference /etc/ssl/certs/ca-certificates.crt "$root/etc/ssl/certs/"
+}
+
+# make_root DESKTOP ROOT: sets up the root of a desktop, unless it is there with all its packages.
+make_root() {
+    local desktop=$1 root=$2 release archive wanted
+    wanted=$(package_names "$tool_directory/packages/common.txt" "$tool_directory/packages/$desktop.txt")
+    if [[ -e $root/.packages && $(<"$root/.packages") == "$wanted" ]]; then
+        return
+    fi
+    if [[ ! -e $root/.base ]]; then
+        say "正在建立 $root……"
+        release=$(. /etc/os-release && printf '%s' "$VERSION_CODENAME")
+        archive=$(debian_sources | awk -v release="$release" '$2 == release { print $1; exit }')
+        [[ $archive ]] || { say "apt 没有 Debian 的软件源。"; return 1; }
+        rm -rf --one-file-system "$root"
+        mkdir -p "$root"
+        quietly debootstrap --variant=minbase "$release" "$root" "$archive"
+        touch "$root/.base"
+    fi
+    take_over_network "$root"
+    # Nothing that is installed may start by itself.
+    printf '#!/bin/sh\nexit 101\n' >"$root/usr/sbin/policy-rc.d"
+    chmod 755 "$root/usr/sbin/policy-rc.d"
+    say "正在安装 ${desktop} 的软件包……"
+    quietly root_apt "$root" update
+    # shellcheck disable=SC2086 # one word for each package
+    quietly root_apt "$root" install $wanted
+    quietly root_apt "$root" clean
+    if ! within "$root" id trial >/dev/null 2>&1; then
+        within "$root" useradd --create-home --shell /bin/bash trial
+    fi
+    printf '%s\n' "$wanted" >"$root/.packages"
+}
+
+# find_files ROOT: prints the files of a root, without those that apt, dpkg and the trial itself keep.
+find_files() {
+    (cd "$1" && find . -xdev \( -path ./var/lib/dpkg -o -path ./var/lib/apt -o -path ./var/cache -o \
+        -path ./var/log -o -path ./home -o -path ./tmp -o -path ./run -o -path ./proc -o -path ./sys -o \
+        -path ./dev -o -path ./trial -o -path ./results -o -path ./packages \) -prune -o -print | sort)
+}
+
+# try_packages ROOT DIRECTORY OPTION...: installs the packages of a directory in a root as apt does it, with
+# what they depend on; removes them again to see what is left, and installs them for the trial. Prints what is
+# wrong, or nothing.
+try_packages() {
+    local root=$1 directory=$2 before after
+    shift 2
+    local -a files
+    files=("$directory"/lexiquill_*.deb "$directory"/lexiquill-desktop_*.deb)
+    mkdir -p "$root/packages"
+    rm -f "$root"/packages/*.deb
+    cp "${files[@]}" "$root/packages/"
+    files=("${files[@]##*/}")
+    quietly within "$root" dpkg --purge lexiquill-desktop lexiquill
+    quietly root_apt "$root" "$@" install "${files[@]/#//packages/}"
+    quietly root_apt "$root" purge lexiquill lexiquill-desktop
+    before=$(find_files "$root")
+    quietly root_apt "$root" "$@" install "${files[@]/#//packages/}"
+    after=$(find_files "$root")
+    if [[ $before == "$after" ]]; then
+        printf '安装没有带来任何文件\n'
+    fi
+    quietly root_apt "$root" purge lexiquill lexiquill-desktop
+    after=$(find_files "$root")
+    diff <(printf '%s\n' "$before") <(printf '%s\n' "$after") | grep '^[<>]' || true
+    grep -i lexiquill <<<"$after" | grep -v '^\./packages' || true
+    quietly root_apt "$root" "$@" install "${files[@]/#//packages/}"
+}
