@@ -29,14 +29,20 @@ root_apt() {
         apt-get -y -q --no-install-recommends "$@"
 }
 
-# Lets apt in a root reach the archives as this machine's apt does: sources, proxies, certificates, name servers.
+# take_over_network ROOT: lets apt in a root reach the archives as this machine's apt does, with the same
+# sources, proxies, certificates and name servers.
 take_over_network() {
-    local root=$1 keyring=/usr/share/keyrings/debian-archive-keyring.gpg
+    local root=$1
+    local keyring=/usr/share/keyrings/debian-archive-keyring.gpg
+    local certificates=/etc/ssl/certs/ca-certificates.crt settings=$root/etc/apt/apt.conf.d/80network
     debian_sources | sed "s|^|deb [signed-by=$keyring] |" >"$root/etc/apt/sources.list"
-    { apt-config dump | grep -E '^Acquire::https?::' || true; } >"$root/etc/apt/apt.conf.d/80network"
     cp --dereference /etc/resolv.conf /etc/hosts "$root/etc/"
-    mkdir -p "$root/etc/ssl/certs"
-    cp --dereference /etc/ssl/certs/ca-certificates.crt "$root/etc/ssl/certs/"
+    : >"$settings"
+    if [[ -e $certificates ]]; then
+        cp --dereference "$certificates" "$root/etc/apt/certificates.crt"
+        printf 'Acquire::https::CaInfo "/etc/apt/certificates.crt";\n' >"$settings"
+    fi
+    { apt-config dump | grep -iE '^Acquire::https?::' | grep -vi '::CaInfo' || true; } >>"$settings"
 }
 
 # make_root DESKTOP ROOT: sets up the root of a desktop, unless it is there with all its packages.
@@ -44,13 +50,17 @@ make_root() {
     local desktop=$1 root=$2 release archive wanted
     wanted=$(package_names "$tool_directory/packages/common.txt" "$tool_directory/packages/$desktop.txt")
     if [[ -e $root/.packages && $(<"$root/.packages") == "$wanted" ]]; then
+        take_over_network "$root"
         return
     fi
     if [[ ! -e $root/.base ]]; then
         say "正在建立 $root……"
         release=$(. /etc/os-release && printf '%s' "$VERSION_CODENAME")
         archive=$(debian_sources | awk -v release="$release" '$2 == release { print $1; exit }')
-        [[ $archive ]] || { say "apt 没有 Debian 的软件源。"; return 1; }
+        if [[ -z $archive ]]; then
+            say "apt 没有 Debian $release 的软件源（先运行 apt-get update）。"
+            return 1
+        fi
         rm -rf --one-file-system "$root"
         mkdir -p "$root"
         quietly debootstrap --variant=minbase "$release" "$root" "$archive"
@@ -78,23 +88,39 @@ find_files() {
         -path ./dev -o -path ./trial -o -path ./results -o -path ./packages \) -prune -o -print | sort)
 }
 
-# try_packages ROOT DIRECTORY OPTION...: installs the packages of a directory in a root as apt does it, with
-# what they depend on; removes them again to see what is left, and installs them for the trial. Prints what is
-# wrong, or nothing.
+# recommended_packages FILE...: prints the names of what packages recommend, the first of alternatives.
+recommended_packages() {
+    local file
+    for file in "$@"; do
+        dpkg-deb --field "$file" Recommends | tr ',' '\n' | sed 's/|.*//; s/(.*//; s/[[:space:]]//g; /^$/d'
+    done
+}
+
+# try_packages ROOT DIRECTORY EXTRA...: installs the packages of a directory in a root as apt does it, with what
+# they depend on, and the extra packages; removes them again to see what is left, and installs them for the
+# trial. Prints what is wrong, or nothing.
 try_packages() {
     local root=$1 directory=$2 before after
     shift 2
-    local -a files
+    local -a files extra=("$@")
     files=("$directory"/lexiquill_*.deb "$directory"/lexiquill-desktop_*.deb)
     mkdir -p "$root/packages"
     rm -f "$root"/packages/*.deb
     cp "${files[@]}" "$root/packages/"
     files=("${files[@]##*/}")
     quietly within "$root" dpkg --purge lexiquill-desktop lexiquill
-    quietly root_apt "$root" "$@" install "${files[@]/#//packages/}"
+    quietly root_apt "$root" update
+    quietly root_apt "$root" install "${files[@]/#//packages/}" "${extra[@]}"
+    if ((${#extra[@]})); then
+        quietly within "$root" apt-mark auto "${extra[@]}"
+    else
+        # What an earlier trial or version has needed must not help this one.
+        quietly root_apt "$root" -o APT::AutoRemove::RecommendsImportant=false \
+            -o APT::AutoRemove::SuggestsImportant=false autoremove --purge
+    fi
     quietly root_apt "$root" purge lexiquill lexiquill-desktop
     before=$(find_files "$root")
-    quietly root_apt "$root" "$@" install "${files[@]/#//packages/}"
+    quietly root_apt "$root" install "${files[@]/#//packages/}" "${extra[@]}"
     after=$(find_files "$root")
     if [[ $before == "$after" ]]; then
         printf '安装没有带来任何文件\n'
@@ -103,5 +129,5 @@ try_packages() {
     after=$(find_files "$root")
     diff <(printf '%s\n' "$before") <(printf '%s\n' "$after") | grep '^[<>]' || true
     grep -i lexiquill <<<"$after" | grep -v '^\./packages' || true
-    quietly root_apt "$root" "$@" install "${files[@]/#//packages/}"
+    quietly root_apt "$root" install "${files[@]/#//packages/}" "${extra[@]}"
 }

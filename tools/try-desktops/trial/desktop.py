@@ -6,6 +6,8 @@ import subprocess
 import sys
 from dataclasses import dataclass
 
+from gi.repository import GLib
+
 from trial.accessible import objects_of
 from trial.bus import Bus, pause, wait_until
 
@@ -22,6 +24,7 @@ class Window:
     name: str  # application id or class
     pid: int
     focused: bool
+    on_top: bool
     attention: bool
     xwayland: bool
     x: int
@@ -111,12 +114,25 @@ class Desktop:
         os.environ.update(variables)
         subprocess.run(["dbus-update-activation-environment", *variables], check=True)
 
-    def end_portals(self):
-        """Ends the portals that were started before the display was known; the bus starts them again."""
+    def restart_portals(self):
+        """Ends the portals that were started before the display was known, and starts them as they should be."""
         for name in ("portal.Desktop", "impl.portal.desktop.gnome", "impl.portal.desktop.gtk"):
             pid = self.bus.process_of("org.freedesktop." + name)
             if pid:
                 os.kill(pid, signal.SIGKILL)
+        if not wait_until(self.has_color_scheme, 60):
+            raise RuntimeError("the desktop's portal does not answer")
+
+    def has_color_scheme(self):
+        portal = "org.freedesktop.portal"
+        try:
+            self.bus.call(
+                portal + ".Desktop", "/org/freedesktop/portal/desktop", portal + ".Settings",
+                "Read", "(ss)", "org.freedesktop.appearance", "color-scheme",
+            )  # fmt: skip
+            return True
+        except GLib.Error:
+            return False
 
     def connect(self):
         self.bus = Bus()
@@ -140,6 +156,11 @@ class Desktop:
         candidates = [window for window in self.windows() if pid and window.pid == pid]
         candidates += [window for window in self.windows() if APPLICATION.lower() in window.name.lower()]
         return candidates[0] if candidates else None
+
+    def program_is_in_front(self):
+        """Whether the main window is above all others and has the keyboard."""
+        window = self.program_window()
+        return window is not None and window.focused and window.on_top
 
     def focused_window(self):
         return next((window for window in self.windows() if window.focused), None)
@@ -181,7 +202,11 @@ class Desktop:
         """The main window, of a program that is started if it is not running."""
         if not self.program_window():
             subprocess.Popen(["Lexiquill"], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        return wait_until(self.program_window, seconds)
+        if not wait_until(self.program_window, seconds):
+            return None
+        # The first frame is empty, and keys are lost until the screens are there.
+        wait_until(lambda: len(objects_of(self.program_pid())) > 2, seconds)
+        return self.program_window()
 
 
 def say(text):

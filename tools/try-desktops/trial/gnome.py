@@ -102,10 +102,10 @@ class Gnome(Desktop):
             """
             global.get_window_actors().map(a => a.meta_window)
                 .filter(w => !w.minimized && !w.is_override_redirect() && w.get_window_type() !== 1)
-                .map(w => { const r = w.get_frame_rect(); return {
+                .map((w, i, all) => { const r = w.get_frame_rect(); return {
                     id: String(w.get_id()), title: w.get_title() || '',
                     name: [w.get_wm_class(), w.get_gtk_application_id(), w.get_sandboxed_app_id()].join(' '),
-                    pid: w.get_pid(), focused: w.has_focus(),
+                    pid: w.get_pid(), focused: w.has_focus(), on_top: i === all.length - 1,
                     attention: w.demands_attention || w.urgent,
                     xwayland: w.get_client_type() === 1, x: r.x, y: r.y, width: r.width, height: r.height };
                 })
@@ -147,8 +147,9 @@ class Gnome(Desktop):
             " return w > 0 ? [x + w / 2, y + h / 2] : null; })()"
         )
         wait_until(lambda: self.evaluate(script), 15)
+        # It may move, or be made again, while the screen is being filled.
         pause(0.5)
-        place = self.evaluate(script)
+        place = wait_until(lambda: self.evaluate(script), 5)
         if not place:
             return False
         self.input.click(*place)
@@ -171,13 +172,17 @@ class Gnome(Desktop):
         self.evaluate("Main.overview.show()")
         wait_until(lambda: self.evaluate("Main.overview.visible && !Main.overview.animationInProgress"), 10)
         self.input.type(text)
-        return wait_until(
-            lambda: self.evaluate(
+
+        def is_listed():
+            return self.evaluate(
                 f"(() => {{ const p = {self.provider};"
                 " return Boolean(p && p.display && p.display.visible && p.display.getFirstResult()); })()"
-            ),
-            20,
-        )
+            )
+
+        wait_until(is_listed, 20)
+        # The results of the first letters come before those of the text.
+        pause(1.5)
+        return wait_until(is_listed, 10)
 
     def choose_result(self):
         return self.click_actor(
@@ -225,7 +230,7 @@ class GnomeWayland(Gnome):
             XAUTHORITY=self.evaluate("imports.gi.GLib.getenv('XAUTHORITY') || ''"),
             XDG_SESSION_TYPE="wayland",
         )
-        self.end_portals()
+        self.restart_portals()
         self.input = RemoteInput(self.bus)
 
 
@@ -238,4 +243,5 @@ class GnomeX11(Gnome):
         self.connect()
         self.spawn("gnome-shell", "--x11", "--unsafe-mode")
         self.wait_for_shell()
+        self.restart_portals()
         self.input = XInput()

@@ -29,7 +29,8 @@ def press_shows_window(desktop):
     with OtherProgram(desktop):
         expect(not desktop.program_window().focused, "窗口事先就在最前")
         desktop.input.key(*home.HOT_KEY_NAMES)
-        came = wait_until(lambda: desktop.program_window().focused, 10)
+        came = wait_until(desktop.program_is_in_front, 10)
+        pause(0.5)
         desktop.save_picture("hotkey")
         expect(came, "按下后窗口没有到最前")
     desktop.focus(window)
@@ -90,7 +91,7 @@ def explained(desktop):
     pause(1)
     desktop.input.key("Control", "comma")
     pid = desktop.program_pid()
-    expect(wait_until(lambda: any("全局快捷键" in text for text in texts_of(pid)), 10), "偏好设置没有打开")
+    expect(wait_until(lambda: "全局快捷键" in texts_of(pid), 15), "偏好设置没有打开")
     pause(2)
     texts = texts_of(pid)
     desktop.save_picture("7.2")

@@ -90,6 +90,7 @@ class Plasma(Desktop):
         subprocess.run(
             ["kbuildsycoca5", "--noincremental"], check=True, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL
         )
+        self.restart_portals()
         self.spawn("krunner", "--daemon")
         if not wait_until(lambda: self.bus.has_owner("org.kde.krunner"), 60):
             raise RuntimeError("KRunner does not start")
@@ -97,10 +98,13 @@ class Plasma(Desktop):
     def windows(self):
         found = self.scripts.run(
             """
-            answer(workspace.clientList().filter(c => !c.minimized && c.normalWindow).map(c => ({
+            const all = workspace.clientList().filter(c => !c.minimized && c.normalWindow);
+            const top = Math.max(...all.map(c => c.stackingOrder));
+            answer(all.map(c => ({
                 id: String(c.internalId), title: c.caption,
                 name: [c.resourceName, c.resourceClass, c.desktopFileName].join(' '), pid: c.pid,
-                focused: workspace.activeClient === c, attention: c.demandsAttention, xwayland: false,
+                focused: workspace.activeClient === c, on_top: c.stackingOrder === top,
+                attention: c.demandsAttention, xwayland: false,
                 x: c.frameGeometry.x, y: c.frameGeometry.y,
                 width: c.frameGeometry.width, height: c.frameGeometry.height })));
             """
