@@ -177,6 +177,20 @@ class Desktop:
         pause(1)
         return True
 
+    def press_until(self, condition, *keys):
+        """Presses keys together, again if nothing happens, as a person does. Returns the condition's value."""
+        for _ in range(3):
+            self.input.key(*keys)
+            value = wait_until(condition, 6)
+            if value:
+                break
+        return value
+
+    def close_program_window(self):
+        """Closes the main window with the keyboard. Returns whether it is closed."""
+        self.focus(self.program_window())
+        return self.press_until(lambda: not self.program_window(), "Control", "w")
+
     def end_program(self):
         """Ends the program, and what it may have opened."""
         for name in (APPLICATION, APPLICATION + ".SearchProvider"):

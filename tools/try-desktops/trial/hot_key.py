@@ -25,7 +25,6 @@ def component_with(bus, key):
 
 
 def press_shows_window(desktop):
-    window = desktop.program_window()
     with OtherProgram(desktop):
         expect(not desktop.program_window().focused, "窗口事先就在最前")
         desktop.input.key(*home.HOT_KEY_NAMES)
@@ -33,9 +32,7 @@ def press_shows_window(desktop):
         pause(0.5)
         desktop.save_picture("hotkey")
         expect(came, "按下后窗口没有到最前")
-    desktop.focus(window)
-    desktop.input.key("Control", "w")
-    expect(wait_until(lambda: not desktop.program_window(), 10), "Ctrl+W 没有关闭窗口")
+    expect(desktop.close_program_window(), "Ctrl+W 没有关闭窗口")
     desktop.input.key(*home.HOT_KEY_NAMES)
     expect(wait_until(desktop.program_window, 10), "关闭窗口后按下，窗口没有显示")
 
@@ -88,10 +85,10 @@ def explained(desktop):
         raise NotApplicable("这里有快捷键门户")
     window = expect(desktop.show_program(), "程序没有显示窗口")
     desktop.focus(window)
-    pause(1)
-    desktop.input.key("Control", "comma")
     pid = desktop.program_pid()
-    expect(wait_until(lambda: "全局快捷键" in texts_of(pid), 15), "偏好设置没有打开")
+    expect(
+        desktop.press_until(lambda: "全局快捷键" in texts_of(pid), "Control", "comma"), "偏好设置没有打开"
+    )
     pause(2)
     texts = texts_of(pid)
     desktop.save_picture("7.2")

@@ -48,10 +48,8 @@ def icon(desktop):
 
 @row("1.5", "关闭窗口后再点图标")
 def icon_again(desktop):
-    window = expect(desktop.show_program(), "程序没有显示窗口")
-    desktop.focus(window)
-    desktop.input.key("Control", "w")
-    expect(wait_until(lambda: not desktop.program_window(), 10), "Ctrl+W 没有关闭窗口")
+    expect(desktop.show_program(), "程序没有显示窗口")
+    expect(desktop.close_program_window(), "Ctrl+W 没有关闭窗口")
     expect(desktop.program_pid(), "关闭窗口后进程已结束")
     expect(desktop.click_icon(), "桌面没有列出图标")
     expect_window(desktop, "点击")
