@@ -2,14 +2,14 @@
 
 tool_directory=$project_directory/tools/try-desktops
 
+# The beginning of a command in a root, which follows it, with nothing but the loopback.
+namespaces=(--mount --pid --ipc --uts --fork --kill-child)
+# shellcheck disable=SC2034 # for scripts/try-desktops
+alone=(unshare --net "${namespaces[@]}" -- "$tool_directory/enter")
+
 # within ROOT COMMAND...: runs a command in a root with the network of this machine.
 within() {
-    unshare --mount --pid --ipc --uts --fork --kill-child -- "$tool_directory/enter" "$@"
-}
-
-# within_alone ROOT COMMAND...: the same, with nothing but the loopback.
-within_alone() {
-    unshare --net --mount --pid --ipc --uts --fork --kill-child -- "$tool_directory/enter" "$@"
+    unshare "${namespaces[@]}" -- "$tool_directory/enter" "$@"
 }
 
 # debian_sources: prints the archives of Debian that this machine's apt uses, as lines "URI RELEASE COMPONENT".
@@ -78,6 +78,7 @@ make_root() {
     if ! within "$root" id trial >/dev/null 2>&1; then
         within "$root" useradd --create-home --shell /bin/bash trial
     fi
+    within "$root" apt-mark showmanual | sort >"$root/.manual"
     printf '%s\n' "$wanted" >"$root/.packages"
 }
 
@@ -102,7 +103,7 @@ recommended_packages() {
 try_packages() {
     local root=$1 directory=$2 before after
     shift 2
-    local -a files extra=("$@")
+    local -a files added extra=("$@")
     files=("$directory"/lexiquill_*.deb "$directory"/lexiquill-desktop_*.deb)
     mkdir -p "$root/packages"
     rm -f "$root"/packages/*.deb
@@ -111,10 +112,13 @@ try_packages() {
     quietly within "$root" dpkg --purge lexiquill-desktop lexiquill
     quietly root_apt "$root" update
     quietly root_apt "$root" install "${files[@]/#//packages/}" "${extra[@]}"
-    if ((${#extra[@]})); then
-        quietly within "$root" apt-mark auto "${extra[@]}"
-    else
+    if ((${#extra[@]} == 0)); then
         # What an earlier trial or version has needed must not help this one.
+        mapfile -t added < <(comm -13 "$root/.manual" <(within "$root" apt-mark showmanual | sort) |
+            grep -v '^lexiquill')
+        if ((${#added[@]})); then
+            quietly within "$root" apt-mark auto "${added[@]}"
+        fi
         quietly root_apt "$root" -o APT::AutoRemove::RecommendsImportant=false \
             -o APT::AutoRemove::SuggestsImportant=false autoremove --purge
     fi

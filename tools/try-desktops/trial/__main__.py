@@ -1,6 +1,6 @@
 """Usage: python3 -m trial SESSION RESULTS PATTERN
-Runs the rows whose number begins with PATTERN ("" for all) in a desktop, and writes RESULTS/SESSION.json and a
-picture of each."""
+Runs the rows whose number begins with PATTERN ("" for all) in a desktop, and writes RESULTS/SESSION.json and
+a picture of each."""
 
 import json
 import os
@@ -12,11 +12,12 @@ import gi
 
 gi.require_version("Gtk", "3.0")
 
-from trial import appearance, hot_key, home, sound, starting, terminal, text  # noqa: E402, F401
-from trial.desktop import say  # noqa: E402
-from trial.gnome import GnomeWayland, GnomeX11  # noqa: E402
-from trial.plasma import PlasmaWayland, PlasmaX11  # noqa: E402
-from trial.rows import ROWS, Failed, NotApplicable  # noqa: E402
+# The modules with rows register them.
+from trial import appearance, home, hot_key, sound, starting, terminal, text
+from trial.desktop import say
+from trial.gnome import GnomeWayland, GnomeX11
+from trial.plasma import PlasmaWayland, PlasmaX11
+from trial.rows import ROWS, Failed, NotApplicable
 
 SESSIONS = {session.name: session for session in (GnomeWayland, GnomeX11, PlasmaWayland, PlasmaX11)}
 
@@ -47,6 +48,7 @@ def main():
     entries = [entry for entry in entries if re.match(pattern, entry[0])]
     rows = []
     try:
+        home.reset()
         desktop.share_environment(**desktop.environment)
         desktop.start()
         for number, title, _, function in entries:
@@ -61,8 +63,9 @@ def main():
     except Exception as error:
         traceback.print_exc()
         done = {entry["row"] for entry in rows}
+        seen = f"桌面没有启动：{error}"
         rows += [
-            {"row": number, "title": title, "session": name, "result": "failed", "seen": f"桌面没有启动：{error}"}
+            {"row": number, "title": title, "session": name, "result": "failed", "seen": seen}
             for number, title, _, _ in entries
             if number not in done
         ]

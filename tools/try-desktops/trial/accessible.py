@@ -3,7 +3,7 @@
 import gi
 
 gi.require_version("Atspi", "2.0")
-from gi.repository import Atspi, GLib  # noqa: E402
+from gi.repository import Atspi, GLib
 
 MOST_OBJECTS = 3000
 

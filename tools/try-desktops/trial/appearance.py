@@ -6,13 +6,13 @@ import os
 import re
 import subprocess
 
-from gi.repository import GLib
+from gi.repository import Gio
 from PIL import Image
 
 from trial import home
-from trial.bus import pause, wait_until
+from trial.bus import pause
 from trial.desktop import APPLICATION
-from trial.rows import Failed, NotApplicable, expect, row
+from trial.rows import Failed, expect, row
 from trial.x11 import window_property
 
 DARKEST_LIGHT = 110  # of 255
@@ -45,16 +45,16 @@ def dark(desktop):
     middle = (top + bottom) // 2
     # The title may be written in the middle of the bar, its buttons are at the ends.
     bar = range(left + window.width // 8, left + window.width // 3)
+    side = range(middle - 50, middle + 50)
     parts = {
-        "标题栏": median([luminance(picture.getpixel((x, top + 12))) for x in bar]),
-        "上边框": median([luminance(picture.getpixel((x, top + 1))) for x in bar]),
-        "左边框": median([luminance(picture.getpixel((left + 1, y))) for y in range(middle - 50, middle + 50)]),
-        "右边框": median([luminance(picture.getpixel((right - 1, y))) for y in range(middle - 50, middle + 50)]),
-        "下边框": median([luminance(picture.getpixel((x, bottom - 1))) for x in bar]),
-        "内容": median(
-            [luminance(picture.getpixel((x, middle))) for x in range(left + window.width // 2, right - 20)]
-        ),
+        "标题栏": [(x, top + 12) for x in bar],
+        "上边框": [(x, top + 1) for x in bar],
+        "左边框": [(left + 1, y) for y in side],
+        "右边框": [(right - 1, y) for y in side],
+        "下边框": [(x, bottom - 1) for x in bar],
+        "内容": [(x, middle) for x in range(left + window.width // 2, right - 20)],
     }
+    parts = {name: median([luminance(picture.getpixel(at)) for at in places]) for name, places in parts.items()}
     seen = "、".join(f"{part}亮度 {round(value)}" for part, value in parts.items())
     light = [part for part, value in parts.items() if value > DARKEST_LIGHT]
     if light:
@@ -76,7 +76,7 @@ def window_icon(desktop):
     icon = subprocess.run(
         ["xprop", "-id", x_window(desktop), "-len", "64", "_NET_WM_ICON"],
         capture_output=True, text=True, check=False,
-    ).stdout  # fmt: skip
+    ).stdout
     has_own = bool(re.search(r"Icon \(\d+ x \d+\)|= \d+", icon))
     by_file = desktop.file_of_window()
     expect(
@@ -119,14 +119,12 @@ def x_window(desktop):
     answer = subprocess.run(
         ["xdotool", "search", "--onlyvisible", "--pid", str(desktop.program_pid()), "--name", "."],
         capture_output=True, text=True, check=False,
-    ).stdout.split()  # fmt: skip
+    ).stdout.split()
     return expect(answer, "在 X 服务器上找不到窗口")[-1]
 
 
 @row("9.1", "桌面列出程序")
 def listed(desktop):
-    from gi.repository import Gio
-
     try:
         info = Gio.DesktopAppInfo.new(APPLICATION + ".desktop")
     except TypeError:

@@ -115,13 +115,17 @@ class Desktop:
         subprocess.run(["dbus-update-activation-environment", *variables], check=True)
 
     def restart_portals(self):
-        """Ends the portals that were started before the display was known, and starts them as they should be."""
-        for name in ("portal.Desktop", "impl.portal.desktop.gnome", "impl.portal.desktop.gtk"):
-            pid = self.bus.process_of("org.freedesktop." + name)
-            if pid:
-                os.kill(pid, signal.SIGKILL)
-        if not wait_until(self.has_color_scheme, 60):
-            raise RuntimeError("the desktop's portal does not answer")
+        """Ends portals that were started before the display was known, and starts them as they should be."""
+        for _ in range(5):
+            for name in ("portal.Desktop", "impl.portal.desktop.gnome", "impl.portal.desktop.gtk"):
+                pid = self.bus.process_of("org.freedesktop." + name)
+                if pid:
+                    os.kill(pid, signal.SIGKILL)
+            pause(1)
+            # The call starts them, or waits for those that are just being started, perhaps in vain.
+            if wait_until(self.has_color_scheme, 8):
+                return
+        raise RuntimeError("the desktop's portal does not answer")
 
     def has_color_scheme(self):
         portal = "org.freedesktop.portal"
@@ -129,7 +133,7 @@ class Desktop:
             self.bus.call(
                 portal + ".Desktop", "/org/freedesktop/portal/desktop", portal + ".Settings",
                 "Read", "(ss)", "org.freedesktop.appearance", "color-scheme",
-            )  # fmt: skip
+            )
             return True
         except GLib.Error:
             return False

@@ -11,7 +11,7 @@ INTERFACE = b"org_kde_kwin_fake_input"
 CODES = {
     "Escape": 1, "Tab": 15, "Return": 28, "Control": 29, "Shift": 42, "Alt": 56, "space": 57, "F2": 60,
     "comma": 51, "End": 107, "Down": 108, "Super": 125,
-}  # fmt: skip
+}
 for first, row in ((2, "1234567890"), (16, "qwertyuiop"), (30, "asdfghjkl"), (44, "zxcvbnm")):
     CODES.update({character: first + index for index, character in enumerate(row)})
 LEFT_BUTTON = 0x110

@@ -13,7 +13,7 @@ SHELL = "org.gnome.Shell"
 KEYSYMS = {
     "Return": 0xFF0D, "Escape": 0xFF1B, "Tab": 0xFF09, "space": 0x20, "Super": 0xFFEB, "Control": 0xFFE3,
     "Alt": 0xFFE9, "Shift": 0xFFE1, "F2": 0xFFBF, "Down": 0xFF54, "comma": 0x2C, "End": 0xFF57,
-}  # fmt: skip
+}
 
 
 class RemoteInput:
@@ -222,7 +222,7 @@ class GnomeWayland(Gnome):
         self.spawn(
             "gnome-shell", "--headless", "--wayland", "--unsafe-mode",
             "--wayland-display", "wayland-trial", "--virtual-monitor", f"{SIZE[0]}x{SIZE[1]}",
-        )  # fmt: skip
+        )
         self.wait_for_shell()
         self.share_environment(
             WAYLAND_DISPLAY="wayland-trial",

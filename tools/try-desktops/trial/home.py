@@ -23,6 +23,8 @@ def reset(hot_key=None):
     """As on the first start, with the offline dictionary, and with a hotkey of the user's if given."""
     for directory in (".local/share/Lexiquill", ".config/Lexiquill", ".cache/Lexiquill"):
         shutil.rmtree(f"{HOME}/{directory}", ignore_errors=True)
+    # Without this directory shells watch its parent, and read all programs again whenever that changes.
+    os.makedirs(f"{HOME}/.local/share/applications", exist_ok=True)
     os.makedirs(os.path.dirname(SETTINGS))
     with open(SETTINGS, "w", encoding="utf-8") as file:
         file.write("[General]\ndictionarySourceMode=appleOffline\n")

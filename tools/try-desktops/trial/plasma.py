@@ -187,7 +187,7 @@ class PlasmaWayland(Plasma):
                 "KWIN_WAYLAND_NO_PERMISSION_CHECKS": "1",
                 "KWIN_SCREENSHOT_NO_PERMISSION_CHECKS": "1",
             },
-        )  # fmt: skip
+        )
         wait_until(lambda: set(os.listdir("/tmp/.X11-unix")) - before, 30)
         server = next(iter(sorted(set(os.listdir("/tmp/.X11-unix")) - before)), "")
         self.share_environment(
@@ -206,7 +206,7 @@ class PlasmaWayland(Plasma):
         reply, _ = self.bus.connection.call_with_unix_fd_list_sync(
             KWIN, "/org/kde/KWin/ScreenShot2", "org.kde.KWin.ScreenShot2", "CaptureArea",
             GLib.Variant("(iiuua{sv}h)", (0, 0, *SIZE, {}, 0)), None, Gio.DBusCallFlags.NONE, 20000, files, None,
-        )  # fmt: skip
+        )
         # The pipe ends when KWin and this process have closed their ends.
         del files
         answer = reply.unpack()[0]

@@ -1,5 +1,7 @@
 """Rows on starting the program: what the shell asks for is shown at the first click."""
 
+from gi.repository import GLib
+
 from trial import home
 from trial.bus import pause, wait_until
 from trial.other_program import OtherProgram
@@ -82,7 +84,7 @@ def token(desktop):
     with OtherProgram(desktop) as other:
         text = expect(other.token(), "另一程序没有得到令牌")
         expect(not desktop.program_window().focused, "窗口事先就在最前")
-        desktop.application_method("Activate", "(a{sv})", {"desktop-startup-id": variant(text)})
+        desktop.application_method("Activate", "(a{sv})", {"desktop-startup-id": GLib.Variant("s", text)})
         came = wait_until(desktop.program_is_in_front, 10)
         pause(0.5)
         desktop.save_picture("3.1")
@@ -113,9 +115,3 @@ def no_token(desktop):
         expect(came, "窗口仍在后面，也没有提示")
         pause(0.5)
         return "窗口到最前" if desktop.program_is_in_front() else "桌面提示窗口需要注意"
-
-
-def variant(text):
-    from gi.repository import GLib
-
-    return GLib.Variant("s", text)

@@ -3,12 +3,13 @@
 import os
 import subprocess
 
+from gi.repository import GLib
+
 from trial import home
 from trial.accessible import objects_of
 from trial.bus import pause, wait_until
 from trial.other_program import OtherProgram
 from trial.rows import Failed, expect, row
-from trial.starting import variant
 
 WORD = "harbour"
 
@@ -18,7 +19,9 @@ def look_up_selection(desktop):
         other.select_all()
         data = {}
         if desktop.is_wayland:
-            data["desktop-startup-id"] = variant(expect(other.token(), "另一程序没有得到令牌"))
+            data["desktop-startup-id"] = GLib.Variant(
+                "s", expect(other.token(), "另一程序没有得到令牌")
+            )
         desktop.application_method("ActivateAction", "(sava{sv})", "lookup-selection", [], data)
         found = wait_until(lambda: home.has_word(WORD), 20)
         pause(1)

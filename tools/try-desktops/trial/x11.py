@@ -13,7 +13,7 @@ def start_server(desktop):
     desktop.spawn(
         "Xvfb", DISPLAY, "-screen", "0", f"{SIZE[0]}x{SIZE[1]}x24", "-nolisten", "tcp",
         "+extension", "GLX", "+extension", "RANDR",
-    )  # fmt: skip
+    )
     if not wait_until(lambda: os.path.exists("/tmp/.X11-unix/X" + DISPLAY[1:]), 15):
         raise RuntimeError("Xvfb does not start")
     desktop.share_environment(DISPLAY=DISPLAY, XDG_SESSION_TYPE="x11", GDK_BACKEND="x11")
