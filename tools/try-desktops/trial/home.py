@@ -21,11 +21,16 @@ HOT_KEY_NAMES = ("Super", "Shift", "d")
 
 def reset(hot_key=None):
     """As on the first start, with the offline dictionary, and with a hotkey of the user's if given."""
-    for directory in (".local/share/Lexiquill", ".config/Lexiquill", ".cache/Lexiquill"):
-        shutil.rmtree(f"{HOME}/{directory}", ignore_errors=True)
-    # Without this directory shells watch its parent, and read all programs again whenever that changes.
+    # The directories stay: shells watch those above them, and while they read all programs again because of a
+    # change, a search shows nothing.
     os.makedirs(f"{HOME}/.local/share/applications", exist_ok=True)
-    os.makedirs(os.path.dirname(SETTINGS))
+    for directory in (".local/share/Lexiquill", ".config/Lexiquill", ".cache/Lexiquill"):
+        os.makedirs(f"{HOME}/{directory}", exist_ok=True)
+        for entry in os.scandir(f"{HOME}/{directory}"):
+            if entry.is_dir(follow_symlinks=False):
+                shutil.rmtree(entry.path)
+            else:
+                os.unlink(entry.path)
     with open(SETTINGS, "w", encoding="utf-8") as file:
         file.write("[General]\ndictionarySourceMode=appleOffline\n")
         if hot_key:
