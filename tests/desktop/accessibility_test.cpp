@@ -32,7 +32,7 @@ private Q_SLOTS:
 
         m_desktop->press(u"F10"_s);
         QTRY_VERIFY(shows(u"popup menu"_s, u"菜单"_s));
-        m_desktop->press(u"Down Down"_s);
+        m_desktop->press(u"Down Down Down"_s);
         QTRY_COMPARE(tree().focusedName(), u"快捷键设置..."_s);
         QVERIFY(shows(u"menu item"_s, u"快捷键设置..."_s));
         m_desktop->press(u"Return"_s);
@@ -54,6 +54,7 @@ private Q_SLOTS:
     }
 
     void announcements() {
+        m_desktop->setServer(u"http://127.0.0.1:9"_s);
         m_desktop->startApplication();
         QTRY_COMPARE(tree().focusedName(), u"查词"_s);
         QVERIFY(m_desktop->tree().listenForAppearance(this, SLOT(announce(QDBusMessage))));
