@@ -23,8 +23,8 @@ QString partOfSpeechColor(const PartOfSpeechGroup &group);
 qsizetype senseCount(const QList<PartOfSpeechGroup> &groups);
 
 /// The groups with their first `limit` senses as maps for the screens: `abbreviation`, `name` (Chinese, may
-/// be empty), `colorName`, `paragraphs` (TextParagraphs), and for each sense `spoken` (`name` and `examples`) and
-/// `meanings`.
+/// be empty), `colorName`, `paragraphs` (TextParagraphs), and for each sense `spoken` (`name` and `examples`)
+/// and `meanings`.
 QVariantList definitionRows(const QList<PartOfSpeechGroup> &groups, const QString &word, qsizetype limit);
 
 /// Bilingual examples.
