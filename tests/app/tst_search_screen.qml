@@ -150,6 +150,29 @@ ScreenTest {
         }
     }
 
+    function test_3_the_menu_of_a_word() {
+        tests.lookUp("take");
+        const text = tests.definition("umbrella");
+        const place = tests.pointAt(text, "umbrella");
+        mouseClick(text, place.x, place.y, Qt.RightButton);
+        tryVerify(() => tests.named(window.contentItem, "查询“umbrella”"));
+        keyClick(Qt.Key_Down);
+        keyClick(Qt.Key_Return);
+        tryCompare(tests.card(), "word", "umbrella");
+    }
+
+    function test_3_zoom() {
+        const before = field.height;
+        keyClick(Qt.Key_Equal, Qt.ControlModifier);
+        compare(Preferences.zoomPercent, 110);
+        verify(field.height > before);
+        keyClick(Qt.Key_Minus, Qt.ControlModifier);
+        keyClick(Qt.Key_Minus, Qt.ControlModifier);
+        verify(field.height < before);
+        keyClick(Qt.Key_0, Qt.ControlModifier);
+        compare(field.height, before);
+    }
+
     function test_3_answers_stay_within_reach() {
         window.width = 600;
         window.height = 400;

@@ -199,6 +199,31 @@ ScreenTest {
         verify(named(screen, "已选择 2 个单词"));
     }
 
+    function test_the_split_is_kept() {
+        const list = named(screen, "单词列表");
+        const before = list.width;
+        mouseDrag(screen, before, 300, 60, 0);
+        tryVerify(() => Math.abs(list.width - before - 60) < 12);
+        compare(Preferences.listWidth, list.width);
+        // Both parts stay usable.
+        mouseDrag(screen, list.width, 300, 400, 0);
+        verify(list.width <= screen.width - 240);
+        mouseDoubleClickSequence(screen, list.width, 300);
+        tryCompare(list, "width", before);
+    }
+
+    function test_the_menu_of_a_word() {
+        const list = named(screen, "单词列表");
+        mouseClick(list.itemAtIndex(1), 20, 20, Qt.RightButton);
+        tryVerify(() => named(window.contentItem, "在查词页打开"));
+        verify(list.itemAtIndex(1).selected);
+        for (const key of [Qt.Key_Down, Qt.Key_Down, Qt.Key_Down, Qt.Key_Return])
+            keyClick(key);
+        compare(list.count, 4);
+        keyClick(Qt.Key_Z, Qt.ControlModifier);
+        compare(list.count, 5);
+    }
+
     function test_a_narrow_window_has_two_levels() {
         const list = named(screen, "单词列表");
         mouseClick(list.itemAtIndex(0));

@@ -8,7 +8,7 @@ Sheet {
     id: sheet
 
     title: "关于 Lexiquill"
-    width: Math.min(520, parent ? parent.width - 4 * Theme.unit : 520)
+    width: Math.min(Theme.px(520), parent ? parent.width - 4 * Theme.unit : Theme.px(520))
 
     Toast {
         id: messages
@@ -26,8 +26,8 @@ Sheet {
             Image {
                 id: icon
 
-                width: 72
-                height: 72
+                width: Theme.px(72)
+                height: Theme.px(72)
                 sourceSize.width: width
                 sourceSize.height: height
                 source: "qrc:/lexiquill/com.lexiquill.Lexiquill.svg"
@@ -36,7 +36,7 @@ Sheet {
             Column {
                 anchors.verticalCenter: icon.verticalCenter
                 width: parent.width - icon.width - parent.spacing
-                spacing: 6
+                spacing: Theme.px(6)
 
                 ThemedText {
                     role: ThemedText.Heading

@@ -14,7 +14,7 @@ Sheet {
     }
 
     title: "Lexiquill 云同步与多端背词"
-    width: Math.min(440, parent ? parent.width - 4 * Theme.unit : 440)
+    width: Math.min(Theme.px(440), parent ? parent.width - 4 * Theme.unit : Theme.px(440))
 
     AccountView {
         id: view

@@ -25,14 +25,14 @@ Column {
 
             SymbolIcon {
                 anchors.verticalCenter: parent.verticalCenter
-                width: 44
-                height: 44
+                width: Theme.px(44)
+                height: Theme.px(44)
                 symbol: "cloud.sun.fill"
                 color: Theme.accent
             }
             Column {
-                width: parent.width - 44 - parent.spacing
-                spacing: 6
+                width: parent.width - Theme.px(44) - parent.spacing
+                spacing: Theme.px(6)
 
                 Tag {
                     text: "云端在线"

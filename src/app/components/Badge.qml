@@ -10,8 +10,8 @@ Rectangle {
     /// The most room there is. A longer number becomes "99+".
     property real maximumWidth: Infinity
 
-    implicitWidth: Math.max(label.implicitWidth + 12, implicitHeight)
-    implicitHeight: 18
+    implicitWidth: Math.max(label.implicitWidth + Theme.px(12), implicitHeight)
+    implicitHeight: Theme.px(18)
     radius: implicitHeight / 2
     color: Theme.strong(tint)
 
@@ -27,7 +27,7 @@ Rectangle {
         anchors.centerIn: parent
         text: whole.advanceWidth + 12 > badge.maximumWidth ? "99+" : badge.text
         color: "#FFFFFF"
-        font.pixelSize: 11
+        font.pixelSize: Theme.px(11)
         font.bold: true
         textFormat: Text.PlainText
     }

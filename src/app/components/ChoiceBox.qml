@@ -11,10 +11,10 @@ T.ComboBox {
     /// The name of the choice, for assistive tools and the help text.
     property string name: ""
 
-    implicitWidth: 124
+    implicitWidth: Theme.px(124)
     implicitHeight: Theme.controlHeight
-    leftPadding: 10
-    rightPadding: 28
+    leftPadding: Theme.px(10)
+    rightPadding: Theme.px(28)
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
     Accessible.name: name
@@ -31,8 +31,8 @@ T.ComboBox {
     indicator: SymbolIcon {
         x: control.width - width - 8
         anchors.verticalCenter: parent.verticalCenter
-        width: 15
-        height: 15
+        width: Theme.px(15)
+        height: Theme.px(15)
         symbol: "chevron.up.chevron.down"
         color: Theme.secondaryText
     }
@@ -51,7 +51,7 @@ T.ComboBox {
         required property string modelData
 
         width: ListView.view?.width ?? 0
-        implicitHeight: 32
+        implicitHeight: Theme.px(32)
         text: modelData
         highlighted: control.highlightedIndex === index
         Accessible.name: modelData
@@ -59,16 +59,16 @@ T.ComboBox {
 
         contentItem: Item {
             SymbolIcon {
-                x: 8
+                x: Theme.px(8)
                 anchors.verticalCenter: parent.verticalCenter
-                width: 13
-                height: 13
+                width: Theme.px(13)
+                height: Theme.px(13)
                 visible: control.currentIndex === item.index
                 symbol: "checkmark"
                 color: item.highlighted ? "#FFFFFF" : Theme.text
             }
             Text {
-                x: 28
+                x: Theme.px(28)
                 width: parent.width - x
                 height: parent.height
                 text: item.text
@@ -79,17 +79,17 @@ T.ComboBox {
             }
         }
         background: Rectangle {
-            radius: 6
+            radius: Theme.px(6)
             color: item.highlighted ? Theme.selected : "transparent"
         }
     }
     popup: T.Popup {
         y: control.height + 4
         x: control.width - width
-        width: Math.max(140, control.width)
-        height: Math.min(contentItem.implicitHeight + 10, 240)
+        width: Math.max(Theme.px(140), control.width)
+        height: Math.min(contentItem.implicitHeight + Theme.px(10), Theme.px(240))
         margins: Theme.unit
-        padding: 5
+        padding: Theme.px(5)
 
         contentItem: ListView {
             clip: true
@@ -102,7 +102,7 @@ T.ComboBox {
             T.ScrollBar.vertical: ThinScrollBar {}
         }
         background: Rectangle {
-            radius: 10
+            radius: Theme.px(10)
             color: Theme.sheet
             border.width: 1
             border.color: Theme.fieldBorder

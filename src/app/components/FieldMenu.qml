@@ -23,7 +23,7 @@ ContextMenu {
     place: Qt.point(field.cursorRectangle.x, field.cursorRectangle.y + field.cursorRectangle.height)
     menu: StyledMenu {
         name: "编辑"
-        implicitWidth: 180
+        implicitWidth: Theme.px(180)
 
         MenuCommand {
             text: "撤销"

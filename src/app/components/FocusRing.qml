@@ -18,7 +18,7 @@ Rectangle {
 
     Rectangle {
         anchors.fill: parent
-        anchors.margins: 2
+        anchors.margins: Theme.px(2)
         color: "transparent"
         radius: Math.max(0, ring.radius - 2)
         border.width: 1

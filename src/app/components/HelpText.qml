@@ -29,10 +29,10 @@ Item {
             margins: Theme.unit
             x: parent ? Math.round((parent.width - implicitWidth) / 2) : 0
             y: parent ? parent.height + 4 : 0
-            implicitWidth: Math.min(280, metrics.implicitWidth) + leftPadding + rightPadding
+            implicitWidth: Math.min(Theme.px(280), metrics.implicitWidth) + leftPadding + rightPadding
             implicitHeight: implicitContentHeight + topPadding + bottomPadding
-            horizontalPadding: 10
-            verticalPadding: 6
+            horizontalPadding: Theme.px(10)
+            verticalPadding: Theme.px(6)
             closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
 
             contentItem: Text {
@@ -52,7 +52,7 @@ Item {
                 }
             }
             background: Rectangle {
-                radius: 6
+                radius: Theme.px(6)
                 color: Theme.sheet
                 border.width: 1
                 border.color: Theme.fieldBorder

@@ -8,7 +8,7 @@ T.AbstractButton {
 
     required property string symbol
     property color tint: Theme.secondaryText
-    property int iconSize: 18
+    property int iconSize: Theme.px(18)
     /// Help text; by default the name.
     property string help: text
 

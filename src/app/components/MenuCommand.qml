@@ -8,8 +8,8 @@ T.MenuItem {
 
     property string keys: ""
 
-    implicitWidth: label.implicitWidth + keysText.implicitWidth + 48
-    implicitHeight: 30
+    implicitWidth: label.implicitWidth + keysText.implicitWidth + Theme.px(48)
+    implicitHeight: Theme.px(30)
     opacity: enabled ? 1 : 0.45
     Accessible.name: text
     Accessible.description: keys
@@ -19,7 +19,7 @@ T.MenuItem {
         ThemedText {
             id: label
 
-            x: 10
+            x: Theme.px(10)
             anchors.verticalCenter: parent.verticalCenter
             text: control.text
             color: control.highlighted ? "#FFFFFF" : Theme.text
@@ -29,7 +29,7 @@ T.MenuItem {
             id: keysText
 
             anchors.right: parent.right
-            anchors.rightMargin: 10
+            anchors.rightMargin: Theme.px(10)
             anchors.verticalCenter: parent.verticalCenter
             role: ThemedText.Caption
             text: control.keys
@@ -38,7 +38,7 @@ T.MenuItem {
         }
     }
     background: Rectangle {
-        radius: 6
+        radius: Theme.px(6)
         color: control.highlighted ? Theme.selected : "transparent"
     }
 }

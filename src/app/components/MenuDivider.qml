@@ -4,7 +4,7 @@ import Lexiquill
 
 /// A line between groups of commands in a menu.
 T.MenuSeparator {
-    verticalPadding: 4
-    implicitHeight: 9
+    verticalPadding: Theme.px(4)
+    implicitHeight: Theme.px(9)
     contentItem: Separator {}
 }

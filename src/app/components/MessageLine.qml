@@ -44,7 +44,7 @@ Row {
         else
             telling.restart();
     }
-    spacing: 6
+    spacing: Theme.px(6)
     Accessible.role: Accessible.AlertMessage
     Accessible.name: text
 
@@ -57,13 +57,13 @@ Row {
     }
     SymbolIcon {
         y: 1
-        width: 16
-        height: 16
+        width: Theme.px(16)
+        height: Theme.px(16)
         symbol: line.kind === MessageLine.Failure ? "exclamationmark.circle" : line.kind === MessageLine.Success ? "checkmark.circle" : "info.circle"
         color: Theme.sign(line.tint)
     }
     ThemedText {
-        width: line.width - 22
+        width: line.width - Theme.px(22)
         role: ThemedText.Caption
         text: line.text
         color: line.kind === MessageLine.Neutral ? Theme.secondaryText : Theme.onTint(line.tint)

@@ -23,7 +23,7 @@ T.Button {
     implicitWidth: Math.max(implicitContentWidth + leftPadding + rightPadding, Theme.controlHeight)
     implicitHeight: Math.max(implicitContentHeight + topPadding + bottomPadding, Theme.controlHeight)
     horizontalPadding: 2 * Theme.unit
-    verticalPadding: 5
+    verticalPadding: Theme.px(5)
     font.pixelSize: Theme.bodySize
     focusPolicy: Qt.StrongFocus
     opacity: enabled ? 1 : 0.45
@@ -34,19 +34,19 @@ T.Button {
 
     contentItem: Item {
         // Not the implicit width of the row, which shrinks when the text is elided.
-        implicitWidth: label.implicitWidth + (control.symbol === "" ? 0 : 16 + row.spacing)
+        implicitWidth: label.implicitWidth + (control.symbol === "" ? 0 : Theme.px(16) + row.spacing)
         implicitHeight: row.implicitHeight
 
         Row {
             id: row
 
             anchors.centerIn: parent
-            spacing: 6
+            spacing: Theme.px(6)
 
             SymbolIcon {
                 anchors.verticalCenter: parent.verticalCenter
-                width: 16
-                height: 16
+                width: Theme.px(16)
+                height: Theme.px(16)
                 visible: control.symbol !== ""
                 symbol: control.symbol
                 color: control.foreground
@@ -56,7 +56,7 @@ T.Button {
 
                 anchors.verticalCenter: parent.verticalCenter
                 visible: text !== ""
-                width: Math.min(implicitWidth, Math.max(0, control.availableWidth - (control.symbol === "" ? 0 : 22)))
+                width: Math.min(implicitWidth, Math.max(0, control.availableWidth - (control.symbol === "" ? 0 : Theme.px(22))))
                 text: control.text
                 font.pixelSize: control.font.pixelSize
                 font.weight: control.font.weight

@@ -8,8 +8,8 @@ T.ProgressBar {
 
     property color tint: Theme.accent
 
-    implicitWidth: 160
-    implicitHeight: 6
+    implicitWidth: Theme.px(160)
+    implicitHeight: Theme.px(6)
 
     background: Rectangle {
         radius: height / 2

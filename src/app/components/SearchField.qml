@@ -6,15 +6,15 @@ TextInputField {
     id: control
 
     symbol: "magnifyingglass"
-    rightPadding: length > 0 ? 34 : 10
+    rightPadding: length > 0 ? Theme.px(34) : Theme.px(10)
 
     IconButton {
         anchors.right: parent.right
-        anchors.rightMargin: 3
+        anchors.rightMargin: Theme.px(3)
         anchors.verticalCenter: parent.verticalCenter
-        width: 26
-        height: 26
-        iconSize: 15
+        width: Theme.px(26)
+        height: Theme.px(26)
+        iconSize: Theme.px(15)
         visible: control.length > 0
         focusPolicy: Qt.NoFocus
         symbol: "xmark.circle.fill"

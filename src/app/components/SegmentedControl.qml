@@ -24,8 +24,8 @@ Rectangle {
     Row {
         id: row
 
-        x: 2
-        y: 2
+        x: Theme.px(2)
+        y: Theme.px(2)
         height: parent.height - 4
         Accessible.role: Accessible.Grouping
         Accessible.name: control.name
@@ -40,7 +40,7 @@ Rectangle {
                 required property string modelData
 
                 width: control.width > 0 ? Math.max(implicitWidth, (control.width - 4) / control.choices.length) : implicitWidth
-                implicitWidth: label.implicitWidth + 24
+                implicitWidth: label.implicitWidth + Theme.px(24)
                 height: row.height
                 isHorizontal: true
                 text: modelData

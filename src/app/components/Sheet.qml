@@ -35,7 +35,7 @@ T.Dialog {
 
     parent: T.Overlay.overlay
     anchors.centerIn: parent
-    width: Math.min(480, parent ? parent.width - 4 * Theme.unit : 480)
+    width: Math.min(Theme.px(480), parent ? parent.width - 4 * Theme.unit : Theme.px(480))
     height: Math.min(implicitHeight, parent ? parent.height - 4 * Theme.unit : implicitHeight)
     implicitHeight: header.height + inner.childrenRect.height + (title === "" ? 6 : 4) * Theme.unit
     padding: 0
@@ -70,7 +70,7 @@ T.Dialog {
                 anchors.leftMargin: 3 * Theme.unit
                 anchors.right: close.left
                 anchors.verticalCenter: parent.verticalCenter
-                anchors.verticalCenterOffset: 4
+                anchors.verticalCenterOffset: Theme.px(4)
                 role: ThemedText.Heading
                 text: sheet.title
                 elide: Text.ElideRight
@@ -81,10 +81,10 @@ T.Dialog {
                 anchors.right: parent.right
                 anchors.rightMargin: 2 * Theme.unit
                 anchors.verticalCenter: parent.verticalCenter
-                anchors.verticalCenterOffset: 4
+                anchors.verticalCenterOffset: Theme.px(4)
                 visible: sheet.title !== "" && sheet.closable
                 symbol: "xmark"
-                iconSize: 15
+                iconSize: Theme.px(15)
                 text: "关闭"
                 onClicked: sheet.requestClose()
             }

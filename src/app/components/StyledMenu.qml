@@ -9,9 +9,9 @@ T.Menu {
     /// The name for assistive tools.
     property string name: "菜单"
 
-    implicitWidth: 220
+    implicitWidth: Theme.px(220)
     implicitHeight: contentHeight + 2 * padding
-    padding: 5
+    padding: Theme.px(5)
     margins: Theme.unit
     onAboutToShow: {
         // The item that the template makes for the menu.
@@ -27,7 +27,7 @@ T.Menu {
         Accessible.ignored: true
     }
     background: Rectangle {
-        radius: 10
+        radius: Theme.px(10)
         color: Theme.sheet
         border.width: 1
         border.color: Theme.fieldBorder

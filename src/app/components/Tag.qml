@@ -8,9 +8,9 @@ Rectangle {
     required property string text
     property color tint: Theme.blue
 
-    implicitWidth: label.implicitWidth + 12
+    implicitWidth: label.implicitWidth + Theme.px(12)
     implicitHeight: label.implicitHeight + 4
-    radius: 5
+    radius: Theme.px(5)
     color: Theme.tint(tint)
 
     Text {

@@ -9,12 +9,12 @@ T.TextField {
     /// A symbol inside the field, before the text; empty for none.
     property string symbol: ""
 
-    implicitWidth: 200
+    implicitWidth: Theme.px(200)
     implicitHeight: Math.max(contentHeight + topPadding + bottomPadding, Theme.controlHeight)
-    leftPadding: symbol === "" ? 10 : 34
-    rightPadding: 10
-    topPadding: 5
-    bottomPadding: 5
+    leftPadding: symbol === "" ? Theme.px(10) : Theme.px(34)
+    rightPadding: Theme.px(10)
+    topPadding: Theme.px(5)
+    bottomPadding: Theme.px(5)
     color: Theme.text
     placeholderTextColor: Theme.tertiaryText
     selectionColor: Theme.selected
@@ -47,10 +47,10 @@ T.TextField {
         textFormat: Text.PlainText
     }
     SymbolIcon {
-        x: 10
+        x: Theme.px(10)
         anchors.verticalCenter: parent.verticalCenter
-        width: 17
-        height: 17
+        width: Theme.px(17)
+        height: Theme.px(17)
         visible: control.symbol !== ""
         symbol: control.symbol
         color: Theme.secondaryText

@@ -47,19 +47,26 @@ QtObject {
     /// The grounds with the least contrast for colours: of the screens and sheets, and of a hovered row.
     readonly property color worstGround: isDark ? "#333336" : "#F0F0F2"
 
-    readonly property int unit: 8
-    readonly property int radius: 12
-    readonly property int controlRadius: 8
-    readonly property int controlHeight: 32
+    /// How much larger than usual all is shown; the user's choice.
+    readonly property real zoom: Preferences.zoomPercent / 100
+    readonly property int unit: px(8)
+    readonly property int radius: px(12)
+    readonly property int controlRadius: px(8)
+    readonly property int controlHeight: px(32)
     readonly property int motion: 150
 
-    readonly property int headwordSize: 28
-    readonly property int titleSize: 20
-    readonly property int headingSize: 16
-    readonly property int bodySize: 14
-    readonly property int captionSize: 12
-    readonly property int smallSize: 11
+    readonly property int headwordSize: px(28)
+    readonly property int titleSize: px(20)
+    readonly property int headingSize: px(16)
+    readonly property int bodySize: px(14)
+    readonly property int captionSize: px(12)
+    readonly property int smallSize: px(11)
     readonly property real lineHeight: 1.35
+
+    /// A length in points at the chosen zoom.
+    function px(points: real): real {
+        return Math.round(points * theme.zoom);
+    }
 
     /// The colour of a badge; gray for an unknown name.
     function badgeColor(name: string): color {

@@ -6,17 +6,17 @@ import Lexiquill
 T.ScrollBar {
     id: control
 
-    implicitWidth: 10
-    implicitHeight: 10
-    padding: 2
+    implicitWidth: Theme.px(10)
+    implicitHeight: Theme.px(10)
+    padding: Theme.px(2)
     visible: policy === T.ScrollBar.AlwaysOn || (policy === T.ScrollBar.AsNeeded && size < 1.0)
     minimumSize: 0.06
     Accessible.ignored: true
 
     contentItem: Rectangle {
-        implicitWidth: 6
-        implicitHeight: 6
-        radius: 3
+        implicitWidth: Theme.px(6)
+        implicitHeight: Theme.px(6)
+        radius: Theme.px(3)
         color: Theme.text
         opacity: control.pressed ? 0.7 : control.hovered ? 0.6 : 0.5
     }

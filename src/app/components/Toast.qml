@@ -35,8 +35,8 @@ Rectangle {
     anchors.bottomMargin: 3 * Theme.unit
     z: 10
     visible: false
-    width: Math.min(row.implicitWidth + 4 * Theme.unit, (parent ? parent.width : 400) - 4 * Theme.unit)
-    height: 44
+    width: Math.min(row.implicitWidth + 4 * Theme.unit, (parent ? parent.width : Theme.px(400)) - 4 * Theme.unit)
+    height: Theme.px(44)
     radius: Theme.radius
     color: Theme.isDark ? "#3A3A3E" : "#2C2C2E"
     Accessible.role: Accessible.AlertMessage
@@ -58,7 +58,7 @@ Rectangle {
 
         Text {
             anchors.verticalCenter: parent.verticalCenter
-            width: Math.min(implicitWidth, (toast.parent ? toast.parent.width : 400) - (button.visible ? button.width + 10 * Theme.unit : 8 * Theme.unit))
+            width: Math.min(implicitWidth, (toast.parent ? toast.parent.width : Theme.px(400)) - (button.visible ? button.width + Theme.px(10) * Theme.unit : 8 * Theme.unit))
             text: toast.message
             color: "#FFFFFF"
             font.pixelSize: Theme.bodySize

@@ -11,8 +11,8 @@ T.Switch {
         control.toggled();
     }
 
-    implicitWidth: text === "" ? 38 : label.implicitWidth
-    implicitHeight: Math.max(24, label.implicitHeight)
+    implicitWidth: text === "" ? Theme.px(38) : label.implicitWidth
+    implicitHeight: Math.max(Theme.px(24), label.implicitHeight)
     focusPolicy: Qt.StrongFocus
     opacity: enabled ? 1 : 0.45
     Accessible.name: text
@@ -23,20 +23,20 @@ T.Switch {
         id: track
 
         anchors.verticalCenter: parent.verticalCenter
-        width: 38
-        height: 22
-        radius: 11
+        width: Theme.px(38)
+        height: Theme.px(22)
+        radius: Theme.px(11)
         color: control.checked ? Theme.green : Theme.isDark ? "#5A5A5F" : "#D1D1D6"
         border.width: 1
         // The fills alone have too little contrast.
         border.color: control.checked ? Theme.sign(Theme.green) : Theme.controlBorder
 
         Rectangle {
-            x: control.checked ? 18 : 2
-            y: 2
-            width: 18
-            height: 18
-            radius: 9
+            x: control.checked ? Theme.px(18) : 2
+            y: Theme.px(2)
+            width: Theme.px(18)
+            height: Theme.px(18)
+            radius: Theme.px(9)
             color: "#FFFFFF"
             border.width: 1
             border.color: Contrast.readable(track.color, "#FFFFFF", 3)
@@ -48,15 +48,15 @@ T.Switch {
             }
         }
         FocusRing {
-            anchors.margins: -4
-            radius: 15
+            anchors.margins: -Theme.px(4)
+            radius: Theme.px(15)
             shown: control.visualFocus
         }
     }
     contentItem: Text {
         id: label
 
-        leftPadding: 38 + Theme.unit
+        leftPadding: Theme.px(38) + Theme.unit
         text: control.text
         color: Theme.text
         font.pixelSize: Theme.bodySize

@@ -19,7 +19,7 @@ Sheet {
     }
 
     title: "从网址添加词典"
-    width: Math.min(480, parent ? parent.width - 4 * Theme.unit : 480)
+    width: Math.min(Theme.px(480), parent ? parent.width - 4 * Theme.unit : Theme.px(480))
 
     Column {
         width: parent?.width ?? 0

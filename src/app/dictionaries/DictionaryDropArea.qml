@@ -39,8 +39,8 @@ DropArea {
 
             SymbolIcon {
                 anchors.horizontalCenter: parent.horizontalCenter
-                width: 48
-                height: 48
+                width: Theme.px(48)
+                height: Theme.px(48)
                 symbol: "books.vertical.fill"
                 color: Theme.accent
             }

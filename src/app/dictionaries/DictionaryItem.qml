@@ -85,8 +85,8 @@ FocusScope {
 
         SymbolIcon {
             anchors.centerIn: parent
-            width: 16
-            height: 16
+            width: Theme.px(16)
+            height: Theme.px(16)
             symbol: "line.3.horizontal"
             color: Theme.tertiaryText
             opacity: row.count > 1 ? 1 : 0.3
@@ -100,7 +100,7 @@ FocusScope {
         anchors.right: controls.left
         anchors.rightMargin: Theme.unit
         anchors.verticalCenter: parent.verticalCenter
-        spacing: 2
+        spacing: Theme.px(2)
         opacity: row.isOn && !row.isBroken ? 1 : 0.6
 
         ThemedText {
@@ -144,7 +144,7 @@ FocusScope {
         IconButton {
             visible: row.isImported
             symbol: "trash"
-            iconSize: 16
+            iconSize: Theme.px(16)
             text: "移除 " + row.name
             help: "移除"
             onClicked: row.removalRequested()

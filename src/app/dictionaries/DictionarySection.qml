@@ -38,7 +38,7 @@ PreferenceSection {
     ThemedText {
         visible: rows.count === 0
         height: 4 * Theme.unit
-        leftPadding: 4
+        leftPadding: Theme.px(4)
         verticalAlignment: Text.AlignVCenter
         role: ThemedText.Caption
         text: dictionaries.isLoading ? "正在查找词典…" : "没有找到离线词典"
@@ -154,7 +154,7 @@ PreferenceSection {
         id: confirmation
 
         title: "移除“" + section.chosenName + "”？"
-        width: Math.min(400, parent ? parent.width - 4 * Theme.unit : 400)
+        width: Math.min(Theme.px(400), parent ? parent.width - 4 * Theme.unit : Theme.px(400))
         onDismissed: close()
 
         Column {

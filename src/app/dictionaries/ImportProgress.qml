@@ -22,7 +22,7 @@ Column {
             anchors.right: cancel.left
             anchors.rightMargin: 2 * Theme.unit
             anchors.verticalCenter: parent.verticalCenter
-            spacing: 6
+            spacing: Theme.px(6)
 
             ThemedText {
                 width: parent.width

@@ -16,7 +16,7 @@ Sheet {
         done.forceActiveFocus()
 
     title: isAsking ? "打开词典" : "添加词典"
-    width: Math.min(440, parent ? parent.width - 4 * Theme.unit : 440)
+    width: Math.min(Theme.px(440), parent ? parent.width - 4 * Theme.unit : Theme.px(440))
 
     Column {
         width: parent?.width ?? 0

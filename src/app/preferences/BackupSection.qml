@@ -19,7 +19,7 @@ PreferenceSection {
     }
     ThemedText {
         visible: backupRows.count === 0
-        height: 28
+        height: Theme.px(28)
         verticalAlignment: Text.AlignVCenter
         role: ThemedText.Caption
         text: backups.isBusy ? "正在读取备份..." : "还没有备份"
@@ -39,15 +39,15 @@ PreferenceSection {
             required property bool isOfMoment
 
             width: parent?.width ?? 0
-            height: 48
+            height: Theme.px(48)
 
             SymbolIcon {
                 id: icon
 
                 anchors.verticalCenter: parent.verticalCenter
-                x: 4
-                width: 18
-                height: 18
+                x: Theme.px(4)
+                width: Theme.px(18)
+                height: Theme.px(18)
                 symbol: backup.isUsable ? backup.isOfMoment ? "clock.arrow.circlepath" : "calendar" : "exclamationmark.triangle"
                 color: backup.isUsable ? Theme.secondaryText : Theme.red
             }
@@ -56,7 +56,7 @@ PreferenceSection {
                 anchors.leftMargin: 1.5 * Theme.unit
                 anchors.right: restore.left
                 anchors.verticalCenter: parent.verticalCenter
-                spacing: 2
+                spacing: Theme.px(2)
 
                 ThemedText {
                     width: parent.width
@@ -88,13 +88,13 @@ PreferenceSection {
     }
     MessageLine {
         width: parent.width
-        bottomPadding: 6
+        bottomPadding: Theme.px(6)
         kind: MessageLine.Failure
         text: backups.errorMessage
     }
     MessageLine {
         width: parent.width
-        bottomPadding: 6
+        bottomPadding: Theme.px(6)
         kind: MessageLine.Success
         text: backups.successMessage
     }
@@ -103,7 +103,7 @@ PreferenceSection {
         id: confirmation
 
         title: "恢复 " + section.chosenLabel + " 的备份？"
-        width: Math.min(400, parent ? parent.width - 4 * Theme.unit : 400)
+        width: Math.min(Theme.px(400), parent ? parent.width - 4 * Theme.unit : Theme.px(400))
         onDismissed: close()
 
         Column {

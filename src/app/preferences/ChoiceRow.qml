@@ -12,7 +12,7 @@ RadioChoice {
     /// A smaller text below `text`.
     property string detail: ""
 
-    implicitHeight: Math.max(32, texts.implicitHeight + 10)
+    implicitHeight: Math.max(Theme.px(32), texts.implicitHeight + Theme.px(10))
     hoverEnabled: true
     Accessible.description: detail === "" ? trailing : detail
 
@@ -28,19 +28,19 @@ RadioChoice {
         Rectangle {
             id: mark
 
-            x: 6
+            x: Theme.px(6)
             y: texts.y + (label.height - height) / 2
-            width: 18
-            height: 18
-            radius: 9
+            width: Theme.px(18)
+            height: Theme.px(18)
+            radius: Theme.px(9)
             color: control.checked ? Theme.accent : "transparent"
             border.width: control.checked ? 0 : 1.5
             border.color: Theme.tertiaryText
 
             Rectangle {
                 anchors.centerIn: parent
-                width: 7
-                height: 7
+                width: Theme.px(7)
+                height: Theme.px(7)
                 radius: 3.5
                 visible: control.checked
                 color: "#FFFFFF"
@@ -52,8 +52,8 @@ RadioChoice {
             anchors.left: mark.right
             anchors.leftMargin: Theme.unit
             y: mark.y
-            width: control.symbol === "" ? 0 : 18
-            height: 18
+            width: control.symbol === "" ? 0 : Theme.px(18)
+            height: Theme.px(18)
             visible: control.symbol !== ""
             symbol: control.symbol
             color: Theme.sign(Theme.accent)
@@ -65,8 +65,8 @@ RadioChoice {
             anchors.leftMargin: control.symbol === "" ? 2 : Theme.unit
             anchors.right: shortText.left
             anchors.rightMargin: Theme.unit
-            y: 7
-            spacing: 2
+            y: Theme.px(7)
+            spacing: Theme.px(2)
 
             ThemedText {
                 id: label
@@ -91,7 +91,7 @@ RadioChoice {
 
             anchors.right: parent.right
             anchors.rightMargin: Theme.unit
-            y: 7
+            y: Theme.px(7)
             text: control.trailing
             color: Theme.secondaryText
             Accessible.ignored: true

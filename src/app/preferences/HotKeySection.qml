@@ -140,7 +140,7 @@ PreferenceSection {
         ChoiceBox {
             id: picker
 
-            implicitWidth: 140
+            implicitWidth: Theme.px(140)
             name: "按键"
             model: editor.keyNames
             currentIndex: editor.keyIndex

@@ -11,14 +11,14 @@ Item {
     /// The user wants to see the directory.
     signal opened
 
-    implicitHeight: 48
+    implicitHeight: Theme.px(48)
 
     Column {
         anchors.left: parent.left
         anchors.right: button.left
         anchors.rightMargin: Theme.unit
         anchors.verticalCenter: parent.verticalCenter
-        spacing: 2
+        spacing: Theme.px(2)
 
         ThemedText {
             text: row.label

@@ -15,7 +15,7 @@ Column {
     Accessible.name: title
 
     ThemedText {
-        leftPadding: 4
+        leftPadding: Theme.px(4)
         text: section.title
         font.weight: Font.DemiBold
     }
@@ -35,7 +35,7 @@ Column {
     ThemedText {
         width: parent.width
         visible: section.note !== ""
-        leftPadding: 4
+        leftPadding: Theme.px(4)
         role: ThemedText.Caption
         text: section.note
         wrapMode: Text.Wrap

@@ -19,7 +19,7 @@ Sheet {
     }
 
     title: "偏好设置"
-    width: Math.min(600, parent ? parent.width - 4 * Theme.unit : 600)
+    width: Math.min(Theme.px(600), parent ? parent.width - 4 * Theme.unit : Theme.px(600))
 
     Timer {
         id: scrolling
@@ -54,7 +54,7 @@ Sheet {
             ChoiceGroup {
                 width: parent.width
                 name: sources.title
-                spacing: 4
+                spacing: Theme.px(4)
 
                 Repeater {
                     model: [Lexiquill.YoudaoOnline, Lexiquill.AppleOffline]

@@ -24,7 +24,7 @@ Column {
             stored(field.text);
     }
 
-    spacing: 6
+    spacing: Theme.px(6)
     onStoredTextChanged: field.text = storedText
 
     ThemedText {

@@ -15,6 +15,7 @@ const QString accentKey = QStringLiteral("lexiquill_accent");
 const QString pronouncesCardsKey = QStringLiteral("lexiquill_pronounces_cards");
 const QString showsTrayIconKey = QStringLiteral("lexiquill_tray_icon");
 const QString remindsDailyKey = QStringLiteral("lexiquill_daily_reminder");
+const QString listWidthKey = QStringLiteral("lexiquill_list_width");
 const QString zoomKey = QStringLiteral("lexiquill_zoom_percent");
 
 const QString british = QStringLiteral("british");
@@ -84,6 +85,15 @@ bool WindowPreferences::remindsDaily() const {
 void WindowPreferences::setRemindsDaily(bool isOn) {
     if (store(remindsDailyKey, textOf(isOn)))
         Q_EMIT remindsDailyChanged();
+}
+
+int WindowPreferences::listWidth() const {
+    return number(m_defaults, listWidthKey, 0, largestListWidth, 0);
+}
+
+void WindowPreferences::setListWidth(int width) {
+    if (store(listWidthKey, QString::number(std::clamp(width, 0, largestListWidth))))
+        Q_EMIT listWidthChanged();
 }
 
 int WindowPreferences::zoomPercent() const {

@@ -20,6 +20,7 @@ class WindowPreferences : public QObject {
         bool pronouncesCards READ pronouncesCards WRITE setPronouncesCards NOTIFY pronouncesCardsChanged)
     Q_PROPERTY(bool showsTrayIcon READ showsTrayIcon WRITE setShowsTrayIcon NOTIFY showsTrayIconChanged)
     Q_PROPERTY(bool remindsDaily READ remindsDaily WRITE setRemindsDaily NOTIFY remindsDailyChanged)
+    Q_PROPERTY(int listWidth READ listWidth WRITE setListWidth NOTIFY listWidthChanged)
     Q_PROPERTY(int zoomPercent READ zoomPercent WRITE setZoomPercent NOTIFY zoomPercentChanged)
 
 public:
@@ -28,6 +29,7 @@ public:
 
     static constexpr int defaultRoundSize = 50;
     static constexpr int largestRoundSize = 1000;
+    static constexpr int largestListWidth = 10'000;
     static constexpr int smallestZoom = 60;
     static constexpr int largestZoom = 200;
 
@@ -51,7 +53,10 @@ public:
     /// Whether a notification tells once a day how many words are due.
     bool remindsDaily() const;
     void setRemindsDaily(bool isOn);
-    /// The size of the texts in percent, `smallestZoom` to `largestZoom`.
+    /// The width of the wordbook's list in points; 0 for the usual one.
+    int listWidth() const;
+    void setListWidth(int width);
+    /// The size of everything in percent, `smallestZoom` to `largestZoom`.
     int zoomPercent() const;
     void setZoomPercent(int percent);
 
@@ -61,6 +66,7 @@ Q_SIGNALS:
     void pronouncesCardsChanged();
     void showsTrayIconChanged();
     void remindsDailyChanged();
+    void listWidthChanged();
     void zoomPercentChanged();
 
 private:

@@ -41,7 +41,7 @@ ScrollArea {
             width: content.availableWidth
             visible: !area.hidesWord
             role: ThemedText.Headword
-            font.pixelSize: area.isRevealed ? Theme.headwordSize : text.length > 24 ? 30 : 38
+            font.pixelSize: area.isRevealed ? Theme.headwordSize : text.length > 24 ? Theme.px(30) : Theme.px(38)
             text: area.session.word
             wrapMode: Text.Wrap
             maximumLineCount: 6
@@ -59,7 +59,7 @@ ScrollArea {
                 visible: text !== ""
                 color: Theme.secondaryText
                 text: area.hidesWord ? "写出这个单词" : area.record.phonetic
-                font.pixelSize: area.hidesWord ? Theme.bodySize : 16
+                font.pixelSize: area.hidesWord ? Theme.bodySize : Theme.px(16)
                 elide: Text.ElideRight
             }
             IconButton {

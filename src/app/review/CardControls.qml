@@ -28,7 +28,7 @@ Item {
 
     PrimaryButton {
         anchors.centerIn: parent
-        width: Math.min(200, parent.width)
+        width: Math.min(Theme.px(200), parent.width)
         height: parent.height
         visible: controls.isAsking && !controls.asksSpelling
         focusPolicy: Qt.TabFocus
@@ -44,7 +44,7 @@ Item {
         TextInputField {
             id: spelling
 
-            width: Math.min(320, controls.width - check.width - parent.spacing)
+            width: Math.min(Theme.px(320), controls.width - check.width - parent.spacing)
             height: parent.height
             font.pixelSize: Theme.headingSize
             maximumLength: 256
@@ -85,7 +85,7 @@ Item {
         AnswerButton {
             id: rememberedAnswer
 
-            width: Math.min(200, (controls.width - parent.spacing) / 2)
+            width: Math.min(Theme.px(200), (controls.width - parent.spacing) / 2)
             height: parent.height
             accent: Theme.isDark ? "#248A3D" : "#1F8A3B"
             answer: "记住了"

@@ -154,7 +154,7 @@ FocusScope {
         anchors.bottom: controls.top
         anchors.bottomMargin: 1.5 * Theme.unit
         anchors.horizontalCenter: parent.horizontalCenter
-        width: Math.min(680, parent.width - 6 * Theme.unit)
+        width: Math.min(Theme.px(680), parent.width - 6 * Theme.unit)
         visible: cards.isRunning
         focus: true
         session: session

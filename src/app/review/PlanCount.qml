@@ -9,15 +9,15 @@ Row {
     required property int value
     required property color tint
 
-    spacing: 6
+    spacing: Theme.px(6)
     Accessible.role: Accessible.StaticText
     Accessible.name: title + " " + value + " 词"
 
     Rectangle {
         anchors.verticalCenter: parent.verticalCenter
-        width: 8
-        height: 8
-        radius: 4
+        width: Theme.px(8)
+        height: Theme.px(8)
+        radius: Theme.px(4)
         color: count.tint
     }
     ThemedText {

@@ -52,7 +52,7 @@ FocusScope {
         activeFocusOnTab: true
         reuseItems: true
         boundsBehavior: Flickable.StopAtBounds
-        spacing: 4
+        spacing: Theme.px(4)
         currentIndex: 0
         highlightMoveDuration: 0
         T.ScrollBar.vertical: ThinScrollBar {}

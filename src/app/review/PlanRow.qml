@@ -19,7 +19,7 @@ Rectangle {
     signal chosen
     signal pressed
 
-    height: 56
+    height: Theme.px(56)
     radius: Theme.controlRadius
     color: isCurrent ? Theme.selection : Theme.card
     Accessible.role: Accessible.ListItem
@@ -37,7 +37,7 @@ Rectangle {
         anchors.right: side.left
         anchors.rightMargin: 1.5 * Theme.unit
         anchors.verticalCenter: parent.verticalCenter
-        spacing: 3
+        spacing: Theme.px(3)
 
         Row {
             width: parent.width
@@ -48,7 +48,7 @@ Rectangle {
 
                 width: Math.min(implicitWidth, parent.width)
                 text: row.word
-                font.pixelSize: 15
+                font.pixelSize: Theme.px(15)
                 font.weight: Font.DemiBold
                 elide: Text.ElideRight
                 maximumLineCount: 1
@@ -80,7 +80,7 @@ Rectangle {
         anchors.right: parent.right
         anchors.rightMargin: 1.5 * Theme.unit
         anchors.verticalCenter: parent.verticalCenter
-        spacing: 4
+        spacing: Theme.px(4)
 
         Tag {
             anchors.right: parent.right

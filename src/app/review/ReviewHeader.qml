@@ -20,7 +20,7 @@ Item {
         anchors.left: parent.left
         anchors.right: actions.left
         anchors.rightMargin: Theme.unit
-        spacing: 2
+        spacing: Theme.px(2)
 
         ThemedText {
             width: parent.width

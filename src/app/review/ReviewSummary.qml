@@ -58,13 +58,13 @@ FocusScope {
 
             y: Math.max(0, (area.height - height) * 0.4)
             x: (area.contentWidth - width) / 2
-            width: Math.min(440, area.contentWidth - 6 * Theme.unit)
+            width: Math.min(Theme.px(440), area.contentWidth - 6 * Theme.unit)
             spacing: 1.5 * Theme.unit
 
             SymbolIcon {
                 anchors.horizontalCenter: parent.horizontalCenter
-                width: 52
-                height: 52
+                width: Theme.px(52)
+                height: Theme.px(52)
                 symbol: summary.isGood ? "checkmark.seal.fill" : "tray"
                 color: summary.isGood ? Theme.green : Theme.gray
             }

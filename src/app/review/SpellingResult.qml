@@ -32,8 +32,8 @@ Rectangle {
 
         x: 1.5 * Theme.unit
         y: Theme.unit + 5
-        width: 18
-        height: 18
+        width: Theme.px(18)
+        height: Theme.px(18)
         symbol: result.attempt.isRight ? "checkmark.circle" : "exclamationmark.circle"
         color: Theme.onTint(result.tint)
     }
@@ -45,7 +45,7 @@ Rectangle {
         anchors.right: parent.right
         anchors.rightMargin: 1.5 * Theme.unit
         y: Theme.unit
-        spacing: 2
+        spacing: Theme.px(2)
 
         Flow {
             width: parent.width
@@ -58,7 +58,7 @@ Rectangle {
 
                     text: modelData.text.replace(/ /g, "\u00a0")
                     color: modelData.isExtra ? Theme.onTint(Theme.red) : modelData.isMissing ? Theme.onTint(Theme.orange) : Theme.text
-                    font.pixelSize: 20
+                    font.pixelSize: Theme.px(20)
                     font.strikeout: modelData.isExtra
                     font.underline: modelData.isMissing
                     font.weight: modelData.isMissing ? Font.Bold : Font.Normal

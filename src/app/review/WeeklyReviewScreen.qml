@@ -58,7 +58,7 @@ FocusScope {
         anchors.right: parent.right
         anchors.top: parent.top
         anchors.margins: 3 * Theme.unit
-        anchors.topMargin: screen.height < 480 ? 12 : 2.5 * Theme.unit
+        anchors.topMargin: screen.height < 480 ? Theme.px(12) : 2.5 * Theme.unit
         review: review
         mode: screen.mode
         onModeChosen: mode => {

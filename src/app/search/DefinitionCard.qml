@@ -94,7 +94,7 @@ Card {
                 anchors.left: parent.left
                 anchors.right: actions.left
                 anchors.rightMargin: Theme.unit
-                spacing: 4
+                spacing: Theme.px(4)
 
                 ThemedText {
                     width: parent.width

@@ -11,7 +11,7 @@ Column {
     required property WordCard card
 
     visible: dictionaries.isOffered
-    spacing: 4
+    spacing: Theme.px(4)
 
     component Disclosure: T.AbstractButton {
         id: control
@@ -36,9 +36,9 @@ Column {
                 id: arrow
 
                 anchors.verticalCenter: parent.verticalCenter
-                x: 4
-                width: 12
-                height: 12
+                x: Theme.px(4)
+                width: Theme.px(12)
+                height: Theme.px(12)
                 symbol: "chevron.left"
                 color: Theme.secondaryText
                 rotation: control.isOpen ? 270 : 180

@@ -31,7 +31,7 @@ Card {
                 anchors.right: parent.right
                 focusPolicy: Qt.TabFocus
                 symbol: "xmark"
-                iconSize: 15
+                iconSize: Theme.px(15)
                 text: "不再显示"
                 onClicked: Greeting.dismiss()
             }
@@ -64,8 +64,8 @@ Card {
                     id: icon
 
                     y: 1
-                    width: 18
-                    height: 18
+                    width: Theme.px(18)
+                    height: Theme.px(18)
                     symbol: line.modelData.symbol
                     color: Theme.accent
                 }

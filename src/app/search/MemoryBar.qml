@@ -6,7 +6,7 @@ Rectangle {
     id: bar
 
     required property WordCard record
-    readonly property bool isNarrow: width < 420
+    readonly property bool isNarrow: width < Theme.px(420)
 
     implicitHeight: 6 * Theme.unit
     color: Theme.ground

@@ -31,7 +31,7 @@ FocusScope {
         editor.isEdited = false;
     }
 
-    implicitHeight: Math.max(60, area.implicitHeight)
+    implicitHeight: Math.max(Theme.px(60), area.implicitHeight)
     onStoredChanged: if (!isEdited)
         showStored()
     onVisibleChanged: if (!visible)
@@ -53,7 +53,7 @@ FocusScope {
         anchors.fill: parent
         implicitHeight: contentHeight + topPadding + bottomPadding
         focus: true
-        padding: 10
+        padding: Theme.px(10)
         wrapMode: TextEdit.Wrap
         color: Theme.text
         selectionColor: Theme.selected
@@ -83,8 +83,8 @@ FocusScope {
 
         FieldMenu {}
         ThemedText {
-            x: 10
-            y: 10
+            x: Theme.px(10)
+            y: Theme.px(10)
             visible: area.length === 0 && area.preeditText === ""
             text: "写下联想、例句或易错点…"
             color: Theme.tertiaryText

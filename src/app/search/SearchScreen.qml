@@ -130,7 +130,7 @@ FocusScope {
         anchors.top: parent.top
         anchors.margins: 2 * Theme.unit
         focus: true
-        height: 40
+        height: Theme.px(40)
         font.pixelSize: Theme.headingSize
         placeholderText: "输入英文单词或短语，也可以输入中文"
         Accessible.name: "查词"
@@ -189,9 +189,9 @@ FocusScope {
 
         Column {
             anchors.horizontalCenter: parent.horizontalCenter
-            y: Math.min(80, parent.height / 4)
+            y: Math.min(Theme.px(80), parent.height / 4)
             visible: session.state === SearchSession.State.LookingUp && !patience.running
-            spacing: 12
+            spacing: Theme.px(12)
 
             ThemedText {
                 anchors.horizontalCenter: parent.horizontalCenter
@@ -217,7 +217,7 @@ FocusScope {
             id: missing
 
             // Aligned with the symbols of the suggestions.
-            x: 2 * Theme.unit + 12
+            x: 2 * Theme.unit + Theme.px(12)
             y: Theme.unit
             width: parent.width - x - 2 * Theme.unit
             visible: session.state === SearchSession.State.NotFound
@@ -255,7 +255,7 @@ FocusScope {
         ThemedText {
             id: heading
 
-            x: 2 * Theme.unit + 12
+            x: 2 * Theme.unit + Theme.px(12)
             y: missing.visible ? missing.y + missing.height + 2 * Theme.unit : greeting.visible ? greeting.height + 2 * Theme.unit : 0
             visible: suggestionList.visible && suggestionList.count > 0 && text !== ""
             role: ThemedText.Caption
@@ -280,7 +280,7 @@ FocusScope {
             readonly property string typed: field.text.replace(/\s+/g, " ").trim()
 
             anchors.horizontalCenter: parent.horizontalCenter
-            y: Math.min(80, parent.height / 4)
+            y: Math.min(Theme.px(80), parent.height / 4)
             visible: session.state === SearchSession.State.Suggesting && suggestionList.count === 0 && !greeting.visible
             text: typed === "" ? "查过的单词会出现在这里" : "按回车键查询“" + typed + "”"
             width: Math.min(implicitWidth, parent.width - 4 * Theme.unit)

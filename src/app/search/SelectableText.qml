@@ -30,7 +30,12 @@ TextEdit {
     }
 
     WordPicker {
+        id: words
+
         target: text
         onPicked: word => ContentView.handleExternalWordLookup(word)
+    }
+    DefinitionMenu {
+        picker: words
     }
 }

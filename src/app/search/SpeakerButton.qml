@@ -29,7 +29,7 @@ T.AbstractButton {
             id: row
 
             anchors.centerIn: parent
-            spacing: 2
+            spacing: Theme.px(2)
 
             ThemedText {
                 anchors.verticalCenter: parent.verticalCenter
@@ -40,8 +40,8 @@ T.AbstractButton {
             }
             SymbolIcon {
                 anchors.verticalCenter: parent.verticalCenter
-                width: 16
-                height: 16
+                width: Theme.px(16)
+                height: Theme.px(16)
                 symbol: "speaker.wave.2"
                 color: Theme.accent
             }

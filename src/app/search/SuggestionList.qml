@@ -11,7 +11,7 @@ ListView {
     required property SuggestionModel suggestions
     /// The word that the user selected; rows around it may be inserted and removed.
     property string wanted: ""
-    readonly property int rowsPerPage: Math.max(1, Math.floor(height / 36) - 1)
+    readonly property int rowsPerPage: Math.max(1, Math.floor(height / Theme.px(36)) - 1)
 
     signal chosen(word: string)
 
@@ -55,7 +55,7 @@ ListView {
         required property string symbol
 
         width: list.width
-        height: 36
+        height: Theme.px(36)
         focusPolicy: Qt.NoFocus
         hoverEnabled: true
         highlighted: ListView.isCurrentItem && word === list.wanted
@@ -77,10 +77,10 @@ ListView {
             SymbolIcon {
                 id: icon
 
-                x: 12
+                x: Theme.px(12)
                 anchors.verticalCenter: parent.verticalCenter
-                width: 15
-                height: 15
+                width: Theme.px(15)
+                height: Theme.px(15)
                 symbol: row.symbol
                 color: Theme.tertiaryText
             }
@@ -88,7 +88,7 @@ ListView {
                 id: wordText
 
                 anchors.left: icon.right
-                anchors.leftMargin: 10
+                anchors.leftMargin: Theme.px(10)
                 anchors.verticalCenter: parent.verticalCenter
                 width: Math.min(implicitWidth, parent.width * (summaryText.visible ? 0.5 : 0.85))
                 text: row.word.replace(/\s+/g, " ")
@@ -100,9 +100,9 @@ ListView {
                 id: summaryText
 
                 anchors.left: wordText.right
-                anchors.leftMargin: 12
+                anchors.leftMargin: Theme.px(12)
                 anchors.right: parent.right
-                anchors.rightMargin: 12
+                anchors.rightMargin: Theme.px(12)
                 anchors.verticalCenter: parent.verticalCenter
                 visible: text !== ""
                 role: ThemedText.Caption

@@ -11,7 +11,7 @@ Flow {
     /// The tags without "#", a list of strings.
     required property var tags
 
-    spacing: 6
+    spacing: Theme.px(6)
     visible: tags.length > 0
 
     Repeater {
@@ -22,8 +22,8 @@ Flow {
 
             required property string modelData
 
-            implicitWidth: Math.min(label.implicitWidth + 20, chips.width)
-            implicitHeight: 26
+            implicitWidth: Math.min(label.implicitWidth + Theme.px(20), chips.width)
+            implicitHeight: Theme.px(26)
             focusPolicy: Qt.StrongFocus
             text: "#" + modelData
             Accessible.name: "标签 " + modelData

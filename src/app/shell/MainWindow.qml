@@ -6,7 +6,7 @@ import Lexiquill
 Window {
     id: window
 
-    readonly property bool isNarrow: width < 720
+    readonly property bool isNarrow: width < Theme.px(720)
     /// True while the user waits for the result of an update check.
     property bool awaitsUpdateCheck: false
 
@@ -42,6 +42,11 @@ Window {
         toast.show("已切换到" + ContentView.sourceTitle(mode) + "：" + message, "撤销", () => {
             DictionaryService.currentMode = mode === Lexiquill.YoudaoOnline ? Lexiquill.AppleOffline : Lexiquill.YoudaoOnline;
         });
+    }
+
+    function zoom(percent: int): void {
+        Preferences.zoomPercent = percent;
+        toast.show("显示大小 " + Preferences.zoomPercent + "%", "", null);
     }
 
     title: "Lexiquill"
@@ -226,6 +231,18 @@ Window {
         // Text fields take it themselves.
         sequence: "/"
         onActivated: ContentView.postFocusSearchInput()
+    }
+    Shortcut {
+        sequences: ["Ctrl++", "Ctrl+="]
+        onActivated: window.zoom(Preferences.zoomPercent + 10)
+    }
+    Shortcut {
+        sequence: "Ctrl+-"
+        onActivated: window.zoom(Preferences.zoomPercent - 10)
+    }
+    Shortcut {
+        sequence: "Ctrl+0"
+        onActivated: window.zoom(100)
     }
     Shortcut {
         sequence: "Ctrl+1"

@@ -23,7 +23,7 @@ Item {
     SymbolIcon {
         id: icon
 
-        x: face.isCollapsed ? (parent.width - width) / 2 : 10
+        x: face.isCollapsed ? (parent.width - width) / 2 : Theme.px(10)
         anchors.verticalCenter: parent.verticalCenter
         width: face.iconSize
         height: width
@@ -50,7 +50,7 @@ Item {
     Rectangle {
         anchors.centerIn: icon
         width: icon.width + 4
-        height: 2
+        height: Theme.px(2)
         rotation: -45
         visible: face.isStruckOut && face.isCollapsed
         color: face.iconColor

@@ -20,7 +20,7 @@ T.AbstractButton {
     /// A menu that belongs to the row is open.
     property bool isOpen: false
 
-    implicitHeight: isTall ? 44 : 30
+    implicitHeight: isTall ? Theme.px(44) : Theme.px(30)
     // A click must not take the focus from the screen.
     focusPolicy: Qt.TabFocus
     hoverEnabled: true
@@ -41,7 +41,7 @@ T.AbstractButton {
         isCollapsed: control.isCollapsed
         isTall: control.isTall
         isStruckOut: control.isStruckOut
-        iconSize: 16
+        iconSize: Theme.px(16)
         iconColor: Theme.secondaryText
         textColor: Theme.secondaryText
         textSize: Theme.captionSize
@@ -49,9 +49,9 @@ T.AbstractButton {
         Rectangle {
             x: control.isCollapsed ? face.icon.x + face.icon.width - width / 2 : parent.width - width - Theme.unit
             y: control.isCollapsed ? face.icon.y - height / 2 : (parent.height - height) / 2
-            width: 8
-            height: 8
-            radius: 4
+            width: Theme.px(8)
+            height: Theme.px(8)
+            radius: Theme.px(4)
             visible: control.mark !== ""
             color: Theme.red
         }
@@ -59,7 +59,7 @@ T.AbstractButton {
             x: face.icon.x
             width: control.isCollapsed ? face.icon.width : parent.width - 2 * x
             anchors.bottom: parent.bottom
-            implicitHeight: 2
+            implicitHeight: Theme.px(2)
             visible: control.isBusy
             indeterminate: true
         }

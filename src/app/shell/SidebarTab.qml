@@ -10,7 +10,7 @@ T.TabButton {
     property string badge: ""
     property bool isCollapsed: false
 
-    implicitHeight: 36
+    implicitHeight: Theme.px(36)
     checkable: false
     autoExclusive: false
     // A click must not take the focus from the screen that it selects.
@@ -30,7 +30,7 @@ T.TabButton {
         symbol: control.symbol
         text: control.text
         isCollapsed: control.isCollapsed
-        iconSize: 19
+        iconSize: Theme.px(19)
         iconColor: control.checked ? "#FFFFFF" : Contrast.readable(Theme.accent, Qt.tint(Theme.sidebarGround, Theme.pressed), 3)
         textColor: control.checked ? "#FFFFFF" : Theme.text
         textMargin: badgeItem.visible ? badgeItem.width + 2 * Theme.unit : Theme.unit

@@ -5,7 +5,7 @@ Sheet {
     id: alert
 
     title: "Spotlight 索引同步完成"
-    width: Math.min(400, parent ? parent.width - 4 * Theme.unit : 400)
+    width: Math.min(Theme.px(400), parent ? parent.width - 4 * Theme.unit : Theme.px(400))
 
     Column {
         width: parent?.width ?? 0

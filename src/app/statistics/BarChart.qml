@@ -12,7 +12,7 @@ Item {
     /// (above the bar) and `share` (a part of the bar in `shareColor`, 0 to 1).
     required property list<var> bars
     property real pointsPerCount: 1
-    property real widestBar: 32
+    property real widestBar: Theme.px(32)
     /// Only every n-th bar has its label.
     property int labelEvery: 1
     property color barColor: Theme.accent
@@ -30,8 +30,8 @@ Item {
         return most;
     }
     /// Height of the text above a bar, and of the one below it.
-    readonly property int labelHeight: 18
-    readonly property int stub: 6
+    readonly property int labelHeight: Theme.px(18)
+    readonly property int stub: Theme.px(6)
     readonly property real columnWidth: width / Math.max(1, bars.length)
 
     function barHeight(count: real): real {
@@ -54,7 +54,7 @@ Item {
             chart.mark = -1
     }
     FocusRing {
-        anchors.margins: -4
+        anchors.margins: -Theme.px(4)
         shown: chart.activeFocus
     }
     Repeater {
@@ -77,7 +77,7 @@ Item {
             Rectangle {
                 anchors.fill: parent
                 visible: chart.mark === column.index
-                radius: 4
+                radius: Theme.px(4)
                 color: Theme.hover
             }
             Rectangle {

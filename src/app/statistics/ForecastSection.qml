@@ -38,12 +38,12 @@ Card {
         id: column
 
         width: section.width - 2 * section.padding
-        spacing: 12
+        spacing: Theme.px(12)
 
         ThemedText {
             id: title
 
-            font.pixelSize: 14
+            font.pixelSize: Theme.px(14)
             font.weight: Font.DemiBold
             text: "📅 未来 7 天复习负载预测"
         }
@@ -51,7 +51,7 @@ Card {
             id: chart
 
             width: parent.width
-            height: Math.max(84, Math.min(section.room, section.tallest)) + 2 * labelHeight
+            height: Math.max(Theme.px(84), Math.min(section.room, section.tallest)) + 2 * labelHeight
             name: title.text
             summary: section.summary
             pointsPerCount: section.pointsPerWord * Math.min(1, section.room / Math.max(1, section.tallest))

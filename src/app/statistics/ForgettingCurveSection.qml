@@ -10,7 +10,7 @@ Card {
 
     Column {
         width: section.width - 2 * section.padding
-        spacing: 10
+        spacing: Theme.px(10)
 
         Item {
             width: parent.width
@@ -21,7 +21,7 @@ Card {
                 anchors.right: field.left
                 anchors.rightMargin: Theme.unit
                 anchors.verticalCenter: parent.verticalCenter
-                font.pixelSize: 14
+                font.pixelSize: Theme.px(14)
                 font.weight: Font.DemiBold
                 text: "📉 遗忘曲线"
                 elide: Text.ElideRight
@@ -30,7 +30,7 @@ Card {
                 id: field
 
                 anchors.right: parent.right
-                width: Math.min(220, parent.width - 120)
+                width: Math.min(Theme.px(220), parent.width - Theme.px(120))
                 placeholderText: "平均单词（输入单词查看）"
                 Accessible.name: "遗忘曲线的单词"
                 onTextChanged: section.isUnknown = !section.statistics.selectWord(text)
@@ -45,7 +45,7 @@ Card {
             id: chart
 
             width: parent.width
-            height: 180
+            height: Theme.px(180)
             statistics: section.statistics
             color: Theme.accent
             faintColor: Theme.fill
@@ -57,7 +57,7 @@ Card {
             Accessible.focusable: true
 
             FocusRing {
-                anchors.margins: -4
+                anchors.margins: -Theme.px(4)
                 shown: chart.activeFocus
             }
         }

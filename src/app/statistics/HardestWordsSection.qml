@@ -15,10 +15,10 @@ Card {
 
     Column {
         width: section.width - 2 * section.padding
-        spacing: 6
+        spacing: Theme.px(6)
 
         ThemedText {
-            font.pixelSize: 14
+            font.pixelSize: Theme.px(14)
             font.weight: Font.DemiBold
             text: "🧗 最难记的单词"
         }

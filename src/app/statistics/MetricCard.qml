@@ -16,14 +16,14 @@ Card {
 
     Column {
         width: card.width - 2 * card.padding
-        spacing: 6
+        spacing: Theme.px(6)
 
         Row {
-            spacing: 6
+            spacing: Theme.px(6)
 
             SymbolIcon {
-                width: 18
-                height: 18
+                width: Theme.px(18)
+                height: Theme.px(18)
                 symbol: card.symbol
                 color: Theme.sign(card.tint)
             }
@@ -38,7 +38,7 @@ Card {
             width: parent.width
             text: card.value.toFixed(0)
             color: Theme.onTint(card.tint)
-            font.pixelSize: 26
+            font.pixelSize: Theme.px(26)
             font.weight: Font.Bold
             elide: Text.ElideRight
             Accessible.ignored: true

@@ -11,7 +11,7 @@ Card {
 
     Column {
         width: section.width - 2 * section.padding
-        spacing: 10
+        spacing: Theme.px(10)
 
         Item {
             width: parent.width
@@ -22,7 +22,7 @@ Card {
 
                 anchors.left: parent.left
                 anchors.right: percent.left
-                font.pixelSize: 14
+                font.pixelSize: Theme.px(14)
                 font.weight: Font.DemiBold
                 text: "稳固记忆保持率 (Retention Rate)"
                 elide: Text.ElideRight
@@ -31,7 +31,7 @@ Card {
                 id: percent
 
                 anchors.right: parent.right
-                font.pixelSize: 14
+                font.pixelSize: Theme.px(14)
                 font.weight: Font.DemiBold
                 color: Theme.onTint(Theme.blue)
                 text: section.rateText
@@ -39,8 +39,8 @@ Card {
         }
         Rectangle {
             width: parent.width
-            height: 12
-            radius: 6
+            height: Theme.px(12)
+            radius: Theme.px(6)
             color: Qt.rgba(section.secondary.r, section.secondary.g, section.secondary.b, 0.15)
             Accessible.role: Accessible.ProgressBar
             Accessible.name: title.text + " " + section.rateText

@@ -9,10 +9,10 @@ Card {
 
     Column {
         width: section.width - 2 * section.padding
-        spacing: 10
+        spacing: Theme.px(10)
 
         ThemedText {
-            font.pixelSize: 14
+            font.pixelSize: Theme.px(14)
             font.weight: Font.DemiBold
             text: "🗓️ 过去一年复习日历"
         }
@@ -32,7 +32,7 @@ Card {
             Accessible.focusable: true
 
             FocusRing {
-                anchors.margins: -4
+                anchors.margins: -Theme.px(4)
                 shown: calendar.activeFocus
             }
         }

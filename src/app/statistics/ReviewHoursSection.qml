@@ -9,12 +9,12 @@ Card {
 
     Column {
         width: section.width - 2 * section.padding
-        spacing: 10
+        spacing: Theme.px(10)
 
         ThemedText {
             id: title
 
-            font.pixelSize: 14
+            font.pixelSize: Theme.px(14)
             font.weight: Font.DemiBold
             text: "🕘 一天中的复习时间"
         }
@@ -22,7 +22,7 @@ Card {
             id: chart
 
             width: parent.width
-            height: 72 + 2 * labelHeight
+            height: Theme.px(72) + 2 * labelHeight
             visible: bars.length > 0
             name: title.text
             summary: section.statistics.hourSummary

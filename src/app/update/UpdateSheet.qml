@@ -47,15 +47,15 @@ Sheet {
             SymbolIcon {
                 id: icon
 
-                width: 48
-                height: 48
+                width: Theme.px(48)
+                height: Theme.px(48)
                 symbol: "arrow.triangle.2.circlepath.circle.fill"
                 color: Theme.accent
             }
             Column {
                 anchors.verticalCenter: icon.verticalCenter
                 width: parent.width - icon.width - parent.spacing
-                spacing: 4
+                spacing: Theme.px(4)
 
                 ThemedText {
                     width: parent.width
@@ -64,7 +64,7 @@ Sheet {
                     elide: Text.ElideRight
                 }
                 Row {
-                    spacing: 6
+                    spacing: Theme.px(6)
 
                     ThemedText {
                         role: ThemedText.Caption
@@ -72,13 +72,13 @@ Sheet {
                     }
                     SymbolIcon {
                         anchors.verticalCenter: parent.verticalCenter
-                        width: 12
-                        height: 12
+                        width: Theme.px(12)
+                        height: Theme.px(12)
                         symbol: "arrow.right"
                         color: Theme.secondaryText
                     }
                     ThemedText {
-                        width: Math.min(implicitWidth, 240)
+                        width: Math.min(implicitWidth, Theme.px(240))
                         role: ThemedText.Caption
                         color: Theme.accent
                         font.weight: Font.DemiBold
@@ -99,7 +99,7 @@ Sheet {
             }
             InsetPanel {
                 width: parent.width
-                height: Math.min(notes.implicitHeight, 160) + 3 * Theme.unit
+                height: Math.min(notes.implicitHeight, Theme.px(160)) + 3 * Theme.unit
 
                 ScrollArea {
                     id: notesArea
@@ -206,7 +206,7 @@ Sheet {
         id: question
 
         title: "正在下载更新。取消下载？"
-        width: Math.min(400, parent ? parent.width - 4 * Theme.unit : 400)
+        width: Math.min(Theme.px(400), parent ? parent.width - 4 * Theme.unit : Theme.px(400))
         onDismissed: close()
 
         Column {

@@ -23,8 +23,8 @@ Column {
         id: icon
 
         anchors.horizontalCenter: parent.horizontalCenter
-        width: 40
-        height: 40
+        width: Theme.px(40)
+        height: Theme.px(40)
         color: Theme.tertiaryText
     }
     ThemedText {

@@ -9,11 +9,11 @@ Row {
     property color tint: Theme.accent
     property bool isDot: false
 
-    spacing: 5
+    spacing: Theme.px(5)
 
     Rectangle {
         anchors.verticalCenter: parent.verticalCenter
-        width: entry.isDot ? 7 : 14
+        width: entry.isDot ? 7 : Theme.px(14)
         height: entry.isDot ? 7 : 3
         radius: height / 2
         color: entry.tint

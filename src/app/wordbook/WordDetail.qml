@@ -29,8 +29,8 @@ FocusScope {
         anchors.bottom: memory.visible ? memory.top : parent.bottom
 
         Column {
-            width: area.contentWidth - 12 // leaves room for the scroll bar
-            topPadding: 2
+            width: area.contentWidth - Theme.px(12) // leaves room for the scroll bar
+            topPadding: Theme.px(2)
             bottomPadding: 2 * Theme.unit
             spacing: 2 * Theme.unit
 
@@ -70,7 +70,7 @@ FocusScope {
                         id: chart
 
                         width: parent.width
-                        height: 150
+                        height: Theme.px(150)
                         visible: reviews.count > 0
                         history: reviews
                         textColor: Theme.secondaryText
@@ -85,7 +85,7 @@ FocusScope {
                         Accessible.focusable: true
 
                         FocusRing {
-                            anchors.margins: -4
+                            anchors.margins: -Theme.px(4)
                             shown: chart.activeFocus
                         }
                     }
@@ -129,7 +129,7 @@ FocusScope {
                             required property var modelData
 
                             width: column.width
-                            height: 24
+                            height: Theme.px(24)
                             Accessible.role: Accessible.StaticText
                             Accessible.name: modelData.date + " " + modelData.answer + " " + modelData.result
 
@@ -137,7 +137,7 @@ FocusScope {
                                 id: dateText
 
                                 anchors.verticalCenter: parent.verticalCenter
-                                width: 86
+                                width: Theme.px(86)
                                 role: ThemedText.Caption
                                 text: entry.modelData.date
                                 Accessible.ignored: true

@@ -23,7 +23,7 @@ Item {
     signal doubleClicked
 
     width: ListView.view.width
-    height: 56
+    height: Theme.px(56)
     Accessible.role: Accessible.ListItem
     Accessible.name: spoken
     Accessible.selectable: true
@@ -43,7 +43,7 @@ Item {
         id: title
 
         x: 2.5 * Theme.unit
-        y: 9
+        y: Theme.px(9)
         width: Math.min(implicitWidth, detailText.x - x - Theme.unit)
         text: row.word
         color: row.foreground
@@ -82,7 +82,7 @@ Item {
         id: meaning
 
         x: title.x
-        y: 31
+        y: Theme.px(31)
         width: dot.x - x - Theme.unit
         text: row.summary
         color: row.quietForeground
@@ -95,10 +95,10 @@ Item {
         id: dot
 
         anchors.right: statusText.left
-        anchors.rightMargin: 5
+        anchors.rightMargin: Theme.px(5)
         anchors.verticalCenter: statusText.verticalCenter
-        width: 7
-        height: 7
+        width: Theme.px(7)
+        height: Theme.px(7)
         radius: 3.5
         color: Theme.badgeColor(row.badge)
         border.width: row.selected && row.hasKeyboard ? 1 : 0

@@ -9,9 +9,13 @@ import Lexiquill
 FocusScope {
     id: screen
 
-    readonly property bool isNarrow: width < 620
+    readonly property bool isNarrow: width < Theme.px(620)
     /// In a narrow window, whether the selected record is shown instead of the list.
     property bool showsDetail: false
+    readonly property real narrowestPart: Theme.px(240)
+    /// The width of the list while its edge is dragged; otherwise 0.
+    property real draggedWidth: 0
+    readonly property real listWidth: draggedWidth > 0 ? draggedWidth : Preferences.listWidth > 0 ? Preferences.listWidth : Math.round(Math.max(Theme.px(290), Math.min(Theme.px(400), width * 0.42)))
     readonly property bool isDetailLevel: isNarrow && showsDetail && words.selectedCount > 0
 
     function deleteSelected(): void {
@@ -106,7 +110,7 @@ FocusScope {
         anchors.left: parent.left
         anchors.top: parent.top
         anchors.bottom: parent.bottom
-        width: screen.isNarrow ? parent.width : Math.round(Math.max(290, Math.min(400, parent.width * 0.42)))
+        width: screen.isNarrow ? parent.width : Math.max(screen.narrowestPart, Math.min(screen.listWidth, parent.width - screen.narrowestPart))
         visible: !screen.isDetailLevel
 
         Item {
@@ -232,7 +236,7 @@ FocusScope {
             }
 
             Keys.onPressed: event => {
-                const page = Math.max(1, Math.floor(list.height / 56) - 1);
+                const page = Math.max(1, Math.floor(list.height / Theme.px(56)) - 1);
                 const extend = (event.modifiers & Qt.ShiftModifier) !== 0;
                 if (event.matches(StandardKey.SelectAll))
                     words.selectAll();
@@ -259,6 +263,11 @@ FocusScope {
                 event.accepted = true;
             }
 
+            WordListMenu {
+                words: words
+                onLookUpRequested: screen.openInDictionary()
+                onDeleteRequested: screen.deleteSelected()
+            }
             EmptyHint {
                 anchors.centerIn: parent
                 width: parent.width - 6 * Theme.unit
@@ -285,7 +294,7 @@ FocusScope {
             anchors.left: parent.left
             anchors.right: parent.right
             anchors.bottom: parent.bottom
-            height: 32
+            height: Theme.px(32)
 
             Separator {
                 anchors.left: parent.left
@@ -301,9 +310,9 @@ FocusScope {
             IconButton {
                 anchors.right: remove.left
                 anchors.verticalCenter: parent.verticalCenter
-                width: 26
-                height: 26
-                iconSize: 16
+                width: Theme.px(26)
+                height: Theme.px(26)
+                iconSize: Theme.px(16)
                 visible: words.selectedCount > 0
                 symbol: "rectangle.stack"
                 text: "练习所选单词"
@@ -315,9 +324,9 @@ FocusScope {
                 anchors.right: parent.right
                 anchors.rightMargin: 1.5 * Theme.unit
                 anchors.verticalCenter: parent.verticalCenter
-                width: 26
-                height: 26
-                iconSize: 16
+                width: Theme.px(26)
+                height: Theme.px(26)
+                iconSize: Theme.px(16)
                 visible: words.selectedCount > 0
                 symbol: "trash"
                 text: "删除所选单词"
@@ -331,6 +340,27 @@ FocusScope {
         anchors.bottom: parent.bottom
         visible: !screen.isNarrow
     }
+    MouseArea {
+        id: splitter
+
+        property real start: 0
+
+        anchors.top: parent.top
+        anchors.bottom: parent.bottom
+        x: listPane.width - width / 2
+        width: Theme.unit
+        visible: !screen.isNarrow
+        cursorShape: Qt.SplitHCursor
+        onPressed: event => start = event.x
+        onPositionChanged: event => screen.draggedWidth = Math.max(screen.narrowestPart, Math.min(x + width / 2 + event.x - start, screen.width - screen.narrowestPart))
+        onReleased: {
+            if (screen.draggedWidth > 0)
+                Preferences.listWidth = screen.draggedWidth;
+            screen.draggedWidth = 0;
+        }
+        onCanceled: screen.draggedWidth = 0
+        onDoubleClicked: Preferences.listWidth = 0
+    }
     Item {
         id: detailPane
 
@@ -339,7 +369,7 @@ FocusScope {
         anchors.top: parent.top
         anchors.bottom: parent.bottom
         anchors.leftMargin: 2 * Theme.unit
-        anchors.rightMargin: 4
+        anchors.rightMargin: Theme.px(4)
         visible: !screen.isNarrow || screen.isDetailLevel
 
         PlainButton {
