@@ -21,6 +21,13 @@
 
 namespace lexiquill {
 
+namespace {
+
+/// The variable with the name of a program's windows under X11.
+constexpr const char *windowName = "RESOURCE_NAME";
+
+} // namespace
+
 int runDesktopApplication(int argc, char **argv) {
     // Reading a large wordbook takes as long as starting the graphics, so both run in parallel. Nothing uses
     // a service before it exists.
@@ -30,6 +37,8 @@ int runDesktopApplication(int argc, char **argv) {
         return &loaded;
     });
     const ActivationTokens tokens = ActivationTokens::ofThisProcess();
+    // Under X11, desktops that do not know the class of the window find its desktop file by this name.
+    qputenv(windowName, LexiquillApp::desktopFileName().toUtf8());
     QGuiApplication application(argc, argv);
     // The launcher's message handler treats any fatal message as a display that does not answer. At this
     // point the display has answered.
@@ -58,9 +67,12 @@ int runDesktopApplication(int argc, char **argv) {
         return EXIT_SUCCESS;
     offerTokens(tokens);
     const std::unique_ptr<QObject> window(screens.create());
-    if (!window)
+    auto *const mainWindow = qobject_cast<QQuickWindow *>(window.get());
+    if (mainWindow == nullptr)
         return EXIT_FAILURE;
-    delegate.setMainWindow(qobject_cast<QQuickWindow *>(window.get()));
+    mainWindow->create();
+    qunsetenv(windowName); // not for programs that this one starts
+    delegate.setMainWindow(mainWindow);
     delegate.restoreMainWindow();
     delegate.enforceSingleWindowPolicy();
     // If D-Bus started the process, it waits for requests before it shows the window.

@@ -129,7 +129,9 @@ private Q_SLOTS:
         m_desktop->startApplication();
         const QByteArray entry = readFile(
             QStringLiteral(LEXIQUILL_DATA_DIRECTORY "/applications/com.lexiquill.Lexiquill.desktop"));
-        const QByteArray windowClass = m_desktop->property("WM_CLASS").split('\0').value(1);
+        const QByteArrayList names = m_desktop->property("WM_CLASS").split('\0');
+        QCOMPARE(names.value(0), "com.lexiquill.Lexiquill"_ba);
+        const QByteArray windowClass = names.value(1);
         QVERIFY(!windowClass.isEmpty());
         QVERIFY(entry.contains("\nStartupWMClass=" + windowClass + '\n'));
         QTRY_VERIFY(!m_desktop->property("_NET_WM_ICON").isEmpty());

@@ -35,6 +35,10 @@ void LexiquillApp::prepare(QQmlEngine &engine) {
     engine.addImageProvider(articleImageProvider, new ArticleImages);
 }
 
+QString LexiquillApp::desktopFileName() {
+    return QStringLiteral("com.lexiquill.Lexiquill");
+}
+
 QUrl LexiquillApp::mainWindowUrl() {
     return QUrl(QStringLiteral("qrc:/qt/qml/Lexiquill/shell/MainWindow.qml"));
 }
@@ -42,7 +46,7 @@ QUrl LexiquillApp::mainWindowUrl() {
 void LexiquillApp::setUpApplication() {
     QCoreApplication::setApplicationName(QStringLiteral("Lexiquill"));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Lexiquill"));
-    QGuiApplication::setDesktopFileName(QStringLiteral("com.lexiquill.Lexiquill"));
+    QGuiApplication::setDesktopFileName(desktopFileName());
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QCoreApplication::installTranslator(new FileDialogTexts(qGuiApp));
     // Use Chinese glyph forms in every locale. Set for the font family, because the controls take their font

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QQmlEngine>
+#include <QString>
 #include <QUrl>
 
 namespace lexiquill {
@@ -13,6 +14,8 @@ void setUpApplication();
 /// Lets the engine find the screens.
 void prepare(QQmlEngine &engine);
 QUrl mainWindowUrl();
+/// The name of the program's desktop file, without its suffix.
+QString desktopFileName();
 
 } // namespace LexiquillApp
 

@@ -87,7 +87,9 @@ def play(desktop, path):
         )
         pause(1)
         try:
-            status = subprocess.run([player, path], check=False, capture_output=True, timeout=40).returncode
+            # The player stops when its input ends.
+            process = subprocess.Popen([player, path], stdin=subprocess.PIPE, stdout=subprocess.DEVNULL)
+            status = process.wait(timeout=40)
         finally:
             pause(0.5)
             recorder.terminate()
