@@ -7,7 +7,7 @@
 namespace lexiquill {
 
 /// The token that Wayland takes: its own, or the start-up id, which older desktops send instead. Empty if
-/// there is neither.
+/// there is neither; a start-up id that has only a time, as of a search result, is none.
 QString waylandToken(const ActivationTokens &tokens);
 
 /// Lets the first window of this process use the tokens that the process was started with. To be called

@@ -180,7 +180,10 @@ private Q_SLOTS:
         QCOMPARE(done, u"lexiquill:apple search-pear-id activate"_s.split(u' '));
     }
 
-    void tokens_data() { addRows("own | start | own\n | start | start\nown | | own\n | |\n"); }
+    void tokens_data() {
+        addRows("own | start | own\n | start | start\nown | | own\n | |\n"
+                " | _TIME123 |\n | a_TIME123 | a_TIME123\n");
+    }
     void tokens() {
         QFETCH(const QStringList, cells);
         QCOMPARE(waylandToken({.activationToken = cells[0], .startupId = cells[1]}), cells[2]);

@@ -13,8 +13,8 @@ namespace lexiquill {
 
 /// How long to wait before the next step.
 struct SelectionPatience {
-    std::chrono::milliseconds focus{2000};    ///< for the focus
-    std::chrono::milliseconds selection{300}; ///< for the selection, which is told after the focus
+    std::chrono::milliseconds focus{10'000};  ///< for the focus; a start takes a while
+    std::chrono::milliseconds selection{600}; ///< for the selection, which is told after the focus
 };
 
 /// Reads the text that is selected in any program, or the text on the clipboard if none is selected.

@@ -13,6 +13,7 @@ namespace lexiquill {
 namespace {
 
 constexpr const char *tokenVariable = "XDG_ACTIVATION_TOKEN";
+const QString timeMark = QStringLiteral("_TIME");
 
 bool isWayland() {
     return QGuiApplication::platformName().startsWith(QLatin1StringView("wayland"));
@@ -20,9 +21,8 @@ bool isWayland() {
 
 /// The time of the user's action, which is part of the start-up id; 0 if it has none.
 quint32 timeOf(const QString &startupId) {
-    static const QString mark = QStringLiteral("_TIME");
-    const qsizetype position = startupId.lastIndexOf(mark);
-    return position < 0 ? 0 : startupId.mid(position + mark.size()).toUInt();
+    const qsizetype position = startupId.lastIndexOf(timeMark);
+    return position < 0 ? 0 : startupId.mid(position + timeMark.size()).toUInt();
 }
 
 xcb_atom_t atom(xcb_connection_t *connection, const char *name) {
@@ -93,7 +93,9 @@ void bringForwardByToken(QWindow *window, const QString &token, bool isNew) {
 } // namespace
 
 QString waylandToken(const ActivationTokens &tokens) {
-    return tokens.activationToken.isEmpty() ? tokens.startupId : tokens.activationToken;
+    if (!tokens.activationToken.isEmpty())
+        return tokens.activationToken;
+    return tokens.startupId.startsWith(timeMark) ? QString() : tokens.startupId;
 }
 
 void offerTokens(const ActivationTokens &tokens) {
