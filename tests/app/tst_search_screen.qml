@@ -96,6 +96,8 @@ ScreenTest {
         tests.type(word);
         keyClick(Qt.Key_Return);
         tryVerify(() => tests.card()?.word === word && tests.card().visible);
+        // The parts of the definition get their places with the next frame.
+        waitForRendering(window.contentItem, 1000);
     }
 
     /// The text of a definition that contains `part`.
