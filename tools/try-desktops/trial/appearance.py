@@ -74,7 +74,7 @@ def window_class(desktop):
 def window_icon(desktop):
     expect(desktop.show_program(), "程序没有显示窗口")
     icon = subprocess.run(
-        ["xprop", "-id", x_window(desktop), "-len", "64", "_NET_WM_ICON"],
+        ["xprop", "-id", x_window(desktop), "_NET_WM_ICON"],
         capture_output=True, text=True, check=False,
     ).stdout
     has_own = bool(re.search(r"Icon \(\d+ x \d+\)|= \d+", icon))
